@@ -1,0 +1,52 @@
+#include "fl/filesystem.h"
+
+#include <sys/stat.h>
+
+#include <optional>
+
+#include "fl/i18n.h"
+
+namespace fl::filesystem {
+
+namespace {
+
+/// Gives the path in the platform's form, or nothing for a text that no path can have.
+std::optional<std::string> toNativePath(const std::u16string& path) {
+  // The conversion replaces surrogates that lack their partner, and the replaced path could name
+  // another file. Only well-formed text survives the way there and back.
+  std::string native = i18n::to_string(path);
+  if (path.empty() || path.find(u'\0') != std::u16string::npos ||
+      i18n::utf8_to_ustring(native) != path) {
+    return std::nullopt;
+  }
+  return native;
+}
+
+bool isFolder(const std::string& nativePath) {
+  struct stat status = {};
+  return ::stat(nativePath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+bool exists(const std::u16string& path) {
+  const std::optional<std::string> native = toNativePath(path);
+  struct stat status = {};
+  return native && ::stat(native->c_str(), &status) == 0;
+}
+
+basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::openmode mode) {
+  const std::optional<std::string> native = toNativePath(path);
+  if (!native) {
+    setstate(std::ios_base::failbit);
+    return;
+  }
+  open(*native, mode);
+  // The platform opens a folder for reading and refuses only the first read.
+  if (is_open() && isFolder(*native)) {
+    close();
+    setstate(std::ios_base::failbit);
+  }
+}
+
+}  // namespace fl::filesystem

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Marks a name of the product catalogue that the shared library offers.
+#define PRODUCT_DATA_PROVIDER_EXPORT __attribute__((visibility("default")))

@@ -1,0 +1,405 @@
+#include "fl/i18n.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::string_literals;
+using fl::i18n::lcctype::isdigit_ascii;
+using fl::i18n::lcctype::isspace_ascii;
+
+using Bytes = std::string;
+using Units = std::u16string;
+
+char toByte(unsigned value) {
+  return static_cast<char>(static_cast<unsigned char>(value));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Naive conversions to compare with: tables and one step per character.
+
+struct ByteRange {
+  unsigned low;
+  unsigned high;
+};
+
+/// The well-formed sequences: which bytes may stand at which place.
+struct WellFormed {
+  std::size_t length;
+  ByteRange bytes[4];
+};
+
+constexpr WellFormed kWellFormed[] = {
+    {1, {{0x00, 0x7F}}},
+    {2, {{0xC2, 0xDF}, {0x80, 0xBF}}},
+    {3, {{0xE0, 0xE0}, {0xA0, 0xBF}, {0x80, 0xBF}}},
+    {3, {{0xE1, 0xEC}, {0x80, 0xBF}, {0x80, 0xBF}}},
+    {3, {{0xED, 0xED}, {0x80, 0x9F}, {0x80, 0xBF}}},
+    {3, {{0xEE, 0xEF}, {0x80, 0xBF}, {0x80, 0xBF}}},
+    {4, {{0xF0, 0xF0}, {0x90, 0xBF}, {0x80, 0xBF}, {0x80, 0xBF}}},
+    {4, {{0xF1, 0xF3}, {0x80, 0xBF}, {0x80, 0xBF}, {0x80, 0xBF}}},
+    {4, {{0xF4, 0xF4}, {0x80, 0x8F}, {0x80, 0xBF}, {0x80, 0xBF}}},
+};
+
+void appendUtf16(Units& units, char32_t codePoint) {
+  if (codePoint < 0x10000) {
+    units += static_cast<char16_t>(codePoint);
+  } else {
+    units += static_cast<char16_t>(0xD800 + (codePoint - 0x10000) / 0x400);
+    units += static_cast<char16_t>(0xDC00 + (codePoint - 0x10000) % 0x400);
+  }
+}
+
+void appendUtf8(Bytes& bytes, char32_t codePoint) {
+  if (codePoint < 0x80) {
+    bytes += toByte(codePoint);
+  } else if (codePoint < 0x800) {
+    bytes += toByte(0xC0 + codePoint / 0x40);
+    bytes += toByte(0x80 + codePoint % 0x40);
+  } else if (codePoint < 0x10000) {
+    bytes += toByte(0xE0 + codePoint / 0x1000);
+    bytes += toByte(0x80 + codePoint / 0x40 % 0x40);
+    bytes += toByte(0x80 + codePoint % 0x40);
+  } else {
+    bytes += toByte(0xF0 + codePoint / 0x40000);
+    bytes += toByte(0x80 + codePoint / 0x1000 % 0x40);
+    bytes += toByte(0x80 + codePoint / 0x40 % 0x40);
+    bytes += toByte(0x80 + codePoint % 0x40);
+  }
+}
+
+/// How many bytes of `text` from `begin` on match the sequence.
+std::size_t matchingBytes(const WellFormed& sequence, const Bytes& text, std::size_t begin) {
+  std::size_t count = 0;
+  while (count < sequence.length && begin + count < text.size()) {
+    const unsigned byte = static_cast<unsigned char>(text[begin + count]);
+    if (byte < sequence.bytes[count].low || byte > sequence.bytes[count].high) {
+      break;
+    }
+    ++count;
+  }
+  return count;
+}
+
+Units naiveToUtf16(const Bytes& text) {
+  Units units;
+  for (std::size_t i = 0; i < text.size();) {
+    std::size_t longest = 0;
+    bool whole = false;
+    for (const WellFormed& sequence : kWellFormed) {
+      const std::size_t count = matchingBytes(sequence, text, i);
+      longest = std::max(longest, count);
+      whole = whole || count == sequence.length;
+    }
+    if (whole) {
+      constexpr unsigned kLeadBits[] = {0x7F, 0x1F, 0x0F, 0x07};
+      char32_t codePoint = static_cast<unsigned char>(text[i]) & kLeadBits[longest - 1];
+      for (std::size_t next = i + 1; next < i + longest; ++next) {
+        codePoint = codePoint * 0x40 + static_cast<unsigned char>(text[next]) % 0x40;
+      }
+      appendUtf16(units, codePoint);
+    } else {
+      units += u'\uFFFD';
+    }
+    i += std::max<std::size_t>(longest, 1);
+  }
+  return units;
+}
+
+Bytes naiveToUtf8(const Units& text) {
+  const auto isHigh = [](char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; };
+  const auto isLow = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
+  Bytes bytes;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (isHigh(text[i]) && i + 1 < text.size() && isLow(text[i + 1])) {
+      appendUtf8(bytes, 0x10000 + 0x400 * (char32_t{text[i]} - 0xD800) + (text[i + 1] - 0xDC00U));
+      ++i;
+    } else {
+      appendUtf8(bytes, isHigh(text[i]) || isLow(text[i]) ? 0xFFFD : text[i]);
+    }
+  }
+  return bytes;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Both operations that read UTF-8.
+
+struct Reading {
+  const char* name;
+  Units (*convert)(std::string_view);
+};
+
+class Utf8ToUtf16 : public ::testing::TestWithParam<Reading> {
+ protected:
+  static Units convert(std::string_view text) { return GetParam().convert(text); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Operations, Utf8ToUtf16,
+                         ::testing::Values(Reading{"to_ustring", fl::i18n::to_ustring},
+                                           Reading{"utf8_to_ustring", fl::i18n::utf8_to_ustring}),
+                         [](const auto& reading) { return reading.param.name; });
+
+TEST_P(Utf8ToUtf16, ConvertsEveryCodePointThereAndBack) {
+  std::size_t count = 0;
+  for (char32_t codePoint = 0; codePoint <= 0x10FFFF; ++codePoint) {
+    if (codePoint >= 0xD800 && codePoint <= 0xDFFF) {
+      continue;
+    }
+    Units units;
+    appendUtf16(units, codePoint);
+    Bytes bytes;
+    appendUtf8(bytes, codePoint);
+    ASSERT_EQ(convert(bytes), units) << static_cast<unsigned>(codePoint);
+    ASSERT_EQ(fl::i18n::to_string(units), bytes) << static_cast<unsigned>(codePoint);
+    ++count;
+  }
+  EXPECT_EQ(count, 1'112'064U);
+}
+
+TEST_P(Utf8ToUtf16, ConvertsOneTextOfAllCodePoints) {
+  Units units;
+  Bytes bytes;
+  for (char32_t codePoint = 0; codePoint <= 0x10FFFF; ++codePoint) {
+    if (codePoint < 0xD800 || codePoint > 0xDFFF) {
+      appendUtf16(units, codePoint);
+      appendUtf8(bytes, codePoint);
+    }
+  }
+  EXPECT_TRUE(convert(bytes) == units);
+  EXPECT_TRUE(fl::i18n::to_string(units) == bytes);
+}
+
+TEST_P(Utf8ToUtf16, AgreesWithTheTableOnEveryTextOfOneAndOfTwoBytes) {
+  for (unsigned first = 0; first < 0x100; ++first) {
+    const Bytes one(1, toByte(first));
+    ASSERT_EQ(convert(one), naiveToUtf16(one)) << first;
+    for (unsigned second = 0; second < 0x100; ++second) {
+      const Bytes two = one + toByte(second);
+      ASSERT_EQ(convert(two), naiveToUtf16(two)) << first << ' ' << second;
+    }
+  }
+}
+
+TEST_P(Utf8ToUtf16, AgreesWithTheTableOnTheBordersOfEveryClassOfBytes) {
+  constexpr unsigned kBorders[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF,
+                                   0xC0, 0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xEC, 0xED,
+                                   0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xFF};
+  Bytes text(4, '\0');
+  for (const unsigned first : kBorders) {
+    text[0] = toByte(first);
+    for (const unsigned second : kBorders) {
+      text[1] = toByte(second);
+      for (const unsigned third : kBorders) {
+        text[2] = toByte(third);
+        for (const unsigned fourth : kBorders) {
+          text[3] = toByte(fourth);
+          ASSERT_EQ(convert(text), naiveToUtf16(text))
+              << first << ' ' << second << ' ' << third << ' ' << fourth;
+        }
+      }
+    }
+  }
+}
+
+TEST_P(Utf8ToUtf16, FindsOtherCharactersAtEveryPlaceBetweenAsciiOnes) {
+  const Bytes kInserted[] = {"\0"s,          "\x7F",      "\x80", "\xC3\xA4", "\xE2\x82\xAC",
+                             "\xED\xA0\x80", "\xE2\x82x", "\xF0", "\xFF",     "\xF0\x9F\x98\x80"};
+  for (std::size_t length = 0; length <= 40; ++length) {
+    for (std::size_t place = 0; place <= length; ++place) {
+      for (const Bytes& inserted : kInserted) {
+        Bytes text;
+        for (std::size_t i = 0; i < length; ++i) {
+          text += static_cast<char>('!' + i);
+        }
+        text.insert(place, inserted);
+        ASSERT_EQ(convert(text), naiveToUtf16(text)) << length << ' ' << place << ' ' << inserted;
+      }
+    }
+  }
+}
+
+TEST_P(Utf8ToUtf16, ConvertsTextsOfEveryLength) {
+  for (std::size_t length = 0; length <= 1100; ++length) {
+    const Bytes ascii(length, 'a');
+    ASSERT_EQ(convert(ascii), Units(length, u'a')) << length;
+    Bytes other;
+    for (std::size_t i = 0; i < length; ++i) {
+      other += i % 3 == 0 ? "\xC3\xA4" : "z";
+    }
+    ASSERT_EQ(convert(other), naiveToUtf16(other)) << length;
+  }
+}
+
+TEST_P(Utf8ToUtf16, ReadsNothingBehindTheEndOfTheText) {
+  // The text ends where the next page, which may not be read, begins.
+  const auto pageSize = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  void* const pages =
+      ::mmap(nullptr, 2 * pageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  ASSERT_NE(pages, MAP_FAILED);
+  char* const end = static_cast<char*>(pages) + pageSize;
+  ASSERT_EQ(::mprotect(end, pageSize, PROT_NONE), 0);
+
+  for (const char* const ending : {"", "\xC3", "\xE2\x82", "\xF0\x9F\x98", "\xFF"}) {
+    for (std::size_t length = std::strlen(ending); length <= 40; ++length) {
+      const Bytes text = Bytes(length - std::strlen(ending), 'a') + ending;
+      std::copy(text.begin(), text.end(), end - length);
+      EXPECT_EQ(convert(std::string_view(end - length, length)), naiveToUtf16(text)) << text;
+    }
+  }
+  for (std::size_t length = 0; length <= 40; ++length) {
+    Units text(length, u'a');
+    if (length != 0) {
+      text.back() = 0xD83D;
+    }
+    char* const begin = end - length * sizeof(char16_t);
+    std::memcpy(begin, text.data(), length * sizeof(char16_t));
+    const void* const address = begin;
+    const std::u16string_view atTheEnd(static_cast<const char16_t*>(address), length);
+    EXPECT_EQ(fl::i18n::to_string(atTheEnd), naiveToUtf8(text)) << length;
+  }
+  ::munmap(pages, 2 * pageSize);
+}
+
+TEST_P(Utf8ToUtf16, GivesAnEmptyTextForAnEmptyOne) {
+  EXPECT_EQ(convert(std::string_view()), u"");
+  EXPECT_EQ(convert(""), u"");
+}
+
+struct NamedText {
+  const char* name;
+  Bytes bytes;
+  Units units;
+};
+
+const NamedText kReadTexts[] = {
+    {"KeepsANul", "a\0b\0"s, u"a\0b\0"s},
+    {"KeepsAByteOrderMark", "\xEF\xBB\xBF{}", u"\uFEFF{}"},
+    {"KeepsANoncharacter", "\xEF\xBF\xBF", Units(1, 0xFFFF)},
+    {"PairsTheHighestCodePoint", "\xF4\x8F\xBF\xBF", Units{0xDBFF, 0xDFFF}},
+    {"RefusesWhatLiesAboveIt", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"RefusesAStrayContinuationByte", "a\x80z", u"a\uFFFDz"},
+    {"RefusesAnOverlongSlash", "\xC0\xAF", u"\uFFFD\uFFFD"},
+    {"RefusesAnOverlongSlashOfThreeBytes", "\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},
+    {"RefusesAnOverlongSlashOfFourBytes", "\xF0\x80\x80\xAF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"RefusesAnEncodedSurrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+    {"RefusesAnEncodedSurrogatePair", "\xED\xA0\xBD\xED\xB8\x80",
+     u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"ReplacesACutSequenceOnce", "\xE2\x82", u"\uFFFD"},
+    {"ReplacesALongerCutSequenceOnce", "\xF0\x9F\x98", u"\uFFFD"},
+    {"ReadsOnAfterACutSequence", "\xF0\x9F\x98z\xE2\x82\xC3\xA4", u"\uFFFDz\uFFFD\u00E4"},
+    {"ReplacesBytesThatNeverOccur", "\xC0\xC1\xF5\xFE\xFF", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
+};
+
+class Utf8Text : public ::testing::TestWithParam<NamedText> {};
+
+INSTANTIATE_TEST_SUITE_P(Reading, Utf8Text, ::testing::ValuesIn(kReadTexts),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(Utf8Text, IsReadAlikeByBothOperations) {
+  EXPECT_EQ(fl::i18n::to_ustring(GetParam().bytes), GetParam().units);
+  EXPECT_EQ(fl::i18n::utf8_to_ustring(GetParam().bytes), GetParam().units);
+}
+
+// ---------------------------------------------------------------------------------------------
+// UTF-16 to UTF-8.
+
+TEST(ToString, AgreesWithTheNaiveConversionOnEveryUnit) {
+  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+    const Units text(1, static_cast<char16_t>(unit));
+    ASSERT_EQ(fl::i18n::to_string(text), naiveToUtf8(text)) << unit;
+  }
+}
+
+TEST(ToString, AgreesWithTheNaiveConversionOnTheBordersOfEveryClassOfUnits) {
+  constexpr char16_t kBorders[] = {0x0000, 0x007F, 0x0080, 0x07FF, 0x0800, 0xD7FF, 0xD800, 0xDBFF,
+                                   0xDC00, 0xDFFF, 0xE000, 0xFEFF, 0xFFFD, 0xFFFE, 0xFFFF};
+  for (const char16_t first : kBorders) {
+    for (const char16_t second : kBorders) {
+      for (const char16_t third : kBorders) {
+        const Units text{first, second, third};
+        ASSERT_EQ(fl::i18n::to_string(text), naiveToUtf8(text))
+            << unsigned{first} << ' ' << unsigned{second} << ' ' << unsigned{third};
+      }
+    }
+  }
+}
+
+TEST(ToString, FindsOtherCharactersAtEveryPlaceBetweenAsciiOnes) {
+  const Units kInserted[] = {u"\0"s, u"\u007F", u"\u0080", u"\u20AC", {0xD83D}, {0xD83D, 0xDE00}};
+  for (std::size_t length = 0; length <= 40; ++length) {
+    for (std::size_t place = 0; place <= length; ++place) {
+      for (const Units& inserted : kInserted) {
+        Units text;
+        for (std::size_t i = 0; i < length; ++i) {
+          text += static_cast<char16_t>(u'!' + i);
+        }
+        text.insert(place, inserted);
+        ASSERT_EQ(fl::i18n::to_string(text), naiveToUtf8(text)) << length << ' ' << place;
+      }
+    }
+  }
+}
+
+TEST(ToString, ConvertsTextsOfEveryLength) {
+  for (std::size_t length = 0; length <= 1100; ++length) {
+    ASSERT_EQ(fl::i18n::to_string(Units(length, u'a')), Bytes(length, 'a')) << length;
+    const Units euros(length, u'\u20AC');
+    ASSERT_EQ(fl::i18n::to_string(euros), naiveToUtf8(euros)) << length;
+  }
+}
+
+const NamedText kWrittenTexts[] = {
+    {"GivesAnEmptyTextForAnEmptyOne", "", u""},
+    {"KeepsANul", "a\0b\0"s, u"a\0b\0"s},
+    {"KeepsAByteOrderMark", "\xEF\xBB\xBFz", u"\uFEFFz"},
+    {"JoinsAPair", "\xF0\x9F\x98\x80", {0xD83D, 0xDE00}},
+    {"ReplacesALoneHighSurrogate", "a\xEF\xBF\xBDz", {u'a', 0xD83D, u'z'}},
+    {"ReplacesALoneLowSurrogate", "a\xEF\xBF\xBDz", {u'a', 0xDE00, u'z'}},
+    {"ReplacesAFinalHighSurrogate", "a\xEF\xBF\xBD", {u'a', 0xD83D}},
+    {"ReplacesBothOfAReversedPair", "\xEF\xBF\xBD\xEF\xBF\xBD", {0xDE00, 0xD83D}},
+    {"ReplacesTheFirstOfTwoHighOnes", "\xEF\xBF\xBD\xF0\x9F\x98\x80", {0xD83D, 0xD83D, 0xDE00}},
+};
+
+class Utf16Text : public ::testing::TestWithParam<NamedText> {};
+
+INSTANTIATE_TEST_SUITE_P(Writing, Utf16Text, ::testing::ValuesIn(kWrittenTexts),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(Utf16Text, IsWrittenAsUtf8) {
+  EXPECT_EQ(fl::i18n::to_string(GetParam().units), GetParam().bytes);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Character classes.
+
+TEST(CharacterClasses, KnowAsciiOnly) {
+  Bytes digits;
+  Bytes spaces;
+  for (unsigned byte = 0; byte < 0x100; ++byte) {
+    if (isdigit_ascii(toByte(byte))) {
+      digits += toByte(byte);
+    }
+    if (isspace_ascii(toByte(byte))) {
+      spaces += toByte(byte);
+    }
+  }
+  EXPECT_EQ(digits, "0123456789");
+  EXPECT_EQ(spaces, "\x09\x0A\x0B\x0C\x0D\x20");
+}
+
+TEST(CharacterClasses, AreConstantExpressionsThatThrowNothing) {
+  static_assert(isdigit_ascii('7') && !isdigit_ascii('/') && !isdigit_ascii(':'));
+  static_assert(isspace_ascii('\v') && !isspace_ascii('\b') && !isspace_ascii('\0'));
+  static_assert(noexcept(isdigit_ascii('0'))&& noexcept(isspace_ascii(' ')));
+}
+
+}  // namespace
