@@ -1,4 +1,9 @@
 # The platform libraries of this tree.
+#
+# An installer names a file of its own in UMP_PLATFORM_FILE to bring its file system, text conversion and product
+# catalogue. That file defines the same four targets; it may take platform::foundation and platform::model from here by
+# including PlatformOwnModel.cmake.
+include("${CMAKE_CURRENT_LIST_DIR}/PlatformOwnModel.cmake")
 
 ump_add_platform(
   fl

@@ -1,0 +1,28 @@
+# platform::foundation and platform::model: the JSON value and the model framework with the data models, which are shaped
+# for this library's reader and queries.
+ump_add_platform(
+  foundation
+  ROOT "${PROJECT_SOURCE_DIR}/platform"
+  SOURCES foundation/core/except.cpp foundation/json/Value.cpp foundation/json/Object.cpp
+          foundation/json/Storage.cpp foundation/json/TreeBuilder.cpp foundation/json/ParseResult.cpp
+          foundation/json/detail.cpp)
+
+set(data_models install/datamodels/common/Release.cpp)
+foreach(
+  entity
+  ComponentDataWithFilesToDelete
+  ComponentDeltaData
+  PkgDataWithFilesToDelete
+  PkgDeltaData
+  ProductDeltaData
+  ProductUpdateMetaData
+  ReleaseData)
+  list(APPEND data_models "install/datamodels/product_update/${entity}.cpp")
+endforeach()
+
+ump_add_platform(
+  model
+  ROOT "${PROJECT_SOURCE_DIR}/src/model"
+  SOURCES mf/zero/AbstractContainedElement.cpp mf/zero/AbstractOwnedCollection.cpp
+          mf/zero/Messages.cpp mf/zero/Model.cpp mf/zero/StringPool.cpp ${data_models}
+  LINKS platform::foundation)

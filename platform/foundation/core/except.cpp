@@ -1,0 +1,7 @@
+#include "foundation/core/except.h"
+
+namespace foundation::core::except {
+
+IMsgIDException::~IMsgIDException() = default;
+
+}  // namespace foundation::core::except

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/json/Value.h"
+
+namespace foundation::json {
+
+namespace detail {
+
+class Tree;
+
+}  // namespace detail
+
+/// Builds the value of a text, bottom-up, while the text is read.
+///
+/// Finished values wait on a stack until the container around them is closed; then they move, in
+/// order, into memory of the tree that the result keeps. So there is no half-built container, no
+/// recursion and no allocation for a single value. Strings without escapes refer into the text,
+/// which the tree takes over.
+class TreeBuilder {
+ public:
+  /// A finished value that has been taken off the stack.
+  using Kept = detail::Rep;
+
+  /// Takes the text over: what is read must be read from text().
+  explicit TreeBuilder(std::string text);
+  TreeBuilder(const TreeBuilder&) = delete;
+  TreeBuilder& operator=(const TreeBuilder&) = delete;
+  ~TreeBuilder();
+
+  std::string_view text() const noexcept;
+
+  void addNull() { push(traits<std::nullptr_t>::index, 0, {}); }
+  void addBoolean(bool boolean) {
+    detail::Rep::Content content{};
+    content.boolean = boolean;
+    push(traits<bool>::index, 0, content);
+  }
+  void addNumber(double number) {
+    detail::Rep::Content content{};
+    content.number = number;
+    push(traits<double>::index, 0, content);
+  }
+  void addInteger(std::int64_t integer) {
+    detail::Rep::Content content{};
+    content.signedInteger = integer;
+    push(traits<std::int64_t>::index, 0, content);
+  }
+  void addInteger(std::uint64_t integer) {
+    detail::Rep::Content content{};
+    content.unsignedInteger = integer;
+    push(traits<std::uint64_t>::index, 0, content);
+  }
+
+  /// Adds a string, or the key of the next member, whose bytes lie in text().
+  void addStringOfText(std::string_view string) {
+    detail::Rep::Content content{};
+    content.characters = string.data();
+    push(traits<std::string>::index, string.size(), content);
+  }
+
+  /// Adds a string, or the key of the next member, as a copy.
+  void addString(std::string_view string);
+
+  /// Opens an array or object; what is added next goes into it. An object takes keys and values in
+  /// turn.
+  void open();
+
+  /// Closes the innermost container, which open() opened as an array.
+  void closeArray();
+
+  /// Closes the innermost container, which open() opened as an object: orders the members by the
+  /// bytes of their keys and keeps the first of equal keys. n log n comparisons at most; linear for
+  /// members that come in order.
+  void closeObject();
+
+  /// The place of the value added last, for replace(). It stays valid until its container is
+  /// closed.
+  std::size_t lastPlace() const noexcept { return stack_.size() - 1; }
+
+  /// The value added last.
+  Kept last() const noexcept { return stack_.back(); }
+
+  /// Takes the value added last off the stack again.
+  Kept takeLast() noexcept {
+    const Kept kept = stack_.back();
+    stack_.pop_back();
+    return kept;
+  }
+
+  /// Puts a value of this builder in the place of another.
+  void replace(std::size_t place, const Kept& kept) noexcept { stack_[place] = kept; }
+
+  /// Returns the one value that was added at the top. Ends the builder's use.
+  Value finish();
+
+ private:
+  void push(std::size_t index, std::size_t size, detail::Rep::Content content) {
+    stack_.push_back({content, detail::Rep::tagOf(index, size, false)});
+  }
+  void closeWith(std::size_t index, std::size_t size, detail::Rep::Content content) noexcept;
+
+  detail::Tree* tree_;
+  std::vector<detail::Rep> stack_;
+  std::size_t open_ =
+      0;  // place of the innermost open container's mark, which holds the next outer
+};
+
+}  // namespace foundation::json

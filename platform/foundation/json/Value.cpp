@@ -1,0 +1,151 @@
+#include "foundation/json/Value.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <stdexcept>
+
+#include "foundation/json/Storage.h"
+
+namespace foundation::json {
+namespace {
+
+using detail::NodeStorage;
+using detail::Rep;
+
+// By index.
+constexpr std::array<const char*, 10> kTypeNames = {
+    traits<Undefined>::name,    traits<std::nullptr_t>::name, traits<bool>::name,
+    traits<double>::name,       traits<std::string>::name,    traits<Array>::name,
+    traits<Object>::name,       traits<float>::name,          traits<std::int64_t>::name,
+    traits<std::uint64_t>::name};
+
+char* newCharacters(std::string_view text) {
+  char* const characters = static_cast<char*>(NodeStorage::create(text.size()));
+  std::memcpy(characters, text.data(), text.size());
+  return characters;
+}
+
+}  // namespace
+
+const Value Value::UNDEFINED;
+
+Value::Value(std::string_view text) : Value(rep(traits<std::string>::index, 0)) {
+  if (!text.empty()) {
+    rep_.content.characters = newCharacters(text);
+    rep_.tag = Rep::tagOf(traits<std::string>::index, text.size(), true);
+  }
+}
+
+Value::Value(Array array) noexcept : Value(rep(traits<Array>::index, 0)) {
+  const std::size_t size = std::exchange(array.size_, 0);
+  rep_.content.elements = std::exchange(array.elements_, nullptr);
+  rep_.tag = Rep::tagOf(traits<Array>::index, size, size != 0);
+}
+
+Value::Value(Object object) noexcept : Value(rep(traits<Object>::index, 0)) {
+  const std::size_t size = std::exchange(object.size_, 0);
+  rep_.content.members = std::exchange(object.members_, nullptr);
+  rep_.tag = Rep::tagOf(traits<Object>::index, size, size != 0);
+}
+
+void Value::share() {
+  if (is<std::string>() && !rep_.owns()) {
+    // Characters inside a text have no count of their own.
+    rep_.content.characters = newCharacters({rep_.content.characters, rep_.size()});
+  } else {
+    detail::retain(rep_.content.elements);
+  }
+  rep_.tag |= Rep::kOwns;
+}
+
+const char* Value::typeName() const noexcept {
+  return kTypeNames[index()];
+}
+
+void Value::throwInvalidConversion(std::size_t wanted) const {
+  throw std::runtime_error(std::string("invalid conversion: ") + typeName() + " to " +
+                           kTypeNames[wanted]);
+}
+
+const Value& Value::operator[](std::string_view key) const {
+  require(traits<Object>::index);
+  const Member* const begin = rep_.content.members;
+  const Member* const end = begin + rep_.size();
+  const Member* const member = std::lower_bound(
+      begin, end, key,
+      [](const Member& left, std::string_view right) { return left.first < right; });
+  return member != end && member->first == key ? member->second : UNDEFINED;
+}
+
+bool operator==(const Value& left, const Value& right) {
+  std::vector<std::pair<const Value*, const Value*>> pending = {{&left, &right}};
+  while (!pending.empty()) {
+    const Rep& a = pending.back().first->rep_;
+    const Rep& b = pending.back().second->rep_;
+    pending.pop_back();
+    // A tag also says who owns the content, which makes no difference.
+    if (a.index() != b.index() || a.size() != b.size()) {
+      return false;
+    }
+    switch (a.index()) {
+      case traits<bool>::index:
+        if (a.content.boolean != b.content.boolean) {
+          return false;
+        }
+        break;
+      case traits<double>::index:
+        if (a.content.number != b.content.number) {
+          return false;
+        }
+        break;
+      case traits<float>::index:
+        if (a.content.single != b.content.single) {
+          return false;
+        }
+        break;
+      case traits<std::int64_t>::index:
+      case traits<std::uint64_t>::index:
+        if (a.content.unsignedInteger != b.content.unsignedInteger) {
+          return false;
+        }
+        break;
+      case traits<std::string>::index:
+        if (!std::equal(a.content.characters, a.content.characters + a.size(),
+                        b.content.characters)) {
+          return false;
+        }
+        break;
+      case traits<Array>::index:
+        for (std::size_t i = 0; i != a.size(); ++i) {
+          pending.emplace_back(&a.content.elements[i], &b.content.elements[i]);
+        }
+        break;
+      case traits<Object>::index:
+        for (std::size_t i = 0; i != a.size(); ++i) {
+          if (a.content.members[i].first != b.content.members[i].first) {
+            return false;
+          }
+          pending.emplace_back(&a.content.members[i].second, &b.content.members[i].second);
+        }
+        break;
+      default:
+        break;  // undefined and null have no content
+    }
+  }
+  return true;
+}
+
+Array::Array(std::initializer_list<Value> elements) : Array(std::vector<Value>(elements)) {}
+
+Array::Array(std::vector<Value> elements) : size_(elements.size()) {
+  if (elements.empty()) {
+    return;
+  }
+  auto* const nodes = static_cast<Value*>(NodeStorage::create(size_ * sizeof(Value)));
+  std::uninitialized_move(elements.begin(), elements.end(), nodes);
+  NodeStorage::own(nodes, nodes, size_, sizeof(Value));
+  elements_ = nodes;
+}
+
+}  // namespace foundation::json

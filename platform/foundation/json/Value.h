@@ -1,0 +1,398 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "foundation/core/export.h"
+
+namespace foundation::json {
+
+class Array;
+class Object;
+class Value;
+struct Member;
+
+/// The alternative of a value that holds nothing, as the look-up of an absent member yields it.
+struct Undefined {};
+
+/// What is known of each of the ten alternatives: its place in the order of the type list, which is
+/// Value::index(), and the name that messages give it.
+template <class T>
+struct traits;
+
+template <>
+struct traits<Undefined> {
+  static constexpr std::size_t index = 0;
+  static constexpr const char* name = "undefined";
+};
+template <>
+struct traits<std::nullptr_t> {
+  static constexpr std::size_t index = 1;
+  static constexpr const char* name = "null";
+};
+template <>
+struct traits<bool> {
+  static constexpr std::size_t index = 2;
+  static constexpr const char* name = "boolean";
+};
+template <>
+struct traits<double> {
+  static constexpr std::size_t index = 3;
+  static constexpr const char* name = "double";
+};
+template <>
+struct traits<std::string> {
+  static constexpr std::size_t index = 4;
+  static constexpr const char* name = "string";
+};
+template <>
+struct traits<Array> {
+  static constexpr std::size_t index = 5;
+  static constexpr const char* name = "array";
+};
+template <>
+struct traits<Object> {
+  static constexpr std::size_t index = 6;
+  static constexpr const char* name = "object";
+};
+template <>
+struct traits<float> {
+  static constexpr std::size_t index = 7;
+  static constexpr const char* name = "float";
+};
+template <>
+struct traits<std::int64_t> {
+  static constexpr std::size_t index = 8;
+  static constexpr const char* name = "int64";
+};
+template <>
+struct traits<std::uint64_t> {
+  static constexpr std::size_t index = 9;
+  static constexpr const char* name = "uint64";
+};
+
+namespace detail {
+
+class Storage;
+
+/// What a value consists of: 16 plain bytes. Rules for their use are those of Value and
+/// TreeBuilder.
+struct Rep {
+  union Content {
+    std::uint64_t unsignedInteger;
+    std::int64_t signedInteger;
+    double number;
+    float single;
+    bool boolean;
+    const char* characters;
+    const Value* elements;
+    const Member* members;
+  };
+
+  static constexpr unsigned kSizeShift = 8;
+  static constexpr std::uint64_t kIndexMask = 0xF;
+  static constexpr std::uint64_t kOwns = 0x10;  // holds a reference on the storage of its content
+
+  Content content;
+  std::uint64_t tag;  // index, kOwns, and from bit 8 the length of a string, array or object
+
+  constexpr std::size_t index() const noexcept { return tag & kIndexMask; }
+  constexpr std::size_t size() const noexcept { return tag >> kSizeShift; }
+  constexpr bool owns() const noexcept { return (tag & kOwns) != 0; }
+
+  static constexpr std::uint64_t tagOf(std::size_t index, std::size_t size, bool owns) noexcept {
+    return (std::uint64_t{size} << kSizeShift) | (owns ? kOwns : 0) | index;
+  }
+};
+
+/// Takes one more reference on the storage of a non-empty array's elements or an object's members.
+FOUNDATION_EXPORT void retain(const void* nodes) noexcept;
+
+/// Drops a reference on the storage of nodes or of an owned string's characters.
+FOUNDATION_EXPORT void release(const void* nodes) noexcept;
+
+}  // namespace detail
+
+/// One JSON value: one of ten alternatives, numbered by index() in the order of the type list.
+///
+/// A value owns everything below it, and copies behave as deep copies. Values do not change, they
+/// are only assigned as a whole, so moving takes constant time, and so does copying an array or an
+/// object: their content is counted and shared. Copying a string takes time linear in its length.
+/// Destruction uses no stack per level and allocates nothing; comparison uses no stack per level;
+/// so only memory bounds the depth. A value and its copies belong to one thread at a time.
+///
+/// A part of a value that was read from text keeps the whole text in memory while it lives.
+class FOUNDATION_EXPORT Value {
+ public:
+  /// The one undefined value that look-ups of absent members refer to.
+  static const Value UNDEFINED;
+
+  /// Makes an undefined value.
+  constexpr Value() noexcept : Value(rep(0, 0)) {}
+  constexpr Value(Undefined) noexcept : Value() {}
+  constexpr Value(std::nullptr_t) noexcept : Value(rep(1, 0)) {}
+
+  /// Each from exactly its type, so that no number or pointer becomes another alternative
+  /// unnoticed.
+  template <class T,
+            class = std::enable_if_t<std::is_same_v<T, bool> || std::is_same_v<T, double> ||
+                                     std::is_same_v<T, float> || std::is_same_v<T, std::int64_t> ||
+                                     std::is_same_v<T, std::uint64_t>>>
+  Value(T scalar) noexcept : Value(rep(traits<T>::index, 0)) {
+    if constexpr (std::is_same_v<T, bool>) {
+      rep_.content.boolean = scalar;
+    } else if constexpr (std::is_same_v<T, double>) {
+      rep_.content.number = scalar;
+    } else if constexpr (std::is_same_v<T, float>) {
+      rep_.content.single = scalar;
+    } else if constexpr (std::is_same_v<T, std::int64_t>) {
+      rep_.content.signedInteger = scalar;
+    } else {
+      rep_.content.unsignedInteger = scalar;
+    }
+  }
+
+  /// Copies the bytes of a string, taken as UTF-8 unchecked.
+  Value(std::string_view text);
+  Value(const std::string& text) : Value(std::string_view(text)) {}
+  Value(const char* text) : Value(std::string_view(text)) {}
+
+  Value(Array array) noexcept;
+  Value(Object object) noexcept;
+
+  Value(const Value& other) : rep_(other.rep_) {
+    if (hasNodes()) {
+      share();
+    }
+  }
+  Value(Value&& other) noexcept : rep_(std::exchange(other.rep_, rep(0, 0))) {}
+  Value& operator=(const Value& other) {
+    Value(other).swap(*this);
+    return *this;
+  }
+  Value& operator=(Value&& other) noexcept {
+    Value(std::move(other)).swap(*this);
+    return *this;
+  }
+  ~Value() {
+    if (rep_.owns()) {
+      detail::release(rep_.content.elements);
+    }
+  }
+
+  void swap(Value& other) noexcept { std::swap(rep_, other.rep_); }
+  friend void swap(Value& left, Value& right) noexcept { left.swap(right); }
+
+  /// The number of the alternative that is held, from 0.
+  std::size_t index() const noexcept { return rep_.index(); }
+
+  /// The name of the alternative that is held, as messages give it.
+  const char* typeName() const noexcept;
+
+  /// Tells whether the alternative T is held.
+  template <class T>
+  bool is() const noexcept {
+    return index() == traits<T>::index;
+  }
+
+  /// Returns what is held as T: bool, double, float, std::int64_t, std::uint64_t, std::string,
+  /// Array or Object. std::string_view reads a string in place; it stays as long as this value.
+  ///
+  /// Nothing is converted. \throws std::runtime_error "invalid conversion: ", the name of the
+  /// alternative that is held, " to " and the name of T's.
+  template <class T>
+  T as() const;
+
+  /// Looks up a member by key, compared byte by byte; UNDEFINED if there is none.
+  ///
+  /// Logarithmic in the number of members; nothing is copied or inserted.
+  /// \throws std::runtime_error "invalid conversion: " ... to object, if this is no object
+  const Value& operator[](std::string_view key) const;
+
+  /// Tells whether both hold the same alternative with equal content. Numbers are equal as C++
+  /// compares them, so NaN equals nothing. Linear; may throw std::bad_alloc for nested values.
+  friend FOUNDATION_EXPORT bool operator==(const Value& left, const Value& right);
+  friend bool operator!=(const Value& left, const Value& right) { return !(left == right); }
+
+ private:
+  friend class Array;
+  friend class Object;
+  friend class TreeBuilder;
+  friend class detail::Storage;
+
+  constexpr explicit Value(detail::Rep rep) noexcept : rep_(rep) {}
+
+  static constexpr detail::Rep rep(std::size_t index, std::size_t size) noexcept {
+    return {{}, detail::Rep::tagOf(index, size, false)};
+  }
+
+  // Strings, arrays and objects have neighbouring indices; an empty one has nothing to share.
+  bool hasNodes() const noexcept {
+    return rep_.index() - traits<std::string>::index <= 2 && rep_.size() != 0;
+  }
+  void share();
+  void require(std::size_t index) const {
+    if (rep_.index() != index) {
+      throwInvalidConversion(index);
+    }
+  }
+  [[noreturn]] void throwInvalidConversion(std::size_t wanted) const;
+
+  detail::Rep rep_;
+};
+
+/// The elements of an array value: immutable, shared by its copies.
+class FOUNDATION_EXPORT Array {
+ public:
+  Array() noexcept = default;
+  Array(std::initializer_list<Value> elements);
+  explicit Array(std::vector<Value> elements);
+  Array(const Array& other) noexcept : elements_(other.elements_), size_(other.size_) {
+    if (size_ != 0) {
+      detail::retain(elements_);
+    }
+  }
+  Array(Array&& other) noexcept
+      : elements_(std::exchange(other.elements_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+  Array& operator=(Array other) noexcept {
+    std::swap(elements_, other.elements_);
+    std::swap(size_, other.size_);
+    return *this;
+  }
+  ~Array() {
+    if (size_ != 0) {
+      detail::release(elements_);
+    }
+  }
+
+  std::size_t size() const noexcept { return size_; }
+  bool empty() const noexcept { return size_ == 0; }
+
+  /// The element at `index`, from 0. \pre `index` is less than size().
+  const Value& operator[](std::size_t index) const noexcept { return elements_[index]; }
+
+  const Value* begin() const noexcept { return elements_; }
+  const Value* end() const noexcept { return elements_ + size_; }
+
+  friend bool operator==(const Array& left, const Array& right) {
+    return Value(left) == Value(right);
+  }
+  friend bool operator!=(const Array& left, const Array& right) { return !(left == right); }
+
+ private:
+  friend class Value;
+
+  const Value* elements_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+/// One member of an object: its key, in UTF-8, and its value.
+struct Member {
+  std::string_view first;
+  Value second;
+};
+
+/// The members of an object value: immutable, shared by its copies, ordered by the bytes of their
+/// keys, compared as unsigned numbers, a prefix first. It reads like the ordered map that it stands
+/// for.
+class FOUNDATION_EXPORT Object {
+ public:
+  using const_iterator = const Member*;
+
+  Object() noexcept = default;
+
+  /// Copies the keys and takes the values. Of equal keys the first is kept. O(n log n) comparisons.
+  Object(std::initializer_list<std::pair<std::string_view, Value>> members);
+  explicit Object(std::vector<std::pair<std::string, Value>> members);
+
+  Object(const Object& other) noexcept : members_(other.members_), size_(other.size_) {
+    if (size_ != 0) {
+      detail::retain(members_);
+    }
+  }
+  Object(Object&& other) noexcept
+      : members_(std::exchange(other.members_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+  Object& operator=(Object other) noexcept {
+    std::swap(members_, other.members_);
+    std::swap(size_, other.size_);
+    return *this;
+  }
+  ~Object() {
+    if (size_ != 0) {
+      detail::release(members_);
+    }
+  }
+
+  std::size_t size() const noexcept { return size_; }
+  bool empty() const noexcept { return size_ == 0; }
+  const_iterator begin() const noexcept { return members_; }
+  const_iterator end() const noexcept { return members_ + size_; }
+
+  /// Finds a member by key; end() if there is none. Logarithmic.
+  const_iterator find(std::string_view key) const noexcept;
+
+  /// Tells how many members have that key: 0 or 1.
+  std::size_t count(std::string_view key) const noexcept { return find(key) == end() ? 0 : 1; }
+
+  /// Returns the value of a member. \throws std::out_of_range "map::at" if there is none.
+  const Value& at(std::string_view key) const;
+
+  friend bool operator==(const Object& left, const Object& right) {
+    return Value(left) == Value(right);
+  }
+  friend bool operator!=(const Object& left, const Object& right) { return !(left == right); }
+
+ private:
+  friend class Value;
+
+  const Member* members_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+template <class T>
+T Value::as() const {
+  if constexpr (std::is_same_v<T, std::string_view>) {
+    require(traits<std::string>::index);
+    return {rep_.content.characters, rep_.size()};
+  } else {
+    require(traits<T>::index);
+    if constexpr (std::is_same_v<T, bool>) {
+      return rep_.content.boolean;
+    } else if constexpr (std::is_same_v<T, double>) {
+      return rep_.content.number;
+    } else if constexpr (std::is_same_v<T, float>) {
+      return rep_.content.single;
+    } else if constexpr (std::is_same_v<T, std::int64_t>) {
+      return rep_.content.signedInteger;
+    } else if constexpr (std::is_same_v<T, std::uint64_t>) {
+      return rep_.content.unsignedInteger;
+    } else if constexpr (std::is_same_v<T, std::string>) {
+      return std::string(as<std::string_view>());
+    } else if constexpr (std::is_same_v<T, Array>) {
+      Array array;
+      if (rep_.size() != 0) {
+        detail::retain(rep_.content.elements);
+        array.elements_ = rep_.content.elements;
+        array.size_ = rep_.size();
+      }
+      return array;
+    } else {
+      static_assert(std::is_same_v<T, Object>);
+      Object object;
+      if (rep_.size() != 0) {
+        detail::retain(rep_.content.members);
+        object.members_ = rep_.content.members;
+        object.size_ = rep_.size();
+      }
+      return object;
+    }
+  }
+}
+
+}  // namespace foundation::json

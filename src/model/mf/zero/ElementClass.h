@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace mf::zero {
+
+class ElementImpl;
+struct ElementClass;
+
+/// Tells whether a list or sequence takes what it already holds.
+enum class Duplicates : std::uint8_t { kAdmitted, kRefused };
+
+/// A contained field of an element class: a single element or a list of elements.
+struct ContainedProperty {
+  const char16_t* name;
+  const ElementClass* elementClass;  ///< class of what the field holds
+  Duplicates duplicates;             ///< for a list: whether it takes an element twice
+};
+
+/// What the framework must know of one class of elements. One static object for each class.
+struct ElementClass {
+  const char16_t* qualifiedName;               ///< with its namespace, for error reports
+  std::size_t number;                          ///< from 0, different for each class of a model
+  std::size_t implSize;                        ///< bytes of the implementation object
+  void (*destroyImpl)(ElementImpl&) noexcept;  ///< ends its life; the framework frees the memory
+  const ContainedProperty* properties;         ///< the contained fields, by their numbers
+};
+
+}  // namespace mf::zero

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "foundation/core/except.h"
+#include "foundation/core/export.h"
+
+namespace mf::zero {
+
+/// Message: a value cannot be treated as the model element that is wanted.
+struct FOUNDATION_EXPORT CannotCastIncompatibleTypes {
+  static constexpr const char* kCatalogue = "mf0:messages";
+  static constexpr const char* kKey = "CannotCastIncompatibleTypes";
+  static constexpr const char* kId = "mf0:messages:CannotCastIncompatibleTypes";
+
+  std::u16string typeName;  ///< qualified name of the offending type
+
+  /// The English text, for the log of whoever catches it.
+  std::string text() const;
+};
+
+/// Message: an element of one model cannot be put into a tree of another.
+struct FOUNDATION_EXPORT IncompatibleModels {
+  static constexpr const char* kCatalogue = "mf0:messages";
+  static constexpr const char* kKey = "IncompatibleModels";
+  static constexpr const char* kId = "mf0:messages:IncompatibleModels";
+
+  std::u16string typeName;  ///< qualified name of the element's type
+
+  /// The English text, for the log of whoever catches it.
+  std::string text() const;
+};
+
+/// Throws a message as foundation::core::except::Exception of its type.
+[[noreturn]] FOUNDATION_EXPORT void reportException(CannotCastIncompatibleTypes message);
+[[noreturn]] FOUNDATION_EXPORT void reportException(IncompatibleModels message);
+
+}  // namespace mf::zero
+
+extern template class foundation::core::except::Exception<mf::zero::CannotCastIncompatibleTypes>;
+extern template class foundation::core::except::Exception<mf::zero::IncompatibleModels>;

@@ -1,0 +1,149 @@
+#include "mf/zero/Model.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "mf/zero/AbstractOwnedCollection.h"
+#include "mf/zero/CompatibleModel.h"
+#include "mf/zero/Messages.h"
+#include "mf/zero/ModelImpl.h"
+
+namespace mf::zero {
+namespace {
+
+// A region is one block from the system, cut into slabs. Its pages cost nothing until they are
+// used.
+constexpr std::size_t kSlabsPerRegion = 16;
+
+std::uintptr_t addressOf(const void* pointer) noexcept {
+  return reinterpret_cast<std::uintptr_t>(pointer);
+}
+
+}  // namespace
+
+const Slab& Slab::of(const ElementImpl& element) noexcept {
+  return *reinterpret_cast<const Slab*>(addressOf(&element) & ~(kBytes - 1));
+}
+
+Model Model::create(const ModelSpec&) {
+  Model model;
+  model.impl_ = new Impl;
+  model.addRef();
+  return model;
+}
+
+void Model::addRef() const noexcept {
+  if (impl_ != nullptr) {
+    impl_->addRef();
+  }
+}
+
+void Model::removeRef() const noexcept {
+  if (impl_ != nullptr) {
+    impl_->removeRef();
+  }
+}
+
+void* Model::Impl::allocate(const ElementClass& elementClass) {
+  if (elementClass.number >= pools_.size()) {
+    pools_.resize(elementClass.number + 1);
+  }
+  Pool& pool = pools_[elementClass.number];
+  void* memory = pool.free;
+  if (memory != nullptr) {
+    pool.free = pool.free->next;
+  } else {
+    if (static_cast<std::size_t>(pool.end - pool.position) < elementClass.implSize) {
+      addSlab(pool, elementClass);
+    }
+    memory = pool.position;
+    pool.position += elementClass.implSize;
+  }
+  addRef();
+  return memory;
+}
+
+void Model::Impl::release(ElementImpl& element, const ElementClass& elementClass) noexcept {
+  Pool& pool = pools_[elementClass.number];
+  pool.free = new (static_cast<void*>(&element)) FreeElement{pool.free};
+  removeRef();
+}
+
+void Model::Impl::addSlab(Pool& pool, const ElementClass& elementClass) {
+  if (slabsLeft_ == 0) {
+    constexpr std::size_t kRegionBytes = (kSlabsPerRegion + 1) * Slab::kBytes;
+    std::unique_ptr<char[]> memory(new char[kRegionBytes]);
+    regions_.push_back(std::move(memory));
+    char* region = regions_.back().get();
+    const std::size_t beyond = addressOf(region) & (Slab::kBytes - 1);
+    nextSlab_ = beyond == 0 ? region : region + (Slab::kBytes - beyond);
+    slabsLeft_ = kSlabsPerRegion;
+  }
+  char* slab = std::exchange(nextSlab_, nextSlab_ + Slab::kBytes);
+  --slabsLeft_;
+  new (slab) Slab{this, &elementClass};
+  pool.position = slab + sizeof(Slab);
+  pool.end = slab + Slab::kBytes;
+}
+
+void* allocateElement(Model::Impl& model, const ElementClass& elementClass) {
+  return model.allocate(elementClass);
+}
+
+Name ElementImpl::makeName(std::u16string_view text) const {
+  return text.empty() ? Name() : Name(model().names().intern(text));
+}
+
+Model::Impl& ElementImpl::model() const noexcept {
+  return *Slab::of(*this).model;
+}
+
+const ElementClass& ElementImpl::elementClass() const noexcept {
+  return *Slab::of(*this).elementClass;
+}
+
+ModelElement ElementImpl::getContainer() const noexcept {
+  return container_ == nullptr ? ModelElement() : ModelElement(*container_);
+}
+
+const ContainedProperty* ElementImpl::getContainerProperty() const noexcept {
+  return container_ == nullptr ? nullptr : &container_->elementClass().properties[propertyNumber_];
+}
+
+void ModelElement::destroy(ElementImpl& impl) noexcept {
+  const Slab& slab = Slab::of(impl);
+  Model::Impl& model = *slab.model;
+  const ElementClass& elementClass = *slab.elementClass;
+  if (impl.isProxy()) {
+    // Out of the table before it goes: it may hold the last reference to another placeholder.
+    const auto resolver = model.resolvers().extract(&impl);
+  }
+  elementClass.destroyImpl(impl);
+  model.release(impl, elementClass);
+}
+
+void checkCompatibleModel(const ElementImpl& owner, const ElementImpl& element) {
+  if (&owner.model() != &element.model()) {
+    reportException(IncompatibleModels{element.elementClass().qualifiedName});
+  }
+}
+
+void Placeholders::make(const ModelElement& element, Resolver resolver) {
+  element.impl_->model().resolvers().emplace(element.impl_, std::move(resolver));
+  element.impl_->proxy_ = true;
+}
+
+ModelElement Placeholders::resolve(const ModelElement& placeholder, const ElementClass& wanted) {
+  // A copy: resolving runs code of others, which may make and drop placeholders of this model.
+  const Resolver resolver = placeholder.impl_->model().resolvers().at(placeholder.impl_);
+  ModelElement resolved = resolver();
+  if (!resolved) {
+    reportException(CannotCastIncompatibleTypes{u"mf::zero::ModelElement"});
+  }
+  if (resolved->isProxy() || &resolved->elementClass() != &wanted) {
+    reportException(CannotCastIncompatibleTypes{resolved->elementClass().qualifiedName});
+  }
+  return resolved;
+}
+
+}  // namespace mf::zero

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <utility>
+
+#include "foundation/core/export.h"
+
+namespace mf::zero {
+
+/// How a model is to be made. All options stand at their defaults.
+class ModelSpec {};
+
+/// A handle to one model, in which the elements of a tree are created.
+///
+/// The model lives until its last handle and its last element are gone: an element that somebody
+/// still holds stays usable without any handle to the model. It owns the memory of its elements,
+/// and of their names, which it stores once however many elements share them; names once given are
+/// kept until the model goes. Counts are plain: a model, its elements and their handles belong to
+/// one thread at a time.
+class FOUNDATION_EXPORT Model {
+ public:
+  class Impl;
+
+  /// Makes a new, empty model.
+  static Model create(const ModelSpec& spec);
+
+  /// Makes an empty handle.
+  Model() noexcept = default;
+  Model(const Model& other) noexcept : impl_(other.impl_) { addRef(); }
+  Model(Model&& other) noexcept : impl_(std::exchange(other.impl_, nullptr)) {}
+  Model& operator=(Model other) noexcept {
+    std::swap(impl_, other.impl_);
+    return *this;
+  }
+  ~Model() { removeRef(); }
+
+  /// Tells whether the handle refers to a model.
+  explicit operator bool() const noexcept { return impl_ != nullptr; }
+
+  /// Takes a reference beside the handle's own; nothing happens to an empty handle. Handles count
+  /// by themselves: outside the framework there is no reason to call this.
+  void addRef() const noexcept;
+
+  /// Drops a reference; with the last one, and without elements, the model is freed.
+  void removeRef() const noexcept;
+
+  /// The model itself. \pre the handle is not empty.
+  Impl& impl() const noexcept { return *impl_; }
+
+  /// Tells whether two handles refer to the same model.
+  friend bool operator==(const Model& left, const Model& right) noexcept {
+    return left.impl_ == right.impl_;
+  }
+  friend bool operator!=(const Model& left, const Model& right) noexcept {
+    return !(left == right);
+  }
+
+ private:
+  Impl* impl_ = nullptr;
+};
+
+}  // namespace mf::zero

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "mf/zero/ElementClass.h"
+#include "mf/zero/Model.h"
+#include "mf/zero/Placeholders.h"
+#include "mf/zero/StringPool.h"
+
+namespace mf::zero {
+
+/// The memory that elements lie in.
+///
+/// Elements of one class share slabs, blocks of one size that begin at a multiple of that size, so
+/// that an element finds its slab's head, and there its model and its class, by its own address.
+struct Slab {
+  static constexpr std::size_t kBytes = std::size_t{64} << 10;
+
+  Model::Impl* model;
+  const ElementClass* elementClass;
+
+  static const Slab& of(const ElementImpl& element) noexcept;
+};
+
+/// A model: its elements' memory, its names and what its placeholders stand for.
+class Model::Impl {
+ public:
+  Impl() = default;
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+
+  void addRef() noexcept { ++references_; }
+
+  /// Drops one reference, of a handle or of an element, and frees the model with the last.
+  void removeRef() noexcept {
+    if (--references_ == 0) {
+      delete this;
+    }
+  }
+
+  void* allocate(const ElementClass& elementClass);
+  void release(ElementImpl& element, const ElementClass& elementClass) noexcept;
+
+  StringPool& names() noexcept { return names_; }
+  std::unordered_map<const ElementImpl*, Placeholders::Resolver>& resolvers() noexcept {
+    return resolvers_;
+  }
+
+ private:
+  // Memory of elements that are gone, chained.
+  struct FreeElement {
+    FreeElement* next;
+  };
+
+  struct Pool {
+    FreeElement* free = nullptr;
+    char* position = nullptr;  // in the newest slab
+    char* end = nullptr;
+  };
+
+  ~Impl() = default;
+
+  void addSlab(Pool& pool, const ElementClass& elementClass);
+
+  std::size_t references_ = 0;
+  std::vector<Pool> pools_;  // by the class's number
+  std::vector<std::unique_ptr<char[]>> regions_;
+  char* nextSlab_ = nullptr;  // in the newest region
+  std::size_t slabsLeft_ = 0;
+  StringPool names_;
+  std::unordered_map<const ElementImpl*, Placeholders::Resolver> resolvers_;
+};
+
+}  // namespace mf::zero

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace mf::zero {
+
+/// A string as its model stores it: once, however many elements have it. Its units follow it.
+struct InternedString {
+  std::size_t hash;
+  std::size_t size;
+
+  std::u16string_view view() const noexcept {
+    return {static_cast<const char16_t*>(static_cast<const void*>(this + 1)), size};
+  }
+};
+
+/// A name of an element: one pointer. Within one model two names are equal exactly if they are the
+/// same object, so names compare without looking at their units.
+class Name {
+ public:
+  /// Makes an unset name, which reads as the empty string.
+  constexpr Name() noexcept = default;
+  explicit Name(const InternedString& string) noexcept : string_(&string) {}
+
+  /// The units; they stay for as long as the model.
+  std::u16string_view view() const noexcept {
+    return string_ == nullptr ? std::u16string_view() : string_->view();
+  }
+
+  /// Tells the stored string apart from others of the same model; null for an unset name.
+  const InternedString* identity() const noexcept { return string_; }
+
+ private:
+  const InternedString* string_ = nullptr;
+};
+
+}  // namespace mf::zero

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace mf::zero {
+
+/// The 16 bytes of a universally unique identifier; all zero, the nil UUID, unless given.
+struct Uuid {
+  std::array<std::uint8_t, 16> bytes{};
+};
+
+}  // namespace mf::zero
