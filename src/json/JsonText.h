@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "foundation/json/Value.h"
+
+namespace foundation::json {
+
+/// Reads one JSON value from UTF-8 text.
+///
+/// The grammar is that of RFC 8259, but: `text` is exactly one value, so white space before or
+/// after it is an error, a final line feed included; numbers may have leading zeros; strings may
+/// hold any byte, unchecked, but quotes and backslashes; white space is the six ASCII bytes 09 to
+/// 0D and 20. Plain numbers become doubles, correctly rounded, infinity or zero out of range. A key
+/// repeated in an object keeps its first value. In an object with a member "qztype" that names an
+/// integer type, the member "qzdata" is an array of 64-bit integers (json/TypedValues.h).
+///
+/// Give the text away with std::move to save a copy; the result keeps it.
+///
+/// \param allowComments  lets // and /* */ comments stand wherever white space may
+///
+/// \throws ParserException     malformed text: code, byte offset, line and column (from 1)
+/// \throws std::runtime_error  "invalid conversion: " ... to string: a "qztype" member that is not
+/// a
+///                             string, or whose value is malformed
+///
+/// Memory is linear in the size of `text`, time O(n log n) for n bytes, whatever the nesting and
+/// however many "qztype" members follow one payload. The depth of nesting costs no stack.
+Value parseJsonText(std::string text, bool allowComments = false);
+
+}  // namespace foundation::json

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <tuple>
+
+#include "foundation/json/ParseResult.h"
+
+namespace foundation::json {
+
+/// Tells that a text is not one JSON value, where, and why.
+///
+/// The message names the result code, its description, line and column, and shows the offending
+/// line with a caret under the offending byte. Copies share the context line: copying throws
+/// nothing.
+class ParserException : public std::runtime_error {
+ public:
+  /// Where an error is: its line and its column in bytes, both from 1; the part of the line around
+  /// it; and how many bytes of that part lie before it.
+  using LocationInfo = std::tuple<std::uint64_t, std::uint64_t, std::string, std::uint64_t>;
+
+  /// Describes the failure to read the text from `begin` to `end` at `position`.
+  ///
+  /// \pre begin <= position <= end
+  ParserException(const char* begin, const char* position, const char* end, ParseResult code,
+                  std::string_view description);
+
+  // Copied where others would be moved, so that no exception is ever without its context.
+  ParserException(const ParserException&) noexcept = default;
+  ParserException& operator=(const ParserException&) noexcept = default;
+
+  /// What is wrong; 0 if a value was read but is followed by something.
+  ParseResult code() const noexcept { return code_; }
+
+  /// Offset of the error in bytes from the start of the text, from 0.
+  std::uint64_t offset() const noexcept { return offset_; }
+
+  /// Line of the error, from 1. Only line feeds end lines.
+  std::uint64_t line() const noexcept { return line_; }
+
+  /// Column of the error in bytes, from 1.
+  std::uint64_t column() const noexcept { return column_; }
+
+  /// The error's line, at most 80 bytes before the error and 80 from it on. It may hold a NUL byte,
+  /// which cuts the message as what() gives it.
+  const std::string& context() const noexcept { return *context_; }
+
+  /// Finds the location of `position` in the text from `begin` to `end`. Linear in what lies
+  /// before.
+  static LocationInfo get_location_info(const char* begin, const char* position, const char* end);
+
+  /// Composes the message for an error at `position` in the text from `begin` to `end`:
+  ///
+  ///     JSON ParserException (E0018): description (Line 3, Column 9)
+  ///     <tab>the line around the error
+  ///     <tab>        ^
+  static std::string format_message(const char* begin, const char* position, const char* end,
+                                    ParseResult code, std::string_view description);
+
+ private:
+  ParserException(const LocationInfo& location, std::uint64_t offset, ParseResult code,
+                  std::string_view description);
+
+  static std::string format(const LocationInfo& location, ParseResult code,
+                            std::string_view description);
+
+  ParseResult code_;
+  std::uint64_t offset_;
+  std::uint64_t line_;
+  std::uint64_t column_;
+  std::shared_ptr<const std::string> context_;
+};
+
+}  // namespace foundation::json

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "json/TypedValues.h"
+
+namespace foundation::json {
+
+/// What the text reader remembers of objects with "qztype" or "qzdata" members while they are open.
+///
+/// Each "qztype" member may change how the payload before it is to be read. A payload is read at
+/// most once in each way, however many such members follow: what it was read as is kept.
+template <class Sink>
+class TypedPayloads {
+ public:
+  /// Notes that the payload of the object open at `depth` begins at `position`. Returns the name of
+  /// the integer type to read it with, empty to read it as an ordinary value.
+  std::string_view beginPayload(std::size_t depth, const char* position) {
+    Object& object = objectAt(depth);
+    object.payload = position;
+    object.readings = {};
+    return object.typeName;
+  }
+
+  /// Notes that the payload begun last is the value that the sink has been given last.
+  void endPayload(const Sink& sink) {
+    Object& object = objects_.back();
+    if (!object.place) {
+      object.place = sink.lastPlace();
+    }
+    if (!object.typeName.empty()) {
+      object.reading() = sink.last();
+    }
+  }
+
+  /// Notes a "qztype" member of the object open at `depth`: the first eight names count, others are
+  /// ignored. A payload that came before is replaced in the sink by its integers.
+  ///
+  /// On failure `position` is set to the first byte of the payload that is not accepted.
+  ParseResult setType(std::size_t depth, std::string_view name, const char*& position,
+                      const char* end, bool allowComments, Sink& sink) {
+    Object& object = objectAt(depth);
+    if (const std::string_view known = knownTypeName(name); !known.empty()) {
+      object.typeName = known;
+    }
+    if (object.typeName.empty() || !object.place) {
+      return kSuccess;
+    }
+    auto& reading = object.reading();
+    if (!reading) {
+      const char* payload = object.payload;
+      const ParseResult result =
+          readTypedPayload(object.typeName, payload, end, allowComments, sink);
+      if (result != kSuccess) {
+        position = payload;
+        return result;
+      }
+      reading = sink.takeLast();
+    }
+    sink.replace(*object.place, *reading);
+    return kSuccess;
+  }
+
+  /// Forgets the object open at `depth`, which is closed, and which may have no such members.
+  void leaveObject(std::size_t depth) noexcept {
+    if (!objects_.empty() && objects_.back().depth == depth) {
+      objects_.pop_back();
+    }
+  }
+
+ private:
+  struct Object {
+    std::size_t depth;
+    std::string_view typeName = {};         // static; empty until a known name is read
+    const char* payload = nullptr;          // the payload read last
+    std::optional<std::size_t> place = {};  // the first payload's: the one that is stored
+    std::array<std::optional<typename Sink::Kept>, 2> readings = {};  // as signed, as unsigned
+
+    // How the payload was read with the current type, if it was.
+    std::optional<typename Sink::Kept>& reading() noexcept {
+      return readings[isSignedType(typeName) ? 0 : 1];
+    }
+  };
+
+  Object& objectAt(std::size_t depth) {
+    if (objects_.empty() || objects_.back().depth != depth) {
+      objects_.push_back({depth});
+    }
+    return objects_.back();
+  }
+
+  std::vector<Object> objects_;  // those of the open objects that have such members
+};
+
+}  // namespace foundation::json

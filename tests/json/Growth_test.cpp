@@ -1,0 +1,312 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "foundation/json/ParseResult.h"
+#include "foundation/json/Value.h"
+#include "json/JsonText.h"
+#include "json/TextReader.h"
+#include "support/JsonOutcome.h"
+
+// Texts for which a careless reader would take hours.
+
+namespace foundation::json {
+namespace {
+
+using test_support::JsonOutcome;
+using test_support::outcomeOf;
+
+constexpr std::size_t kMany = 100000;
+
+// Six digits, so that the order of the texts is that of the numbers.
+std::string sixDigits(std::size_t number) {
+  std::string digits = std::to_string(number);
+  digits.insert(0, 6 - digits.size(), '0');
+  return digits;
+}
+
+std::string objectOf(const std::vector<std::pair<std::string, std::size_t>>& members) {
+  std::string text = "{";
+  for (const auto& [key, value] : members) {
+    text += (text.size() == 1 ? "\"" : ",\"") + key + "\":" + std::to_string(value);
+  }
+  return text + "}";
+}
+
+// The members of an object in order, with values that are numbers.
+std::vector<std::pair<std::string, std::size_t>> membersOf(const Value& object) {
+  std::vector<std::pair<std::string, std::size_t>> members;
+  for (const auto& [key, value] : object.as<Object>()) {
+    members.emplace_back(key, static_cast<std::size_t>(value.as<double>()));
+  }
+  return members;
+}
+
+TEST(ManyMembers, OfOneKeyKeepTheFirst) {
+  std::vector<std::pair<std::string, std::size_t>> members;
+  for (std::size_t i = 0; i != kMany; ++i) {
+    members.emplace_back("key", i + 7);
+  }
+  EXPECT_EQ(parseJsonText(objectOf(members)), Value(Object{{"key", 7.0}}));
+}
+
+TEST(ManyMembers, OfDescendingKeysAreOrdered) {
+  std::vector<std::pair<std::string, std::size_t>> members;
+  for (std::size_t i = kMany; i != 0; --i) {
+    members.emplace_back(sixDigits(i), i);
+  }
+  const Value value = parseJsonText(objectOf(members));
+  std::reverse(members.begin(), members.end());
+  EXPECT_TRUE(membersOf(value) == members);
+}
+
+TEST(ManyMembers, OfDescendingKeysMadeByHandAreOrdered) {
+  std::vector<std::pair<std::string, Value>> members;
+  std::vector<std::pair<std::string, std::size_t>> expected;
+  for (std::size_t i = kMany; i != 0; --i) {
+    members.emplace_back(sixDigits(i), static_cast<double>(i));
+    members.emplace_back(sixDigits(i), "dropped");
+    expected.emplace_back(sixDigits(i), i);
+  }
+  const Value value = Object(std::move(members));
+  std::reverse(expected.begin(), expected.end());
+  EXPECT_TRUE(membersOf(value) == expected);
+}
+
+TEST(ManyMembers, OfShuffledAndRepeatedKeysAreOrderedAndKeepTheFirst) {
+  std::mt19937_64 random(1);
+  std::vector<std::pair<std::string, std::size_t>> members;
+  for (std::size_t i = 0; i != kMany; ++i) {
+    members.emplace_back(sixDigits(random() % (kMany / 3)), i);
+  }
+  const Value value = parseJsonText(objectOf(members));
+  std::stable_sort(members.begin(), members.end(),
+                   [](const auto& left, const auto& right) { return left.first < right.first; });
+  members.erase(
+      std::unique(members.begin(), members.end(),
+                  [](const auto& left, const auto& right) { return left.first == right.first; }),
+      members.end());
+  EXPECT_TRUE(membersOf(value) == members);
+}
+
+TEST(ManyMembers, AreAllFound) {
+  std::vector<std::pair<std::string, std::size_t>> members;
+  for (std::size_t i = 0; i != kMany; ++i) {
+    members.emplace_back(sixDigits(i), i);
+  }
+  const Value value = parseJsonText(objectOf(members));
+  std::size_t found = 0;
+  for (const auto& [key, number] : members) {
+    found += value[key] == Value(static_cast<double>(number)) ? 1u : 0u;
+    found += &value[key + "x"] == &Value::UNDEFINED ? 1u : 0u;
+  }
+  EXPECT_EQ(found, 2 * kMany);
+}
+
+TEST(ManyObjects, WithTypesAndPayloadsAreReadOneByOne) {
+  std::string text = "[0";
+  for (std::size_t i = 0; i != kMany; ++i) {
+    text += i % 2 == 0 ? ",{\"qztype\":\"int8\",\"qzdata\":[-1]}"
+                       : ",{\"qzdata\":[-1],\"qztype\":\"uint8\"}";
+  }
+  const Array array = parseJsonText(text + "]").as<Array>();
+  ASSERT_EQ(array.size(), kMany + 1);
+  std::size_t right = 0;
+  for (std::size_t i = 0; i != kMany; ++i) {
+    const Value element = i % 2 == 0 ? Value(std::int64_t{-1}) : Value(std::uint64_t{0});
+    right += array[i + 1]["qzdata"] == Value(Array{element}) ? 1u : 0u;
+  }
+  EXPECT_EQ(right, kMany);
+}
+
+// -------------------------------------------------------------------------------------------------
+// Payloads that are read again
+
+constexpr std::size_t kManyTypes = 10000;
+
+std::string manyIntegers() {
+  std::string text = "[";
+  for (std::size_t i = 0; i != kManyTypes; ++i) {
+    text += (i == 0 ? "-" : ",-") + std::to_string(i);
+  }
+  return text + "]";
+}
+
+std::string manyTypes(const char* first, const char* second) {
+  std::string text;
+  for (std::size_t i = 0; i != kManyTypes; i += 2) {
+    text += ",\"qztype\":\"" + std::string(first) + "\",\"qztype\":\"" + second + "\"";
+  }
+  return text;
+}
+
+TEST(ManyTypesBehindAPayload, LeaveItAsTheLastOneSays) {
+  const std::string start = "{\"qzdata\":" + manyIntegers();
+  std::vector<Value> signedElements;
+  std::vector<Value> unsignedElements;
+  for (std::size_t i = 0; i != kManyTypes; ++i) {
+    signedElements.emplace_back(-static_cast<std::int64_t>(i));
+    unsignedElements.emplace_back(std::uint64_t{0});
+  }
+  const Value asSigned(Object{{"qzdata", Array(signedElements)}, {"qztype", "uint8"}});
+  const Value asUnsigned(Object{{"qzdata", Array(unsignedElements)}, {"qztype", "int8"}});
+  EXPECT_TRUE(parseJsonText(start + manyTypes("uint8", "int8") + "}") == asSigned);
+  EXPECT_TRUE(parseJsonText(start + manyTypes("int8", "uint8") + "}") == asUnsigned);
+  EXPECT_TRUE(parseJsonText(start + manyTypes("int8", "uint8") + ",\"qztype\":\"none\"}") ==
+              asUnsigned);
+}
+
+/// Counts what a text is read as.
+struct CountingSink {
+  using Kept = int;
+
+  std::size_t numbers = 0;
+  std::size_t signedIntegers = 0;
+  std::size_t unsignedIntegers = 0;
+
+  void addNull() {}
+  void addBoolean(bool) {}
+  void addNumber(double) { ++numbers; }
+  void addInteger(std::int64_t) { ++signedIntegers; }
+  void addInteger(std::uint64_t) { ++unsignedIntegers; }
+  void addStringOfText(std::string_view) {}
+  void addString(std::string_view) {}
+  void open() {}
+  void closeArray() {}
+  void closeObject() {}
+  std::size_t lastPlace() const { return 0; }
+  Kept last() const { return 0; }
+  Kept takeLast() { return 0; }
+  void replace(std::size_t, Kept) {}
+};
+
+struct Counts {
+  ParseResult code;
+  std::size_t numbers;
+  std::size_t signedIntegers;
+  std::size_t unsignedIntegers;
+
+  friend bool operator==(const Counts& left, const Counts& right) {
+    return std::tie(left.code, left.numbers, left.signedIntegers, left.unsignedIntegers) ==
+           std::tie(right.code, right.numbers, right.signedIntegers, right.unsignedIntegers);
+  }
+  friend void PrintTo(const Counts& counts, std::ostream* stream) {
+    *stream << "code " << counts.code << ", " << counts.numbers << " numbers, "
+            << counts.signedIntegers << " signed and " << counts.unsignedIntegers
+            << " unsigned integers";
+  }
+};
+
+Counts countsOf(const std::string& text) {
+  CountingSink sink;
+  const ReadOutcome outcome =
+      TextReader<CountingSink>(text.data(), text.data() + text.size(), false, sink).read();
+  return {outcome.code, sink.numbers, sink.signedIntegers, sink.unsignedIntegers};
+}
+
+TEST(ManyTypesBehindAPayload, HaveItReadOnceInEachWay) {
+  const std::string types = manyTypes("int8", "uint8") + manyTypes("uint64", "other") + "}";
+  const std::string payload = "{\"qzdata\":" + manyIntegers();
+  EXPECT_EQ(countsOf(payload + types), (Counts{kSuccess, kManyTypes, kManyTypes, kManyTypes}));
+  EXPECT_EQ(countsOf("{\"qztype\":\"int16\"," + payload.substr(1) + types),
+            (Counts{kSuccess, 0, kManyTypes, kManyTypes}));
+}
+
+TEST(ManyPayloads, AreReadOnceInEachWay) {
+  std::string text = "{\"a\":0";
+  for (std::size_t i = 0; i != kManyTypes; ++i) {
+    text += ",\"qzdata\":[1],\"qztype\":\"int8\",\"qztype\":\"uint8\",\"qztype\":\"int8\"";
+  }
+  EXPECT_EQ(countsOf(text + "}"), (Counts{kSuccess, 2, kManyTypes, kManyTypes}));
+}
+
+// -------------------------------------------------------------------------------------------------
+// Long pieces
+
+TEST(LongArray, IsReadWhole) {
+  constexpr std::size_t kElements = 1000000;
+  std::string text = "[";
+  for (std::size_t i = 0; i != kElements; ++i) {
+    text += "0,";
+  }
+  text.back() = ']';
+  const Array array = parseJsonText(std::move(text)).as<Array>();
+  EXPECT_EQ(array.size(), kElements);
+  EXPECT_EQ(std::count(array.begin(), array.end(), Value(0.0)),
+            static_cast<std::ptrdiff_t>(kElements));
+}
+
+constexpr std::size_t kLong = 10000000;
+
+TEST(LongString, IsReadWhole) {
+  const std::string content(kLong, 'x');
+  EXPECT_TRUE(parseJsonText('"' + content + '"').as<std::string>() == content);
+}
+
+TEST(LongString, IsReadWholeIfItIsAllEscapes) {
+  std::string text = "\"";
+  std::string content;
+  for (std::size_t i = 0; i != kMany; ++i) {
+    text += "\\n\\u00e9x";
+    content += "\n\xC3\xA9x";
+  }
+  EXPECT_TRUE(parseJsonText(text + '"').as<std::string>() == content);
+}
+
+TEST(LongKey, IsReadWhole) {
+  const std::string key(kLong, 'x');
+  EXPECT_TRUE(parseJsonText("{\"" + key + "\":1}") == Value(Object{{key, 1.0}}));
+}
+
+TEST(LongNumber, IsReadWhole) {
+  const std::string zeros(1000000, '0');
+  EXPECT_EQ(parseJsonText("[" + zeros + "7." + zeros + "]"), Value(Array{7.0}));
+  EXPECT_EQ(parseJsonText("[0." + zeros + "7e1000000]"), Value(Array{0.7}));
+  EXPECT_EQ(parseJsonText("{\"qztype\":\"uint8\",\"qzdata\":[1" + zeros + "]}")["qzdata"],
+            Value(Array{UINT64_MAX}));
+}
+
+TEST(LongSpace, IsSkipped) {
+  EXPECT_EQ(parseJsonText("[" + std::string(kLong, ' ') + "1" + std::string(kLong, '\n') + "]"),
+            Value(Array{1.0}));
+}
+
+TEST(ManyComments, AreSkipped) {
+  std::string text = "[";
+  for (std::size_t i = 0; i != kMany; ++i) {
+    text += "/*/*/ // /*\n";
+  }
+  EXPECT_EQ(parseJsonText(text + "1]", true), Value(Array{1.0}));
+}
+
+TEST(ManyCommentMarkers, InAnUnclosedCommentAreSkipped) {
+  std::string text = "[";
+  for (std::size_t i = 0; i != kMany; ++i) {
+    text += "/* ";
+  }
+  const JsonOutcome outcome = outcomeOf(text, true);
+  EXPECT_EQ(std::make_tuple(outcome.code, outcome.offset),
+            std::make_tuple(kEndOfText, text.size()));
+}
+
+TEST(AnErrorFarInside, HasItsPlaceAndAShortContext) {
+  const std::string oneLine = "[\"" + std::string(kLong, 'x') + "\" 1]";
+  const JsonOutcome inOneLine = outcomeOf(oneLine);
+  EXPECT_EQ(std::make_tuple(inOneLine.code, inOneLine.line, inOneLine.column, inOneLine.context),
+            std::make_tuple(kNoArraySeparator, 1u, kLong + 5, std::string(78, 'x') + "\" 1]"));
+  const JsonOutcome behindLines = outcomeOf("[" + std::string(kLong, '\n') + "1 2]");
+  EXPECT_EQ(
+      std::make_tuple(behindLines.code, behindLines.line, behindLines.column, behindLines.context),
+      std::make_tuple(kNoArraySeparator, kLong + 1, 3u, std::string("1 2]")));
+}
+
+}  // namespace
+}  // namespace foundation::json
