@@ -1,0 +1,175 @@
+// The six queries of UpdateMetaDataHandler. They walk the model front to back, in place, gather
+// keys flat and build each result by appending to it in order.
+
+#include <algorithm>
+#include <utility>
+
+#include "handler/KeyedPackages.h"
+#include "install/datamodels/product_update/ComponentDataWithFilesToDelete.h"
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+
+namespace install::update_metadata_parser {
+namespace {
+
+using datamodels::product_update::ComponentDataWithFilesToDelete;
+using datamodels::product_update::ComponentDeltaData;
+using datamodels::product_update::PkgDataWithFilesToDelete;
+using datamodels::product_update::PkgDeltaData;
+using datamodels::product_update::ProductDeltaData;
+using datamodels::product_update::ProductUpdateMetaData;
+using mf::zero::OwnedCollection;
+
+using KeySet = std::set<std::u16string>;
+using SizePair = std::pair<std::int64_t, std::int64_t>;
+
+// Which of the two things that an update does to packages a query asks about.
+struct Side {
+  const OwnedCollection<ComponentDeltaData>& (ProductDeltaData::Impl::*components)() const noexcept;
+  const OwnedCollection<PkgDeltaData>& (ComponentDeltaData::Impl::*pkgs)() const noexcept;
+};
+
+constexpr Side kDelete = {&ProductDeltaData::Impl::getCompsToDelete,
+                          &ComponentDeltaData::Impl::getPkgsToDelete};
+constexpr Side kExtract = {&ProductDeltaData::Impl::getCompsToExtract,
+                           &ComponentDeltaData::Impl::getPkgsToExtract};
+
+void addComponents(KeyedPackages<PkgDeltaData>& packages, const ProductDeltaData::Impl& product,
+                   const Side& side) {
+  const OwnedCollection<ComponentDeltaData>& components = (product.*side.components)();
+  for (std::size_t i = 0; i < components.size(); ++i) {
+    const ComponentDeltaData::Impl& component = components.readAt(i);
+    packages.addComponent(component.name(), (component.*side.pkgs)());
+  }
+}
+
+KeySet keySet(KeyedPackages<PkgDeltaData>& packages) {
+  KeySet keys;
+  for (const auto& entry : packages.inOrder()) {
+    keys.emplace_hint(keys.end(), entry.key.text());
+  }
+  return keys;
+}
+
+// The packages of all products whose name is the one that the catalogue gives for a base code.
+//
+// Lists are read by index throughout: the virtual operations may append to them.
+KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaData& root,
+                        const Side& side, const std::u16string& productBaseCode,
+                        const std::u16string& productDataLocation) {
+  KeyedPackages<PkgDeltaData> packages;
+  const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
+  for (std::size_t i = 0; i < products.size(); ++i) {
+    const ProductDeltaData product = products[i];
+    const std::u16string name = product->getName();
+    if (name == handler.getProductName(productBaseCode, productDataLocation)) {
+      addComponents(packages, *product.operator->(), side);
+      packages.readPackages();
+    }
+  }
+  return keySet(packages);
+}
+
+// The packages of each product that has any, by the base code that the catalogue gives for its
+// name.
+std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
+                                               const ProductUpdateMetaData& root, const Side& side,
+                                               const std::u16string& productDataLocation) {
+  std::map<std::u16string, KeySet> keysByCode;
+  const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
+  for (std::size_t i = 0; i < products.size(); ++i) {
+    const ProductDeltaData product = products[i];
+    const std::u16string name = product->getName();
+    KeyedPackages<PkgDeltaData> packages;
+    addComponents(packages, *product.operator->(), side);
+    packages.readPackages();
+    if (packages.empty()) {
+      continue;
+    }
+    std::u16string code = handler.getProductBaseCode(name, productDataLocation);
+    const auto place = keysByCode.lower_bound(code);
+    if (place == keysByCode.end() || place->first != code) {
+      keysByCode.emplace_hint(place, std::move(code), keySet(packages));
+    }
+  }
+  return keysByCode;
+}
+
+KeySet fileSet(const mf::zero::PrimitiveSequence<std::u16string>& files) {
+  std::vector<const std::u16string*> ordered;
+  ordered.reserve(files.size());
+  for (const std::u16string& file : files) {
+    ordered.push_back(&file);
+  }
+  const auto precedes = [](const std::u16string* left, const std::u16string* right) {
+    return *left < *right;
+  };
+  if (!std::is_sorted(ordered.begin(), ordered.end(), precedes)) {
+    std::sort(ordered.begin(), ordered.end(), precedes);
+  }
+  KeySet set;
+  for (const std::u16string* file : ordered) {
+    set.emplace_hint(set.end(), *file);
+  }
+  return set;
+}
+
+}  // namespace
+
+std::map<std::u16string, std::set<std::u16string>> UpdateMetaDataHandler::getComponentsToExtract(
+    const std::u16string& productDataLocation) {
+  return keysByProduct(*this, ProductUpdateMetaData(root), kExtract, productDataLocation);
+}
+
+std::set<std::u16string> UpdateMetaDataHandler::getComponentsToExtract(
+    const std::u16string& productBaseCode, const std::u16string& productDataLocation) {
+  return keysOfOneProduct(*this, ProductUpdateMetaData(root), kExtract, productBaseCode,
+                          productDataLocation);
+}
+
+std::map<std::u16string, std::set<std::u16string>> UpdateMetaDataHandler::getComponentsToDelete(
+    const std::u16string& productDataLocation) {
+  return keysByProduct(*this, ProductUpdateMetaData(root), kDelete, productDataLocation);
+}
+
+std::set<std::u16string> UpdateMetaDataHandler::getComponentsToDelete(
+    const std::u16string& productBaseCode, const std::u16string& productDataLocation) {
+  return keysOfOneProduct(*this, ProductUpdateMetaData(root), kDelete, productBaseCode,
+                          productDataLocation);
+}
+
+std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>>
+UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
+  KeyedPackages<PkgDataWithFilesToDelete> packages;
+  const OwnedCollection<ComponentDataWithFilesToDelete>& components =
+      root->getCompsWithFilesToDelete();
+  for (std::size_t i = 0; i < components.size(); ++i) {
+    const ComponentDataWithFilesToDelete::Impl& component = components.readAt(i);
+    packages.addComponent(component.name(), component.getPkgsWithFilesToDelete());
+  }
+  packages.readPackages();
+  std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesByKey;
+  for (const auto& entry : packages.inOrder()) {
+    filesByKey.emplace_hint(
+        filesByKey.end(), entry.key.text(),
+        std::make_pair(fileSet(entry.pkg->getFilesToDelete()), entry.pkg->getSize()));
+  }
+  return filesByKey;
+}
+
+std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>
+UpdateMetaDataHandler::getUpdateSizeForComponentsToExtract() const {
+  KeyedPackages<PkgDeltaData> packages;
+  const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
+  for (std::size_t i = 0; i < products.size(); ++i) {
+    addComponents(packages, products.readAt(i), kExtract);
+  }
+  packages.readPackages();
+  std::map<std::u16string, std::pair<std::int64_t, std::int64_t>> sizesByKey;
+  for (const auto& entry : packages.inOrder()) {
+    sizesByKey.emplace_hint(sizesByKey.end(), entry.key.text(),
+                            SizePair(entry.pkg->getSize(), entry.pkg->getUncompressedBytes()));
+  }
+  return sizesByKey;
+}
+
+}  // namespace install::update_metadata_parser

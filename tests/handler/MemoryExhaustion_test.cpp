@@ -1,0 +1,196 @@
+// What the handler leaves behind when memory runs out at any single allocation.
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "install/datamodels/product_update/ReleaseData.h"
+#include "install/update_metadata_parser/UpdateMetaData.h"
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "install/update_metadata_parser/UpdatePkgData.h"
+#include "support/FailingAllocation.h"
+#include "support/ModelDump.h"
+#include "support/TemporaryFolder.h"
+
+namespace install::update_metadata_parser {
+namespace {
+
+using datamodels::product_update::PkgDataWithFilesToDelete;
+using test_support::dump;
+using test_support::failEachAllocation;
+using test_support::liveBlocks;
+
+const std::u16string kLong = u"a name that does not fit into the string object itself";
+
+std::string treeOf(const UpdateMetaDataHandler& handler) {
+  return dump(handler.getProductUpdateMetaDataModel());
+}
+
+TEST(MemoryOfTheHandler, IsGivenBackWhenTheHandlerCannotBeMade) {
+  const std::size_t before = liveBlocks();
+  const std::size_t failures = failEachAllocation([] { std::make_shared<UpdateMetaDataHandler>(); },
+                                                  [&] { EXPECT_EQ(liveBlocks(), before); });
+  EXPECT_GT(failures, 2u);
+  EXPECT_EQ(liveBlocks(), before);
+}
+
+TEST(MemoryOfTheHandler, IsGivenBackWithTheHandler) {
+  const std::size_t before = liveBlocks();
+  {
+    const auto handler = std::make_shared<UpdateMetaDataHandler>();
+    const UpdateMetaData facade(handler);
+    handler->initializeReleaseData();
+    handler->initializeBaseRelease();
+    handler->setBaseReleaseFamily(kLong);
+    handler->setProductDeltaData(kLong, {kLong}, {kLong}, {{kLong, {{kLong, 1}}}},
+                                 {{kLong, {{kLong, 1, 2}}}});
+    handler->setComponentDataWithFilesToDelete(
+        kLong, {handler->createPkgDataWithFilesToDelete(kLong, 1, {kLong})});
+    facade.getComponentsToDelete(u"");
+  }
+  EXPECT_EQ(liveBlocks(), before);
+}
+
+TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
+  const std::size_t before = liveBlocks();
+  {
+    const UpdateMetaDataHandler handler;
+    handler.setProductDeltaData(u"before", {u"c"}, {}, {{u"c", {{u"p", 1}}}}, {});
+    std::string tree = treeOf(handler);
+    std::size_t failures = 0;
+    for (char16_t count = 0; count < 20; ++count) {
+      const std::u16string name = kLong + count;
+      const UpdateMetaDataHandler::PkgsToDelete pkgsToDelete = {{u"a", {{name, 1}, {u"x", 2}}},
+                                                                {name, {{u"y", 3}}}};
+      const UpdateMetaDataHandler::PkgsToExtract pkgsToExtract = {
+          {name, {{name, 1, 2}, {u"x", 3, 4}, {name, 5, 6}}}};
+      const std::vector<std::u16string> components = {u"a", name, u"none", name};
+      failures += failEachAllocation(
+          [&] {
+            handler.setProductDeltaData(name, components, components, pkgsToDelete, pkgsToExtract);
+          },
+          [&] { EXPECT_EQ(treeOf(handler), tree); });
+      EXPECT_NE(treeOf(handler), tree);
+      tree = treeOf(handler);
+    }
+    EXPECT_GT(failures, 100u);
+    EXPECT_EQ(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().size(), 21u);
+  }
+  EXPECT_EQ(liveBlocks(), before);
+}
+
+TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded) {
+  const std::size_t before = liveBlocks();
+  {
+    const UpdateMetaDataHandler handler;
+    std::size_t failures = 0;
+    for (char16_t count = 0; count < 20; ++count) {
+      const std::string tree = treeOf(handler);
+      const std::u16string name = kLong + count;
+      const std::vector<std::u16string> files(3, name);
+      std::vector<PkgDataWithFilesToDelete> pkgs(2);
+      for (PkgDataWithFilesToDelete& pkg : pkgs) {
+        failures += failEachAllocation(
+            [&] { pkg = handler.createPkgDataWithFilesToDelete(name, 1, files); },
+            [&] { EXPECT_FALSE(pkg); });
+      }
+      failures += failEachAllocation([&] { handler.setComponentDataWithFilesToDelete(name, pkgs); },
+                                     [&] {
+                                       EXPECT_EQ(treeOf(handler), tree);
+                                       EXPECT_FALSE(pkgs[0]->getContainer());
+                                       EXPECT_FALSE(pkgs[1]->getContainer());
+                                     });
+      EXPECT_NE(treeOf(handler), tree);
+    }
+    EXPECT_GT(failures, 100u);
+  }
+  EXPECT_EQ(liveBlocks(), before);
+}
+
+TEST(MemoryOfTheHandler, LeavesTheReleasesAsTheyWereWhenNewOnesCannotBeMade) {
+  for (int round = 0; round < 3; ++round) {
+    const UpdateMetaDataHandler handler;
+    std::string tree = treeOf(handler);
+    const auto unchanged = [&] { EXPECT_EQ(treeOf(handler), tree); };
+    failEachAllocation([&] { handler.initializeReleaseData(); }, unchanged);
+    tree = treeOf(handler);
+    failEachAllocation([&] { handler.initializeBaseRelease(); }, unchanged);
+    tree = treeOf(handler);
+    failEachAllocation([&] { handler.initializeTargetRelease(); }, unchanged);
+    tree = treeOf(handler);
+    EXPECT_GT(failEachAllocation([&] { handler.setBaseReleaseVersion(kLong); }, unchanged), 0u);
+    tree = treeOf(handler);
+    EXPECT_GT(failEachAllocation([&] { handler.setMetaDataArch(kLong); }, unchanged), 0u);
+  }
+}
+
+// A handler that answers its own look-ups.
+class EchoingHandler : public UpdateMetaDataHandler {
+ public:
+  std::u16string getProductName(const std::u16string& productBaseCode,
+                                const std::u16string&) override {
+    return productBaseCode;
+  }
+  std::u16string getProductBaseCode(const std::u16string& productName,
+                                    const std::u16string&) override {
+    return productName;
+  }
+};
+
+template <class Query>
+void failEachAllocationOf(const UpdateMetaDataHandler& handler, Query query) {
+  const std::string tree = treeOf(handler);
+  const auto answer = query();
+  const std::size_t before = liveBlocks();
+  const std::size_t failures = failEachAllocation([&] { EXPECT_EQ(query(), answer); },
+                                                  [&] { EXPECT_EQ(liveBlocks(), before); });
+  EXPECT_GT(failures, 3u);
+  EXPECT_EQ(treeOf(handler), tree);
+}
+
+TEST(MemoryOfAQuery, IsGivenBackWhenItCannotBeAnswered) {
+  EchoingHandler handler;
+  for (int count = 0; count < 3; ++count) {
+    const std::vector<std::u16string> names = {u"b", u"a", kLong, u"b"};
+    handler.setProductDeltaData(kLong, names, names,
+                                {{u"b", {{u"y", 1}, {u"x", 2}}}, {u"a", {{kLong, 3}}}},
+                                {{u"b", {{u"y", 1, 2}, {u"x", 3, 4}}}, {u"a", {{kLong, 5, 6}}}});
+    handler.setComponentDataWithFilesToDelete(
+        u"b", {handler.createPkgDataWithFilesToDelete(kLong, 1, {u"f", kLong}),
+               handler.createPkgDataWithFilesToDelete(u"a", 1, {u"f", u"e"})});
+  }
+  failEachAllocationOf(handler, [&] { return handler.getComponentsToDelete(kLong); });
+  failEachAllocationOf(handler, [&] { return handler.getComponentsToDelete(kLong, kLong); });
+  failEachAllocationOf(handler, [&] { return handler.getComponentsToExtract(kLong); });
+  failEachAllocationOf(handler, [&] { return handler.getComponentsToExtract(kLong, kLong); });
+  failEachAllocationOf(handler, [&] { return handler.getUpdateSizeForComponentsToExtract(); });
+  failEachAllocationOf(handler, [&] { return handler.getComponentsWithFilesToDelete(); });
+}
+
+TEST(MemoryOfTheCatalogue, IsGivenBackAndTheCatalogueTriedAgainWhenItCannotBeOpened) {
+  test_support::TemporaryFolder folder;
+  folder.writeFile("first/products.tsv", "header\nC1\tPress\t1\t\n");
+  folder.writeFile("second/products.tsv", "header\nC2\tPress\t1\t\n");
+  const std::u16string first = folder.path("first");
+  const std::u16string second = folder.path("second");
+  const std::size_t before = liveBlocks();
+  std::size_t failures = 0;
+  for (bool opened = false; !opened; ++failures) {
+    UpdateMetaDataHandler handler;
+    try {
+      const test_support::FailingAllocation failing(failures);
+      handler.initializeProductDataProvider(first);
+      opened = !failing.reached();
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ(handler.getProductBaseCode(u"Press", second), u"C2") << "none had been open";
+    }
+  }
+  EXPECT_GT(failures, 5u);
+  EXPECT_EQ(liveBlocks(), before);
+}
+
+}  // namespace
+}  // namespace install::update_metadata_parser

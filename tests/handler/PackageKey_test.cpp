@@ -1,0 +1,71 @@
+#include "handler/PackageKey.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace install::update_metadata_parser {
+namespace {
+
+int signOf(int number) {
+  return (number > 0) - (number < 0);
+}
+
+// Every name of up to three units out of some that stand on both sides of the underscore.
+std::vector<std::u16string> names() {
+  const std::vector<char16_t> units = {u'\0', u'^', u'_', u'`', u'\xD83D', u'\xE000'};
+  std::vector<std::u16string> all = {u""};
+  for (std::size_t first = 0, length = 1; length <= 3; ++length) {
+    const std::size_t end = all.size();
+    for (; first < end; ++first) {
+      for (const char16_t unit : units) {
+        all.push_back(all[first] + unit);
+      }
+    }
+  }
+  return all;
+}
+
+TEST(PackageKey, IsComponentUnderscorePackage) {
+  EXPECT_EQ((PackageKey{u"core", u"bin"}).text(), u"core_bin");
+  EXPECT_EQ((PackageKey{u"x", u""}).text(), u"x_");
+  EXPECT_EQ((PackageKey{u"", u"y"}).text(), u"_y");
+  EXPECT_EQ((PackageKey{u"", u""}).text(), u"_");
+}
+
+TEST(PackageKey, ComparesAsItsTextDoes) {
+  const std::vector<std::u16string> all = names();
+  // Each component with each package, against keys whose split is elsewhere.
+  const std::vector<PackageKey> others = {
+      {u"", u""},   {u"_", u""},   {u"", u"_"},   {u"_", u"_"},  {u"^_", u"`"},
+      {u"_`", u""}, {u"`", u"__"}, {u"`_", u"_"}, {u"", u"^_^"}, {u"\xD83D", u"\xE000"}};
+  for (const std::u16string& component : all) {
+    for (const std::u16string& package : all) {
+      const PackageKey key{component, package};
+      for (const PackageKey& other : others) {
+        const int expected = signOf(key.text().compare(other.text()));
+        ASSERT_EQ(signOf(key.compare(other)), expected)
+            << ::testing::PrintToString(key.text()) << ' '
+            << ::testing::PrintToString(other.text());
+        ASSERT_EQ(signOf(other.compare(key)), -expected);
+      }
+    }
+  }
+}
+
+TEST(PackageKey, ComparesPackagesOfOneComponentAsTheirTextsDo) {
+  const std::vector<std::u16string> all = names();
+  for (const std::u16string_view component : {std::u16string_view(u"core"), {}}) {
+    for (const std::u16string& left : all) {
+      for (const std::u16string& right : all) {
+        ASSERT_EQ(signOf(PackageKey{component, left}.compare({component, right})),
+                  signOf(left.compare(right)));
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace install::update_metadata_parser

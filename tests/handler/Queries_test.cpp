@@ -1,0 +1,407 @@
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+
+#include <map>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "install/update_metadata_parser/UpdatePkgData.h"
+#include "support/CatalogueHandler.h"
+#include "support/ModelDump.h"
+#include "support/RecordingHandler.h"
+#include "support/TemporaryFolder.h"
+
+namespace install::update_metadata_parser {
+namespace {
+
+using test_support::CatalogueHandler;
+using test_support::dump;
+using ::testing::ElementsAre;
+using ::testing::StrEq;
+using ::testing::ThrowsMessage;
+
+using Keys = std::set<std::u16string>;
+using KeysByCode = std::map<std::u16string, Keys>;
+using LookUps = std::vector<std::vector<std::u16string>>;
+
+// The names of the packages of components.
+using Components = std::vector<std::pair<std::u16string, std::vector<std::u16string>>>;
+
+// Packages to delete or packages to extract: whatever holds for one of them holds for the other.
+struct Side {
+  const char* name;
+  void (*addProduct)(const UpdateMetaDataHandler& handler, const std::u16string& name,
+                     const Components& components);
+  KeysByCode (UpdateMetaDataHandler::*byCode)(const std::u16string& productDataLocation);
+  Keys (UpdateMetaDataHandler::*ofCode)(const std::u16string& productBaseCode,
+                                        const std::u16string& productDataLocation);
+};
+
+void addProductToDelete(const UpdateMetaDataHandler& handler, const std::u16string& name,
+                        const Components& components) {
+  std::vector<std::u16string> names;
+  UpdateMetaDataHandler::PkgsToDelete pkgsToDelete;
+  for (const auto& [component, pkgs] : components) {
+    names.push_back(component);
+    for (const std::u16string& pkg : pkgs) {
+      pkgsToDelete[component][pkg] = 1;
+    }
+  }
+  handler.setProductDeltaData(name, names, {}, pkgsToDelete, {});
+}
+
+void addProductToExtract(const UpdateMetaDataHandler& handler, const std::u16string& name,
+                         const Components& components) {
+  std::vector<std::u16string> names;
+  UpdateMetaDataHandler::PkgsToExtract pkgsToExtract;
+  for (const auto& [component, pkgs] : components) {
+    names.push_back(component);
+    for (const std::u16string& pkg : pkgs) {
+      pkgsToExtract[component].push_back({pkg, 1, 2});
+    }
+  }
+  handler.setProductDeltaData(name, {}, names, {}, pkgsToExtract);
+}
+
+const Side kDelete = {"ToDelete", addProductToDelete, &UpdateMetaDataHandler::getComponentsToDelete,
+                      &UpdateMetaDataHandler::getComponentsToDelete};
+const Side kExtract = {"ToExtract", addProductToExtract,
+                       &UpdateMetaDataHandler::getComponentsToExtract,
+                       &UpdateMetaDataHandler::getComponentsToExtract};
+
+class ComponentQuery : public ::testing::TestWithParam<Side> {
+ protected:
+  void addProduct(const std::u16string& name, const Components& components) {
+    GetParam().addProduct(handler, name, components);
+  }
+  void addProductOfOtherSide(const std::u16string& name, const Components& components) {
+    (GetParam().addProduct == addProductToDelete ? addProductToExtract : addProductToDelete)(
+        handler, name, components);
+  }
+  KeysByCode byCode(const std::u16string& location = u"there") {
+    return (handler.*GetParam().byCode)(location);
+  }
+  Keys ofCode(const std::u16string& code, const std::u16string& location = u"there") {
+    return (handler.*GetParam().ofCode)(code, location);
+  }
+
+  CatalogueHandler handler;
+};
+
+INSTANTIATE_TEST_SUITE_P(Packages, ComponentQuery, ::testing::Values(kDelete, kExtract),
+                         [](const auto& side) { return side.param.name; });
+
+TEST_P(ComponentQuery, AnswersAnEmptyModelWithoutTheCatalogue) {
+  EXPECT_EQ(byCode(), KeysByCode());
+  EXPECT_EQ(ofCode(u"C"), Keys());
+  EXPECT_EQ(handler.lookUps, LookUps());
+}
+
+TEST_P(ComponentQuery, JoinsComponentAndPackageByOneUnderscore) {
+  using namespace std::string_literals;
+  handler.codesByName = {{u"P", u"C"}};
+  addProduct(u"P", {{u"core", {u"bin"}},
+                    {u"x", {u""}},
+                    {u"", {u"y", u""}},
+                    {u" c ", {u" p "}},
+                    {u"N\0"s, {u"\0M"s}},
+                    {u"_", {u"_"}}});
+  EXPECT_EQ(
+      byCode(),
+      (KeysByCode{{u"C", {u"core_bin", u"x_", u"_y", u"_", u" c _ p ", u"N\0_\0M"s, u"___"}}}));
+}
+
+TEST_P(ComponentQuery, CountsAKeyOnceHoweverItsNamesAreSplit) {
+  handler.codesByName = {{u"P", u"C"}};
+  handler.namesByCode = {{u"C", u"P"}};
+  addProduct(u"P", {{u"a_b", {u"c"}}, {u"a", {u"b_c", u"b"}}, {u"", {u"a_b_c"}}, {u"a_b", {u"c"}}});
+  EXPECT_EQ(byCode(), (KeysByCode{{u"C", {u"a_b_c", u"a_b", u"_a_b_c"}}}));
+  EXPECT_EQ(ofCode(u"C"), (Keys{u"a_b_c", u"a_b", u"_a_b_c"}));
+}
+
+TEST_P(ComponentQuery, OrdersKeysByTheirUnitsAlsoAcrossComponents) {
+  handler.codesByName = {{u"P", u"C"}};
+  // '^' is before the underscore and '`' behind it; surrogates are before U+E000.
+  addProduct(u"P", {{u"a", {u"b_z", u"~"}},
+                    {u"a_b", {u"a", u""}},
+                    {u"a`", {u"0"}},
+                    {u"a^", {u"1"}},
+                    {u"\uE000", {u"2"}},
+                    {u"\U0001F600", {u"3"}}});
+  const KeysByCode answer = byCode();
+  ASSERT_EQ(answer.count(u"C"), 1u);
+  const std::vector<std::u16string> inOrder(answer.at(u"C").begin(), answer.at(u"C").end());
+  EXPECT_EQ(inOrder, (std::vector<std::u16string>{u"a^_1", u"a_b_", u"a_b_a", u"a_b_z", u"a_~",
+                                                  u"a`_0", u"\U0001F600_3", u"\uE000_2"}));
+}
+
+TEST_P(ComponentQuery, LooksAtItsOwnSideOnly) {
+  handler.codesByName = {{u"P", u"C"}};
+  handler.namesByCode = {{u"C", u"P"}};
+  addProductOfOtherSide(u"P", {{u"core", {u"other"}}});
+  EXPECT_EQ(byCode(), KeysByCode());
+  EXPECT_EQ(ofCode(u"C"), Keys());
+  addProduct(u"P", {{u"core", {u"own"}}});
+  EXPECT_EQ(byCode(), (KeysByCode{{u"C", {u"core_own"}}}));
+  EXPECT_EQ(ofCode(u"C"), Keys{u"core_own"});
+}
+
+TEST_P(ComponentQuery, NeedsNoReleases) {
+  addProduct(u"", {{u"core", {u"bin"}}});
+  EXPECT_FALSE(handler.getProductUpdateMetaDataModel()->getReleaseData());
+  EXPECT_EQ(byCode(), (KeysByCode{{u"", {u"core_bin"}}}));
+}
+
+TEST_P(ComponentQuery, GivesAFreshAnswerEachTimeAndLeavesTheModelAlone) {
+  handler.codesByName = {{u"P", u"C"}};
+  handler.namesByCode = {{u"C", u"P"}};
+  addProduct(u"P", {{u"b", {u"1"}}, {u"a", {u"2"}}, {u"b", {u"1"}}});
+  const std::string before = dump(handler.getProductUpdateMetaDataModel());
+  KeysByCode first = byCode();
+  first[u"C"].clear();
+  EXPECT_EQ(byCode(), (KeysByCode{{u"C", {u"a_2", u"b_1"}}}));
+  EXPECT_EQ(ofCode(u"C"), ofCode(u"C"));
+  EXPECT_EQ(dump(handler.getProductUpdateMetaDataModel()), before);
+}
+
+class SingleArgumentQuery : public ComponentQuery {};
+
+INSTANTIATE_TEST_SUITE_P(Packages, SingleArgumentQuery, ::testing::Values(kDelete, kExtract),
+                         [](const auto& side) { return side.param.name; });
+
+TEST_P(SingleArgumentQuery, LooksUpEachProductThatHasPackagesOnce) {
+  handler.codesByName = {{u"A", u"C2"}, {u"B", u"C1"}, {u"Empty", u"C3"}};
+  addProduct(u"Empty", {});
+  addProduct(u"A", {{u"core", {u"bin"}}});
+  addProduct(u"Empty", {{u"core", {}}, {u"docs", {}}});
+  addProduct(u"B", {{u"docs", {}}, {u"core", {u"lib", u"bin"}}});
+  addProductOfOtherSide(u"A", {{u"core", {u"bin"}}});
+  EXPECT_EQ(byCode(u"the location"),
+            (KeysByCode{{u"C1", {u"core_bin", u"core_lib"}}, {u"C2", {u"core_bin"}}}));
+  EXPECT_EQ(handler.lookUps,
+            (LookUps{{u"code of", u"A", u"the location"}, {u"code of", u"B", u"the location"}}));
+}
+
+TEST_P(SingleArgumentQuery, LeavesOutTheLaterOfTwoProductsWithOneBaseCode) {
+  handler.codesByName = {{u"A", u"C"}, {u"B", u"C"}, {u"Z", u"D"}};
+  addProduct(u"Z", {{u"core", {u"z"}}});
+  addProduct(u"B", {{u"core", {u"b"}}});
+  addProduct(u"A", {{u"core", {u"a"}}});
+  addProduct(u"B", {{u"core", {u"b2"}}});
+  EXPECT_EQ(byCode(), (KeysByCode{{u"C", {u"core_b"}}, {u"D", {u"core_z"}}}));
+  EXPECT_EQ(handler.lookUps, (LookUps{{u"code of", u"Z", u"there"},
+                                      {u"code of", u"B", u"there"},
+                                      {u"code of", u"A", u"there"},
+                                      {u"code of", u"B", u"there"}}))
+      << "a product is looked up before it is left out";
+}
+
+TEST_P(SingleArgumentQuery, GivesTheCodeToTheFirstProductThatHasPackages) {
+  handler.codesByName = {{u"A", u"C"}, {u"B", u"C"}};
+  addProduct(u"A", {{u"core", {}}});
+  addProduct(u"B", {{u"core", {u"b"}}});
+  EXPECT_EQ(byCode(), (KeysByCode{{u"C", {u"core_b"}}}));
+}
+
+TEST_P(SingleArgumentQuery, TakesAnEmptyCodeForACode) {
+  handler.codesByName = {{u"Known", u"C"}};
+  addProduct(u"Unknown", {{u"core", {u"u"}}});
+  addProduct(u"Known", {{u"core", {u"k"}}});
+  addProduct(u"Unknown too", {{u"core", {u"t"}}});
+  EXPECT_EQ(byCode(), (KeysByCode{{u"", {u"core_u"}}, {u"C", {u"core_k"}}}));
+}
+
+TEST_P(SingleArgumentQuery, KeepsEveryUnitOfACode) {
+  using namespace std::string_literals;
+  handler.codesByName = {{u"A", u"C"}, {u"B", u"C\0"s}, {u"D", u"\uE000"}, {u"E", u"\U0001F600"}};
+  for (const char16_t* name : {u"A", u"B", u"D", u"E"}) {
+    addProduct(name, {{u"core", {name}}});
+  }
+  const KeysByCode answer = byCode();
+  std::vector<std::u16string> codes;
+  for (const auto& [code, keys] : answer) {
+    codes.push_back(code);
+    EXPECT_EQ(keys.size(), 1u);
+  }
+  EXPECT_EQ(codes, (std::vector<std::u16string>{u"C", u"C\0"s, u"\U0001F600", u"\uE000"}));
+}
+
+class TwoArgumentQuery : public ComponentQuery {};
+
+INSTANTIATE_TEST_SUITE_P(Packages, TwoArgumentQuery, ::testing::Values(kDelete, kExtract),
+                         [](const auto& side) { return side.param.name; });
+
+TEST_P(TwoArgumentQuery, AsksForTheNameOnceForEachProductOfTheModel) {
+  handler.namesByCode = {{u"C", u"A"}};
+  addProduct(u"Empty", {});
+  addProduct(u"A", {{u"core", {u"bin"}}});
+  addProductOfOtherSide(u"B", {{u"core", {u"bin"}}});
+  EXPECT_EQ(ofCode(u"C", u"the location"), Keys{u"core_bin"});
+  EXPECT_EQ(handler.lookUps, LookUps(3, {u"name of", u"C", u"the location"}));
+}
+
+TEST_P(TwoArgumentQuery, UnitesAllProductsOfTheName) {
+  handler.namesByCode = {{u"C", u"A"}};
+  handler.codesByName = {{u"A", u"C"}, {u"Other name of C", u"C"}};
+  addProduct(u"A", {{u"core", {u"2", u"1"}}});
+  addProduct(u"Other name of C", {{u"core", {u"other"}}});
+  addProduct(u"A", {{u"docs", {u"3"}}, {u"core", {u"1", u"0"}}});
+  addProduct(u"A", {});
+  EXPECT_EQ(ofCode(u"C"), (Keys{u"core_0", u"core_1", u"core_2", u"docs_3"}));
+}
+
+TEST_P(TwoArgumentQuery, ComparesNamesUnitByUnitAndByLength) {
+  using namespace std::string_literals;
+  handler.namesByCode = {{u"C", u"Press\0"s}};
+  for (const std::u16string& name :
+       {u"Press"s, u"press\0"s, u"Press\0\0"s, u" Press\0"s, u"Pres"s, u""s}) {
+    addProduct(name, {{u"core", {u"wrong"}}});
+  }
+  EXPECT_EQ(ofCode(u"C"), Keys());
+  addProduct(u"Press\0"s, {{u"core", {u"right"}}});
+  EXPECT_EQ(ofCode(u"C"), Keys{u"core_right"});
+}
+
+TEST_P(TwoArgumentQuery, TakesAnEmptyNameForAName) {
+  addProduct(u"A", {{u"core", {u"a"}}});
+  EXPECT_EQ(ofCode(u"unknown"), Keys());
+  addProduct(u"", {{u"core", {u"nameless"}}});
+  EXPECT_EQ(ofCode(u"unknown"), Keys{u"core_nameless"});
+}
+
+// A handler whose catalogue fails at the nth question.
+class FailingHandler : public UpdateMetaDataHandler {
+ public:
+  std::u16string getProductName(const std::u16string&, const std::u16string&) override {
+    return answer(u"P");
+  }
+  std::u16string getProductBaseCode(const std::u16string& productName,
+                                    const std::u16string&) override {
+    return answer(productName);
+  }
+  int answersLeft = 0;
+
+ private:
+  std::u16string answer(const std::u16string& text) {
+    if (answersLeft-- == 0) {
+      throw std::runtime_error("no answer");
+    }
+    return text;
+  }
+};
+
+TEST_P(ComponentQuery, LetsTheCataloguesExceptionPassAndLeavesTheModelAlone) {
+  FailingHandler failing;
+  GetParam().addProduct(failing, u"P", {{u"b", {u"1"}}, {u"a", {u"1"}}});
+  GetParam().addProduct(failing, u"Q", {{u"b", {u"2"}}});
+  const std::string before = dump(failing.getProductUpdateMetaDataModel());
+  for (int answers = 0; answers < 2; ++answers) {
+    failing.answersLeft = answers;
+    EXPECT_THAT([&] { (failing.*GetParam().byCode)(u""); },
+                ThrowsMessage<std::runtime_error>(StrEq("no answer")));
+    failing.answersLeft = answers;
+    EXPECT_THAT([&] { (failing.*GetParam().ofCode)(u"", u""); },
+                ThrowsMessage<std::runtime_error>(StrEq("no answer")));
+  }
+  EXPECT_EQ(dump(failing.getProductUpdateMetaDataModel()), before);
+  failing.answersLeft = 2;
+  EXPECT_EQ((failing.*GetParam().byCode)(u""),
+            (KeysByCode{{u"P", {u"a_1", u"b_1"}}, {u"Q", {u"b_2"}}}));
+}
+
+// A handler whose look-ups add products to the model, which is being walked meanwhile.
+class GrowingHandler : public UpdateMetaDataHandler {
+ public:
+  std::u16string getProductName(const std::u16string& productBaseCode,
+                                const std::u16string&) override {
+    grow();
+    return productBaseCode;
+  }
+  std::u16string getProductBaseCode(const std::u16string& productName,
+                                    const std::u16string&) override {
+    grow();
+    return productName;
+  }
+  int lookUps = 0;
+  int productsToAdd = 0;
+
+ private:
+  void grow() {
+    ++lookUps;
+    for (int count = 0; count < 10 && productsToAdd > 0; ++count, --productsToAdd) {
+      const std::u16string name(1, static_cast<char16_t>(u'a' + productsToAdd % 26));
+      setProductDeltaData(u"P", {name}, {name}, {{name, {{name, 1}}}}, {{name, {{name, 1, 2}}}});
+    }
+  }
+};
+
+TEST_P(ComponentQuery, VisitsAProductThatAVirtualCallAppends) {
+  GrowingHandler growing;
+  GetParam().addProduct(growing, u"P", {{u"first", {u"1"}}});
+  growing.productsToAdd = 1000;
+  Keys expected = {u"first_1"};
+  for (char16_t letter = u'a'; letter <= u'z'; ++letter) {
+    expected.insert({letter, u'_', letter});
+  }
+  EXPECT_EQ((growing.*GetParam().ofCode)(u"P", u""), expected);
+  EXPECT_EQ(growing.lookUps, 1001);
+  growing.productsToAdd = 1000;
+  growing.lookUps = 0;
+  EXPECT_EQ((growing.*GetParam().byCode)(u""), (KeysByCode{{u"P", {u"first_1"}}}));
+  EXPECT_EQ(growing.lookUps, 2001);
+}
+
+// A handler whose look-ups give the product that is asked about another component.
+class FillingHandler : public UpdateMetaDataHandler {
+ public:
+  std::u16string getProductName(const std::u16string&, const std::u16string&) override {
+    const auto& products = root->getProductsDeltaData();
+    setCompsToDelete(products[0], {u"late"}, {{u"late", {{u"x", 1}}}});
+    setCompsToExtract(products[0], {u"late"}, {{u"late", {{u"x", 1, 2}}}});
+    return u"P";
+  }
+};
+
+TEST_P(TwoArgumentQuery, SeesWhatTheLookUpHasGivenTheProduct) {
+  FillingHandler filling;
+  GetParam().addProduct(filling, u"P", {{u"core", {u"bin"}}});
+  EXPECT_EQ((filling.*GetParam().ofCode)(u"", u""), (Keys{u"core_bin", u"late_x"}));
+}
+
+TEST_P(ComponentQuery, AsksTheProductCatalogueThroughTheHandlersOwnOperations) {
+  test_support::TemporaryFolder folder;
+  folder.writeFile("products.tsv",
+                   "code\tname\tnumber\tcontrolling\n"
+                   "C1\tPress\t1\t\n"
+                   "C1\tOld Press\t1\t\n"
+                   "C2\tMill\t2\t\n");
+  test_support::RecordingHandler recording;
+  GetParam().addProduct(recording, u"Old Press", {{u"core", {u"old"}}});
+  GetParam().addProduct(recording, u"Press", {{u"core", {u"new"}}});
+  GetParam().addProduct(recording, u"Mill", {{u"core", {u"mill"}}});
+  recording.takeCalls();
+  const std::u16string location = folder.path();
+  EXPECT_EQ((recording.*GetParam().byCode)(location),
+            (KeysByCode{{u"C1", {u"core_old"}}, {u"C2", {u"core_mill"}}}));
+  // A location that would not open is ignored from here on.
+  EXPECT_EQ((recording.*GetParam().ofCode)(u"C1", u"elsewhere"), Keys{u"core_new"});
+  const std::string query = std::string("getComponents") + GetParam().name;
+  const std::string opening = "initializeProductDataProvider(\"" + folder.nativePath() + "\")";
+  const std::string notOpening = "initializeProductDataProvider(\"elsewhere\")";
+  const std::string ask = "getProductName(\"C1\", \"elsewhere\")";
+  EXPECT_THAT(recording.calls(),
+              ElementsAre(query + "(\"" + folder.nativePath() + "\")",
+                          "getProductBaseCode(\"Old Press\", \"" + folder.nativePath() + "\")",
+                          opening, "getProductBaseCode(\"Press\", \"" + folder.nativePath() + "\")",
+                          opening, "getProductBaseCode(\"Mill\", \"" + folder.nativePath() + "\")",
+                          opening, query + "(\"C1\", \"elsewhere\")", ask, notOpening, ask,
+                          notOpening, ask, notOpening));
+}
+
+}  // namespace
+}  // namespace install::update_metadata_parser
