@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cxxabi.h>
+
+#include <cstdlib>
+#include <exception>
+#include <memory>
+#include <string>
+#include <typeinfo>
+
+#include "foundation/json/Value.h"
+
+namespace test_support {
+
+/// Describes what an action throws: its exact type, ": " and its text, the text up to its first
+/// NUL. "an exception of another kind" for what is no std::exception, "nothing" if it ends well.
+template <class Action>
+std::string failureOf(Action&& action) {
+  try {
+    action();
+  } catch (const std::exception& failure) {
+    const std::unique_ptr<char, decltype(&std::free)> type(
+        abi::__cxa_demangle(typeid(failure).name(), nullptr, nullptr, nullptr), &std::free);
+    return std::string(type.get()) + ": " + failure.what();
+  } catch (...) {
+    return "an exception of another kind";
+  }
+  return "nothing";
+}
+
+/// Describes, as failureOf() does, the failure for a member that is absent or of another kind.
+inline std::string invalidData(const std::string& member) {
+  return "std::runtime_error: Invalid data provided for '" + member + "'";
+}
+
+/// Describes, as failureOf() does, the failure of a conversion between two kinds.
+inline std::string invalidConversion(const std::string& from, const std::string& to) {
+  return "std::runtime_error: invalid conversion: " + from + " to " + to;
+}
+
+template <class From, class To>
+std::string invalidConversion() {
+  return invalidConversion(foundation::json::traits<From>::name,
+                           foundation::json::traits<To>::name);
+}
+
+}  // namespace test_support
