@@ -1,0 +1,106 @@
+# What an installation holds.
+#
+# Components: runtime (the shared library), development (headers, CMake package, pkg-config file, link for the linker),
+# tool (the companion command).
+include(CMakePackageConfigHelpers)
+
+set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
+
+install(
+  TARGETS update_metadata_parser
+  EXPORT update_metadata_parser-targets
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+          COMPONENT runtime
+          NAMELINK_COMPONENT development)
+
+if(TARGET update-metadata)
+  install(TARGETS update-metadata RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
+endif()
+
+# The public headers, and those of the model, the JSON value and the catalogue for callers who derive. They share one
+# include root. What is not listed is private.
+function(ump_install_headers ROOT)
+  foreach(header IN LISTS ARGN)
+    cmake_path(GET header PARENT_PATH folder)
+    install(
+      FILES "${PROJECT_SOURCE_DIR}/${ROOT}/${header}"
+      DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}"
+      COMPONENT development)
+  endforeach()
+endfunction()
+
+ump_install_headers(
+  include
+  install/update_metadata_parser/Export.h
+  install/update_metadata_parser/UpdateMetaData.h
+  install/update_metadata_parser/UpdateMetaDataHandler.h
+  install/update_metadata_parser/UpdateMetaDataJsonParser.h
+  install/update_metadata_parser/UpdatePkgData.h
+  install/update_metadata_parser/Version.h
+  install/update_metadata_parser/fwd.h)
+ump_install_headers(
+  src/model
+  install/datamodels/common/Release.h
+  install/datamodels/product_update/ComponentDataWithFilesToDelete.h
+  install/datamodels/product_update/ComponentDeltaData.h
+  install/datamodels/product_update/PkgDataWithFilesToDelete.h
+  install/datamodels/product_update/PkgDeltaData.h
+  install/datamodels/product_update/ProductDeltaData.h
+  install/datamodels/product_update/ProductUpdateMetaData.h
+  install/datamodels/product_update/ReleaseData.h
+  mf/zero/AbstractContainedElement.h
+  mf/zero/AbstractOwnedCollection.h
+  mf/zero/ElementClass.h
+  mf/zero/Messages.h
+  mf/zero/Model.h
+  mf/zero/ModelElement.h
+  mf/zero/Name.h
+  mf/zero/PrimitiveSequence.h
+  mf/zero/ReferenceCollection.h
+  mf/zero/Uuid.h)
+ump_install_headers(
+  platform
+  foundation/core/except.h
+  foundation/core/export.h
+  foundation/json/Value.h
+  install/product_data_provider/Export.h
+  install/product_data_provider/ProductDataProvider.h)
+
+# find_package(update_metadata_parser). Until version 1 a minor version may break what came before.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(UMP_COMPATIBILITY SameMinorVersion)
+else()
+  set(UMP_COMPATIBILITY SameMajorVersion)
+endif()
+write_basic_package_version_file(
+  "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser-config-version.cmake"
+  COMPATIBILITY ${UMP_COMPATIBILITY})
+configure_package_config_file(
+  "${PROJECT_SOURCE_DIR}/packaging/update_metadata_parser-config.cmake.in"
+  "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser-config.cmake"
+  INSTALL_DESTINATION "${UMP_INSTALL_CMAKEDIR}"
+  NO_SET_AND_CHECK_MACRO)
+install(
+  FILES "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser-config.cmake"
+        "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser-config-version.cmake"
+  DESTINATION "${UMP_INSTALL_CMAKEDIR}"
+  COMPONENT development)
+install(
+  EXPORT update_metadata_parser-targets
+  NAMESPACE update_metadata_parser::
+  DESTINATION "${UMP_INSTALL_CMAKEDIR}"
+  COMPONENT development)
+
+# pkg-config: the file finds everything from its own place, so that an installation can be moved.
+set(UMP_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
+set(UMP_PC_INCLUDEDIR "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
+set(UMP_PC_LIBDIR "${CMAKE_INSTALL_FULL_LIBDIR}")
+cmake_path(RELATIVE_PATH UMP_PC_PREFIX BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
+cmake_path(RELATIVE_PATH UMP_PC_INCLUDEDIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+cmake_path(RELATIVE_PATH UMP_PC_LIBDIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+configure_file("${PROJECT_SOURCE_DIR}/packaging/update_metadata_parser.pc.in"
+               "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser.pc" @ONLY)
+install(
+  FILES "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+  COMPONENT development)
