@@ -1,0 +1,239 @@
+#include "QueryCommand.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::readBytes;
+using test_support::runTool;
+using test_support::TemporaryFolder;
+using test_support::ToolRun;
+using test_support::ToolSurroundings;
+
+const std::string kSourceDir = UMP_SOURCE_DIR;
+
+ToolRun answered(const std::string& out) {
+  return {0, out, ""};
+}
+
+// --- the sample documents -------------------------------------------------------------------
+
+struct SampleQuestion {
+  const char* name;
+  std::vector<std::string> arguments;  ///< in the folder of the sample documents
+  const char* expected;                ///< file in tests/golden/tool
+};
+
+std::ostream& operator<<(std::ostream& out, const SampleQuestion& row) {
+  return out << row.name;
+}
+
+class SampleDocuments : public ::testing::TestWithParam<SampleQuestion> {};
+
+TEST_P(SampleDocuments, AreAnsweredAsStored) {
+  ToolSurroundings around;
+  around.folder = kSourceDir + "/examples/documents";
+  EXPECT_EQ(runTool(GetParam().arguments, around),
+            answered(readBytes(kSourceDir + "/tests/golden/tool/" + GetParam().expected)));
+}
+
+const std::string kSmall = "small/update.json";
+const std::string kSmallProducts = "small/product-data";
+const std::string kRealistic = "realistic/update.json";
+const std::string kRealisticProducts = "realistic/product-data";
+
+const SampleQuestion kSampleQuestions[] = {
+    {"SmallForPeople", {"query", kSmall, "--product-data", kSmallProducts}, "small.txt"},
+    {"SmallForPrograms",
+     {"query", kSmall, "--product-data", kSmallProducts, "--format", "json"},
+     "small.json"},
+    {"ProductDataNamedByTheFile",
+     {"query", kSmall, "--product-data", kSmallProducts + "/products.tsv", "--format=json"},
+     "small.json"},
+    {"RealisticForPeople",
+     {"query", kRealistic, "--product-data", kRealisticProducts, "--format", "text"},
+     "realistic.txt"},
+    {"RealisticForPrograms",
+     {"query", "--format", "json", "--product-data", kRealisticProducts, "--", kRealistic},
+     "realistic.json"},
+    {"NamesForCodesForPeople", {"query", kRealistic}, "realistic-names.txt"},
+    {"NamesForCodesForPrograms", {"query", kRealistic, "--format", "json"}, "realistic-names.json"},
+    {"OneCodeForPeople",
+     {"query", kRealistic, "--product-data", kRealisticProducts, "--base-code", "FA"},
+     "realistic-one-code.txt"},
+    {"OneCodeForPrograms",
+     {"query", kRealistic, "--product-data", kRealisticProducts, "--base-code", "FA",
+      "--format=json"},
+     "realistic-one-code.json"},
+};
+INSTANTIATE_TEST_SUITE_P(Samples, SampleDocuments, ::testing::ValuesIn(kSampleQuestions),
+                         [](const auto& row) { return row.param.name; });
+
+// --- single properties of the answers -------------------------------------------------------
+
+// A document with both releases; `sections` are its last three members.
+std::string makeDocument(const std::string& sections) {
+  const std::string release =
+      "{\"zelvan_version\":\"\",\"date\":\"\",\"version\":\"V\",\"prerelease\":true,"
+      "\"release\":\"F\",\"checksum\":\"\",\"description\":\"\",\"update\":200}";
+  return "{\"metadata\":{\"arch\":\"\",\"base\":" + release + ",\"target\":" + release + "}," +
+         sections + "}";
+}
+
+const std::string kNoSections =
+    R"("components":null,"products":null,"componentsWithFilesDeleted":null)";
+
+ToolRun ask(const std::string& document, std::vector<std::string> options) {
+  const TemporaryFolder folder;
+  folder.writeFile("update.json", document);
+  options.insert(options.begin(), {"query", "update.json"});
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  return runTool(options, around);
+}
+
+TEST(QueryForPeople, SaysNoneForEveryEmptyAnswer) {
+  EXPECT_EQ(ask(R"({"metadata":{"arch":"","base":null,"target":null},)" + kNoSections + "}",
+                {"--product-data", "."}),
+            answered("Base release:   none\n"
+                     "Target release: none, update level 0\n"
+                     "\nPackages to delete: none\n"
+                     "\nPackages to extract: none\n"
+                     "\nSizes of the packages to extract: none\n"
+                     "\nPackages with single files to delete: none\n"));
+}
+
+TEST(QueryForPrograms, WritesEveryMemberOfAnEmptyAnswer) {
+  const std::string rest =
+      R"("updateSizeForComponentsToExtract":{},"componentsWithFilesToDelete":{}})"
+      "\n";
+  const std::string releases = R"({"base":{"family":"F","version":"V"},)"
+                               R"("target":{"family":"F","version":"V","updateLevel":-56},)";
+  EXPECT_EQ(ask(makeDocument(kNoSections), {"--format", "json"}),
+            answered(releases + R"("componentsToDelete":{},"componentsToExtract":{},)" + rest));
+  EXPECT_EQ(ask(makeDocument(kNoSections), {"--format", "json", "--base-code", "none"}),
+            answered(releases + R"("componentsToDelete":[],"componentsToExtract":[],)" + rest));
+}
+
+// Names with control characters, a quote, a backslash and a character beyond U+FFFF.
+const std::string kOddNames =
+    R"("components":{"c\u001b[2J":{"delete":{"":{"size":1}},"extract":{)"
+    R"("\"\\\u0085\ud83d\ude00":{"size":-1,"uncompressedBytes":1e30}}}},)"
+    R"("products":{"p\n":{"delete":["c\u001b[2J"],"extract":["c\u001b[2J"]}},)"
+    R"("componentsWithFilesDeleted":{"d":{"e":{"size":2048,"files":["\u007f",""]}}})";
+
+TEST(QueryForPeople, ShowsControlCharactersByTheirCode) {
+  EXPECT_EQ(
+      ask(makeDocument(kOddNames), {}),
+      answered("Base release:   F, version V\n"
+               "Target release: F, version V, update level -56\n"
+               "\nNote: no product data were given (--product-data DIR), so each product's name "
+               "stands for its base code.\n"
+               "\nPackages to delete: for 1 base code\n"
+               "  p<U+000A>: 1 package\n"
+               "    c<U+001B>[2J_\n"
+               "\nPackages to extract: for 1 base code\n"
+               "  p<U+000A>: 1 package\n"
+               "    c<U+001B>[2J_\"\\<U+0085>\xF0\x9F\x98\x80\n"
+               "\nSizes of the packages to extract: 1 package\n"
+               "  c<U+001B>[2J_\"\\<U+0085>\xF0\x9F\x98\x80: -1 byte, unpacked "
+               "-9223372036854775808 bytes (-8.0 EiB)\n"
+               "\nPackages with single files to delete: 1 package, 2 files\n"
+               "  d_e: 2048 bytes (2.0 KiB), 2 files\n"
+               "    (empty)\n"
+               "    <U+007F>\n"));
+}
+
+TEST(QueryForPrograms, EscapesOnlyWhatJsonRequires) {
+  const std::string key = "\"c\\u001b[2J_\\\"\\\\\xC2\x85\xF0\x9F\x98\x80\"";
+  EXPECT_EQ(ask(makeDocument(kOddNames), {"--format", "json", "--base-code", "p\n"}),
+            answered(R"({"base":{"family":"F","version":"V"},)"
+                     R"("target":{"family":"F","version":"V","updateLevel":-56},)"
+                     R"("componentsToDelete":["c\u001b[2J_"],"componentsToExtract":[)" +
+                     key + R"(],"updateSizeForComponentsToExtract":{)" + key +
+                     R"(:{"size":-1,"uncompressedBytes":-9223372036854775808}},)"
+                     R"("componentsWithFilesToDelete":{"d_e":{"size":2048,"files":["",")"
+                     "\x7F\"]}}}\n"));
+}
+
+const std::string kTwoProducts =
+    R"("components":{"c":{"delete":{},"extract":{"e":{"size":1,"uncompressedBytes":1}}}},)"
+    R"("products":{"p":{"delete":[],"extract":["c"]},"q":{"delete":[],"extract":["c"]}},)"
+    R"("componentsWithFilesDeleted":{})";
+
+TEST(QueryForPeople, NotesThatTheProductDataDoNotKnowAProduct) {
+  EXPECT_EQ(ask(makeDocument(kTwoProducts), {"--product-data", "nowhere"}),
+            answered("Base release:   F, version V\n"
+                     "Target release: F, version V, update level -56\n"
+                     "\nNote: the product data at nowhere do not know every product of the "
+                     "document. An unknown product has the empty base code;\n"
+                     "of several, only the first is listed.\n"
+                     "\nPackages to delete: none\n"
+                     "\nPackages to extract: for 1 base code\n"
+                     "  (empty): 1 package\n"
+                     "    c_e\n"
+                     "\nSizes of the packages to extract: 1 package\n"
+                     "  c_e: 1 byte, unpacked 1 byte\n"
+                     "\nPackages with single files to delete: none\n"));
+}
+
+// Takes what an answer says under one member.
+std::string takeMember(const ToolRun& run, const std::string& name, const std::string& next) {
+  const std::size_t begin = run.out.find('"' + name + "\":");
+  const std::size_t end = run.out.find(",\"" + next + "\":");
+  return begin < end && end < run.out.size() ? run.out.substr(begin, end - begin) : run.err;
+}
+
+struct BaseCode {
+  const char* name;
+  std::vector<std::string> options;
+  const char* extracted;
+};
+
+std::ostream& operator<<(std::ostream& out, const BaseCode& row) {
+  return out << row.name;
+}
+
+class BaseCodeOption : public ::testing::TestWithParam<BaseCode> {};
+
+TEST_P(BaseCodeOption, IsTakenAsItStands) {
+  const std::string sections =
+      R"("components":{"c":{"delete":{},"extract":{"e":{"size":1,"uncompressedBytes":1}}}},)"
+      R"("products":{"":{"delete":[],"extract":["c"]},"[a,b]":{"delete":[],"extract":["c"]},)"
+      R"("-x":{"delete":[],"extract":["c"]}},"componentsWithFilesDeleted":{})";
+  std::vector<std::string> options = GetParam().options;
+  options.push_back("--format=json");
+  EXPECT_EQ(takeMember(ask(makeDocument(sections), options), "componentsToExtract",
+                       "updateSizeForComponentsToExtract"),
+            std::string("\"componentsToExtract\":") + GetParam().extracted);
+}
+
+const BaseCode kBaseCodes[] = {
+    {"Missing", {}, R"({"":["c_e"],"-x":["c_e"],"[a,b]":["c_e"]})"},
+    {"Empty", {"--base-code", ""}, R"(["c_e"])"},
+    {"Brackets", {"--base-code", "[a,b]"}, R"(["c_e"])"},
+    {"Dash", {"--base-code=-x"}, R"(["c_e"])"},
+    {"Unknown", {"--base-code", "a"}, "[]"},
+};
+INSTANTIATE_TEST_SUITE_P(Codes, BaseCodeOption, ::testing::ValuesIn(kBaseCodes),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Query, TakesAPathThatIsNotAscii) {
+  const TemporaryFolder folder;
+  folder.writeFile("\xC3\xBC/\xF0\x9F\x97\xBA.json", makeDocument(kNoSections));
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  const ToolRun run = runTool({"query", "\xC3\xBC/\xF0\x9F\x97\xBA.json"}, around);
+  EXPECT_EQ(run.exitCode, 0) << run;
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

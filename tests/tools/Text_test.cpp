@@ -1,0 +1,67 @@
+#include "Text.h"
+
+#include <ostream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace update_metadata_tool {
+namespace {
+
+struct VisibleText {
+  const char* name;
+  std::u16string text;
+  std::string shown;
+};
+
+std::ostream& operator<<(std::ostream& out, const VisibleText& row) {
+  return out << row.name;
+}
+
+class VisibleTextOf : public ::testing::TestWithParam<VisibleText> {};
+
+TEST_P(VisibleTextOf, SendsNothingButTextToATerminal) {
+  EXPECT_EQ(toVisible(GetParam().text), GetParam().shown);
+}
+
+const VisibleText kVisibleTexts[] = {
+    {"Empty", u"", "(empty)"},
+    {"Ascii", u" ~\\\"", " ~\\\""},
+    {"Nul", std::u16string(u"a\0b", 3), "a<U+0000>b"},
+    {"EscapeSequence", u"\u001B[31m", "<U+001B>[31m"},
+    {"LineFeed", u"a\nb", "a<U+000A>b"},
+    {"Delete", u"\u007F", "<U+007F>"},
+    {"LastC1Control", u"\u009F", "<U+009F>"},
+    {"NoBreakSpace", u"\u00A0", "\xC2\xA0"},
+    {"DirectionOverride", u"\u202Egpj.exe", "<U+202E>gpj.exe"},
+    {"DirectionIsolate", u"\u2066", "<U+2066>"},
+    {"LineSeparator", u"\u2028", "<U+2028>"},
+    {"TwoBytes", u"\u00FC", "\xC3\xBC"},
+    {"ThreeBytes", u"\uFB01", "\xEF\xAC\x81"},
+    {"FourBytes", u"\U0001F5FA", "\xF0\x9F\x97\xBA"},
+    {"LoneHighSurrogate", u"\xD83D", "\xEF\xBF\xBD"},
+    {"LoneLowSurrogate", std::u16string{0xDC00, u'x'}, "\xEF\xBF\xBDx"},
+    {"HighSurrogateBeforeText", std::u16string{0xD83D, u'x'}, "\xEF\xBF\xBDx"},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, VisibleTextOf, ::testing::ValuesIn(kVisibleTexts),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Utf8OfUtf16, KeepsControlCharactersAndReplacesUnpairedSurrogates) {
+  EXPECT_EQ(toUtf8(std::u16string(u"a\0\u001B\U0001F5FA\xDC00", 6)),
+            std::string("a\0\x1B\xF0\x9F\x97\xBA\xEF\xBF\xBD", 10));
+}
+
+TEST(Utf16OfUtf8, TakesCharactersOfEveryLength) {
+  EXPECT_EQ(toUtf16("a\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA"), u"a\u00FC\uFB01\U0001F5FA");
+}
+
+TEST(Utf8Check, RefusesWhatIsNotWellFormed) {
+  EXPECT_TRUE(isUtf8("a\xC3\xBC\xF0\x9F\x97\xBA"));
+  EXPECT_FALSE(isUtf8("\xFF"));
+  EXPECT_FALSE(isUtf8("a\xC3"));
+  EXPECT_FALSE(isUtf8("\xC0\x80"));
+  EXPECT_FALSE(isUtf8("\xED\xA0\x80"));
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "install/update_metadata_parser/UpdateMetaData.h"
+
+namespace update_metadata_tool {
+
+/// What the user asks: which document, against which product data, for which product.
+struct Question {
+  std::u16string file;
+
+  /// Where the product data are. Without it a product's name stands for its base code.
+  std::optional<std::u16string> productData;
+
+  /// The one product that the packages to delete and to extract are asked for; all without it.
+  std::optional<std::u16string> baseCode;
+};
+
+struct Release {
+  std::u16string family;
+  std::u16string version;
+};
+
+using PackageKeys = std::set<std::u16string>;
+using PackageKeysByBaseCode = std::map<std::u16string, PackageKeys>;
+
+/// The keys of one product if the question names one, else those of every product.
+using Packages = std::variant<PackageKeysByBaseCode, PackageKeys>;
+
+/// Everything that the library answers about one document, in its own types and order.
+struct Answers {
+  Release base;
+  Release target;
+  int targetUpdateLevel = 0;
+  Packages packagesToDelete;
+  Packages packagesToExtract;
+
+  /// Size, then unpacked size, in bytes.
+  std::map<std::u16string, std::pair<std::int64_t, std::int64_t>> sizesToExtract;
+
+  /// Files to delete, then the package's size in bytes.
+  std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesToDelete;
+};
+
+/// Loads the document of `question`. Whatever the library throws passes through.
+std::shared_ptr<install::update_metadata_parser::UpdateMetaData> loadUpdate(
+    const Question& question);
+
+/// Asks everything about a loaded document. The library's and the product catalogue's exceptions
+/// pass through.
+///
+/// \pre `update` comes from loadUpdate() with the same question
+Answers gatherAnswers(const install::update_metadata_parser::UpdateMetaData& update,
+                      const Question& question);
+
+}  // namespace update_metadata_tool

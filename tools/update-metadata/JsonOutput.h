@@ -1,0 +1,16 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "Answers.h"
+
+namespace update_metadata_tool {
+
+/// Writes all answers as one line of JSON and a line feed, in UTF-8.
+///
+/// Members have a fixed order; names and keys stand in the order of the answers. The two lists of
+/// packages are objects by base code, or arrays if the question named one. Memory does not grow
+/// with the answers.
+void writeJson(const Answers& answers, std::ostream& out);
+
+}  // namespace update_metadata_tool

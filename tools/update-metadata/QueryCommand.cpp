@@ -1,0 +1,105 @@
+#include "QueryCommand.h"
+
+#include <exception>
+#include <memory>
+#include <ostream>
+
+#include "Advice.h"
+#include "JsonOutput.h"
+#include "Text.h"
+#include "TextOutput.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kJson = "json";
+constexpr const char* kText = "text";
+
+constexpr const char* kExamples = R"(Examples:
+  update-metadata query update.json
+  update-metadata query update.json --product-data /srv/product-data
+  update-metadata query update.json --product-data /srv/product-data --base-code ED
+  update-metadata query update.json --format json
+
+Exit status: 0 answered, 1 the document could not be loaded or answered, 2 wrong usage.)";
+
+std::string refuseIllFormedText(const std::string& argument) {
+  return isUtf8(argument) ? "" : "the argument is not UTF-8";
+}
+
+std::optional<std::u16string> toOptionalUtf16(const std::optional<std::string>& argument) {
+  return argument ? std::optional(toUtf16(*argument)) : std::nullopt;
+}
+
+// Writes the text of `failure` as it stands, then which file it is about and what to do.
+void report(const std::exception& failure, const std::u16string& file, const std::string& whatToDo,
+            std::ostream& err) {
+  err << failure.what() << "\nupdate-metadata: '" << toVisible(file) << "' " << whatToDo << '\n';
+}
+
+}  // namespace
+
+QueryCommand::QueryCommand(CLI::App& app)
+    : subcommand_(app.add_subcommand("query", "Answer every question about one document")) {
+  const CLI::Validator isText(refuseIllFormedText, "");
+  subcommand_->add_option("FILE", file_, "The update metadata document (JSON)")
+      ->required()
+      ->type_name("")
+      ->check(isText);
+  subcommand_
+      ->add_option("--product-data", productData_,
+                   "Folder with the product data; without it, the name of a product stands for its "
+                   "base code")
+      ->type_name("DIR")
+      ->check(isText);
+  subcommand_
+      ->add_option("--base-code", baseCode_,
+                   "Tell the packages to delete and to extract of this product alone")
+      ->type_name("CODE")
+      ->check(isText);
+  subcommand_->add_option("--format", format_, "Write 'text' for people or 'json' for programs")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({kText, kJson}))
+      ->capture_default_str();
+  subcommand_->footer(kExamples);
+}
+
+Question QueryCommand::makeQuestion() const {
+  return {toUtf16(file_), toOptionalUtf16(productData_), toOptionalUtf16(baseCode_)};
+}
+
+std::optional<Answers> QueryCommand::answer(const Question& question, std::ostream& err) const {
+  std::shared_ptr<install::update_metadata_parser::UpdateMetaData> update;
+  try {
+    update = loadUpdate(question);
+  } catch (const std::exception& failure) {
+    report(failure, question.file, "could not be loaded; " + adviseOnLoading(failure), err);
+    return std::nullopt;
+  }
+  try {
+    return gatherAnswers(*update, question);
+  } catch (const std::exception& failure) {
+    report(failure, question.file,
+           "was loaded, but the questions about it could not be answered; " +
+               adviseOnAnswering(failure, question.productData.value_or(std::u16string())),
+           err);
+    return std::nullopt;
+  }
+}
+
+ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
+  const Question question = makeQuestion();
+  const std::optional<Answers> answers = answer(question, err);
+  if (!answers) {
+    return ExitCode::kFailed;
+  }
+  if (format_ == kJson) {
+    writeJson(*answers, out);
+  } else {
+    writeText(question, *answers, out);
+  }
+  out.flush();
+  return ExitCode::kAnswered;
+}
+
+}  // namespace update_metadata_tool

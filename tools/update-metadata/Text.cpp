@@ -1,0 +1,114 @@
+#include "Text.h"
+
+#include <cstddef>
+
+#include <utf8.h>
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+// What is never sent to a terminal as it stands.
+constexpr Range kUnseen[] = {
+    {0x0000, 0x001F},  // C0 controls
+    {0x007F, 0x009F},  // delete and C1 controls
+    {0x061C, 0x061C},  // Arabic letter mark
+    {0x200E, 0x200F},  // left-to-right and right-to-left mark
+    {0x2028, 0x202E},  // line and paragraph separator, embeddings and overrides of direction
+    {0x2066, 0x2069},  // isolates of direction
+};
+
+bool isUnseen(char32_t character) {
+  if (character >= 0x20 && character < 0x7F) {
+    return false;  // nearly every character of nearly every name
+  }
+  for (const Range& range : kUnseen) {
+    if (character >= range.first && character <= range.last) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool isHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool isLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+// Takes the character at `index`, one unit or two, and steps over it.
+char32_t takeCharacter(std::u16string_view text, std::size_t& index) {
+  const char16_t unit = text[index++];
+  if (isHighSurrogate(unit) && index < text.size() && isLowSurrogate(text[index])) {
+    const char16_t low = text[index++];
+    return 0x10000U + ((static_cast<char32_t>(unit) - 0xD800U) << 10U) + (low - 0xDC00U);
+  }
+  return isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit;
+}
+
+void append(char32_t character, std::string& text) {
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+  } else {
+    utf8::append(character, text);
+  }
+}
+
+// The code in at least four hexadecimal digits, as in U+001B.
+void appendCode(char32_t character, std::string& shown) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  shown += "<U+";
+  for (unsigned shift = character > 0xFFFF ? 20 : 12;; shift -= 4) {
+    shown += kDigits[(character >> shift) & 0xFU];
+    if (shift == 0) {
+      break;
+    }
+  }
+  shown += '>';
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view text) {
+  return utf8::is_valid(text.begin(), text.end());
+}
+
+std::u16string toUtf16(std::string_view text) {
+  return utf8::utf8to16(text);
+}
+
+std::string toUtf8(std::u16string_view text) {
+  std::string converted;
+  converted.reserve(text.size());
+  for (std::size_t index = 0; index < text.size();) {
+    append(takeCharacter(text, index), converted);
+  }
+  return converted;
+}
+
+std::string toVisible(std::u16string_view text) {
+  if (text.empty()) {
+    return "(empty)";
+  }
+  std::string shown;
+  shown.reserve(text.size());
+  for (std::size_t index = 0; index < text.size();) {
+    const char32_t character = takeCharacter(text, index);
+    if (isUnseen(character)) {
+      appendCode(character, shown);
+    } else {
+      append(character, shown);
+    }
+  }
+  return shown;
+}
+
+}  // namespace update_metadata_tool

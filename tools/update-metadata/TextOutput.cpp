@@ -1,0 +1,130 @@
+#include "TextOutput.h"
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+
+#include "ReadableSize.h"
+#include "Text.h"
+
+namespace update_metadata_tool {
+namespace {
+
+std::string count(std::size_t number, const std::string& thing) {
+  return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
+}
+
+std::string describeRelease(const Release& release) {
+  if (release.family.empty() && release.version.empty()) {
+    return "none";
+  }
+  return toVisible(release.family) + ", version " + toVisible(release.version);
+}
+
+std::string describeTarget(const Answers& answers) {
+  const std::string level = "update level " + std::to_string(answers.targetUpdateLevel);
+  return describeRelease(answers.target) + ", " + level;
+}
+
+void writeKeys(const PackageKeys& keys, const char* indent, std::ostream& out) {
+  for (const std::u16string& key : keys) {
+    out << indent << toVisible(key) << '\n';
+  }
+}
+
+void writePackagesOfOneProduct(const char* title, const std::u16string& baseCode,
+                               const PackageKeys& keys, std::ostream& out) {
+  out << '\n' << title << " for base code " << toVisible(baseCode) << ": ";
+  if (keys.empty()) {
+    out << "none\n";
+    return;
+  }
+  out << count(keys.size(), "package") << '\n';
+  writeKeys(keys, "  ", out);
+}
+
+void writePackagesOfAllProducts(const char* title, const PackageKeysByBaseCode& packages,
+                                std::ostream& out) {
+  out << '\n' << title << ": ";
+  if (packages.empty()) {
+    out << "none\n";
+    return;
+  }
+  out << "for " << count(packages.size(), "base code") << '\n';
+  for (const auto& [baseCode, keys] : packages) {
+    out << "  " << toVisible(baseCode) << ": " << count(keys.size(), "package") << '\n';
+    writeKeys(keys, "    ", out);
+  }
+}
+
+void writePackages(const char* title, const Question& question, const Packages& packages,
+                   std::ostream& out) {
+  if (const auto* keys = std::get_if<PackageKeys>(&packages)) {
+    writePackagesOfOneProduct(title, question.baseCode.value_or(std::u16string()), *keys, out);
+  } else {
+    writePackagesOfAllProducts(title, std::get<PackageKeysByBaseCode>(packages), out);
+  }
+}
+
+bool hasEmptyBaseCode(const Packages& packages) {
+  const auto* byBaseCode = std::get_if<PackageKeysByBaseCode>(&packages);
+  return byBaseCode != nullptr && byBaseCode->count(std::u16string()) != 0;
+}
+
+// Says what the reader of the lists cannot see from them: where the base codes come from.
+void writeNotes(const Question& question, const Answers& answers, std::ostream& out) {
+  if (!question.productData) {
+    out << "\nNote: no product data were given (--product-data DIR), so each product's name stands "
+           "for its base code.\n";
+  } else if (hasEmptyBaseCode(answers.packagesToDelete) ||
+             hasEmptyBaseCode(answers.packagesToExtract)) {
+    out << "\nNote: the product data at " << toVisible(*question.productData)
+        << " do not know every product of the document. An unknown product has the empty base "
+           "code;\nof several, only the first is listed.\n";
+  }
+}
+
+void writeSizes(const Answers& answers, std::ostream& out) {
+  out << "\nSizes of the packages to extract: ";
+  if (answers.sizesToExtract.empty()) {
+    out << "none\n";
+    return;
+  }
+  out << count(answers.sizesToExtract.size(), "package") << '\n';
+  for (const auto& [key, sizes] : answers.sizesToExtract) {
+    out << "  " << toVisible(key) << ": " << toReadableSize(sizes.first) << ", unpacked "
+        << toReadableSize(sizes.second) << '\n';
+  }
+}
+
+void writeFiles(const Answers& answers, std::ostream& out) {
+  out << "\nPackages with single files to delete: ";
+  if (answers.filesToDelete.empty()) {
+    out << "none\n";
+    return;
+  }
+  std::size_t files = 0;
+  for (const auto& entry : answers.filesToDelete) {
+    files += entry.second.first.size();
+  }
+  out << count(answers.filesToDelete.size(), "package") << ", " << count(files, "file") << '\n';
+  for (const auto& [key, filesAndSize] : answers.filesToDelete) {
+    out << "  " << toVisible(key) << ": " << toReadableSize(filesAndSize.second) << ", "
+        << count(filesAndSize.first.size(), "file") << '\n';
+    writeKeys(filesAndSize.first, "    ", out);
+  }
+}
+
+}  // namespace
+
+void writeText(const Question& question, const Answers& answers, std::ostream& out) {
+  out << "Base release:   " << describeRelease(answers.base)
+      << "\nTarget release: " << describeTarget(answers) << '\n';
+  writeNotes(question, answers, out);
+  writePackages("Packages to delete", question, answers.packagesToDelete, out);
+  writePackages("Packages to extract", question, answers.packagesToExtract, out);
+  writeSizes(answers, out);
+  writeFiles(answers, out);
+}
+
+}  // namespace update_metadata_tool

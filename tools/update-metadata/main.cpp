@@ -1,0 +1,74 @@
+#include <cerrno>
+#include <csignal>
+#include <exception>
+#include <ios>
+#include <iostream>
+#include <new>
+#include <string>
+#include <system_error>
+
+#include <CLI/CLI.hpp>
+
+#include "ExitCode.h"
+#include "QueryCommand.h"
+#include "install/update_metadata_parser/Version.h"
+
+namespace {
+
+using update_metadata_tool::ExitCode;
+
+ExitCode runCommand(int argc, const char* const* argv) {
+  CLI::App app("Answers questions about update metadata documents.", "update-metadata");
+  app.set_version_flag(
+      "--version", std::string("update-metadata ") + install::update_metadata_parser::version());
+  app.require_subcommand(0, 1);
+  app.footer(
+      "'update-metadata query --help' tells its options. Example:\n"
+      "  update-metadata query update.json --product-data /srv/product-data");
+  const update_metadata_tool::QueryCommand query(app);
+  try {
+    app.parse(argc, argv);
+    // Not left to the parser, which would complain of this rather than of a misspelt subcommand.
+    if (!query.isChosen()) {
+      throw CLI::RequiredError("A subcommand");
+    }
+  } catch (const CLI::ParseError& end) {
+    // Also the way in which --help and --version end, with the code 0.
+    const int code = app.exit(end, std::cout, std::cerr);
+    std::cout.flush();
+    return code == 0 ? ExitCode::kAnswered : ExitCode::kWrongUsage;
+  }
+  return query.run(std::cout, std::cerr);
+}
+
+void reportUnwrittenOutput(int error) {
+  std::cerr << "update-metadata: standard output could not be written";
+  if (error != 0) {
+    std::cerr << ": " << std::generic_category().message(error);
+  }
+  std::cerr << "; what was written is not complete\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // A reader of our output that goes away shall be a failed write with a message, not a silent end.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::ios_base::sync_with_stdio(false);
+  std::cout.exceptions(std::ios_base::badbit);
+  try {
+    errno = 0;
+    return static_cast<int>(runCommand(argc, argv));
+  } catch (const std::ios_base::failure&) {
+    // Only standard output throws this out of a command; the last system call was its write.
+    const int error = errno;
+    // Standard error flushes standard output first, which would throw again.
+    std::cout.exceptions(std::ios_base::goodbit);
+    reportUnwrittenOutput(error);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "update-metadata: there is not enough memory\n";
+  } catch (const std::exception& failure) {
+    std::cerr << "update-metadata: " << failure.what() << '\n';
+  }
+  return static_cast<int>(ExitCode::kFailed);
+}
