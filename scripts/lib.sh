@@ -1,0 +1,92 @@
+# What the scripts share. A script sources this file first, which also takes it to the root of the
+# repository, whatever the working directory of its caller.
+# shellcheck shell=bash
+
+set -euo pipefail
+unset CDPATH
+cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+
+# One order of sorting, one language of messages, and no more jobs than cores.
+export LC_ALL=C.UTF-8
+export CMAKE_BUILD_PARALLEL_LEVEL="${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}"
+export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
+
+# The Debian packages that a build of the library and its command needs, and those of the tests.
+build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libutfcpp-dev)
+# shellcheck disable=SC2034
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev)
+
+# say TEXT...: tells the user what happens now.
+say() {
+  printf '%s\n' "$*"
+}
+
+# fail LINE...: tells what went wrong and what to do next, and ends the script.
+fail() {
+  printf '%s: %s\n' "$(basename -- "$0")" "$1" >&2
+  if (($# > 1)); then
+    printf '  %s\n' "${@:2}" >&2
+  fi
+  exit 1
+}
+
+# quietly NAME COMMAND...: runs a command with its output in build/logs/NAME.log, which is shown if
+# the command fails.
+quietly() {
+  local log="build/logs/$1.log"
+  shift
+  mkdir -p build/logs
+  if ! "$@" >"$log" 2>&1 </dev/null; then
+    tail -n 100 -- "$log" >&2
+    fail "this command failed: $*" "Its whole output is in $PWD/$log."
+  fi
+}
+
+# is_installed PACKAGE: whether this Debian package is installed.
+is_installed() {
+  dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
+}
+
+# install_missing PACKAGE...: installs those of the Debian packages that are missing. Needs neither
+# network nor rights when none is, and never asks anything.
+install_missing() {
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    fail "this system is not Debian, so nothing can be installed for you." \
+      "Install what these Debian packages hold, then build with CMake by hand (see README.md):" "$*"
+  fi
+
+  local package
+  local missing=()
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+  if ((${#missing[@]} == 0)); then
+    return
+  fi
+
+  local as_root=()
+  if ((EUID != 0)); then
+    if ! sudo -n true 2>/dev/null; then
+      fail "these Debian packages are missing: ${missing[*]}" \
+        "Installing them needs root, or sudo without a password. Install them with" \
+        "  apt-get install ${missing[*]}" \
+        "and run this script again."
+    fi
+    as_root=(sudo -n)
+  fi
+
+  say "Installing ${missing[*]}"
+  local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
+    apt-get -q -y -o DPkg::Lock::Timeout=300)
+  mkdir -p build/logs
+  "${apt[@]}" -o APT::Update::Error-Mode=any update >build/logs/apt-update.log 2>&1 </dev/null ||
+    say "Some package lists are not fresh (is the network reachable?): build/logs/apt-update.log"
+  quietly apt-install "${apt[@]}" install --no-install-recommends "${missing[@]}"
+}
+
+# build_preset NAME: configures and builds a preset, quietly.
+build_preset() {
+  say "Building build/$1"
+  quietly "configure-$1" cmake --preset "$1"
+  quietly "build-$1" cmake --build --preset "$1"
+}
