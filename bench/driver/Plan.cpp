@@ -1,0 +1,268 @@
+#include "driver/Plan.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+#include "driver/Experiment.h"
+#include "driver/Process.h"
+#include "generate/Document.h"
+#include "generate/HostileText.h"
+#include "generate/Presets.h"
+
+namespace bench::driver {
+namespace {
+
+using generate::DocumentShape;
+using generate::HostileText;
+
+constexpr const char* kOurs = "ours";
+// Documents up to this size are measured several times as often: chance weighs more there.
+constexpr std::uintmax_t kSmallBytes = std::uintmax_t{1} << 20;
+constexpr std::size_t kSmallRounds = 5;
+
+// One document to measure.
+struct Document {
+  std::string name;
+  std::string file;
+};
+
+class PlanRunner {
+ public:
+  PlanRunner(const Plan& plan, const Worker& worker) : plan_(plan), worker_(worker) {}
+
+  std::vector<Row> run() {
+    std::filesystem::create_directories(plan_.documents);
+    for (const std::string& file : plan_.files) {
+      measureDocument({std::filesystem::path(file).filename().string(), file}, true);
+    }
+    for (const std::string& name : plan_.presets) {
+      measurePreset(name);
+    }
+    if (includes("hostile")) {
+      for (const HostileText& text : generate::hostileTexts()) {
+        measureHostile(text);
+      }
+    }
+    if (includes("growth")) {
+      measureGrowth();
+    }
+    if (includes("micro")) {
+      addMicroBenchmarks();
+    }
+    return std::move(rows_);
+  }
+
+ private:
+  bool includes(const char* task) const {
+    return std::find(plan_.tasks.begin(), plan_.tasks.end(), task) != plan_.tasks.end();
+  }
+
+  std::string pathOf(const std::string& name) const {
+    return (std::filesystem::path(plan_.documents) / (name + ".json")).string();
+  }
+
+  Document make(const std::string& name, const DocumentShape& shape) const {
+    std::ofstream out(pathOf(name), std::ios_base::binary);
+    generate::writeDocument(shape, [&out](std::string_view piece) {
+      out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+    });
+    return closed(out, name);
+  }
+
+  Document closed(std::ofstream& out, const std::string& name) const {
+    out.close();
+    if (!out) {
+      throw std::runtime_error("cannot write " + pathOf(name));
+    }
+    return {name, pathOf(name)};
+  }
+
+  void measurePreset(const std::string& name) {
+    const generate::Preset* preset = generate::findPreset(name);
+    if (preset == nullptr) {
+      throw std::invalid_argument("there is no preset " + name);
+    }
+    const bool isPlain = name == "small" || name == "medium" || name == "large";
+    measureDocument(make(name, preset->shape), isPlain);
+    if (isPlain && name != "small" && includes("parse")) {
+      DocumentShape indented = preset->shape;
+      indented.indent = 2;
+      measureParse(make(name + ", indented", indented));
+    }
+  }
+
+  void measureDocument(const Document& document, bool parse) {
+    if (parse && includes("parse")) {
+      measureParse(document);
+    }
+    if (includes("load")) {
+      measureLoad(document);
+    }
+    if (includes("phases")) {
+      measurePhases(document);
+    }
+  }
+
+  // The contenders that can do one of the tasks on one file, this library first.
+  std::vector<Contender> contenders(const std::vector<std::string>& tasks,
+                                    const std::string& file) const {
+    std::vector<Contender> all;
+    for (const std::string& task : tasks) {
+      for (const PeerInfo& peer : worker_.peers()) {
+        if (worker_.can(peer.name, task)) {
+          all.push_back({peer.name, task, file});
+        }
+      }
+    }
+    return all;
+  }
+
+  std::size_t roundsFor(const Document& document) const {
+    const bool isSmall = std::filesystem::file_size(document.file) < kSmallBytes;
+    return plan_.rounds * (isSmall ? kSmallRounds : 1);
+  }
+
+  static void announce(const std::string& task, const std::string& document) {
+    std::cerr << '\n' << task << ", " << document << ' ' << std::flush;
+  }
+
+  void measureParse(const Document& document) {
+    announce("PARSE", document.name);
+    Experiment experiment(document.name, contenders({"parse"}, document.file));
+    experiment.run(worker_, roundsFor(document));
+    rows_.push_back(experiment.row(milliseconds("PARSE"), "parse"));
+    rows_.push_back(experiment.row(destructionMilliseconds("PARSE, destroying the tree"), "parse"));
+    rows_.push_back(experiment.row(
+        keptBytesPer("PARSE, tree above the text, each package", worker_.packagesIn(document.file)),
+        "parse"));
+  }
+
+  void measureLoad(const Document& document) {
+    announce("LOAD+QUERY", document.name);
+    worker_.verify(document.file);
+    Experiment experiment(document.name, contenders({"load", "load-tuned"}, document.file));
+    experiment.run(worker_, roundsFor(document));
+    const std::pair<const char*, const char*> forms[] = {{"load", "plain"},
+                                                         {"load-tuned", "tuned"}};
+    for (const auto& [task, form] : forms) {
+      const std::string beside = std::string(", beside ") + form + " code";
+      rows_.push_back(experiment.row(milliseconds("LOAD+QUERY" + beside), task));
+      rows_.push_back(experiment.row(peakMebibytes("LOAD+QUERY" + beside + ": peak memory"), task));
+    }
+  }
+
+  void measurePhases(const Document& document) {
+    announce("PHASES", document.name);
+    std::vector<std::pair<std::string, std::vector<double>>> phases;
+    for (std::size_t round = 0; round < roundsFor(document); ++round) {
+      const Figures figures = worker_.phases(document.file);
+      phases.resize(figures.size());
+      for (std::size_t i = 0; i < figures.size(); ++i) {
+        phases[i].first = figures[i].first;
+        phases[i].second.push_back(figures[i].second);
+      }
+      std::cerr << '.' << std::flush;
+    }
+    for (const auto& [name, seconds] : phases) {
+      rows_.emplace_back("PHASE " + name, document.name, "ms", medianOf(seconds) * 1e3);
+    }
+  }
+
+  Document makeHostile(const HostileText& text, std::size_t count) const {
+    const std::string name = std::to_string(count) + " " + std::string(text.name);
+    std::ofstream out(pathOf(name), std::ios_base::binary);
+    const std::string bytes = text.make(count);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return closed(out, name);
+  }
+
+  void measureHostile(const HostileText& text) {
+    const std::size_t count = text.usualCount / plan_.hostileDivisor;
+    const Document document = makeHostile(text, count);
+    announce("READ", document.name);
+    Experiment experiment(std::string(text.description), contenders({"read"}, document.file));
+    experiment.run(worker_, plan_.rounds);
+    const std::string label =
+        "READ, each " + std::string(text.counts) + " of " + std::to_string(count);
+    rows_.push_back(experiment.row(nanosecondsPer(label, static_cast<double>(count)), "read"));
+    rows_.push_back(experiment.row(peakBytesPer(label, static_cast<double>(count)), "read"));
+  }
+
+  // What twice as much needs, as a multiple of what half of it needs.
+  void measureGrowth() {
+    for (const HostileText& text : generate::hostileTexts()) {
+      const std::size_t count = text.usualCount / plan_.hostileDivisor;
+      addGrowth("read", std::string(text.description), makeHostile(text, count / 2),
+                makeHostile(text, count));
+    }
+    const DocumentShape half = generate::findPreset("medium")->shape;
+    const Document once = make("once", half);
+    const std::pair<const char*, std::size_t DocumentShape::*> families[] = {
+        {"products", &DocumentShape::products},
+        {"components", &DocumentShape::components},
+        {"packages", &DocumentShape::packages},
+        {"files", &DocumentShape::files}};
+    for (const auto& [name, field] : families) {
+      DocumentShape full = half;
+      full.*field *= 2;
+      if (field == &DocumentShape::components) {
+        full.fileComponents *= 2;
+        full.componentsPerProduct *= 2;
+      }
+      addGrowth("load", name, once, make(std::string("twice the ") + name, full));
+    }
+  }
+
+  void addGrowth(const std::string& task, const std::string& what, const Document& half,
+                 const Document& full) {
+    announce("GROWTH", what);
+    Experiment experiment(what, {{kOurs, task, full.file}, {kOurs, task, half.file}});
+    experiment.run(worker_, plan_.rounds);
+    for (const Metric& metric : {milliseconds("time"), peakMebibytes("memory")}) {
+      rows_.emplace_back("GROWTH, twice as many: " + metric.label, what, "times half",
+                         experiment.median(metric, 0) / experiment.median(metric, 1));
+    }
+  }
+
+  // Each line is a task, a document, a unit and a number, with tabs between.
+  void addMicroBenchmarks() {
+    if (!std::filesystem::exists(plan_.micro)) {
+      std::cerr << "\nThe micro-benchmarks are not built and are left out.";
+      return;
+    }
+    announce("micro-benchmarks", "this takes a while");
+    std::istringstream lines(
+        outputOf({plan_.micro, worker_.clock() == Clock::wall ? "--rows=wall" : "--rows=cpu"}));
+    for (std::string line; std::getline(lines, line);) {
+      std::istringstream fields(line);
+      std::string task;
+      std::string document;
+      std::string unit;
+      double value = 0;
+      std::getline(fields, task, '\t');
+      std::getline(fields, document, '\t');
+      std::getline(fields, unit, '\t');
+      fields >> value;
+      rows_.emplace_back(task, document, unit, value);
+    }
+  }
+
+  const Plan& plan_;
+  const Worker& worker_;
+  std::vector<Row> rows_;
+};
+
+}  // namespace
+
+std::vector<Row> carryOut(const Plan& plan, const Worker& worker) {
+  std::vector<Row> rows = PlanRunner(plan, worker).run();
+  std::cerr << '\n';
+  return rows;
+}
+
+}  // namespace bench::driver

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "generate/Document.h"
+
+namespace bench::generate {
+
+/// A named shape of documents.
+struct Preset {
+  std::string_view name;
+  std::string_view description;
+  DocumentShape shape;
+};
+
+/// small, medium, large, shared and repeated, in this order.
+const std::vector<Preset>& presets();
+
+/// The preset of that name; null if there is none.
+const Preset* findPreset(std::string_view name);
+
+}  // namespace bench::generate
