@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+
+namespace foundation::core {
+
+/// Asks the system to back `memory`, which is fresh, by pages of 2 MiB: a page is made ready at its
+/// first touch, which for large blocks costs more than filling them.
+///
+/// Only whole large pages that lie inside are asked for, so blocks below 4 MiB gain little, and
+/// such a page takes all of its 2 MiB as soon as it is touched anywhere. A hint: where the system
+/// has no such pages or refuses, nothing happens. The memory may be freed as it would be otherwise.
+void adviseLargePages(void* memory, std::size_t bytes) noexcept;
+
+}  // namespace foundation::core
