@@ -4,8 +4,10 @@ ump_add_platform(
   foundation
   ROOT "${PROJECT_SOURCE_DIR}/platform"
   SOURCES foundation/core/except.cpp foundation/core/large_pages.cpp foundation/json/Value.cpp
-          foundation/json/Object.cpp foundation/json/Storage.cpp foundation/json/TreeBuilder.cpp
-          foundation/json/ParseResult.cpp foundation/json/detail.cpp)
+  SOURCES foundation/core/except.cpp foundation/core/large_pages.cpp foundation/json/Value.cpp
+          foundation/json/Object.cpp foundation/json/Storage.cpp foundation/json/SlotStack.cpp
+          foundation/json/MemberOrder.cpp foundation/json/TreeBuilder.cpp foundation/json/ParseResult.cpp
+          foundation/json/detail.cpp)
 
 set(data_models install/datamodels/common/Release.cpp)
 foreach(

@@ -11,6 +11,7 @@
 #include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "foundation/json/detail.h"
+#include "json/DigitScan.h"
 #include "json/StringDecoding.h"
 #include "json/StringScan.h"
 #include "json/TypedPayloads.h"
@@ -31,12 +32,12 @@ struct ReadOutcome {
 
 /// The one reader of JSON text. It tells a sink what it reads and keeps no values itself.
 ///
-/// The next value's kind follows from its first byte, and open containers wait on a stack of one
-/// byte each: no recursion, and nothing is read twice but typed payloads. `Sink` offers what
-/// TreeBuilder does: addNull(), addBoolean(), addNumber(), addInteger(), addStringOfText(),
-/// addString(), open(), closeArray(), closeObject(), and lastPlace(), last(), takeLast() and
-/// replace() with its type Kept. Keys come as strings before their values. What a sink was given is
-/// void if the reading fails.
+/// The next value's kind follows from its first byte, and what an open container is for is noted
+/// with it in the sink: no recursion, and nothing is read twice but typed payloads. `Sink` offers
+/// what TreeBuilder does: addNull(), addBoolean(), addNumber(), addInteger(), addStringOfText(),
+/// addString(), open(), noteOfInnermost(), closeArray(), closeObject(), and lastPlace(), last(),
+/// lastTypeName(), lastIsString(), lastString(), takeLast() and replace() with its type Kept. Keys
+/// come as strings before their values. What a sink was given is void if the reading fails.
 template <class Sink>
 class TextReader {
  public:
@@ -48,7 +49,7 @@ class TextReader {
   ReadOutcome read();
 
  private:
-  // What an open container's place is and what it is for: one byte of the stack.
+  // What an open container is and what its place is for: its note in the sink.
   using Frame = std::uint8_t;
   static constexpr Frame kObject = 1;          // else an array
   static constexpr Frame kValueOfType = 2;     // it is the value of a "qztype" member
@@ -56,7 +57,7 @@ class TextReader {
 
   // Reading functions take the position and return the new one, or null after a failure, whose code
   // and position stand in outcome_ then.
-  const char* fail(ParseResult code, const char* position) {
+  [[gnu::noinline]] const char* fail(ParseResult code, const char* position) {
     outcome_ = {code, position, nullptr};
     return nullptr;
   }
@@ -65,17 +66,23 @@ class TextReader {
     return skipWhitespace(position, end_, allowComments_);
   }
 
-  const char* parseValue(const char* position);
-  const char* parseString(const char* position, std::string_view& string);
-  const char* parseNumber(const char* position);
-  template <class Add>
-  const char* matchLiteral(const char* position, std::string_view word, const char* kind, Add add);
-  const char* openContainer(const char* position, Frame kind);
-  const char* continueContainer(const char* position);
-  const char* parseMember(const char* position);
-  void closeContainer();
+  // All of what is frequent is one function to the processor.
+  [[gnu::always_inline]] inline const char* readValue(const char* position);
+  [[gnu::always_inline]] inline const char* goOn(const char* position);
+  [[gnu::always_inline]] inline const char* open(const char* position, Frame kind);
+  [[gnu::always_inline]] inline const char* close(const char* position);
+  [[gnu::always_inline]] inline const char* parseKey(const char* position);
 
-  const char* finishSpecialMember(const char* position);
+  [[gnu::always_inline]] inline const char* parseString(const char* position);
+  [[gnu::always_inline]] inline const char* parseNumber(const char* position);
+  template <class Add>
+  const char* matchLiteral(const char* position, std::string_view word, Add add);
+
+  // What is rare stands apart, so that what is frequent stays short.
+  [[gnu::noinline]] const char* beginSpecialMember(const char* position);
+  [[gnu::noinline]] const char* finishSpecialMember(const char* position);
+  [[gnu::noinline]] const char* finishEscapedString(const char* begin, const char* position);
+  [[gnu::noinline]] const char* finishNumber(const char* begin, const char* position);
 
   const char* begin_;
   const char* end_;
@@ -83,149 +90,254 @@ class TextReader {
   Sink& sink_;
   ReadOutcome outcome_{kSuccess, nullptr, nullptr};
 
-  std::vector<Frame> frames_;   // the open containers, the innermost last
-  bool complete_ = false;       // the value last begun is finished, not an open container
+  std::size_t depth_ = 0;       // the count of open containers
   Frame pending_ = 0;           // if the value at hand is that of a special member: which
+  bool isPayloadRead_ = false;  // the value at hand is a typed payload and stands read
   std::size_t openTypes_ = 0;   // open containers that are the value of a "qztype" member
-  const char* kind_ = nullptr;  // name of the kind of the value last finished, for a "qztype"
-  std::string_view string_;     // the string last read
-  std::string decoded_;         // its bytes, if it has escapes
+  std::string decoded_;         // the bytes of the string last read that has escapes
   TypedPayloads<Sink> payloads_;
 };
 
 template <class Sink>
 ReadOutcome TextReader<Sink>::read() {
   const char* position = begin_;
+  do {
+    position = readValue(position);
+  } while (position != nullptr);
+  const bool isInType = openTypes_ != 0 || pending_ == kValueOfType;
+  if (outcome_.code != kSuccess && outcome_.kindOfType == nullptr && isInType) {
+    outcome_.kindOfType = traits<Undefined>::name;
+  }
+  return outcome_;
+}
+
+// Reads a scalar or an empty container whole, and what follows it, or steps into a container.
+// Returns where the next value begins; null if there is none to come.
+template <class Sink>
+const char* TextReader<Sink>::readValue(const char* position) {
+  if (isPayloadRead_) {
+    isPayloadRead_ = false;
+    return goOn(position);
+  }
+  if (position == end_) {
+    return fail(kEndOfText, position);
+  }
+  switch (*position) {
+    case '"':
+      position = parseString(position);
+      break;
+    case '{':
+      position = open(position, kObject);
+      if (position != nullptr && *position != '}') {
+        return parseKey(position);
+      }
+      position = position == nullptr ? nullptr : close(position);
+      break;
+    case '[':
+      position = open(position, 0);
+      if (position != nullptr && *position != ']') {
+        return position;
+      }
+      position = position == nullptr ? nullptr : close(position);
+      break;
+    case 't':
+      position = matchLiteral(position, "true", [&] { sink_.addBoolean(true); });
+      break;
+    case 'f':
+      position = matchLiteral(position, "false", [&] { sink_.addBoolean(false); });
+      break;
+    case 'n':
+      position = matchLiteral(position, "null", [&] { sink_.addNull(); });
+      break;
+    default:
+      position = parseNumber(position);
+  }
+  return position == nullptr ? nullptr : goOn(position);
+}
+
+// Goes on behind a value: to where the next one begins, out of the containers that end before it.
+template <class Sink>
+const char* TextReader<Sink>::goOn(const char* position) {
   for (;;) {
-    position = parseValue(position);
-    while (position != nullptr && complete_) {
-      if (pending_ != 0) {
-        position = finishSpecialMember(position);
-        if (position == nullptr) {
-          break;
-        }
+    if (pending_ != 0) {
+      position = finishSpecialMember(position);
+      if (position == nullptr) {
+        return nullptr;
       }
-      if (frames_.empty()) {
-        return {kSuccess, position, nullptr};
-      }
-      position = continueContainer(position);
     }
-    if (position == nullptr) {
-      if (openTypes_ != 0 && outcome_.kindOfType == nullptr) {
-        outcome_.kindOfType = traits<Undefined>::name;
-      }
-      return outcome_;
+    if (depth_ == 0) {
+      outcome_ = {kSuccess, position, nullptr};
+      return nullptr;
     }
+    const bool isObject = (sink_.noteOfInnermost() & kObject) != 0;
+    position = skip(position);
+    if (position == end_) {
+      return fail(kEndOfText, position);
+    }
+    if (*position == ',') {
+      position = skip(position + 1);
+      return isObject ? parseKey(position) : position;
+    }
+    if (*position != (isObject ? '}' : ']')) {
+      return fail(isObject ? kNoObjectSeparator : kNoArraySeparator, position);
+    }
+    position = close(position);
   }
 }
 
-// Reads a scalar or an empty container whole, or opens a container: complete_ tells which.
+// Steps over an opening bracket or brace and to what follows.
 template <class Sink>
-const char* TextReader<Sink>::parseValue(const char* position) {
-  complete_ = true;
-  const char* next = nullptr;
-  if (position == end_) {
-    fail(kEndOfText, position);
+const char* TextReader<Sink>::open(const char* position, Frame kind) {
+  sink_.open(static_cast<Frame>(kind | pending_));
+  ++depth_;
+  openTypes_ += pending_ == kValueOfType ? 1 : 0;
+  pending_ = 0;
+  position = skip(position + 1);
+  return position == end_ ? fail(kEndOfText, position) : position;
+}
+
+// Steps over the closing bracket or brace of the innermost container.
+template <class Sink>
+const char* TextReader<Sink>::close(const char* position) {
+  const Frame frame = sink_.noteOfInnermost();
+  if ((frame & kObject) != 0) {
+    payloads_.leaveObject(depth_);
+    sink_.closeObject();
   } else {
-    switch (*position) {
-      case '"':
-        kind_ = traits<std::string>::name;
-        next = parseString(position, string_);
-        break;
-      case '{':
-        next = openContainer(position, kObject);
-        break;
-      case '[':
-        next = openContainer(position, 0);
-        break;
-      case 't':
-        next = matchLiteral(position, "true", traits<bool>::name, [&] { sink_.addBoolean(true); });
-        break;
-      case 'f':
-        next =
-            matchLiteral(position, "false", traits<bool>::name, [&] { sink_.addBoolean(false); });
-        break;
-      case 'n':
-        next =
-            matchLiteral(position, "null", traits<std::nullptr_t>::name, [&] { sink_.addNull(); });
-        break;
-      default:
-        kind_ = traits<double>::name;
-        next = parseNumber(position);
+    sink_.closeArray();
+  }
+  --depth_;
+  pending_ = frame & (kValueOfType | kValueOfPayload);
+  openTypes_ -= pending_ == kValueOfType ? 1 : 0;
+  return position + 1;
+}
+
+// Reads a key and the colon behind it.
+template <class Sink>
+const char* TextReader<Sink>::parseKey(const char* position) {
+  if (position == end_) {
+    return fail(kEndOfText, position);
+  }
+  if (*position != '"') {
+    return fail(kNoOpeningQuote, position);
+  }
+  position = parseString(position);
+  if (position == nullptr) {
+    return nullptr;
+  }
+  position = skip(position);
+  if (position == end_) {
+    return fail(kEndOfText, position);
+  }
+  if (*position != ':') {
+    return fail(kNoColon, position);
+  }
+  position = skip(position + 1);
+  const std::string_view key = sink_.lastString();
+  static_assert(kTypeKey.size() == kPayloadKey.size());
+  return key.size() == kTypeKey.size() ? beginSpecialMember(position) : position;
+}
+
+// Notes a special member if its key, read last, is one of the two. The payload of an object whose
+// type is known is read whole.
+template <class Sink>
+const char* TextReader<Sink>::beginSpecialMember(const char* position) {
+  const std::string_view key = sink_.lastString();
+  if (key == kTypeKey) {
+    pending_ = kValueOfType;
+  } else if (key == kPayloadKey) {
+    pending_ = kValueOfPayload;
+    const std::string_view typeName = payloads_.beginPayload(depth_, position);
+    if (!typeName.empty()) {
+      isPayloadRead_ = true;
+      const ParseResult code = readTypedPayload(typeName, position, end_, allowComments_, sink_);
+      return code == kSuccess ? position : fail(code, position);
     }
   }
-  if (next == nullptr && pending_ == kValueOfType) {
-    outcome_.kindOfType = traits<Undefined>::name;
+  return position;
+}
+
+template <class Sink>
+const char* TextReader<Sink>::finishSpecialMember(const char* position) {
+  const bool isType = pending_ == kValueOfType;
+  pending_ = 0;
+  if (!isType) {
+    payloads_.endPayload(sink_);
+    return position;
   }
-  return next;
+  if (!sink_.lastIsString()) {
+    outcome_ = {kSuccess, position, sink_.lastTypeName()};
+    return nullptr;
+  }
+  const ParseResult code =
+      payloads_.setType(depth_, sink_.lastString(), position, end_, allowComments_, sink_);
+  return code == kSuccess ? position : fail(code, position);
 }
 
 // A literal that does not match is reported as the string that is not there either: neither gets
 // beyond the first byte, and strings are tried first.
 template <class Sink>
 template <class Add>
-const char* TextReader<Sink>::matchLiteral(const char* position, std::string_view word,
-                                           const char* kind, Add add) {
+const char* TextReader<Sink>::matchLiteral(const char* position, std::string_view word, Add add) {
   const auto left = static_cast<std::size_t>(end_ - position);
   if (left < word.size() || std::memcmp(position, word.data(), word.size()) != 0) {
     return fail(kNoOpeningQuote, position);
   }
-  kind_ = kind;
   add();
   return position + word.size();
 }
 
-// Reads a string, adds it to the sink and tells its bytes, which stay until the next string is
-// read.
 template <class Sink>
-const char* TextReader<Sink>::parseString(const char* position, std::string_view& string) {
-  const char* const first = position + 1;
-  position = findQuoteOrBackslash(first, end_);
-  if (position == end_) {
-    return fail(kEndOfText, position);
+const char* TextReader<Sink>::parseString(const char* position) {
+  const char* const begin = position + 1;
+  position = findQuoteOrBackslash(begin, end_);
+  if (position == end_ || *position != '"') {
+    return finishEscapedString(begin, position);
   }
-  if (*position == '"') {
-    string = {first, static_cast<std::size_t>(position - first)};
-    sink_.addStringOfText(string);
-    return position + 1;
-  }
-  decoded_.assign(first, position);
+  sink_.addStringOfText({begin, static_cast<std::size_t>(position - begin)});
+  return position + 1;
+}
+
+// Goes on at the first backslash of a string, or at the end of the text.
+template <class Sink>
+const char* TextReader<Sink>::finishEscapedString(const char* begin, const char* position) {
+  decoded_.assign(begin, position);
   if (const ParseResult code = decodeString(position, end_, decoded_); code != kSuccess) {
     return fail(code, position);
   }
-  string = decoded_;
-  sink_.addString(string);
+  sink_.addString(decoded_);
   return position;
 }
 
 template <class Sink>
 const char* TextReader<Sink>::parseNumber(const char* position) {
-  using fl::i18n::lcctype::isdigit_ascii;
   const char* const begin = position;
   const bool negative = *position == '-';
   if (negative && ++position == end_) {
     return fail(kEndOfText, position);
   }
-  if (!isdigit_ascii(*position)) {
+  const char* const digits = position;
+  std::uint64_t integer = 0;
+  position = readDigits(position, end_, integer);
+  if (position == digits) {
     // Without a minus sign this is no number at all, and strings are tried first.
     return fail(negative ? kNoDigit : kNoOpeningQuote, position);
   }
-  const char* const digits = position;
-  std::uint64_t integer = 0;  // wraps round beyond the digits that it is used for
-  do {
-    integer = integer * 10 + static_cast<std::uint64_t>(*position - '0');
-    ++position;
-  } while (position != end_ && isdigit_ascii(*position));
   // Every integer of up to 19 digits fits, and its conversion is correctly rounded.
   constexpr std::ptrdiff_t kExactDigits = 19;
-  const bool isShortInteger =
-      position - digits <= kExactDigits &&
-      (position == end_ || (*position != '.' && *position != 'e' && *position != 'E'));
-  if (isShortInteger) {
-    const auto number = static_cast<double>(integer);
-    sink_.addNumber(negative ? -number : number);
-    return position;
+  if (position - digits > kExactDigits ||
+      (position != end_ && (*position == '.' || *position == 'e' || *position == 'E'))) {
+    return finishNumber(begin, position);
   }
+  const auto number = static_cast<double>(integer);
+  sink_.addNumber(negative ? -number : number);
+  return position;
+}
+
+// Goes on behind the integral digits of a number.
+template <class Sink>
+const char* TextReader<Sink>::finishNumber(const char* begin, const char* position) {
+  using fl::i18n::lcctype::isdigit_ascii;
   const auto skipDigits = [&] {
     while (position != end_ && isdigit_ascii(*position)) {
       ++position;
@@ -256,118 +368,6 @@ const char* TextReader<Sink>::parseNumber(const char* position) {
   }
   sink_.addNumber(detail::string_to_double({begin, static_cast<std::size_t>(position - begin)}));
   return position;
-}
-
-// Steps over an opening bracket or brace and to what follows: the first element, the first member's
-// value, or, behind the closing one, the end of the empty container.
-template <class Sink>
-const char* TextReader<Sink>::openContainer(const char* position, Frame kind) {
-  const bool isObject = kind == kObject;
-  frames_.push_back(static_cast<Frame>(kind | pending_));
-  openTypes_ += pending_ == kValueOfType ? 1 : 0;
-  pending_ = 0;
-  sink_.open();
-  position = skip(position + 1);
-  if (position == end_) {
-    return fail(kEndOfText, position);
-  }
-  if (*position == (isObject ? '}' : ']')) {
-    closeContainer();
-    return position + 1;
-  }
-  complete_ = false;
-  return isObject ? parseMember(position) : position;
-}
-
-template <class Sink>
-void TextReader<Sink>::closeContainer() {
-  const Frame frame = frames_.back();
-  if ((frame & kObject) != 0) {
-    payloads_.leaveObject(frames_.size());
-    sink_.closeObject();
-    kind_ = traits<Object>::name;
-  } else {
-    sink_.closeArray();
-    kind_ = traits<Array>::name;
-  }
-  frames_.pop_back();
-  pending_ = frame & (kValueOfType | kValueOfPayload);
-  openTypes_ -= pending_ == kValueOfType ? 1 : 0;
-  complete_ = true;
-}
-
-// Goes on in the innermost container, behind one of its values: to the next value, or behind the
-// container's end.
-template <class Sink>
-const char* TextReader<Sink>::continueContainer(const char* position) {
-  const bool isObject = (frames_.back() & kObject) != 0;
-  position = skip(position);
-  if (position == end_) {
-    return fail(kEndOfText, position);
-  }
-  if (*position == ',') {
-    complete_ = false;
-    position = skip(position + 1);
-    return isObject ? parseMember(position) : position;
-  }
-  if (*position == (isObject ? '}' : ']')) {
-    closeContainer();
-    return position + 1;
-  }
-  return fail(isObject ? kNoObjectSeparator : kNoArraySeparator, position);
-}
-
-// Reads a key and the colon behind it. The payload of a typed object is read whole as well.
-template <class Sink>
-const char* TextReader<Sink>::parseMember(const char* position) {
-  if (position == end_) {
-    return fail(kEndOfText, position);
-  }
-  if (*position != '"') {
-    return fail(kNoOpeningQuote, position);
-  }
-  std::string_view key;
-  position = parseString(position, key);
-  if (position == nullptr) {
-    return nullptr;
-  }
-  position = skip(position);
-  if (position == end_) {
-    return fail(kEndOfText, position);
-  }
-  if (*position != ':') {
-    return fail(kNoColon, position);
-  }
-  position = skip(position + 1);
-  if (key == kTypeKey) {
-    pending_ = kValueOfType;
-  } else if (key == kPayloadKey) {
-    pending_ = kValueOfPayload;
-    const std::string_view typeName = payloads_.beginPayload(frames_.size(), position);
-    if (!typeName.empty()) {
-      complete_ = true;
-      const ParseResult code = readTypedPayload(typeName, position, end_, allowComments_, sink_);
-      return code == kSuccess ? position : fail(code, position);
-    }
-  }
-  return position;
-}
-
-template <class Sink>
-const char* TextReader<Sink>::finishSpecialMember(const char* position) {
-  const bool isType = pending_ == kValueOfType;
-  pending_ = 0;
-  if (!isType) {
-    payloads_.endPayload(sink_);
-    return position;
-  }
-  if (kind_ != traits<std::string>::name) {
-    outcome_ = {kSuccess, position, kind_};
-    return nullptr;
-  }
-  const ParseResult code =
-      payloads_.setType(frames_.size(), string_, position, end_, allowComments_, sink_);
-  return code == kSuccess ? position : fail(code, position);
 }
 
 }  // namespace foundation::json

@@ -1,35 +1,68 @@
 #pragma once
 
-#include <algorithm>
-#include <string_view>
-
 #include "fl/i18n.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace foundation::json {
+
+/// Returns the first byte from `position` on that is no white space, `end` if there is none.
+inline const char* skipSpacesPlain(const char* position, const char* end) noexcept {
+  while (position != end && fl::i18n::lcctype::isspace_ascii(*position)) {
+    ++position;
+  }
+  return position;
+}
+
+#if defined(__SSE2__)
+
+/// As skipSpacesPlain(), sixteen bytes a step, with what every x86-64 processor has: the
+/// indentation of most lines is one step.
+inline const char* skipSpacesSse2(const char* position, const char* end) noexcept {
+  for (; end - position >= 16; position += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(position));
+    // Tabulator to carriage return are those that are at most four above the tabulator.
+    const __m128i aboveTab = _mm_sub_epi8(bytes, _mm_set1_epi8('\t'));
+    const __m128i isControl =
+        _mm_cmpeq_epi8(_mm_min_epu8(aboveTab, _mm_set1_epi8('\r' - '\t')), aboveTab);
+    const __m128i isBlank = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(' '));
+    const auto spaces = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(isControl, isBlank)));
+    if (spaces != 0xFFFF) {
+      return position + __builtin_ctz(~spaces);
+    }
+  }
+  return skipSpacesPlain(position, end);
+}
+
+#endif
+
+/// The quickest of the above that the target always has.
+inline const char* skipSpaces(const char* position, const char* end) noexcept {
+#if defined(__SSE2__)
+  return skipSpacesSse2(position, end);
+#else
+  return skipSpacesPlain(position, end);
+#endif
+}
+
+/// As skipWhitespace(), for a position where something is to be skipped.
+const char* skipWhitespaceAndComments(const char* position, const char* end,
+                                      bool allowComments) noexcept;
 
 /// Returns the first byte from `position` on that is neither white space nor, if comments are
 /// allowed, part of a comment. A comment that is not closed ends at `end`.
 inline const char* skipWhitespace(const char* position, const char* end,
                                   bool allowComments) noexcept {
-  for (;;) {
-    while (position != end && fl::i18n::lcctype::isspace_ascii(*position)) {
-      ++position;
-    }
-    if (!allowComments || end - position < 2 || *position != '/') {
-      return position;
-    }
-    std::string_view terminator;
-    if (position[1] == '/') {
-      terminator = "\n";
-    } else if (position[1] == '*') {
-      terminator = "*/";
-    } else {
-      return position;
-    }
-    position += 2;
-    const char* const found = std::search(position, end, terminator.begin(), terminator.end());
-    position = found == end ? end : found + terminator.size();
+  // Mostly there is nothing to skip, or a single blank.
+  if (position != end && *position == ' ') {
+    ++position;
   }
+  if (position != end && static_cast<unsigned char>(*position) > ' ' && *position != '/') {
+    return position;
+  }
+  return skipWhitespaceAndComments(position, end, allowComments);
 }
 
 }  // namespace foundation::json

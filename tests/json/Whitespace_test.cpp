@@ -87,5 +87,55 @@ constexpr Row kTexts[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, WhitespaceAndComments, ::testing::ValuesIn(kTexts),
                          [](const auto& row) { return row.param.name; });
 
+using Skip = const char* (*)(const char*, const char*);
+
+struct Variant {
+  const char* name;
+  Skip skip;
+};
+
+void PrintTo(const Variant& variant, std::ostream* stream) {
+  *stream << variant.name;
+}
+
+constexpr Variant kVariants[] = {
+    {"Plain", skipSpacesPlain},
+#if defined(__SSE2__)
+    {"Sse2", skipSpacesSse2},
+#endif
+    {"Quickest", skipSpaces},
+};
+
+class Spaces : public ::testing::TestWithParam<Variant> {};
+INSTANTIATE_TEST_SUITE_P(Variants, Spaces, ::testing::ValuesIn(kVariants),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(Spaces, AreSkippedUpToEveryOtherByteAtEveryPlaceOfEveryLength) {
+  GuardedText guarded;
+  constexpr std::size_t kMostBytes = 40;
+  constexpr std::string_view kSpaces = " \t\n\v\f\r";
+  for (std::size_t size = 0; size <= kMostBytes; ++size) {
+    std::string spaces;
+    for (std::size_t i = 0; i != size; ++i) {
+      spaces.push_back(kSpaces[i % kSpaces.size()]);
+    }
+    const std::string_view all = guarded.place(spaces);
+    ASSERT_EQ(GetParam().skip(all.data(), all.data() + size), all.data() + size) << size;
+    for (std::size_t place = 0; place != size; ++place) {
+      for (int number = 0; number < 256; ++number) {
+        const auto other = static_cast<char>(static_cast<unsigned char>(number));
+        if (kSpaces.find(other) != std::string_view::npos) {
+          continue;
+        }
+        std::string text = spaces;
+        text[place] = other;
+        const std::string_view placed = guarded.place(text);
+        ASSERT_EQ(GetParam().skip(placed.data(), placed.data() + size), placed.data() + place)
+            << "byte " << number << " at " << place << " of " << size;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace foundation::json

@@ -13,23 +13,32 @@ std::size_t untilFailure = kNever;  // allocations that still succeed; kNever: a
 bool failed = false;
 bool keepsFailing = false;
 
-void* allocate(std::size_t bytes) noexcept {
+// Counts a request and tells whether it is to succeed.
+bool grants() noexcept {
   ++requests;
   if (untilFailure == 0) {
     untilFailure = keepsFailing ? 0 : kNever;
     failed = true;
-    return nullptr;
+    return false;
   }
   if (untilFailure != kNever) {
     --untilFailure;
   }
-  void* memory = std::malloc(bytes != 0 ? bytes : 1);
+  return true;
+}
+
+void* allocate(std::size_t bytes, std::size_t alignment = alignof(std::max_align_t)) noexcept {
+  if (!grants()) {
+    return nullptr;
+  }
+  const std::size_t size = (bytes + alignment - 1) / alignment * alignment;
+  void* memory = std::aligned_alloc(alignment, size != 0 ? size : alignment);
   live += memory != nullptr ? 1 : 0;
   return memory;
 }
 
-void* allocateOrThrow(std::size_t bytes) {
-  void* memory = allocate(bytes);
+void* allocateOrThrow(std::size_t bytes, std::size_t alignment = alignof(std::max_align_t)) {
+  void* memory = allocate(bytes, alignment);
   if (memory == nullptr) {
     throw std::bad_alloc();
   }
@@ -37,8 +46,7 @@ void* allocateOrThrow(std::size_t bytes) {
 }
 
 void release(void* memory) noexcept {
-  live -= memory != nullptr ? 1 : 0;
-  std::free(memory);
+  std::free(memory);  // counted there
 }
 
 }  // namespace
@@ -55,7 +63,16 @@ void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
 void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept {
   return allocate(bytes);
 }
+void* operator new(std::size_t bytes, std::align_val_t alignment) {
+  return allocateOrThrow(bytes, static_cast<std::size_t>(alignment));
+}
 void operator delete(void* memory) noexcept {
+  release(memory);
+}
+void operator delete(void* memory, std::align_val_t) noexcept {
+  release(memory);
+}
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
   release(memory);
 }
 void operator delete[](void* memory) noexcept {
@@ -73,6 +90,29 @@ void operator delete(void* memory, const std::nothrow_t&) noexcept {
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
   release(memory);
 }
+
+// The linker puts these in the place of realloc() and free() for the code that is tested, and gives
+// access to the functions themselves.
+extern "C" {
+
+void* __real_realloc(void* memory, std::size_t bytes);
+void __real_free(void* memory);
+
+void* __wrap_realloc(void* memory, std::size_t bytes) {
+  if (!grants()) {
+    return nullptr;
+  }
+  void* const moved = __real_realloc(memory, bytes);
+  live += memory == nullptr && moved != nullptr ? 1 : 0;
+  return moved;
+}
+
+void __wrap_free(void* memory) {
+  live -= memory != nullptr ? 1 : 0;
+  __real_free(memory);
+}
+
+}  // extern "C"
 
 namespace test_support {
 

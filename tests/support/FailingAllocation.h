@@ -8,8 +8,8 @@ namespace test_support {
 /// Makes one allocation fail while it lives: the `nth` from its start, from 0, throws
 /// std::bad_alloc. Those before and after it succeed.
 ///
-/// An executable that links it has its operator new and operator delete replaced. One thread, and
-/// one object at a time.
+/// An executable that links it has its operator new and operator delete replaced, and realloc() and
+/// free() of what is linked statically. One thread, and one object at a time.
 class FailingAllocation {
  public:
   explicit FailingAllocation(std::size_t nth) noexcept;
@@ -34,7 +34,7 @@ class MemoryLimit {
 /// Tells how often memory has been asked for, in vain or not.
 std::size_t allocations() noexcept;
 
-/// Tells how many blocks of memory have been allocated by operator new and not been freed.
+/// Tells how many blocks of memory have been allocated by those and not been freed.
 std::size_t liveBlocks() noexcept;
 
 /// Calls `operation` with its first allocation failing, then with its second, and so on, until none

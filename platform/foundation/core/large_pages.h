@@ -4,6 +4,9 @@
 
 namespace foundation::core {
 
+/// The size of a large page, and the alignment of memory that is to consist of such pages.
+constexpr std::size_t kLargePage = std::size_t{2} << 20;
+
 /// Asks the system to back `memory`, which is fresh, by pages of 2 MiB: a page is made ready at its
 /// first touch, which for large blocks costs more than filling them.
 ///
@@ -11,5 +14,9 @@ namespace foundation::core {
 /// such a page takes all of its 2 MiB as soon as it is touched anywhere. A hint: where the system
 /// has no such pages or refuses, nothing happens. The memory may be freed as it would be otherwise.
 void adviseLargePages(void* memory, std::size_t bytes) noexcept;
+
+/// Gives the pages that lie wholly in `memory`, whose content is not needed any more, back to the
+/// system. The memory stays allocated; what it holds is undefined. A hint as well.
+void discardPages(void* memory, std::size_t bytes) noexcept;
 
 }  // namespace foundation::core

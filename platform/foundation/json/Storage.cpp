@@ -36,9 +36,15 @@ void Storage::drop(const Value& value, Storage*& pending) noexcept {
 }
 
 void* NodeStorage::create(std::size_t bytes) {
-  void* const memory = ::operator new(sizeof(NodeStorage) + sizeof(Storage*) + bytes);
+  // The link ends halfway between two multiples of the units' alignment: there the nodes begin.
+  constexpr std::size_t kHead =
+      (sizeof(NodeStorage) + kUnitAlignment - 1) / kUnitAlignment * kUnitAlignment;
+  static_assert(sizeof(Storage*) == kUnitAlignment / 2);
+  static_assert(alignof(Value) <= sizeof(Storage*) && alignof(Member) <= sizeof(Storage*));
+  static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= kUnitAlignment);
+  char* const memory = static_cast<char*>(::operator new(kHead + sizeof(Storage*) + bytes));
   auto* const storage = new (memory) NodeStorage;
-  auto* const link = new (storage + 1) Storage*(storage);
+  auto* const link = new (memory + kHead) Storage*(storage);
   return link + 1;
 }
 

@@ -1,15 +1,32 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "foundation/json/Value.h"
 
 namespace foundation::json::detail {
 
+class Storage;
+
+/// The head of a unit of memory that many containers' nodes share: memory of one size that begins
+/// at a multiple of that size.
+struct NodeUnit {
+  static constexpr std::size_t kBytes = std::size_t{64} << 10;
+
+  alignas(16) Storage* storage;
+
+  /// The head of the unit that `address` lies in.
+  static NodeUnit* of(const void* address) noexcept {
+    return reinterpret_cast<NodeUnit*>(reinterpret_cast<std::uintptr_t>(address) & ~(kBytes - 1));
+  }
+};
+
 /// What keeps nodes of values, the elements of arrays, the members of objects and the characters of
 /// owned strings, in memory: counted, and destroyed without a stack per level.
 ///
-/// A pointer to the storage lies directly before the first node, so that nodes lead to it.
+/// Nodes lead to it by the address of the first one: if that is a multiple of 16, it lies in a
+/// unit, whose head tells the storage; otherwise a pointer to the storage lies directly before it.
 class Storage {
  public:
   Storage() noexcept = default;
@@ -18,6 +35,9 @@ class Storage {
 
   /// The storage of some nodes.
   static Storage& of(const void* nodes) noexcept {
+    if (reinterpret_cast<std::uintptr_t>(nodes) % kUnitAlignment == 0) {
+      return *NodeUnit::of(nodes)->storage;
+    }
     return *static_cast<Storage* const*>(nodes)[-1];
   }
 
@@ -28,6 +48,8 @@ class Storage {
   void release() noexcept;
 
  protected:
+  static constexpr std::size_t kUnitAlignment = 16;
+
   virtual ~Storage() = default;
 
   /// Frees this storage; storages whose last reference goes with it are chained before `pending`.

@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include "foundation/core/large_pages.h"
 #include "foundation/json/Storage.h"
 
 namespace foundation::json {
@@ -13,26 +14,38 @@ namespace detail {
 
 /// Storage of a whole value tree: the text that its strings refer into, and the nodes of its
 /// containers, in blocks that are freed together. Values in it hold no references.
+///
+/// Blocks consist of units; nodes lie where Storage::of() finds this storage by their address.
 class Tree final : public Storage {
  public:
   explicit Tree(std::string text) noexcept : text_(std::move(text)) {}
 
   std::string_view text() const noexcept { return text_; }
 
-  /// Memory for `bytes`, which lives as long as the tree.
-  char* allocate(std::size_t bytes) {
-    bytes = (bytes + alignof(Value) - 1) & ~(alignof(Value) - 1);
-    if (bytes > left_) {
-      return allocateFromNewBlock(bytes);
+  /// Memory for the nodes of a container, which lives as long as the tree.
+  void* allocateNodes(std::size_t bytes) {
+    if (bytes > static_cast<std::size_t>(end_ - position_)) {
+      return allocateFromNewUnit(bytes);
     }
-    left_ -= bytes;
     return std::exchange(position_, position_ + bytes);
   }
 
-  /// Memory for the nodes of a container: the pointer to the storage lies directly before them.
-  void* allocateNodes(std::size_t bytes) {
-    auto* const link = new (allocate(sizeof(Storage*) + bytes)) Storage*(this);
-    return link + 1;
+  /// Memory for characters, which lives as long as the tree.
+  char* allocateCharacters(std::size_t size) {
+    // From the other end, so that nodes stay aligned.
+    if (size > static_cast<std::size_t>(end_ - position_)) {
+      if (size > kLargestPiece) {
+        return addBlock(size);
+      }
+      addUnit();
+    }
+    return end_ -= size;
+  }
+
+  /// Gives back the pages that were never needed. To be called when nothing is allocated any more.
+  void finish() noexcept {
+    core::discardPages(position_, static_cast<std::size_t>(end_ - position_));
+    core::discardPages(nextUnit_, static_cast<std::size_t>(blockEnd_ - nextUnit_));
   }
 
  private:
@@ -40,75 +53,68 @@ class Tree final : public Storage {
 
   void dismantle(Storage*&) noexcept override { delete this; }
 
-  char* allocateFromNewBlock(std::size_t bytes);
+  void* allocateFromNewUnit(std::size_t bytes);
+  void addUnit();
+  char* addBlock(std::size_t bytes);
 
-  char* addBlock(std::size_t bytes) {
-    std::unique_ptr<char[]> block(new char[bytes]);
-    blocks_.push_back(std::move(block));
-    return blocks_.back().get();
+  static char* beginUnit(char* unit, Storage* storage) noexcept {
+    new (unit) NodeUnit{storage};
+    return unit + sizeof(NodeUnit);
   }
 
-  static constexpr std::size_t kFirstBlock = 1024;
-  static constexpr std::size_t kLargestBlock = std::size_t{1} << 20;
+  // What is larger has a block of its own, so that little of a unit stays unused.
+  static constexpr std::size_t kLargestPiece = NodeUnit::kBytes / 4;
+  // Blocks double in size up to this.
+  static constexpr std::size_t kMostUnits = 64;
+
+  struct Delete {
+    std::align_val_t alignment;
+    void operator()(char* block) const noexcept { ::operator delete(block, alignment); }
+  };
 
   std::string text_;
-  std::vector<std::unique_ptr<char[]>> blocks_;
-  char* position_ = nullptr;  // in the newest block of ordinary size
-  std::size_t left_ = 0;
-  std::size_t blockSize_ = kFirstBlock;
+  std::vector<std::unique_ptr<char, Delete>> blocks_;
+  char* position_ = nullptr;  // what is free of the newest unit
+  char* end_ = nullptr;
+  char* nextUnit_ = nullptr;  // what is free behind it of the newest block of units
+  char* blockEnd_ = nullptr;
+  std::size_t unitsOfBlock_ = 1;
 };
 
-char* Tree::allocateFromNewBlock(std::size_t bytes) {
-  if (bytes > blockSize_ / 4) {
-    // A block of its own leaves the rest of the newest ordinary block in use.
-    return addBlock(bytes);
+void* Tree::allocateFromNewUnit(std::size_t bytes) {
+  if (bytes > kLargestPiece) {
+    // What remains of the newest unit stays in use.
+    return beginUnit(addBlock(sizeof(NodeUnit) + bytes), this);
   }
-  char* const block = addBlock(blockSize_);
-  position_ = block + bytes;
-  left_ = blockSize_ - bytes;
-  blockSize_ = std::min(kLargestBlock, blockSize_ * 2);
-  return block;
+  addUnit();
+  return std::exchange(position_, position_ + bytes);
+}
+
+void Tree::addUnit() {
+  if (nextUnit_ == blockEnd_) {
+    const std::size_t bytes = unitsOfBlock_ * NodeUnit::kBytes;
+    nextUnit_ = addBlock(bytes);
+    blockEnd_ = nextUnit_ + bytes;
+    unitsOfBlock_ = std::min(kMostUnits, unitsOfBlock_ * 2);
+  }
+  position_ = beginUnit(nextUnit_, this);
+  nextUnit_ += NodeUnit::kBytes;
+  end_ = nextUnit_;
+}
+
+char* Tree::addBlock(std::size_t bytes) {
+  // Large blocks are made of large pages, where the system has them.
+  const std::align_val_t alignment{bytes < core::kLargePage ? NodeUnit::kBytes : core::kLargePage};
+  std::unique_ptr<char, Delete> block(static_cast<char*>(::operator new(bytes, alignment)),
+                                      Delete{alignment});
+  core::adviseLargePages(block.get(), bytes);
+  blocks_.push_back(std::move(block));
+  return blocks_.back().get();
 }
 
 }  // namespace detail
 
-namespace {
-
 using detail::Rep;
-
-// Objects of few members are put in order without the memory that a merge takes.
-constexpr std::size_t kFewMembers = 16;
-
-bool keysAscend(const Member* begin, const Member* end) noexcept {
-  return std::adjacent_find(begin, end, [](const Member& left, const Member& right) {
-           return !(left.first < right.first);
-         }) == end;
-}
-
-void insertionSort(Member* begin, Member* end) noexcept {
-  for (Member* next = begin + 1; next < end; ++next) {
-    Member* place = std::upper_bound(
-        begin, next, next->first,
-        [](std::string_view key, const Member& member) { return key < member.first; });
-    std::rotate(place, next, next + 1);
-  }
-}
-
-// Orders members by key and drops those whose key came before; returns the new end.
-Member* orderMembers(Member* begin, Member* end) {
-  if (static_cast<std::size_t>(end - begin) <= kFewMembers) {
-    insertionSort(begin, end);
-  } else {
-    std::stable_sort(begin, end, [](const Member& left, const Member& right) {
-      return left.first < right.first;
-    });
-  }
-  return std::unique(begin, end, [](const Member& left, const Member& right) {
-    return left.first == right.first;
-  });
-}
-
-}  // namespace
 
 TreeBuilder::TreeBuilder(std::string text) : tree_(new detail::Tree(std::move(text))) {}
 
@@ -121,19 +127,11 @@ std::string_view TreeBuilder::text() const noexcept {
 }
 
 void TreeBuilder::addString(std::string_view string) {
-  char* const copy = tree_->allocate(string.size());
+  char* const copy = tree_->allocateCharacters(string.size());
   if (!string.empty()) {
     std::memcpy(copy, string.data(), string.size());
   }
   addStringOfText({copy, string.size()});
-}
-
-void TreeBuilder::open() {
-  const std::size_t mark = stack_.size();
-  Rep::Content outer{};
-  outer.unsignedInteger = open_;
-  push(traits<Undefined>::index, 0, outer);
-  open_ = mark;
 }
 
 void TreeBuilder::closeArray() {
@@ -142,8 +140,8 @@ void TreeBuilder::closeArray() {
   if (size != 0) {
     void* const memory = tree_->allocateNodes(size * sizeof(Value));
     auto* element = static_cast<Value*>(memory);
-    for (std::size_t i = open_ + 1; i != stack_.size(); ++i) {
-      new (element++) Value(stack_[i]);
+    for (const Rep* slot = stack_.begin() + open_ + 1; slot != stack_.end(); ++slot) {
+      new (element++) Value(*slot);
     }
     content.elements = static_cast<const Value*>(memory);
   }
@@ -151,21 +149,21 @@ void TreeBuilder::closeArray() {
 }
 
 void TreeBuilder::closeObject() {
-  std::size_t size = (stack_.size() - open_ - 1) / 2;
+  constexpr std::size_t kSlotsOfMember = detail::MemberOrder::kSlotsOfMember;
+  const Rep* const members = stack_.begin() + open_ + 1;
+  const std::size_t count = static_cast<std::size_t>(stack_.end() - members) / kSlotsOfMember;
+  order_.find(members, count);
+  const std::size_t size = order_.size();
   Rep::Content content{};
   if (size != 0) {
     void* const memory = tree_->allocateNodes(size * sizeof(Member));
-    auto* const members = static_cast<Member*>(memory);
-    Member* end = members;
-    for (std::size_t i = open_ + 1; i != stack_.size(); i += 2) {
-      const Rep& key = stack_[i];
-      new (end++)
-          Member{std::string_view(key.content.characters, key.size()), Value(stack_[i + 1])};
+    auto* node = static_cast<Member*>(memory);
+    for (std::size_t i = 0; i != size; ++i) {
+      const Rep* const member = members + order_[i] * kSlotsOfMember;
+      new (node++)
+          Member{std::string_view(member->content.characters, member->size()), Value(member[1])};
     }
-    if (!keysAscend(members, end)) {
-      size = static_cast<std::size_t>(orderMembers(members, end) - members);
-    }
-    content.members = members;
+    content.members = static_cast<const Member*>(memory);
   }
   closeWith(traits<Object>::index, size, content);
 }
@@ -174,14 +172,15 @@ void TreeBuilder::closeWith(std::size_t index, std::size_t size, Rep::Content co
   Rep& mark = stack_[open_];
   const auto outer = static_cast<std::size_t>(mark.content.unsignedInteger);
   mark = {content, Rep::tagOf(index, size, false)};
-  stack_.resize(open_ + 1);
+  stack_.truncate(open_ + 1);
   open_ = outer;
 }
 
 Value TreeBuilder::finish() {
+  tree_->finish();
   // A copy of a value in the tree takes the reference, or the bytes of a single string, that it
   // needs to outlive this builder.
-  const Value root(stack_.front());
+  const Value root(*stack_.begin());
   return Value(root);
 }
 

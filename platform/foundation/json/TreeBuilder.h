@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "foundation/json/MemberOrder.h"
+#include "foundation/json/SlotStack.h"
 #include "foundation/json/Value.h"
 
 namespace foundation::json {
@@ -68,8 +69,19 @@ class TreeBuilder {
   void addString(std::string_view string);
 
   /// Opens an array or object; what is added next goes into it. An object takes keys and values in
-  /// turn.
-  void open();
+  /// turn. `note` is kept with it for whoever opened it.
+  void open(std::uint8_t note = 0) {
+    const std::size_t mark = stack_.size();
+    detail::Rep::Content outer{};
+    outer.unsignedInteger = open_;
+    push(traits<Undefined>::index, note, outer);
+    open_ = mark;
+  }
+
+  /// The note of the innermost open container. \pre One is open.
+  std::uint8_t noteOfInnermost() const noexcept {
+    return static_cast<std::uint8_t>(stack_[open_].size());
+  }
 
   /// Closes the innermost container, which open() opened as an array.
   void closeArray();
@@ -86,10 +98,20 @@ class TreeBuilder {
   /// The value added last.
   Kept last() const noexcept { return stack_.back(); }
 
+  /// The name of the alternative of the value added last.
+  const char* lastTypeName() const noexcept { return detail::typeNameOf(stack_.back().index()); }
+
+  bool lastIsString() const noexcept { return stack_.back().index() == traits<std::string>::index; }
+
+  /// The bytes of the value added last. \pre It is a string.
+  std::string_view lastString() const noexcept {
+    return {stack_.back().content.characters, stack_.back().size()};
+  }
+
   /// Takes the value added last off the stack again.
   Kept takeLast() noexcept {
     const Kept kept = stack_.back();
-    stack_.pop_back();
+    stack_.truncate(stack_.size() - 1);
     return kept;
   }
 
@@ -101,12 +123,13 @@ class TreeBuilder {
 
  private:
   void push(std::size_t index, std::size_t size, detail::Rep::Content content) {
-    stack_.push_back({content, detail::Rep::tagOf(index, size, false)});
+    stack_.push({content, detail::Rep::tagOf(index, size, false)});
   }
   void closeWith(std::size_t index, std::size_t size, detail::Rep::Content content) noexcept;
 
   detail::Tree* tree_;
-  std::vector<detail::Rep> stack_;
+  detail::SlotStack stack_;
+  detail::MemberOrder order_;
   std::size_t open_ =
       0;  // place of the innermost open container's mark, which holds the next outer
 };

@@ -59,8 +59,12 @@ void Value::share() {
   rep_.tag |= Rep::kOwns;
 }
 
+const char* detail::typeNameOf(std::size_t index) noexcept {
+  return kTypeNames[index];
+}
+
 const char* Value::typeName() const noexcept {
-  return kTypeNames[index()];
+  return detail::typeNameOf(index());
 }
 
 void Value::throwInvalidConversion(std::size_t wanted) const {

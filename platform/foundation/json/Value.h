@@ -117,6 +117,9 @@ FOUNDATION_EXPORT void retain(const void* nodes) noexcept;
 /// Drops a reference on the storage of nodes or of an owned string's characters.
 FOUNDATION_EXPORT void release(const void* nodes) noexcept;
 
+/// The name of the alternative of that index.
+const char* typeNameOf(std::size_t index) noexcept;
+
 }  // namespace detail
 
 /// One JSON value: one of ten alternatives, numbered by index() in the order of the type list.

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <type_traits>
+
+#include "foundation/json/Value.h"
+
+namespace foundation::json::detail {
+
+/// A stack of plain slots, in one block of memory that grows, and gives back what it no longer
+/// needs, without being copied where the system can do so.
+///
+/// Deep nesting makes it the largest thing in memory: a growing vector would hold the slots twice,
+/// and a vector that never shrinks would hold them all while the tree is made of them.
+class SlotStack {
+ public:
+  SlotStack() noexcept = default;
+  SlotStack(const SlotStack&) = delete;
+  SlotStack& operator=(const SlotStack&) = delete;
+  ~SlotStack();
+
+  std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
+
+  const Rep* begin() const noexcept { return begin_; }
+  const Rep* end() const noexcept { return end_; }
+
+  Rep& operator[](std::size_t place) noexcept { return begin_[place]; }
+  const Rep& operator[](std::size_t place) const noexcept { return begin_[place]; }
+  const Rep& back() const noexcept { return end_[-1]; }
+
+  /// Amortised constant time. \throws std::bad_alloc
+  void push(const Rep& slot) {
+    if (end_ == limit_) {
+      grow();
+    }
+    *end_++ = slot;
+  }
+
+  /// Drops all slots but the first `size`.
+  void truncate(std::size_t size) noexcept {
+    end_ = begin_ + size;
+    if (static_cast<std::size_t>(limit_ - end_) > kRoomKept) {
+      shrink();
+    }
+  }
+
+ private:
+  static_assert(std::is_trivially_copyable_v<Rep>, "slots are moved as bytes");
+
+  // Room that is worth nothing to give back: 1 MiB.
+  static constexpr std::size_t kRoomKept = (std::size_t{1} << 20) / sizeof(Rep);
+
+  void grow();
+  void shrink() noexcept;
+
+  Rep* begin_ = nullptr;
+  Rep* end_ = nullptr;
+  Rep* limit_ = nullptr;
+};
+
+}  // namespace foundation::json::detail
