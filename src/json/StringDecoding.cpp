@@ -1,6 +1,9 @@
 #include "json/StringDecoding.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 
 #include "foundation/json/detail.h"
 #include "json/StringScan.h"
@@ -14,37 +17,48 @@ bool isHighSurrogate(char16_t unit) noexcept {
   return unit >= 0xD800 && unit <= 0xDBFF;
 }
 
-// The value of a hexadecimal digit, or -1.
-int hexadecimalDigit(char byte) noexcept {
-  if (byte >= '0' && byte <= '9') {
-    return byte - '0';
+constexpr std::uint8_t kNoDigit = 0xFF;
+
+// The value of each byte as a hexadecimal digit.
+constexpr std::array<std::uint8_t, 256> kDigitValues = [] {
+  std::array<std::uint8_t, 256> values{};
+  for (std::uint8_t& value : values) {
+    value = kNoDigit;
   }
-  if (byte >= 'a' && byte <= 'f') {
-    return byte - 'a' + 10;
+  for (std::uint8_t digit = 0; digit != 10; ++digit) {
+    values['0' + digit] = digit;
   }
-  if (byte >= 'A' && byte <= 'F') {
-    return byte - 'A' + 10;
+  for (std::uint8_t digit = 10; digit != 16; ++digit) {
+    values['a' + digit - 10] = digit;
+    values['A' + digit - 10] = digit;
   }
-  return -1;
+  return values;
+}();
+
+unsigned digitValue(char byte) noexcept {
+  return kDigitValues[static_cast<unsigned char>(byte)];
 }
 
 // Reads four hexadecimal digits, which the text has bytes for.
-ParseResult readUnit(const char*& position, char16_t& unit) noexcept {
-  unsigned value = 0;
-  for (std::ptrdiff_t i = 0; i != kUnitDigits; ++i, ++position) {
-    const int digit = hexadecimalDigit(*position);
-    if (digit < 0) {
-      return kBadUnicodeEscape;
+[[gnu::always_inline]] inline ParseResult readUnit(const char*& position, char16_t& unit) noexcept {
+  const unsigned first = digitValue(position[0]);
+  const unsigned second = digitValue(position[1]);
+  const unsigned third = digitValue(position[2]);
+  const unsigned fourth = digitValue(position[3]);
+  if ((first | second | third | fourth) >= 16) {
+    while (digitValue(*position) != kNoDigit) {
+      ++position;
     }
-    value = value * 16 + static_cast<unsigned>(digit);
+    return kBadUnicodeEscape;
   }
-  unit = static_cast<char16_t>(value);
+  unit = static_cast<char16_t>(first << 12 | second << 8 | third << 4 | fourth);
+  position += kUnitDigits;
   return kSuccess;
 }
 
 // Reads what follows "\u": one unit, or two if the first is a high surrogate. Whether the second is
 // a low one makes no difference here: the conversion replaces what does not pair.
-ParseResult decodeUnicodeEscape(const char*& position, const char* end, std::string& text) {
+ParseResult decodeUnicodeEscape(const char*& position, const char* end, char*& out) noexcept {
   if (end - position < kUnitDigits) {
     return kEndOfText;
   }
@@ -68,12 +82,12 @@ ParseResult decodeUnicodeEscape(const char*& position, const char* end, std::str
     }
     count = 2;
   }
-  text += detail::u16_to_u8({units, count});
+  out = detail::writeUtf8({units, count}, out);
   return kSuccess;
 }
 
 // Reads what follows a backslash.
-ParseResult decodeEscape(const char*& position, const char* end, std::string& text) {
+ParseResult decodeEscape(const char*& position, const char* end, char*& out) noexcept {
   if (position == end) {
     return kEndOfText;
   }
@@ -81,26 +95,26 @@ ParseResult decodeEscape(const char*& position, const char* end, std::string& te
     case '"':
     case '/':
     case '\\':
-      text.push_back(*position);
+      *out++ = *position;
       break;
     case 'b':
-      text.push_back('\b');
+      *out++ = '\b';
       break;
     case 'f':
-      text.push_back('\f');
+      *out++ = '\f';
       break;
     case 'n':
-      text.push_back('\n');
+      *out++ = '\n';
       break;
     case 'r':
-      text.push_back('\r');
+      *out++ = '\r';
       break;
     case 't':
-      text.push_back('\t');
+      *out++ = '\t';
       break;
     case 'u':
       ++position;
-      return decodeUnicodeEscape(position, end, text);
+      return decodeUnicodeEscape(position, end, out);
     default:
       return kBadEscape;
   }
@@ -111,20 +125,32 @@ ParseResult decodeEscape(const char*& position, const char* end, std::string& te
 }  // namespace
 
 ParseResult decodeString(const char*& position, const char* end, std::string& text) {
+  // One escape after the other is gathered here, and copied in one piece.
+  char decoded[512];
+  constexpr std::size_t kLongText = std::size_t{1} << 20;
+  constexpr std::size_t kMostOfEscape = 2 * detail::kUtf8BytesOfUnit;
   for (;;) {
+    char* out = decoded;
+    while (position != end && *position == '\\' && out <= std::end(decoded) - kMostOfEscape) {
+      ++position;
+      if (const ParseResult result = decodeEscape(position, end, out); result != kSuccess) {
+        return result;
+      }
+    }
     const char* const special = findQuoteOrBackslash(position, end);
+    if (text.size() > kLongText && text.capacity() - text.size() < sizeof decoded) {
+      // Once, in place of growing step by step: no string is longer than what it is read from.
+      text.reserve(text.size() + sizeof decoded + static_cast<std::size_t>(end - position));
+    }
+    text.append(decoded, out);
     text.append(position, special);
     position = special;
     if (position == end) {
       return kEndOfText;
     }
-    const bool closing = *position == '"';
-    ++position;
-    if (closing) {
+    if (*position == '"') {
+      ++position;
       return kSuccess;
-    }
-    if (const ParseResult result = decodeEscape(position, end, text); result != kSuccess) {
-      return result;
     }
   }
 }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "fl/i18n.h"
@@ -305,7 +306,7 @@ const char* TextReader<Sink>::finishEscapedString(const char* begin, const char*
   if (const ParseResult code = decodeString(position, end_, decoded_); code != kSuccess) {
     return fail(code, position);
   }
-  sink_.addString(decoded_);
+  sink_.addString(std::move(decoded_));
   return position;
 }
 

@@ -8,32 +8,44 @@
 
 namespace foundation::core {
 
-void adviseLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) noexcept {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
-  const std::size_t before =
-      (kLargePage - (reinterpret_cast<std::uintptr_t>(memory) & (kLargePage - 1))) &
-      (kLargePage - 1);
-  if (bytes < before + kLargePage) {
-    return;
-  }
-  const std::size_t whole = (bytes - before) & ~(kLargePage - 1);
-  // Whatever comes back: without large pages the memory serves as well.
-  static_cast<void>(::madvise(static_cast<char*>(memory) + before, whole, MADV_HUGEPAGE));
-#endif
+
+namespace {
+
+// No page is smaller where the system has these calls, and a wrong guess only loses the hint.
+constexpr std::uintptr_t kPage = std::uintptr_t{4} << 10;
+
+void advise(std::uintptr_t begin, std::uintptr_t end, int advice) noexcept {
+  // Whatever comes back: without the hint the memory serves as well.
+  static_cast<void>(::madvise(reinterpret_cast<void*>(begin), end - begin, advice));
 }
 
-void discardPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) noexcept {
-#ifdef __linux__
-  // No page is larger where the system has this call; a smaller one only keeps a little more.
-  constexpr std::size_t kPage = std::size_t{4} << 10;
-  const std::size_t before =
-      (kPage - (reinterpret_cast<std::uintptr_t>(memory) & (kPage - 1))) & (kPage - 1);
-  if (bytes < before + kPage) {
+}  // namespace
+
+void adviseLargePages(void* memory, std::size_t bytes) noexcept {
+  if (bytes < 2 * kLargePage) {
     return;
   }
-  const std::size_t whole = (bytes - before) & ~(kPage - 1);
-  static_cast<void>(::madvise(static_cast<char*>(memory) + before, whole, MADV_DONTNEED));
-#endif
+  // With the pages that are only partly in the memory: a block that is a mapping of its own is not
+  // to be cut up, so that it can still be moved as a whole.
+  const auto begin = reinterpret_cast<std::uintptr_t>(memory);
+  advise(begin & ~(kPage - 1), (begin + bytes + kPage - 1) & ~(kPage - 1), MADV_HUGEPAGE);
 }
+
+void discardPages(void* memory, std::size_t bytes) noexcept {
+  const std::uintptr_t begin =
+      (reinterpret_cast<std::uintptr_t>(memory) + kPage - 1) & ~(kPage - 1);
+  const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(memory) + bytes) & ~(kPage - 1);
+  if (begin < end) {
+    advise(begin, end, MADV_DONTNEED);
+  }
+}
+
+#else
+
+void adviseLargePages(void*, std::size_t) noexcept {}
+void discardPages(void*, std::size_t) noexcept {}
+
+#endif
 
 }  // namespace foundation::core

@@ -7,12 +7,12 @@ namespace foundation::core {
 /// The size of a large page, and the alignment of memory that is to consist of such pages.
 constexpr std::size_t kLargePage = std::size_t{2} << 20;
 
-/// Asks the system to back `memory`, which is fresh, by pages of 2 MiB: a page is made ready at its
+/// Asks the system to back `memory`, which is fresh, by large pages: a page is made ready at its
 /// first touch, which for large blocks costs more than filling them.
 ///
-/// Only whole large pages that lie inside are asked for, so blocks below 4 MiB gain little, and
-/// such a page takes all of its 2 MiB as soon as it is touched anywhere. A hint: where the system
-/// has no such pages or refuses, nothing happens. The memory may be freed as it would be otherwise.
+/// Such a page takes all of its bytes as soon as it is touched anywhere, so blocks of less than two
+/// are left alone. A hint: where the system has no such pages or refuses, nothing happens. The
+/// memory may be freed, or grow by realloc(), as it would otherwise.
 void adviseLargePages(void* memory, std::size_t bytes) noexcept;
 
 /// Gives the pages that lie wholly in `memory`, whose content is not needed any more, back to the

@@ -13,6 +13,9 @@ namespace {
 constexpr std::size_t kFirstRoom = 256;
 constexpr std::size_t kMostSlots = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(Rep);
 
+// Less room than this, 1 MiB, is not worth giving back.
+constexpr std::size_t kRoomKept = (std::size_t{1} << 20) / sizeof(Rep);
+
 }  // namespace
 
 SlotStack::~SlotStack() {
@@ -29,26 +32,26 @@ void SlotStack::grow() {
   if (memory == nullptr) {
     throw std::bad_alloc();
   }
-  begin_ = static_cast<Rep*>(memory);
-  end_ = begin_ + slots;
-  limit_ = begin_ + room;
-  core::adviseLargePages(begin_, room * sizeof(Rep));
+  setMemory(memory, slots, room);
+  core::adviseLargePages(memory, room * sizeof(Rep));
 }
 
 void SlotStack::shrink() noexcept {
   const std::size_t slots = size();
-  const auto room = static_cast<std::size_t>(limit_ - begin_);
-  // An eighth at a time, so that giving back takes constant time for each slot that was there.
-  const std::size_t wanted = std::max(slots, kRoomKept);
-  if (room - wanted < room / 8) {
-    return;
-  }
-  void* const memory = std::realloc(begin_, wanted * sizeof(Rep));
+  const std::size_t room = std::max(slots, kRoomKept);
+  void* const memory = std::realloc(begin_, room * sizeof(Rep));
   if (memory != nullptr) {
-    begin_ = static_cast<Rep*>(memory);
-    end_ = begin_ + slots;
-    limit_ = begin_ + wanted;
+    setMemory(memory, slots, room);
   }
+}
+
+void SlotStack::setMemory(void* memory, std::size_t slots, std::size_t room) noexcept {
+  begin_ = static_cast<Rep*>(memory);
+  end_ = begin_ + slots;
+  limit_ = begin_ + room;
+  // An eighth at a time, so that giving back takes constant time for each slot that was there.
+  const std::size_t spared = std::max(kRoomKept, room / 8);
+  shrinkBelow_ = room > 2 * kRoomKept ? limit_ - spared : begin_;
 }
 
 }  // namespace foundation::json::detail

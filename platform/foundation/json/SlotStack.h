@@ -39,7 +39,7 @@ class SlotStack {
   /// Drops all slots but the first `size`.
   void truncate(std::size_t size) noexcept {
     end_ = begin_ + size;
-    if (static_cast<std::size_t>(limit_ - end_) > kRoomKept) {
+    if (end_ < shrinkBelow_) {
       shrink();
     }
   }
@@ -47,15 +47,14 @@ class SlotStack {
  private:
   static_assert(std::is_trivially_copyable_v<Rep>, "slots are moved as bytes");
 
-  // Room that is worth nothing to give back: 1 MiB.
-  static constexpr std::size_t kRoomKept = (std::size_t{1} << 20) / sizeof(Rep);
-
   void grow();
   void shrink() noexcept;
+  void setMemory(void* memory, std::size_t slots, std::size_t room) noexcept;
 
   Rep* begin_ = nullptr;
   Rep* end_ = nullptr;
   Rep* limit_ = nullptr;
+  Rep* shrinkBelow_ = nullptr;  // an end below this leaves so much room that it is given back
 };
 
 }  // namespace foundation::json::detail

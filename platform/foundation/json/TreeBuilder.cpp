@@ -1,7 +1,6 @@
 #include "foundation/json/TreeBuilder.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <new>
 #include <utility>
@@ -30,16 +29,19 @@ class Tree final : public Storage {
     return std::exchange(position_, position_ + bytes);
   }
 
-  /// Memory for characters, which lives as long as the tree.
-  char* allocateCharacters(std::size_t size) {
-    // From the other end, so that nodes stay aligned.
+  /// Returns the bytes of a string, which live as long as the tree.
+  std::string_view store(std::string&& string) {
+    const std::size_t size = string.size();
+    if (size > kLargestPiece) {
+      return storeLong(std::move(string));
+    }
     if (size > static_cast<std::size_t>(end_ - position_)) {
-      if (size > kLargestPiece) {
-        return addBlock(size);
-      }
       addUnit();
     }
-    return end_ -= size;
+    // From the other end, so that nodes stay aligned.
+    end_ -= size;
+    string.copy(end_, size);
+    return {end_, size};
   }
 
   /// Gives back the pages that were never needed. To be called when nothing is allocated any more.
@@ -53,6 +55,7 @@ class Tree final : public Storage {
 
   void dismantle(Storage*&) noexcept override { delete this; }
 
+  std::string_view storeLong(std::string&& string);
   void* allocateFromNewUnit(std::size_t bytes);
   void addUnit();
   char* addBlock(std::size_t bytes);
@@ -73,6 +76,7 @@ class Tree final : public Storage {
   };
 
   std::string text_;
+  std::vector<std::string> longStrings_;
   std::vector<std::unique_ptr<char, Delete>> blocks_;
   char* position_ = nullptr;  // what is free of the newest unit
   char* end_ = nullptr;
@@ -80,6 +84,18 @@ class Tree final : public Storage {
   char* blockEnd_ = nullptr;
   std::size_t unitsOfBlock_ = 1;
 };
+
+std::string_view Tree::storeLong(std::string&& string) {
+  const std::size_t size = string.size();
+  if (string.capacity() / 2 <= size) {
+    // Moving it leaves its bytes where they are.
+    longStrings_.push_back(std::move(string));
+    return longStrings_.back();
+  }
+  char* const copy = addBlock(size);
+  string.copy(copy, size);
+  return {copy, size};
+}
 
 void* Tree::allocateFromNewUnit(std::size_t bytes) {
   if (bytes > kLargestPiece) {
@@ -126,12 +142,8 @@ std::string_view TreeBuilder::text() const noexcept {
   return tree_->text();
 }
 
-void TreeBuilder::addString(std::string_view string) {
-  char* const copy = tree_->allocateCharacters(string.size());
-  if (!string.empty()) {
-    std::memcpy(copy, string.data(), string.size());
-  }
-  addStringOfText({copy, string.size()});
+void TreeBuilder::addString(std::string&& string) {
+  addStringOfText(tree_->store(std::move(string)));
 }
 
 void TreeBuilder::closeArray() {

@@ -65,8 +65,9 @@ class TreeBuilder {
     push(traits<std::string>::index, string.size(), content);
   }
 
-  /// Adds a string, or the key of the next member, as a copy.
-  void addString(std::string_view string);
+  /// Adds a string, or the key of the next member, whose bytes do not lie in text(): as a copy, or,
+  /// if it is long, as it is.
+  void addString(std::string&& string);
 
   /// Opens an array or object; what is added next goes into it. An object takes keys and values in
   /// turn. `note` is kept with it for whoever opened it.

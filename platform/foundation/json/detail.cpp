@@ -9,34 +9,6 @@
 namespace foundation::json::detail {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-
-constexpr bool isHighSurrogate(char16_t unit) noexcept {
-  return (unit & 0xFC00) == 0xD800;
-}
-constexpr bool isLowSurrogate(char16_t unit) noexcept {
-  return (unit & 0xFC00) == 0xDC00;
-}
-
-void appendUtf8(std::string& text, char32_t point) {
-  const auto append = [&](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (point < 0x80) {
-    append(point);
-  } else if (point < 0x800) {
-    append(0xC0 | (point >> 6));
-    append(0x80 | (point & 0x3F));
-  } else if (point < 0x10000) {
-    append(0xE0 | (point >> 12));
-    append(0x80 | ((point >> 6) & 0x3F));
-    append(0x80 | (point & 0x3F));
-  } else {
-    append(0xF0 | (point >> 18));
-    append(0x80 | ((point >> 12) & 0x3F));
-    append(0x80 | ((point >> 6) & 0x3F));
-    append(0x80 | (point & 0x3F));
-  }
-}
-
 // Tells whether the magnitude of a number that no double can hold is too large, not too small: by
 // the power of ten of its first digit that is not zero.
 bool isTooLarge(std::string_view number) noexcept {
@@ -80,18 +52,8 @@ double string_to_double(std::string_view number) noexcept {
 }
 
 std::string u16_to_u8(std::u16string_view units) {
-  std::string text;
-  for (std::size_t i = 0; i != units.size(); ++i) {
-    const char16_t unit = units[i];
-    if (isHighSurrogate(unit) && i + 1 != units.size() && isLowSurrogate(units[i + 1])) {
-      ++i;
-      appendUtf8(text, 0x10000 + ((char32_t{unit} & 0x3FF) << 10) + (units[i] & 0x3FF));
-    } else if (isHighSurrogate(unit) || isLowSurrogate(unit)) {
-      appendUtf8(text, kReplacement);
-    } else {
-      appendUtf8(text, unit);
-    }
-  }
+  std::string text(kUtf8BytesOfUnit * units.size(), '\0');
+  text.resize(static_cast<std::size_t>(writeUtf8(units, text.data()) - text.data()));
   return text;
 }
 

@@ -96,6 +96,31 @@ TEST(TreeBuilder, MakesContainersInContainers) {
   EXPECT_EQ(valueText(build()), kBuilt);
 }
 
+TEST(TreeBuilder, KeepsStringsOfEveryLength) {
+  constexpr std::size_t kLengths[] = {0,     1,     15,    16,    1000,   16384,
+                                      16385, 65519, 65520, 70000, 300000, 5000000};
+  TreeBuilder builder("");
+  builder.open();
+  for (const std::size_t length : kLengths) {
+    builder.addString(std::string(length, 'x'));
+    std::string roomy(length, 'y');
+    roomy.reserve(3 * length);
+    builder.addString(std::move(roomy));
+    // Nodes between strings, so that they take turns in memory.
+    builder.open();
+    builder.addNull();
+    builder.closeArray();
+  }
+  builder.closeArray();
+  const Array values = builder.finish().as<Array>();
+  std::size_t i = 0;
+  for (const std::size_t length : kLengths) {
+    EXPECT_EQ(values[i++].as<std::string_view>(), std::string(length, 'x'));
+    EXPECT_EQ(values[i++].as<std::string_view>(), std::string(length, 'y'));
+    EXPECT_EQ(valueText(values[i++]), "[null]");
+  }
+}
+
 TEST(TreeBuilder, OrdersMembersAndKeepsTheFirstOfEqualKeysHoweverManyThereAre) {
   for (std::size_t count = 1; count != 60; ++count) {
     TreeBuilder builder("");
@@ -104,7 +129,7 @@ TEST(TreeBuilder, OrdersMembersAndKeepsTheFirstOfEqualKeysHoweverManyThereAre) {
     for (std::size_t i = count; i != 0; --i) {
       const std::string key = std::to_string(100 + i);
       for (const double number : {1.0, 2.0}) {
-        builder.addString(key);
+        builder.addString(std::string(key));
         builder.addNumber(number);
       }
       expected.insert(0, (i == 1 ? "\"" : ", \"") + key + "\": 1");
