@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "handler/PackageKey.h"
@@ -10,85 +12,129 @@
 
 namespace install::update_metadata_parser {
 
-/// Gathers packages by their keys, so that an ordered container is built by appending alone.
+/// Gathers components and tells the keys of their packages, so that ordered containers are mostly
+/// built by appending.
 ///
-/// `Pkg` is the class of handles of the packages. The gathered packages are read in place: they
-/// stay as long as the model's tree does. Memory is linear in what is gathered; a component that
-/// repeats an earlier one's packages, as products that share components make them by the thousand,
-/// costs a comparison of identities for each package and no memory for any.
+/// `Pkg` is the class of handles of the packages. What is gathered is read in place: it stays as
+/// long as the model's tree does. Memory is linear in the components; one that repeats an earlier
+/// one's packages, as products that share components make them by the thousand, costs a comparison
+/// of identities for each package.
 template <class Pkg>
 class KeyedPackages {
  public:
-  struct Entry {
-    PackageKey key;
-    const typename Pkg::Impl* pkg;
-    std::size_t order;  // place of its component in model order
-  };
+  using Element = typename Pkg::Impl;
 
   /// Notes one component with its packages. Components come in model order.
   void addComponent(mf::zero::Name component, const mf::zero::OwnedCollection<Pkg>& pkgs) {
-    // Here, in model order: readPackages() goes by the names of the components.
+    // Here, in model order: later they are read in another one.
     pkgs.resolvePlaceholders();
     if (!pkgs.empty()) {
       components_.push_back({component, &pkgs, components_.size()});
     }
   }
 
-  /// Reads the packages of the components noted since the last call.
-  void readPackages() {
-    std::vector<Component> components;
-    components.swap(components_);
-    const auto byKey = [](const Component& left, const Component& right) {
-      const int order = PackageKey{left.name.view(), {}}.compare({right.name.view(), {}});
-      return order != 0 ? order < 0 : left.order < right.order;
-    };
-    if (!std::is_sorted(components.begin(), components.end(), byKey)) {
-      std::sort(components.begin(), components.end(), byKey);
-    }
+  /// Tells whether no component with packages has been noted.
+  bool empty() const noexcept { return components_.empty(); }
+
+  /// Calls `visit` with each key, a string that it may keep, and its package: component by
+  /// component, in ascending order of keys but for those of components whose names continue each
+  /// other's, and for packages that do not come in order. Of packages with one key the first of its
+  /// component comes first.
+  template <class Visit>
+  void forEach(Visit visit) {
+    orderComponents();
     const Component* first = nullptr;  // the first of the components with one name
-    for (const Component& component : components) {
-      if (first != nullptr && first->name.identity() == component.name.identity()) {
+    std::u16string text;
+    for (const Component& component : components_) {
+      if (first != nullptr && isSameName(*first, component)) {
         if (samePackages(*first->pkgs, *component.pkgs)) {
           continue;
         }
       } else {
         first = &component;
+        text.assign(component.name.view()).append(kKeySeparator);
       }
-      read(component);
+      forEachOf(component, [&](const Element& pkg) {
+        const std::u16string_view name = pkg.name().view();
+        std::u16string key;
+        key.reserve(text.size() + name.size());
+        key.append(text).append(name);
+        visit(std::move(key), pkg);
+      });
     }
-    orderOfNext_ += components.size();
   }
 
-  bool empty() const noexcept { return entries_.empty(); }
-
-  /// Returns what was read in ascending order of keys, the first in model order of each key.
-  const std::vector<Entry>& inOrder() {
-    const auto ascends = [](const Entry& left, const Entry& right) {
-      return left.key.compare(right.key) < 0;
-    };
-    const auto outOfPlace = std::adjacent_find(
-        entries_.begin(), entries_.end(),
-        [&](const Entry& left, const Entry& right) { return !ascends(left, right); });
-    if (outOfPlace != entries_.end()) {
-      // Stable, because one component may hold two packages of one name.
-      std::stable_sort(entries_.begin(), entries_.end(), [](const Entry& left, const Entry& right) {
-        const int order = left.key.compare(right.key);
-        return order != 0 ? order < 0 : left.order < right.order;
-      });
-      const auto end = std::unique(
-          entries_.begin(), entries_.end(),
-          [](const Entry& left, const Entry& right) { return left.key.compare(right.key) == 0; });
-      entries_.erase(end, entries_.end());
+  /// Calls `visit` as forEach() does, but so that of all packages with one key the first in model
+  /// order comes first.
+  template <class Visit>
+  void forEachInModelOrder(Visit visit) {
+    orderComponents();
+    if (!namesContinueEachOther()) {
+      // Then no two components have a key in common.
+      forEach(visit);
+      return;
     }
-    return entries_;
+    std::vector<Entry> entries;
+    for (const Component& component : components_) {
+      forEachOf(component, [&](const Element& pkg) {
+        entries.push_back({{component.name.view(), pkg.name().view()}, &pkg, component.order});
+      });
+    }
+    // Stable, because one component may hold two packages of one name.
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+      const int order = left.key.compare(right.key);
+      return order != 0 ? order < 0 : left.order < right.order;
+    });
+    for (const Entry& entry : entries) {
+      visit(entry.key.text(), *entry.pkg);
+    }
   }
 
  private:
   struct Component {
     mf::zero::Name name;
     const mf::zero::OwnedCollection<Pkg>* pkgs;
-    std::size_t order;
+    std::size_t order;  // its place in model order
   };
+
+  struct Entry {
+    PackageKey key;
+    const Element* pkg;
+    std::size_t order;  // of its component
+  };
+
+  static bool isSameName(const Component& left, const Component& right) noexcept {
+    return left.name.identity() == right.name.identity();
+  }
+
+  // Calls `visit` with each package of a component. By index and with the size read anew: resolving
+  // a placeholder may append.
+  template <class Visit>
+  static void forEachOf(const Component& component, Visit visit) {
+    for (std::size_t i = 0; i < component.pkgs->size(); ++i) {
+      visit(component.pkgs->readAt(i));
+    }
+  }
+
+  void orderComponents() {
+    const auto precedes = [](const Component& left, const Component& right) {
+      const int order =
+          isSameName(left, right) ? 0 : compareComponents(left.name.view(), right.name.view());
+      return order != 0 ? order < 0 : left.order < right.order;
+    };
+    if (!std::is_sorted(components_.begin(), components_.end(), precedes)) {
+      std::sort(components_.begin(), components_.end(), precedes);
+    }
+  }
+
+  // Tells whether some name is another one, an underscore and more. In order, the one behind the
+  // shorter of such two names is such a name as well.
+  bool namesContinueEachOther() const noexcept {
+    return std::adjacent_find(components_.begin(), components_.end(),
+                              [](const Component& left, const Component& right) {
+                                return isContinued(left.name.view(), right.name.view());
+                              }) != components_.end();
+  }
 
   static bool samePackages(const mf::zero::OwnedCollection<Pkg>& left,
                            const mf::zero::OwnedCollection<Pkg>& right) {
@@ -104,19 +150,7 @@ class KeyedPackages {
     return true;
   }
 
-  void read(const Component& component) {
-    const std::u16string_view name = component.name.view();
-    const std::size_t order = orderOfNext_ + component.order;
-    // By index and with the size read anew: resolving a placeholder may append.
-    for (std::size_t i = 0; i < component.pkgs->size(); ++i) {
-      const typename Pkg::Impl& pkg = component.pkgs->readAt(i);
-      entries_.push_back({{name, pkg.name().view()}, &pkg, order});
-    }
-  }
-
   std::vector<Component> components_;
-  std::vector<Entry> entries_;
-  std::size_t orderOfNext_ = 0;
 };
 
 }  // namespace install::update_metadata_parser

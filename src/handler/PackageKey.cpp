@@ -4,10 +4,10 @@
 #include <array>
 #include <cstddef>
 
+#include "handler/UnitOrder.h"
+
 namespace install::update_metadata_parser {
 namespace {
-
-constexpr std::u16string_view kSeparator = u"_";
 
 bool isNotEmpty(std::u16string_view text) noexcept {
   return !text.empty();
@@ -17,10 +17,8 @@ bool isNotEmpty(std::u16string_view text) noexcept {
 
 std::u16string PackageKey::text() const {
   std::u16string text;
-  text.reserve(component.size() + kSeparator.size() + package.size());
-  text.append(component);
-  text.append(kSeparator);
-  text.append(package);
+  text.reserve(component.size() + kKeySeparator.size() + package.size());
+  text.append(component).append(kKeySeparator).append(package);
   return text;
 }
 
@@ -29,16 +27,16 @@ int PackageKey::compare(const PackageKey& other) const noexcept {
   const bool sameComponent =
       component.data() == other.component.data() && component.size() == other.component.size();
   if (sameComponent) {
-    return package.compare(other.package);
+    return compareUnits(package, other.package);
   }
   // Piece against piece: where one key's component ends need not be where the other's does.
-  std::array<std::u16string_view, 3> left = {component, kSeparator, package};
-  std::array<std::u16string_view, 3> right = {other.component, kSeparator, other.package};
+  std::array<std::u16string_view, 3> left = {component, kKeySeparator, package};
+  std::array<std::u16string_view, 3> right = {other.component, kKeySeparator, other.package};
   auto l = left.begin();
   auto r = right.begin();
   while (l != left.end() && r != right.end()) {
     const std::size_t common = std::min(l->size(), r->size());
-    if (const int order = l->substr(0, common).compare(r->substr(0, common)); order != 0) {
+    if (const int order = compareUnits(l->substr(0, common), r->substr(0, common)); order != 0) {
       return order;
     }
     l->remove_prefix(common);
@@ -47,6 +45,25 @@ int PackageKey::compare(const PackageKey& other) const noexcept {
     r = std::find_if(r, right.end(), isNotEmpty);
   }
   return static_cast<int>(l != left.end()) - static_cast<int>(r != right.end());
+}
+
+int compareComponents(std::u16string_view left, std::u16string_view right) noexcept {
+  const std::size_t common = std::min(left.size(), right.size());
+  if (const int order = compareUnits(left.substr(0, common), right.substr(0, common)); order != 0) {
+    return order;
+  }
+  if (left.size() == right.size()) {
+    return 0;
+  }
+  // The shorter name ends where the other one goes on: there its separator stands.
+  const bool leftIsShorter = left.size() < right.size();
+  const int order = compareUnits(kKeySeparator, (leftIsShorter ? right : left).substr(common, 1));
+  return leftIsShorter ? (order != 0 ? order : -1) : (order != 0 ? -order : 1);
+}
+
+bool isContinued(std::u16string_view shorter, std::u16string_view longer) noexcept {
+  return longer.size() > shorter.size() && longer[shorter.size()] == kKeySeparator.front() &&
+         compareUnits(longer.substr(0, shorter.size()), shorter) == 0;
 }
 
 }  // namespace install::update_metadata_parser

@@ -5,7 +5,10 @@
 
 namespace install::update_metadata_parser {
 
-/// The two names whose package key, the component's name, an underscore and the package's name, is
+/// What stands between the two names of a package key.
+constexpr std::u16string_view kKeySeparator = u"_";
+
+/// The two names whose package key, the component's name, the separator and the package's name, is
 /// compared without being built.
 struct PackageKey {
   std::u16string_view component;
@@ -18,5 +21,13 @@ struct PackageKey {
   /// numbers, a prefix goes first.
   int compare(const PackageKey& other) const noexcept;
 };
+
+/// Orders components by their names as the keys of their packages begin, each with the separator:
+/// below, at or above zero.
+int compareComponents(std::u16string_view left, std::u16string_view right) noexcept;
+
+/// Tells whether `longer` is `shorter`, the separator and perhaps more. Only the packages of two
+/// such components can have a key in common.
+bool isContinued(std::u16string_view shorter, std::u16string_view longer) noexcept;
 
 }  // namespace install::update_metadata_parser

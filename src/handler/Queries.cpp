@@ -1,5 +1,5 @@
-// The six queries of UpdateMetaDataHandler. They walk the model front to back, in place, gather
-// keys flat and build each result by appending to it in order.
+// The six queries of UpdateMetaDataHandler. They walk the model front to back, in place, order
+// components by name and build each result mostly by appending to it.
 
 #include <algorithm>
 #include <utility>
@@ -20,7 +20,6 @@ using datamodels::product_update::ProductUpdateMetaData;
 using mf::zero::OwnedCollection;
 
 using KeySet = std::set<std::u16string>;
-using SizePair = std::pair<std::int64_t, std::int64_t>;
 
 // Which of the two things that an update does to packages a query asks about.
 struct Side {
@@ -42,12 +41,10 @@ void addComponents(KeyedPackages<PkgDeltaData>& packages, const ProductDeltaData
   }
 }
 
-KeySet keySet(KeyedPackages<PkgDeltaData>& packages) {
-  KeySet keys;
-  for (const auto& entry : packages.inOrder()) {
-    keys.emplace_hint(keys.end(), entry.key.text());
-  }
-  return keys;
+void addKeys(KeySet& keys, KeyedPackages<PkgDeltaData>& packages) {
+  packages.forEach([&keys](std::u16string key, const PkgDeltaData::Impl&) {
+    keys.emplace_hint(keys.end(), std::move(key));
+  });
 }
 
 // The packages of all products whose name is the one that the catalogue gives for a base code.
@@ -56,17 +53,18 @@ KeySet keySet(KeyedPackages<PkgDeltaData>& packages) {
 KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaData& root,
                         const Side& side, const std::u16string& productBaseCode,
                         const std::u16string& productDataLocation) {
-  KeyedPackages<PkgDeltaData> packages;
+  KeySet keys;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
   for (std::size_t i = 0; i < products.size(); ++i) {
     const ProductDeltaData product = products[i];
     const std::u16string name = product->getName();
     if (name == handler.getProductName(productBaseCode, productDataLocation)) {
+      KeyedPackages<PkgDeltaData> packages;
       addComponents(packages, *product.operator->(), side);
-      packages.readPackages();
+      addKeys(keys, packages);
     }
   }
-  return keySet(packages);
+  return keys;
 }
 
 // The packages of each product that has any, by the base code that the catalogue gives for its
@@ -81,15 +79,13 @@ std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
     const std::u16string name = product->getName();
     KeyedPackages<PkgDeltaData> packages;
     addComponents(packages, *product.operator->(), side);
-    packages.readPackages();
     if (packages.empty()) {
       continue;
     }
-    std::u16string code = handler.getProductBaseCode(name, productDataLocation);
-    const auto place = keysByCode.lower_bound(code);
-    if (place == keysByCode.end() || place->first != code) {
-      keysByCode.emplace_hint(place, std::move(code), keySet(packages));
-    }
+    KeySet keys;
+    addKeys(keys, packages);
+    // Of products with one base code the first one counts.
+    keysByCode.try_emplace(handler.getProductBaseCode(name, productDataLocation), std::move(keys));
   }
   return keysByCode;
 }
@@ -146,13 +142,14 @@ UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
     const ComponentDataWithFilesToDelete::Impl& component = components.readAt(i);
     packages.addComponent(component.name(), component.getPkgsWithFilesToDelete());
   }
-  packages.readPackages();
   std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesByKey;
-  for (const auto& entry : packages.inOrder()) {
-    filesByKey.emplace_hint(
-        filesByKey.end(), entry.key.text(),
-        std::make_pair(fileSet(entry.pkg->getFilesToDelete()), entry.pkg->getSize()));
-  }
+  packages.forEachInModelOrder([&](std::u16string key, const PkgDataWithFilesToDelete::Impl& pkg) {
+    const std::size_t before = filesByKey.size();
+    const auto place = filesByKey.try_emplace(filesByKey.end(), std::move(key));
+    if (filesByKey.size() != before) {
+      place->second = {fileSet(pkg.getFilesToDelete()), pkg.getSize()};
+    }
+  });
   return filesByKey;
 }
 
@@ -163,12 +160,11 @@ UpdateMetaDataHandler::getUpdateSizeForComponentsToExtract() const {
   for (std::size_t i = 0; i < products.size(); ++i) {
     addComponents(packages, products.readAt(i), kExtract);
   }
-  packages.readPackages();
   std::map<std::u16string, std::pair<std::int64_t, std::int64_t>> sizesByKey;
-  for (const auto& entry : packages.inOrder()) {
-    sizesByKey.emplace_hint(sizesByKey.end(), entry.key.text(),
-                            SizePair(entry.pkg->getSize(), entry.pkg->getUncompressedBytes()));
-  }
+  packages.forEachInModelOrder([&](std::u16string key, const PkgDeltaData::Impl& pkg) {
+    sizesByKey.try_emplace(sizesByKey.end(), std::move(key), pkg.getSize(),
+                           pkg.getUncompressedBytes());
+  });
   return sizesByKey;
 }
 

@@ -67,5 +67,25 @@ TEST(PackageKey, ComparesPackagesOfOneComponentAsTheirTextsDo) {
   }
 }
 
+TEST(Components, AreOrderedAsTheKeysOfTheirPackagesBegin) {
+  const std::vector<std::u16string> all = names();
+  for (const std::u16string& left : all) {
+    for (const std::u16string& right : all) {
+      ASSERT_EQ(signOf(compareComponents(left, right)), signOf((left + u"_").compare(right + u"_")))
+          << ::testing::PrintToString(left) << ' ' << ::testing::PrintToString(right);
+    }
+  }
+}
+
+TEST(Components, ContinueAnotherNameBehindItsSeparator) {
+  const std::vector<std::u16string> all = names();
+  for (const std::u16string& shorter : all) {
+    for (const std::u16string& longer : all) {
+      ASSERT_EQ(isContinued(shorter, longer), longer.rfind(shorter + u"_", 0) == 0)
+          << ::testing::PrintToString(shorter) << ' ' << ::testing::PrintToString(longer);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace install::update_metadata_parser
