@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -14,12 +13,12 @@ static_assert(std::is_same_v<std::int64_t, long>, "byte counts are of type long 
 template <class Integer>
 Integer truncated(double number) noexcept {
   // The first number above the range is a power of two, which a double holds exactly.
-  constexpr int kBits = std::numeric_limits<Integer>::digits;
-  const double limit = std::ldexp(1.0, kBits);
-  const double whole = std::trunc(number);
-  // false for NaN, which therefore joins the numbers out of range
-  if (whole >= -limit && whole < limit) {
-    return static_cast<Integer>(whole);
+  constexpr double kLimit = -static_cast<double>(std::numeric_limits<Integer>::min());
+  // What lies between the minimum and the integer below is cut to the minimum, which numbers too
+  // small become as well; so it does not matter whether a double tells the two bounds apart. NaN is
+  // neither above nor below anything.
+  if (number > -kLimit - 1 && number < kLimit) {
+    return static_cast<Integer>(number);
   }
   return std::numeric_limits<Integer>::min();
 }

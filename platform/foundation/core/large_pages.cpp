@@ -23,13 +23,15 @@ void advise(std::uintptr_t begin, std::uintptr_t end, int advice) noexcept {
 }  // namespace
 
 void adviseLargePages(void* memory, std::size_t bytes) noexcept {
-  if (bytes < 2 * kLargePage) {
+  const auto begin = reinterpret_cast<std::uintptr_t>(memory);
+  const std::uintptr_t end = begin + bytes;
+  const std::uintptr_t firstLargePage = (begin + kLargePage - 1) & ~(kLargePage - 1);
+  if (end < firstLargePage + kLargePage) {
     return;
   }
   // With the pages that are only partly in the memory: a block that is a mapping of its own is not
   // to be cut up, so that it can still be moved as a whole.
-  const auto begin = reinterpret_cast<std::uintptr_t>(memory);
-  advise(begin & ~(kPage - 1), (begin + bytes + kPage - 1) & ~(kPage - 1), MADV_HUGEPAGE);
+  advise(begin & ~(kPage - 1), (end + kPage - 1) & ~(kPage - 1), MADV_HUGEPAGE);
 }
 
 void discardPages(void* memory, std::size_t bytes) noexcept {

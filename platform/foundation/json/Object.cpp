@@ -7,6 +7,25 @@
 #include "foundation/json/Value.h"
 
 namespace foundation::json {
+
+const Member* detail::findMember(const Member* members, std::size_t size,
+                                 std::string_view key) noexcept {
+  constexpr std::size_t kFewMembers = 8;
+  const Member* const end = members + size;
+  const Member* member = members;
+  if (size > kFewMembers) {
+    member = std::lower_bound(members, end, key, [](const Member& left, std::string_view right) {
+      return left.first < right;
+    });
+    return member != end && member->first == key ? member : end;
+  }
+  // Lengths mostly decide.
+  while (member != end && member->first != key) {
+    ++member;
+  }
+  return member;
+}
+
 namespace {
 
 std::vector<std::pair<std::string, Value>> copied(
@@ -54,10 +73,7 @@ Object::Object(std::vector<std::pair<std::string, Value>> members) {
 }
 
 Object::const_iterator Object::find(std::string_view key) const noexcept {
-  const const_iterator member = std::lower_bound(
-      begin(), end(), key,
-      [](const Member& left, std::string_view right) { return left.first < right; });
-  return member != end() && member->first == key ? member : end();
+  return detail::findMember(begin(), size(), key);
 }
 
 const Value& Object::at(std::string_view key) const {

@@ -12,7 +12,7 @@ class Storage;
 /// The head of a unit of memory that many containers' nodes share: memory of one size that begins
 /// at a multiple of that size.
 struct NodeUnit {
-  static constexpr std::size_t kBytes = std::size_t{64} << 10;
+  static constexpr std::size_t kBytes = std::size_t{16} << 10;
 
   alignas(16) Storage* storage;
 

@@ -44,10 +44,13 @@ class Tree final : public Storage {
     return {end_, size};
   }
 
-  /// Gives back the pages that were never needed. To be called when nothing is allocated any more.
+  /// Gives back what was never needed of large pages. To be called when nothing is allocated any
+  /// more.
   void finish() noexcept {
-    core::discardPages(position_, static_cast<std::size_t>(end_ - position_));
-    core::discardPages(nextUnit_, static_cast<std::size_t>(blockEnd_ - nextUnit_));
+    if (blockBytes_ >= core::kLargePage) {
+      core::discardPages(position_, static_cast<std::size_t>(end_ - position_));
+      core::discardPages(nextUnit_, static_cast<std::size_t>(blockEnd_ - nextUnit_));
+    }
   }
 
  private:
@@ -67,8 +70,9 @@ class Tree final : public Storage {
 
   // What is larger has a block of its own, so that little of a unit stays unused.
   static constexpr std::size_t kLargestPiece = NodeUnit::kBytes / 4;
-  // Blocks double in size up to this.
-  static constexpr std::size_t kMostUnits = 64;
+  // Blocks grow by this factor up to this size.
+  static constexpr std::size_t kGrowth = 4;
+  static constexpr std::size_t kLargestBlock = 2 * core::kLargePage;
 
   struct Delete {
     std::align_val_t alignment;
@@ -82,7 +86,7 @@ class Tree final : public Storage {
   char* end_ = nullptr;
   char* nextUnit_ = nullptr;  // what is free behind it of the newest block of units
   char* blockEnd_ = nullptr;
-  std::size_t unitsOfBlock_ = 1;
+  std::size_t blockBytes_ = 0;
 };
 
 std::string_view Tree::storeLong(std::string&& string) {
@@ -108,10 +112,11 @@ void* Tree::allocateFromNewUnit(std::size_t bytes) {
 
 void Tree::addUnit() {
   if (nextUnit_ == blockEnd_) {
-    const std::size_t bytes = unitsOfBlock_ * NodeUnit::kBytes;
+    const std::size_t bytes =
+        std::min(kLargestBlock, std::max(NodeUnit::kBytes, blockBytes_ * kGrowth));
     nextUnit_ = addBlock(bytes);
     blockEnd_ = nextUnit_ + bytes;
-    unitsOfBlock_ = std::min(kMostUnits, unitsOfBlock_ * 2);
+    blockBytes_ = bytes;
   }
   position_ = beginUnit(nextUnit_, this);
   nextUnit_ += NodeUnit::kBytes;

@@ -74,12 +74,8 @@ void Value::throwInvalidConversion(std::size_t wanted) const {
 
 const Value& Value::operator[](std::string_view key) const {
   require(traits<Object>::index);
-  const Member* const begin = rep_.content.members;
-  const Member* const end = begin + rep_.size();
-  const Member* const member = std::lower_bound(
-      begin, end, key,
-      [](const Member& left, std::string_view right) { return left.first < right; });
-  return member != end && member->first == key ? member->second : UNDEFINED;
+  const Member* const member = detail::findMember(rep_.content.members, rep_.size(), key);
+  return member != rep_.content.members + rep_.size() ? member->second : UNDEFINED;
 }
 
 bool operator==(const Value& left, const Value& right) {

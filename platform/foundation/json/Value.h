@@ -117,6 +117,10 @@ FOUNDATION_EXPORT void retain(const void* nodes) noexcept;
 /// Drops a reference on the storage of nodes or of an owned string's characters.
 FOUNDATION_EXPORT void release(const void* nodes) noexcept;
 
+/// Finds a member by key; the end if there is none. So few members that order does not pay are
+/// looked through, more are searched by halves.
+const Member* findMember(const Member* members, std::size_t size, std::string_view key) noexcept;
+
 /// The name of the alternative of that index.
 const char* typeNameOf(std::size_t index) noexcept;
 

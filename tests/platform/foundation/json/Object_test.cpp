@@ -170,5 +170,25 @@ TEST(ObjectAssignment, OfAPartReplacesTheWhole) {
   EXPECT_EQ(valueText(object), R"({"c": 1})");
 }
 
+TEST(Object, FindsEachOfItsMembersHoweverManyThereAre) {
+  for (int count = 0; count != 40; ++count) {
+    std::vector<std::pair<std::string, Value>> members;
+    for (int i = 0; i != count; ++i) {
+      members.emplace_back("key " + std::to_string(2 * i), double(i));
+    }
+    const Object object(std::move(members));
+    const Value value(object);
+    for (int i = 0; i != count; ++i) {
+      const std::string key = "key " + std::to_string(2 * i);
+      const std::string other = "key " + std::to_string(2 * i + 1);
+      EXPECT_EQ(object.at(key), Value(double(i)));
+      EXPECT_EQ(value[key], Value(double(i)));
+      EXPECT_EQ(object.find(other), object.end());
+      EXPECT_TRUE(value[other].is<Undefined>());
+    }
+    EXPECT_EQ(object.find(""), object.end());
+  }
+}
+
 }  // namespace
 }  // namespace foundation::json
