@@ -1,6 +1,6 @@
 #include "mf/zero/AbstractOwnedCollection.h"
 
-#include <algorithm>
+#include <cassert>
 
 #include "mf/zero/ChangeOperation.h"
 #include "mf/zero/CompatibleModel.h"
@@ -8,23 +8,38 @@
 
 namespace mf::zero {
 
+AbstractOwnedCollection::AbstractOwnedCollection(ElementImpl& owner,
+                                                 std::uint8_t propertyNumber) noexcept
+    : distance_(static_cast<std::uint8_t>(reinterpret_cast<const char*>(this) -
+                                          reinterpret_cast<const char*>(&owner))),
+      propertyNumber_(propertyNumber) {
+  static_assert(sizeof(AbstractOwnedCollection) == 16, "lists are as many as components");
+  assert(&this->owner() == &owner);
+}
+
 AbstractOwnedCollection::~AbstractOwnedCollection() {
-  for (const ModelElement& element : elements_) {
-    ElementImpl& child = *element.impl_;
-    if (child.container_ == owner_) {
+  if (empty()) {
+    return;
+  }
+  const ElementImpl* going = &owner();
+  const std::size_t elementBytes = property().elementClass->implSize;
+  // All links before the first reference: with it, code of others may run that looks at the rest.
+  for (std::size_t index = 0; index != size(); ++index) {
+    ElementImpl& child = at(index, elementBytes);
+    if (child.container_ == going) {
       child.container_ = nullptr;
+    }
+  }
+  for (std::size_t index = 0; index != size(); ++index) {
+    ElementImpl& child = at(index, elementBytes);
+    if (--child.references_ == 0) {
+      ModelElement::destroy(child);
     }
   }
 }
 
 void AbstractOwnedCollection::checkCompatibleModel(const ModelElement& element) const {
-  mf::zero::checkCompatibleModel(*owner_, *element.impl_);
-}
-
-void AbstractOwnedCollection::reserve(std::size_t count) {
-  if (count > elements_.capacity()) {
-    elements_.reserve(std::max(count, elements_.capacity() * 2));
-  }
+  mf::zero::checkCompatibleModel(owner(), *element.impl_);
 }
 
 void AbstractOwnedCollection::resolvePlaceholders() const {
@@ -32,28 +47,29 @@ void AbstractOwnedCollection::resolvePlaceholders() const {
     return;
   }
   // The size is read anew: resolving runs code of others, which may append to this very list.
-  for (std::size_t index = 0; index < elements_.size(); ++index) {
-    resolvedAt(index);
+  for (std::size_t index = 0; index < size(); ++index) {
+    resolvedAt(index, property().elementClass->implSize);
   }
   holdsPlaceholders_ = false;
 }
 
-void AbstractOwnedCollection::append(const ModelElement& element) {
+void AbstractOwnedCollection::append(const ModelElement& element, std::size_t elementBytes) {
   if (!element) {
     return;
   }
-  checkCompatibleModel(element);
   ElementImpl& child = *element.impl_;
+  mf::zero::checkCompatibleModel(owner(), child);
   // Only an element that has been in some list can be in this one: the search is for those alone.
-  if (child.everAttached_ && property().duplicates == Duplicates::kRefused && holds(child)) {
+  if (child.everAttached_ && property().duplicates == Duplicates::kRefused &&
+      holds(child, elementBytes)) {
     return;
   }
   ChangeOperation change(child);
   if (!child.isProxy()) {
-    change.link(*owner_, propertyNumber_);
+    change.link(owner(), propertyNumber_);
   }
   change.markAttached();
-  elements_.push_back(element);
+  push(child, elementBytes);
   change.commit();
   holdsPlaceholders_ = holdsPlaceholders_ || child.isProxy();
 }
@@ -68,22 +84,18 @@ ModelElement AbstractOwnedCollection::resolveProxy(const ModelElement& element) 
 }
 
 const ContainedProperty& AbstractOwnedCollection::property() const noexcept {
-  return owner_->elementClass().properties[propertyNumber_];
+  return owner().elementClass().properties[propertyNumber_];
 }
 
-bool AbstractOwnedCollection::holds(const ElementImpl& element) const noexcept {
-  return std::any_of(elements_.begin(), elements_.end(),
-                     [&](const ModelElement& held) { return held.impl_ == &element; });
-}
-
-ElementImpl& AbstractOwnedCollection::replacePlaceholder(std::size_t index) const {
-  // A copy of the handle: resolving runs code of others, which may append to this very list.
-  const ModelElement placeholder = elements_[index];
+ElementImpl& AbstractOwnedCollection::replacePlaceholder(ElementImpl& found,
+                                                         std::size_t index) const {
+  // Held here: resolving runs code of others, which may read this very list.
+  const ModelElement placeholder(found);
   const ModelElement resolved = resolveProxy(placeholder);
   ChangeOperation change(*resolved.impl_);
-  change.link(*owner_, propertyNumber_);
+  change.link(owner(), propertyNumber_);
   change.markAttached();
-  elements_[index] = resolved;
+  replace(index, *resolved.impl_);
   change.commit();
   return *resolved.impl_;
 }

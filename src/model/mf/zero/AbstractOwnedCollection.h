@@ -22,9 +22,10 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
   /// \throws foundation::core::except::Exception<IncompatibleModels>
   void checkCompatibleModel(const ModelElement& element) const;
 
-  /// Makes room for `count` elements in all, so that appending them allocates nothing. Whoever asks
-  /// for a little more each time still pays constant time, amortised, for an element.
-  void reserve(std::size_t count);
+  /// Says that the list will hold `count` elements in all, so that an array of them grows once and
+  /// not step by step; a run needs no room. Whoever asks for a little more each time still pays
+  /// constant time, amortised, for an element.
+  void reserve(std::size_t count) { ReferenceCollection::reserve(count); }
 
   /// Has every placeholder of the list give way to its element, front to back. Constant time if
   /// there is none.
@@ -33,32 +34,32 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
   void resolvePlaceholders() const;
 
  protected:
-  AbstractOwnedCollection(ElementImpl& owner, std::uint8_t propertyNumber) noexcept
-      : owner_(&owner), propertyNumber_(propertyNumber) {}
+  /// A list that is a member of `owner`, for its field of that number.
+  AbstractOwnedCollection(ElementImpl& owner, std::uint8_t propertyNumber) noexcept;
 
   /// Ends the elements' link to the owner, which is going, and drops the references.
   ~AbstractOwnedCollection();
 
-  void append(const ModelElement& element);
+  void append(const ModelElement& element, std::size_t elementBytes);
   ModelElement resolveProxy(const ModelElement& element) const;
 
   /// The element at `index`, which has taken its placeholder's place if there was one.
-  ElementImpl& resolvedAt(std::size_t index) const {
-    ElementImpl& element = *elements_[index].impl_;
-    return element.isProxy() ? replacePlaceholder(index) : element;
+  ElementImpl& resolvedAt(std::size_t index, std::size_t elementBytes) const {
+    ElementImpl& element = at(index, elementBytes);
+    return isRun() || !element.isProxy() ? element : replacePlaceholder(element, index);
   }
 
-  const ModelElement& handleAt(std::size_t index) const {
-    resolvedAt(index);
-    return elements_[index];
-  }
+  static ModelElement handleOf(ElementImpl& element) noexcept { return ModelElement(element); }
 
  private:
+  ElementImpl& owner() const noexcept {
+    const void* start = reinterpret_cast<const char*>(this) - distance_;
+    return *static_cast<ElementImpl*>(const_cast<void*>(start));
+  }
   const ContainedProperty& property() const noexcept;
-  bool holds(const ElementImpl& element) const noexcept;
-  ElementImpl& replacePlaceholder(std::size_t index) const;
+  ElementImpl& replacePlaceholder(ElementImpl& found, std::size_t index) const;
 
-  ElementImpl* owner_;
+  std::uint8_t distance_;  // from the start of the owner, in bytes: shorter than a pointer to it
   std::uint8_t propertyNumber_;
   mutable bool holdsPlaceholders_ = false;  // or has held some, none of which is known to be left
 };
@@ -80,7 +81,9 @@ class OwnedCollection final : public AbstractOwnedCollection {
   ///
   /// If it throws, nothing has changed. Constant time, amortised, for an element that was never in
   /// a list or field; linear in the list for one that was, which has to be looked for.
-  void append(const Element& element) { AbstractOwnedCollection::append(element); }
+  void append(const Element& element) {
+    AbstractOwnedCollection::append(element, sizeof(typename Element::Impl));
+  }
 
   /// Returns a new reference to the element at `index`, from 0. A placeholder there is resolved
   /// first, and the element that it stands for takes its place.
@@ -88,13 +91,15 @@ class OwnedCollection final : public AbstractOwnedCollection {
   /// \pre `index` is less than size().
   /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>  as resolveProxy()
   Element operator[](std::size_t index) const {
-    return static_cast<const Element&>(handleAt(index));
+    const ModelElement handle = handleOf(resolvedAt(index, sizeof(typename Element::Impl)));
+    return static_cast<const Element&>(handle);
   }
 
   /// Reads the element at `index` in place, as operator[] does but without a reference: for walks
   /// that look at many. The element stays for as long as its container.
   const typename Element::Impl& readAt(std::size_t index) const {
-    return static_cast<const typename Element::Impl&>(resolvedAt(index));
+    return static_cast<const typename Element::Impl&>(
+        resolvedAt(index, sizeof(typename Element::Impl)));
   }
 
   /// Returns the element that `element`, a placeholder, stands for; any other element is returned

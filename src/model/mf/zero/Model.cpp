@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "mf/zero/AbstractOwnedCollection.h"
 #include "mf/zero/CompatibleModel.h"
 #include "mf/zero/Messages.h"
 #include "mf/zero/ModelImpl.h"
@@ -20,10 +19,6 @@ std::uintptr_t addressOf(const void* pointer) noexcept {
 }
 
 }  // namespace
-
-const Slab& Slab::of(const ElementImpl& element) noexcept {
-  return *reinterpret_cast<const Slab*>(addressOf(&element) & ~(kBytes - 1));
-}
 
 Model Model::create(const ModelSpec&) {
   Model model;
@@ -91,7 +86,7 @@ void* allocateElement(Model::Impl& model, const ElementClass& elementClass) {
 }
 
 Name ElementImpl::makeName(std::u16string_view text) const {
-  return text.empty() ? Name() : Name(model().names().intern(text));
+  return text.empty() ? Name() : Name(Slab::of(*this).model->names().intern(text));
 }
 
 Model::Impl& ElementImpl::model() const noexcept {
@@ -122,10 +117,8 @@ void ModelElement::destroy(ElementImpl& impl) noexcept {
   model.release(impl, elementClass);
 }
 
-void checkCompatibleModel(const ElementImpl& owner, const ElementImpl& element) {
-  if (&owner.model() != &element.model()) {
-    reportException(IncompatibleModels{element.elementClass().qualifiedName});
-  }
+void refuseModelOf(const ElementImpl& element) {
+  reportException(IncompatibleModels{element.elementClass().qualifiedName});
 }
 
 void Placeholders::make(const ModelElement& element, Resolver resolver) {

@@ -53,6 +53,7 @@ class FOUNDATION_EXPORT ElementImpl {
 
  private:
   friend class ModelElement;
+  friend class ReferenceCollection;
   friend class AbstractOwnedCollection;
   friend class AbstractContainedElement;
   friend class ChangeOperation;
@@ -122,6 +123,7 @@ class FOUNDATION_EXPORT ModelElement {
   ElementImpl* impl_ = nullptr;
 
  private:
+  friend class ReferenceCollection;
   friend class AbstractOwnedCollection;
   friend class ElementImpl;
   friend class Placeholders;

@@ -24,7 +24,10 @@ struct Slab {
   Model::Impl* model;
   const ElementClass* elementClass;
 
-  static const Slab& of(const ElementImpl& element) noexcept;
+  static const Slab& of(const ElementImpl& element) noexcept {
+    return *reinterpret_cast<const Slab*>(reinterpret_cast<std::uintptr_t>(&element) &
+                                          ~std::uintptr_t{kBytes - 1});
+  }
 };
 
 /// A model: its elements' memory, its names and what its placeholders stand for.

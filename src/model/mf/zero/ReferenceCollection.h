@@ -1,28 +1,92 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <cstdint>
 
 #include "foundation/core/export.h"
 #include "mf/zero/ModelElement.h"
 
 namespace mf::zero {
 
-/// An ordered list of elements, each of them held by a reference. Read it front to back by index.
+/// An ordered list of elements of one class, each of them held by a reference. Read it front to
+/// back by index.
+///
+/// Elements that were made one after the other lie one behind the other in their model's memory. A
+/// list of such elements, a run, is its first element and their number and has no memory of its
+/// own. Any other list, and any that holds a placeholder, keeps an array of pointers.
 class FOUNDATION_EXPORT ReferenceCollection {
  public:
   ReferenceCollection(const ReferenceCollection&) = delete;
   ReferenceCollection& operator=(const ReferenceCollection&) = delete;
 
-  std::size_t size() const noexcept { return elements_.size(); }
-  bool empty() const noexcept { return elements_.empty(); }
+  std::size_t size() const noexcept { return size_; }
+  bool empty() const noexcept { return size_ == 0; }
 
  protected:
-  ReferenceCollection() noexcept = default;
-  ~ReferenceCollection() = default;
+  ReferenceCollection() noexcept : first_(nullptr) {}
 
-  // Mutable: a resolved element takes its placeholder's place while the list is only read.
-  mutable std::vector<ModelElement> elements_;
+  /// Frees the array. Dropping the references is the derived class's part, which knows how large an
+  /// element is.
+  ~ReferenceCollection();
+
+  /// Tells whether the list is a run; an empty list may be one. A run holds no placeholder.
+  bool isRun() const noexcept { return capacityLog_ == 0; }
+
+  /// The element at `index`, of a class whose implementation objects have `elementBytes`.
+  ElementImpl& at(std::size_t index, std::size_t elementBytes) const noexcept {
+    return isRun() ? runAt(index, elementBytes) : *places_[index];
+  }
+
+  /// Tells whether `element` stands in the list. Linear time, constant for a run.
+  bool holds(const ElementImpl& element, std::size_t elementBytes) const noexcept;
+
+  /// Puts `element` at the end and takes a reference to it.
+  /// \throws std::bad_alloc  nothing has changed then
+  void push(ElementImpl& element, std::size_t elementBytes) {
+    if (!extendRun(element, elementBytes)) {
+      pushToPlaces(element, elementBytes);
+    }
+    ++element.references_;
+  }
+
+  /// Makes room for `count` elements in all, unless the list is a run.
+  /// \throws std::bad_alloc  nothing has changed then
+  void reserve(std::size_t count);
+
+  /// Puts `element` in the place of the one at `index`, taking the one reference and dropping the
+  /// other. \pre the list is no run.
+  void replace(std::size_t index, ElementImpl& element) const noexcept;
+
+ private:
+  ElementImpl& runAt(std::size_t index, std::size_t elementBytes) const noexcept {
+    void* element = reinterpret_cast<char*>(first_) + index * elementBytes;
+    return *static_cast<ElementImpl*>(element);
+  }
+
+  bool extendRun(ElementImpl& element, std::size_t elementBytes) noexcept {
+    if (!isRun() || element.isProxy()) {
+      return false;
+    }
+    if (size_ == 0) {
+      first_ = &element;
+    }
+    // The head of a slab lies between its elements and those before it, so no run leaves its slab.
+    if (&element != &runAt(size_, elementBytes)) {
+      return false;
+    }
+    ++size_;
+    return true;
+  }
+
+  void pushToPlaces(ElementImpl& element, std::size_t elementBytes);
+  void makePlaces(std::size_t count, std::size_t elementBytes);
+
+  union {
+    ElementImpl* first_;    // of a run; meaningless while it is empty
+    ElementImpl** places_;  // owned; replaced elements' places change while the list is only read
+  };
+  std::uint32_t size_ = 0;
+  std::uint8_t capacityLog_ = 0;  // the array has two to the power of this many places; 0: no array
 };
 
 }  // namespace mf::zero

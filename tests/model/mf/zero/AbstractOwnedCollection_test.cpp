@@ -1,5 +1,6 @@
 #include "mf/zero/AbstractOwnedCollection.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <type_traits>
@@ -214,6 +215,93 @@ TEST_F(OwnedList, TakesAHundredThousandElements) {
   }
   ASSERT_EQ(list().size(), kMany);
   EXPECT_NE(list()[0], list()[kMany - 1]);
+}
+
+// Elements lie in memory in the order in which they were made. Lists in that order and in any other
+// behave alike.
+struct Order {
+  const char* name;
+  std::vector<std::size_t> places;  // of the elements in their list, by the order of making
+};
+
+class OwnedListInOrder : public OwnedList, public ::testing::WithParamInterface<Order> {
+ protected:
+  OwnedListInOrder() {
+    for (int count = 0; count < 12; ++count) {
+      made.push_back(make(std::u16string(1, static_cast<char16_t>(u'a' + count))));
+    }
+    for (const std::size_t place : GetParam().places) {
+      appended.push_back(made[place]);
+      list().append(made[place]);
+    }
+  }
+
+  std::vector<PkgDeltaData> made;
+  std::vector<PkgDeltaData> appended;
+};
+
+TEST_P(OwnedListInOrder, HoldsWhatWasAppended) {
+  EXPECT_EQ(elements(), appended);
+  for (std::size_t index = 0; index < appended.size(); ++index) {
+    EXPECT_EQ(&list().readAt(index), appended[index].operator->());
+    EXPECT_EQ(appended[index]->getContainer(), component);
+  }
+}
+
+TEST_P(OwnedListInOrder, TakesEachElementOnce) {
+  for (const PkgDeltaData& pkg : made) {
+    list().append(pkg);
+    list().append(pkg);
+  }
+  for (const PkgDeltaData& pkg : made) {
+    if (std::find(appended.begin(), appended.end(), pkg) == appended.end()) {
+      appended.push_back(pkg);
+    }
+  }
+  EXPECT_EQ(elements(), appended);
+}
+
+TEST_P(OwnedListInOrder, LeavesElementsThatSomebodyHoldsToHimWhenItGoes) {
+  const PkgDeltaData kept = appended[1];
+  const std::u16string name = kept->getName();
+  made.clear();
+  appended.clear();
+  component = ComponentDeltaData();
+  EXPECT_FALSE(kept->getContainer());
+  EXPECT_EQ(kept->getName(), name);
+  // The others are gone: their memory is given to the next elements, which are none of the kept.
+  for (int count = 0; count < 20; ++count) {
+    appended.push_back(make(u"next"));
+    EXPECT_NE(appended.back(), kept);
+  }
+  EXPECT_EQ(kept->getName(), name);
+}
+
+const Order kOrders[] = {
+    {"AsMade", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
+    {"FromTheMiddle", {5, 6, 7}},
+    {"Backwards", {9, 8, 7, 6, 5, 4, 3, 2, 1, 0}},
+    {"WithAGap", {0, 1, 2, 4, 5}},
+    {"WithOneFromBefore", {3, 4, 5, 0, 6}},
+    {"EveryOther", {0, 2, 4, 6, 8, 10, 1, 3, 5}},
+    {"BackToTheStart", {4, 5, 6, 7, 1, 2, 3, 8, 9, 10, 11}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Elements, OwnedListInOrder, ::testing::ValuesIn(kOrders),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(OwnedList, HoldsElementsInMemoryOfOthersThatAreGone) {
+  std::vector<PkgDeltaData> gone;
+  for (int count = 0; count < 10; ++count) {
+    gone.push_back(make(u"gone"));
+  }
+  gone.clear();
+  std::vector<PkgDeltaData> pkgs;
+  for (int count = 0; count < 20; ++count) {
+    pkgs.push_back(make());
+    list().append(pkgs.back());
+  }
+  EXPECT_EQ(elements(), pkgs);
 }
 
 TEST_F(OwnedList, MakesRoomBitByBitWithoutCopyingTheListEachTime) {

@@ -1,5 +1,6 @@
 // What the model framework leaves behind when memory runs out, and what it gives back at its end.
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -22,6 +23,7 @@ using install::datamodels::common::Release;
 using install::datamodels::product_update::ComponentDeltaData;
 using install::datamodels::product_update::PkgDataWithFilesToDelete;
 using install::datamodels::product_update::PkgDeltaData;
+using test_support::allocations;
 using test_support::dump;
 using test_support::failEachAllocation;
 using test_support::liveBlocks;
@@ -40,7 +42,14 @@ class MemoryOfAModel : public ::testing::Test {
  protected:
   PkgDeltaData makePkg() const { return PkgDeltaData::create(model, Uuid()); }
 
+  // A package that does not lie behind the one made before, so that their list needs an array.
+  PkgDeltaData makePkgApart() {
+    between.push_back(makePkg());
+    return makePkg();
+  }
+
   Model model = Model::create(ModelSpec());
+  std::vector<PkgDeltaData> between;
 };
 
 TEST(MemoryOfModels, IsGivenBackWithTheLastHandleAndTheLastElement) {
@@ -62,6 +71,25 @@ TEST(MemoryOfModels, IsGivenBackWithTheLastHandleAndTheLastElement) {
     }
     EXPECT_GT(liveBlocks(), before) << "an element keeps its model";
     EXPECT_EQ(last->getName().substr(0, 6), u"a text");
+  }
+  EXPECT_EQ(liveBlocks(), before);
+}
+
+TEST(MemoryOfModels, IsGivenBackHoweverTheElementsOfAListLie) {
+  const std::size_t before = liveBlocks();
+  for (const bool backwards : {false, true}) {
+    const Model model = Model::create(ModelSpec());
+    const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
+    std::vector<PkgDeltaData> pkgs;
+    for (int count = 0; count < 20; ++count) {
+      pkgs.push_back(PkgDeltaData::create(model, Uuid()));
+    }
+    if (backwards) {
+      std::reverse(pkgs.begin(), pkgs.end());
+    }
+    for (const PkgDeltaData& pkg : pkgs) {
+      component->getPkgsToDeleteMutable().append(pkg);
+    }
   }
   EXPECT_EQ(liveBlocks(), before);
 }
@@ -92,13 +120,46 @@ TEST_F(MemoryOfAModel, IsEnoughForTheNextElementAfterOneCouldNotBeMade) {
   }
 }
 
+TEST_F(MemoryOfAModel, IsNotNeededForAListOfElementsMadeInItsOrder) {
+  const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
+  auto& list = component->getPkgsToDeleteMutable();
+  std::vector<PkgDeltaData> pkgs;
+  for (int count = 0; count < 1000; ++count) {
+    pkgs.push_back(makePkg());
+  }
+  const std::size_t before = allocations();
+  list.reserve(pkgs.size());
+  for (const PkgDeltaData& pkg : pkgs) {
+    list.append(pkg);
+  }
+  EXPECT_EQ(allocations(), before);
+  EXPECT_EQ(elementsOf(list), pkgs);
+}
+
+TEST_F(MemoryOfAModel, IsTakenOnceForAListWhoseSizeIsToldBefore) {
+  const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
+  auto& list = component->getPkgsToDeleteMutable();
+  list.append(makePkg());
+  list.append(makePkgApart());
+  std::vector<PkgDeltaData> pkgs;
+  for (int count = 0; count < 1000; ++count) {
+    pkgs.push_back(makePkg());
+  }
+  const std::size_t before = allocations();
+  list.reserve(list.size() + pkgs.size());
+  for (const PkgDeltaData& pkg : pkgs) {
+    list.append(pkg);
+  }
+  EXPECT_EQ(allocations(), before + 1);
+}
+
 TEST_F(MemoryOfAModel, LeavesAListAsItWasWhenAnElementCannotBeAppended) {
   const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
   auto& list = component->getPkgsToDeleteMutable();
   std::size_t failures = 0;
   for (int count = 0; count < 20; ++count) {
     const std::vector<PkgDeltaData> before = elementsOf(list);
-    const PkgDeltaData pkg = makePkg();
+    const PkgDeltaData pkg = makePkgApart();
     failures += failEachAllocation([&] { list.append(pkg); },
                                    [&] {
                                      EXPECT_EQ(elementsOf(list), before);
@@ -115,14 +176,15 @@ TEST_F(MemoryOfAModel, LeavesAListAsItWasWhenAnElementCannotBeAppended) {
 TEST_F(MemoryOfAModel, LeavesAnElementInItsFormerContainerWhenItCannotBeAppended) {
   const ComponentDeltaData former = ComponentDeltaData::create(model, Uuid());
   const ComponentDeltaData next = ComponentDeltaData::create(model, Uuid());
-  const PkgDeltaData pkg = makePkg();
+  next->getPkgsToDeleteMutable().append(makePkg());
+  const PkgDeltaData pkg = makePkgApart();
   former->getPkgsToExtractMutable().append(pkg);
   const std::size_t failures = failEachAllocation(
       [&] { next->getPkgsToDeleteMutable().append(pkg); },
       [&] {
         EXPECT_EQ(pkg->getContainer(), former);
         EXPECT_EQ(pkg->getContainerProperty()->name, std::u16string_view(u"pkgsToExtract"));
-        EXPECT_EQ(next->getPkgsToDelete().size(), 0u);
+        EXPECT_EQ(next->getPkgsToDelete().size(), 1u);
       });
   EXPECT_GT(failures, 0u);
   EXPECT_EQ(pkg->getContainer(), next);

@@ -77,6 +77,22 @@ TEST_F(Placeholder, GivesWayToItsElementWhenItIsRead) {
   EXPECT_FALSE(placeholder->getContainer());
 }
 
+TEST_F(Placeholder, MakesNoDifferenceToTheElementsAroundIt) {
+  const PkgDeltaData real = make(u"real");
+  std::vector<PkgDeltaData> expected;
+  for (int count = 0; count < 20; ++count) {
+    if (count == 10) {
+      appendPlaceholder([&] { return real; });
+      expected.push_back(real);
+    }
+    expected.push_back(make());
+    list().append(expected.back());
+  }
+  for (std::size_t index = 0; index < expected.size(); ++index) {
+    EXPECT_EQ(list()[index], expected[index]);
+  }
+}
+
 TEST_F(Placeholder, IsResolvedInPlaceToo) {
   const PkgDeltaData real = make(u"real");
   appendPlaceholder([&] { return real; });
