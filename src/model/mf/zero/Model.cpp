@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/core/large_pages.h"
 #include "mf/zero/CompatibleModel.h"
 #include "mf/zero/Messages.h"
 #include "mf/zero/ModelImpl.h"
@@ -11,11 +12,17 @@ namespace mf::zero {
 namespace {
 
 // A region is one block from the system, cut into slabs. Its pages cost nothing until they are
-// used.
-constexpr std::size_t kSlabsPerRegion = 16;
+// used, so that a small model stays small. Each region is twice as large as the one before, up to a
+// size that is worth its own mapping to every allocator; from a size on, large pages are worth
+// their rounding up.
+constexpr std::size_t kSlabsOfFirstRegion = 16;
+constexpr std::size_t kLargestRegion = std::size_t{32} << 20;
+constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
 
-std::uintptr_t addressOf(const void* pointer) noexcept {
-  return reinterpret_cast<std::uintptr_t>(pointer);
+// The distance of `memory` from the next multiple of `alignment`, a power of two.
+std::size_t toMultiple(const char* memory, std::size_t alignment) noexcept {
+  return (alignment - (reinterpret_cast<std::uintptr_t>(memory) & (alignment - 1))) &
+         (alignment - 1);
 }
 
 }  // namespace
@@ -66,19 +73,29 @@ void Model::Impl::release(ElementImpl& element, const ElementClass& elementClass
 
 void Model::Impl::addSlab(Pool& pool, const ElementClass& elementClass) {
   if (slabsLeft_ == 0) {
-    constexpr std::size_t kRegionBytes = (kSlabsPerRegion + 1) * Slab::kBytes;
-    std::unique_ptr<char[]> memory(new char[kRegionBytes]);
-    regions_.push_back(std::move(memory));
-    char* region = regions_.back().get();
-    const std::size_t beyond = addressOf(region) & (Slab::kBytes - 1);
-    nextSlab_ = beyond == 0 ? region : region + (Slab::kBytes - beyond);
-    slabsLeft_ = kSlabsPerRegion;
+    addRegion();
   }
   char* slab = std::exchange(nextSlab_, nextSlab_ + Slab::kBytes);
   --slabsLeft_;
   new (slab) Slab{this, &elementClass};
   pool.position = slab + sizeof(Slab);
   pool.end = slab + Slab::kBytes;
+}
+
+void Model::Impl::addRegion() {
+  const std::size_t slabs = std::max(slabsOfNextRegion_, kSlabsOfFirstRegion);
+  const std::size_t bytes = slabs * Slab::kBytes;
+  const bool large = bytes >= kLargePagesFrom;
+  const std::size_t alignment = large ? foundation::core::kLargePage : Slab::kBytes;
+  std::unique_ptr<char[]> memory(new char[bytes + alignment]);
+  regions_.push_back(std::move(memory));
+  char* region = regions_.back().get();
+  nextSlab_ = region + toMultiple(region, alignment);
+  slabsLeft_ = slabs;
+  slabsOfNextRegion_ = std::min(slabs * 2, kLargestRegion / Slab::kBytes);
+  if (large) {
+    foundation::core::adviseLargePages(nextSlab_, bytes);
+  }
 }
 
 void* allocateElement(Model::Impl& model, const ElementClass& elementClass) {

@@ -69,10 +69,12 @@ class Model::Impl {
   ~Impl() = default;
 
   void addSlab(Pool& pool, const ElementClass& elementClass);
+  void addRegion();
 
   std::size_t references_ = 0;
   std::vector<Pool> pools_;  // by the class's number
   std::vector<std::unique_ptr<char[]>> regions_;
+  std::size_t slabsOfNextRegion_ = 0;
   char* nextSlab_ = nullptr;  // in the newest region
   std::size_t slabsLeft_ = 0;
   StringPool names_;
