@@ -5,6 +5,7 @@
 
 #include "foundation/core/large_pages.h"
 #include "mf/zero/CompatibleModel.h"
+#include "mf/zero/FreeMemory.h"
 #include "mf/zero/Messages.h"
 #include "mf/zero/ModelImpl.h"
 
@@ -53,6 +54,7 @@ void* Model::Impl::allocate(const ElementClass& elementClass) {
   Pool& pool = pools_[elementClass.number];
   void* memory = pool.free;
   if (memory != nullptr) {
+    markUsed(memory, elementClass.implSize);
     pool.free = pool.free->next;
   } else {
     if (static_cast<std::size_t>(pool.end - pool.position) < elementClass.implSize) {
@@ -60,6 +62,7 @@ void* Model::Impl::allocate(const ElementClass& elementClass) {
     }
     memory = pool.position;
     pool.position += elementClass.implSize;
+    markUsed(memory, elementClass.implSize);
   }
   addRef();
   return memory;
@@ -68,6 +71,7 @@ void* Model::Impl::allocate(const ElementClass& elementClass) {
 void Model::Impl::release(ElementImpl& element, const ElementClass& elementClass) noexcept {
   Pool& pool = pools_[elementClass.number];
   pool.free = new (static_cast<void*>(&element)) FreeElement{pool.free};
+  markFree(&element, elementClass.implSize);
   removeRef();
 }
 
@@ -80,6 +84,7 @@ void Model::Impl::addSlab(Pool& pool, const ElementClass& elementClass) {
   new (slab) Slab{this, &elementClass};
   pool.position = slab + sizeof(Slab);
   pool.end = slab + Slab::kBytes;
+  markFree(pool.position, Slab::kBytes - sizeof(Slab));
 }
 
 void Model::Impl::addRegion() {

@@ -30,8 +30,9 @@ struct Slab {
   }
 };
 
-/// A model: its elements' memory, its names and what its placeholders stand for.
-class Model::Impl {
+/// A model: its elements' memory, its names and what its placeholders stand for. Nobody outside the
+/// library calls it, whatever the mark of the class that it stands in.
+class __attribute__((visibility("hidden"))) Model::Impl {
  public:
   Impl() = default;
   Impl(const Impl&) = delete;
