@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,9 +13,25 @@
 namespace mf::zero {
 
 /// Stores each UTF-16 string once, however often it is put in, and keeps it until the pool goes.
+///
+/// Strings are found by a hash with a key that each pool draws for itself, so that who chooses the
+/// strings cannot choose them to collide.
 class StringPool {
  public:
-  StringPool() noexcept = default;
+  /// What the hash of a string depends on beside the string: any numbers, none of them foreseeable.
+  struct HashKey {
+    std::array<std::uint64_t, 8> words;  ///< one for each word of a block
+    std::uint64_t low;
+    std::uint64_t high;
+    std::uint64_t size;
+  };
+
+  /// Makes an empty pool with a key of its own.
+  StringPool() noexcept;
+
+  /// Makes an empty pool with a key that is known.
+  explicit StringPool(const HashKey& key) noexcept : key_(key) {}
+
   StringPool(const StringPool&) = delete;
   StringPool& operator=(const StringPool&) = delete;
 
@@ -24,11 +42,16 @@ class StringPool {
   const InternedString& intern(std::u16string_view text);
 
  private:
+  using Table = std::vector<const InternedString*>;  // open addressing, a power of two of places
+
+  const InternedString& add(std::u16string_view text, std::size_t hash);
   void growTable();
+  static void put(const InternedString& string, Table& table) noexcept;
   char* allocate(std::size_t bytes);
   char* addBlock(std::size_t bytes);
 
-  std::vector<const InternedString*> table_;  // open addressing, a power of two of places
+  HashKey key_;
+  Table table_;
   std::size_t used_ = 0;
   std::vector<std::unique_ptr<char[]>> blocks_;
   char* position_ = nullptr;  // in the newest small block

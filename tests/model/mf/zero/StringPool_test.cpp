@@ -1,7 +1,10 @@
 #include "mf/zero/StringPool.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,20 +52,61 @@ TEST(StringPool, TellsStringsApartThatDifferInOneUnitOrInLength) {
 }
 
 TEST(StringPool, TellsStringsApartWhoseHashesAreEqual) {
+  // Under this key, the hash of what begins with "name" and has at most eight units is zero.
+  std::uint64_t name;
+  std::memcpy(&name, u"name", sizeof name);
+  StringPool::HashKey key{};
+  for (std::size_t word = 0; word < key.words.size(); word += 2) {
+    key.words[word] = 0 - name;
+  }
+  StringPool pool(key);
+  const std::vector<std::u16string> texts = {u"name",   u"names",    u"named",
+                                             u"namely", u"nameless", u"namesake"};
+  std::vector<const InternedString*> stored;
+  for (const std::u16string& text : texts) {
+    stored.push_back(&pool.intern(text));
+    EXPECT_EQ(stored.back()->hash, 0u);
+  }
+  for (std::size_t index = 0; index < texts.size(); ++index) {
+    EXPECT_EQ(stored[index]->view(), texts[index]);
+    EXPECT_EQ(&pool.intern(texts[index]), stored[index]);
+  }
+}
+
+TEST(StringPool, HashesEveryUnitAndTheSize) {
   StringPool pool;
-  const InternedString& text = pool.intern(u"aaaacccc");
-  const InternedString& other = pool.intern(u"bbbb\x0736\x3A38\x83D9\x3942");
-  const InternedString& longer = pool.intern(u"name\xFD34\xC7D3\xB3B8\x1C6B");
-  const InternedString& shorter = pool.intern(u"name");
-  // For another hash function, other strings have to be found.
-  ASSERT_EQ(text.hash, other.hash);
-  ASSERT_EQ(longer.hash, shorter.hash);
-  EXPECT_EQ(text.view(), u"aaaacccc");
-  EXPECT_EQ(other.view(), u"bbbb\x0736\x3A38\x83D9\x3942");
-  EXPECT_EQ(longer.view(), u"name\xFD34\xC7D3\xB3B8\x1C6B");
-  EXPECT_EQ(shorter.view(), u"name");
-  EXPECT_EQ(&pool.intern(u"bbbb\x0736\x3A38\x83D9\x3942"), &other);
-  EXPECT_EQ(&pool.intern(u"name"), &shorter);
+  std::set<std::size_t> hashes;
+  std::size_t strings = 0;
+  for (std::size_t size = 0; size <= 100; ++size) {
+    std::u16string text(size, u'a');
+    hashes.insert(pool.intern(text).hash);
+    for (std::size_t index = 0; index < size; ++index) {
+      text[index] = u'b';
+      hashes.insert(pool.intern(text).hash);
+      text[index] = u'a';
+    }
+    strings += 1 + size;
+  }
+  EXPECT_EQ(hashes.size(), strings);
+}
+
+TEST(StringPool, HashesByAKeyOfItsOwn) {
+  StringPool one;
+  StringPool other;
+  for (const std::size_t size : {1u, 5u, 20u, 50u}) {
+    const std::u16string text(size, u'a');
+    EXPECT_NE(one.intern(text).hash, other.intern(text).hash);
+  }
+}
+
+// Memory of exact size, which the address sanitizer guards.
+TEST(StringPool, ReadsNothingBeyondAString) {
+  StringPool pool;
+  for (std::size_t size = 0; size <= 100; ++size) {
+    const std::vector<char16_t> units(size, u'a');
+    const std::u16string_view text(units.data(), size);
+    EXPECT_EQ(&pool.intern(text), &pool.intern(std::u16string(size, u'a')));
+  }
 }
 
 TEST(StringPool, TakesAViewOfNothingForTheEmptyString) {
