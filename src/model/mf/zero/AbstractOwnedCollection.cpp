@@ -64,12 +64,13 @@ void AbstractOwnedCollection::append(const ModelElement& element, std::size_t el
       holds(child, elementBytes)) {
     return;
   }
+  makeRoomFor(child, elementBytes);
   ChangeOperation change(child);
   if (!child.isProxy()) {
     change.link(owner(), propertyNumber_);
   }
   change.markAttached();
-  push(child, elementBytes);
+  push(child);
   change.commit();
   holdsPlaceholders_ = holdsPlaceholders_ || child.isProxy();
 }

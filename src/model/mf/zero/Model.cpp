@@ -49,17 +49,18 @@ void Model::removeRef() const noexcept {
 
 void* Model::Impl::allocate(const ElementClass& elementClass) {
   if (elementClass.number >= pools_.size()) {
-    pools_.resize(elementClass.number + 1);
+    addPools(elementClass.number);
   }
   Pool& pool = pools_[elementClass.number];
+  if (pool.free == nullptr &&
+      static_cast<std::size_t>(pool.end - pool.position) < elementClass.implSize) {
+    addSlab(pool, elementClass);
+  }
   void* memory = pool.free;
   if (memory != nullptr) {
     markUsed(memory, elementClass.implSize);
     pool.free = pool.free->next;
   } else {
-    if (static_cast<std::size_t>(pool.end - pool.position) < elementClass.implSize) {
-      addSlab(pool, elementClass);
-    }
     memory = pool.position;
     pool.position += elementClass.implSize;
     markUsed(memory, elementClass.implSize);
@@ -73,6 +74,10 @@ void Model::Impl::release(ElementImpl& element, const ElementClass& elementClass
   pool.free = new (static_cast<void*>(&element)) FreeElement{pool.free};
   markFree(&element, elementClass.implSize);
   removeRef();
+}
+
+void Model::Impl::addPools(std::size_t number) {
+  pools_.resize(number + 1);
 }
 
 void Model::Impl::addSlab(Pool& pool, const ElementClass& elementClass) {

@@ -69,7 +69,9 @@ class __attribute__((visibility("hidden"))) Model::Impl {
 
   ~Impl() = default;
 
-  void addSlab(Pool& pool, const ElementClass& elementClass);
+  // What is seldom needed stands outside the way of allocate().
+  [[gnu::noinline]] void addPools(std::size_t number);
+  [[gnu::noinline]] void addSlab(Pool& pool, const ElementClass& elementClass);
   void addRegion();
 
   std::size_t references_ = 0;

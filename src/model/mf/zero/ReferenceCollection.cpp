@@ -30,14 +30,6 @@ bool ReferenceCollection::holds(const ElementImpl& element,
   return std::find(places_, places_ + size_, &element) != places_ + size_;
 }
 
-void ReferenceCollection::pushToPlaces(ElementImpl& element, std::size_t elementBytes) {
-  if (isRun() || size_ == std::size_t{1} << capacityLog_) {
-    makePlaces(std::size_t{size_} + 1, elementBytes);
-  }
-  places_[size_] = &element;
-  ++size_;
-}
-
 void ReferenceCollection::reserve(std::size_t count) {
   if (!isRun() && count > std::size_t{1} << capacityLog_) {
     makePlaces(count, 0);

@@ -40,12 +40,24 @@ class FOUNDATION_EXPORT ReferenceCollection {
   /// Tells whether `element` stands in the list. Linear time, constant for a run.
   bool holds(const ElementImpl& element, std::size_t elementBytes) const noexcept;
 
-  /// Puts `element` at the end and takes a reference to it.
+  /// Makes sure that push() has room for `element`.
   /// \throws std::bad_alloc  nothing has changed then
-  void push(ElementImpl& element, std::size_t elementBytes) {
-    if (!extendRun(element, elementBytes)) {
-      pushToPlaces(element, elementBytes);
+  void makeRoomFor(const ElementImpl& element, std::size_t elementBytes) {
+    const bool fits =
+        isRun() ? continuesRun(element, elementBytes) : size_ != std::size_t{1} << capacityLog_;
+    if (!fits) {
+      makePlaces(std::size_t{size_} + 1, elementBytes);
     }
+  }
+
+  /// Puts `element` at the end and takes a reference to it. \pre makeRoomFor() has been called.
+  void push(ElementImpl& element) noexcept {
+    if (!isRun()) {
+      places_[size_] = &element;
+    } else if (size_ == 0) {
+      first_ = &element;
+    }
+    ++size_;
     ++element.references_;
   }
 
@@ -63,22 +75,11 @@ class FOUNDATION_EXPORT ReferenceCollection {
     return *static_cast<ElementImpl*>(element);
   }
 
-  bool extendRun(ElementImpl& element, std::size_t elementBytes) noexcept {
-    if (!isRun() || element.isProxy()) {
-      return false;
-    }
-    if (size_ == 0) {
-      first_ = &element;
-    }
-    // The head of a slab lies between its elements and those before it, so no run leaves its slab.
-    if (&element != &runAt(size_, elementBytes)) {
-      return false;
-    }
-    ++size_;
-    return true;
+  // The head of a slab lies between its elements and those before it, so no run leaves its slab.
+  bool continuesRun(const ElementImpl& element, std::size_t elementBytes) const noexcept {
+    return !element.isProxy() && (size_ == 0 || &element == &runAt(size_, elementBytes));
   }
 
-  void pushToPlaces(ElementImpl& element, std::size_t elementBytes);
   void makePlaces(std::size_t count, std::size_t elementBytes);
 
   union {

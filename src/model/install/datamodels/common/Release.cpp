@@ -8,8 +8,6 @@ const mf::zero::ElementClass Release::Impl::kClass = {
     u"install::datamodels::common::Release", datamodels::kReleaseNumber, sizeof(Release::Impl),
     &mf::zero::destroyElementImpl<Release::Impl>, nullptr};
 
-Release::Impl::Impl() noexcept = default;
-
 Release::Impl::~Impl() = default;
 
 }  // namespace install::datamodels::common

@@ -19,7 +19,7 @@ class FOUNDATION_EXPORT Release::Impl final : public mf::zero::ElementImpl {
  public:
   static const mf::zero::ElementClass kClass;
 
-  Impl() noexcept;
+  Impl() noexcept = default;
   ~Impl();
 
   /// Sets the name of the family; stored unchanged.

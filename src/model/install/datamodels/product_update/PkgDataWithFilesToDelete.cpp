@@ -9,8 +9,6 @@ const mf::zero::ElementClass PkgDataWithFilesToDelete::Impl::kClass = {
     datamodels::kPkgDataWithFilesToDeleteNumber, sizeof(PkgDataWithFilesToDelete::Impl),
     &mf::zero::destroyElementImpl<PkgDataWithFilesToDelete::Impl>, nullptr};
 
-PkgDataWithFilesToDelete::Impl::Impl() noexcept = default;
-
 PkgDataWithFilesToDelete::Impl::~Impl() = default;
 
 }  // namespace install::datamodels::product_update

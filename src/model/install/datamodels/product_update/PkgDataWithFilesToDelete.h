@@ -22,7 +22,7 @@ class FOUNDATION_EXPORT PkgDataWithFilesToDelete::Impl final : public mf::zero::
  public:
   static const mf::zero::ElementClass kClass;
 
-  Impl() noexcept;
+  Impl() noexcept = default;
   ~Impl();
 
   /// Sets the package's name; stored unchanged, once in the model for all elements that have it.

@@ -8,8 +8,6 @@ const mf::zero::ElementClass PkgDeltaData::Impl::kClass = {
     u"install::datamodels::product_update::PkgDeltaData", datamodels::kPkgDeltaDataNumber,
     sizeof(PkgDeltaData::Impl), &mf::zero::destroyElementImpl<PkgDeltaData::Impl>, nullptr};
 
-PkgDeltaData::Impl::Impl() noexcept = default;
-
 PkgDeltaData::Impl::~Impl() = default;
 
 }  // namespace install::datamodels::product_update

@@ -20,7 +20,7 @@ class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl 
  public:
   static const mf::zero::ElementClass kClass;
 
-  Impl() noexcept;
+  Impl() noexcept = default;
   ~Impl();
 
   /// Sets the package's name; stored unchanged, once in the model for all elements that have it.
