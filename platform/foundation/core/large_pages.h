@@ -5,7 +5,7 @@
 namespace foundation::core {
 
 /// The size of a large page, and the alignment of memory that is to consist of such pages.
-constexpr std::size_t kLargePage = std::size_t{2} << 20;
+inline constexpr std::size_t kLargePage = std::size_t{2} << 20;
 
 /// Asks the system to back `memory`, which is fresh, by large pages: a page is made ready at its
 /// first touch, which for large blocks costs more than filling them.
