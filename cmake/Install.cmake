@@ -50,6 +50,7 @@ ump_install_headers(
   install/datamodels/product_update/ReleaseData.h
   mf/zero/AbstractContainedElement.h
   mf/zero/AbstractOwnedCollection.h
+  mf/zero/CompactString.h
   mf/zero/ElementClass.h
   mf/zero/Messages.h
   mf/zero/Model.h

@@ -26,6 +26,7 @@ ump_add_platform(
   model
   ROOT "${PROJECT_SOURCE_DIR}/src/model"
   SOURCES mf/zero/AbstractContainedElement.cpp mf/zero/AbstractOwnedCollection.cpp
-          mf/zero/Messages.cpp mf/zero/Model.cpp mf/zero/ReferenceCollection.cpp
-          mf/zero/StringPool.cpp ${data_models}
+          mf/zero/BlockMemory.cpp mf/zero/CompactString.cpp mf/zero/Messages.cpp mf/zero/Model.cpp
+          mf/zero/PrimitiveSequence.cpp mf/zero/ReferenceCollection.cpp mf/zero/StringPool.cpp
+          ${data_models}
   LINKS platform::foundation)

@@ -116,7 +116,6 @@ PkgDataWithFilesToDelete UpdateMetaDataHandler::createPkgDataWithFilesToDelete(
   pkg->setName(name);
   pkg->setSize(size);
   auto& filesToDelete = pkg->getFilesToDeleteMutable();
-  filesToDelete.reserve(files.size());
   for (const std::u16string& file : files) {
     filesToDelete.push_back(file);
   }

@@ -91,20 +91,17 @@ std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
 }
 
 KeySet fileSet(const mf::zero::PrimitiveSequence<std::u16string>& files) {
-  std::vector<const std::u16string*> ordered;
-  ordered.reserve(files.size());
-  for (const std::u16string& file : files) {
-    ordered.push_back(&file);
-  }
-  const auto precedes = [](const std::u16string* left, const std::u16string* right) {
-    return *left < *right;
+  std::vector<mf::zero::CompactString> ordered(files.begin(), files.end());
+  const auto precedes = [](const mf::zero::CompactString& left,
+                           const mf::zero::CompactString& right) {
+    return left.compare(right) < 0;
   };
   if (!std::is_sorted(ordered.begin(), ordered.end(), precedes)) {
     std::sort(ordered.begin(), ordered.end(), precedes);
   }
   KeySet set;
-  for (const std::u16string* file : ordered) {
-    set.emplace_hint(set.end(), *file);
+  for (const mf::zero::CompactString& file : ordered) {
+    set.emplace_hint(set.end(), file.text());
   }
   return set;
 }

@@ -55,7 +55,7 @@ class Writer {
   void write(const PkgDataWithFilesToDelete& pkg, const std::string& kind) {
     line(kind + ' ' + visible(pkg->getName()) + ": size " + std::to_string(pkg->getSize()));
     const Level level(*this);
-    for (const std::u16string& file : pkg->getFilesToDelete()) {
+    for (const std::u16string file : pkg->getFilesToDelete()) {
       line("file " + visible(file));
     }
   }

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "mf/zero/BlockMemory.h"
 #include "mf/zero/ElementClass.h"
 #include "mf/zero/Model.h"
 #include "mf/zero/Placeholders.h"
@@ -51,6 +52,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   void release(ElementImpl& element, const ElementClass& elementClass) noexcept;
 
   StringPool& names() noexcept { return names_; }
+  BlockMemory& texts() noexcept { return texts_; }
   std::unordered_map<const ElementImpl*, Placeholders::Resolver>& resolvers() noexcept {
     return resolvers_;
   }
@@ -81,6 +83,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   char* nextSlab_ = nullptr;  // in the newest region
   std::size_t slabsLeft_ = 0;
   StringPool names_;
+  BlockMemory texts_;  // of values that are no names: kept as often as they are put in
   std::unordered_map<const ElementImpl*, Placeholders::Resolver> resolvers_;
 };
 

@@ -1,19 +1,64 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string>
-#include <vector>
+#include <string_view>
 
+#include "foundation/core/export.h"
+#include "mf/zero/CompactString.h"
 #include "mf/zero/ElementClass.h"
+#include "mf/zero/ModelElement.h"
 
 namespace mf::zero {
 
-/// An ordered list of plain values in an element. Nothing is ever removed or reordered.
+/// An ordered list of plain values in an element.
 template <class T>
-class PrimitiveSequence {
+class PrimitiveSequence;
+
+/// An ordered list of UTF-16 strings in an element, the owner. Nothing is ever removed or
+/// reordered.
+///
+/// The strings lie in the memory of the owner's model, one block for many of them, and stay there
+/// until the model goes, as names do. Read the sequence front to back.
+template <>
+class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
  public:
-  explicit PrimitiveSequence(Duplicates duplicates) noexcept : duplicates_(duplicates) {}
+  /// Walks the strings in the order in which they were appended, also those that are appended
+  /// meanwhile.
+  class Iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = CompactString;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+    using reference = CompactString;
+
+    explicit Iterator(const CompactString::Stored* stored) noexcept : stored_(stored) {}
+
+    CompactString operator*() const noexcept { return CompactString(*stored_); }
+    Iterator& operator++() noexcept {
+      stored_ = stored_->next;
+      return *this;
+    }
+    Iterator operator++(int) noexcept {
+      const Iterator before = *this;
+      ++*this;
+      return before;
+    }
+    friend bool operator==(const Iterator& left, const Iterator& right) noexcept {
+      return left.stored_ == right.stored_;
+    }
+    friend bool operator!=(const Iterator& left, const Iterator& right) noexcept {
+      return !(left == right);
+    }
+
+   private:
+    const CompactString::Stored* stored_;
+  };
+
+  PrimitiveSequence(const ElementImpl& owner, Duplicates duplicates) noexcept
+      : owner_(&owner), duplicates_(duplicates) {}
 
   PrimitiveSequence(const PrimitiveSequence&) = delete;
   PrimitiveSequence& operator=(const PrimitiveSequence&) = delete;
@@ -21,34 +66,23 @@ class PrimitiveSequence {
   /// Puts a copy of `value` at the end; nothing happens if the sequence refuses duplicates and
   /// already holds an equal value, for which it is searched.
   ///
-  /// If it throws, nothing has changed. Constant time, amortised, where duplicates are admitted.
-  void push_back(const T& value) {
-    if (duplicates_ == Duplicates::kRefused &&
-        std::find(values_.begin(), values_.end(), value) != values_.end()) {
-      return;
-    }
-    values_.push_back(value);
-  }
+  /// If it throws std::bad_alloc, nothing has changed. Constant time but for copying the value,
+  /// where duplicates are admitted.
+  void push_back(std::u16string_view value);
 
-  /// Makes room for `count` values in all. Whoever asks for a little more each time still pays
-  /// constant time, amortised, for a value.
-  void reserve(std::size_t count) {
-    if (count > values_.capacity()) {
-      values_.reserve(std::max(count, values_.capacity() * 2));
-    }
-  }
+  std::size_t size() const noexcept { return size_; }
+  bool empty() const noexcept { return size_ == 0; }
 
-  std::size_t size() const noexcept { return values_.size(); }
-  bool empty() const noexcept { return values_.empty(); }
-
-  /// The value at `index`, from 0. \pre `index` is less than size().
-  const T& operator[](std::size_t index) const { return values_[index]; }
-
-  auto begin() const noexcept { return values_.begin(); }
-  auto end() const noexcept { return values_.end(); }
+  Iterator begin() const noexcept { return Iterator(first_); }
+  Iterator end() const noexcept { return Iterator(nullptr); }
 
  private:
-  std::vector<T> values_;
+  bool holds(std::u16string_view value) const noexcept;
+
+  const ElementImpl* owner_;
+  CompactString::Stored* first_ = nullptr;
+  CompactString::Stored* last_ = nullptr;
+  std::size_t size_ = 0;
   Duplicates duplicates_;
 };
 

@@ -14,8 +14,6 @@ namespace mf::zero {
 namespace {
 
 constexpr std::size_t kFirstTable = 64;
-constexpr std::size_t kFirstBlock = 1024;
-constexpr std::size_t kLargestBlock = std::size_t{1} << 20;
 
 // A word is four units, a block eight words. What is shorter than a block is laid out in one, some
 // of its words overlapping, so that names of all usual sizes take the same steps: which of them
@@ -179,7 +177,8 @@ const InternedString& StringPool::add(std::u16string_view text, std::size_t hash
     growTable();
   }
   const std::size_t bytes = text.size() * sizeof(char16_t);
-  auto* string = new (allocate(sizeof(InternedString) + bytes)) InternedString{hash, text.size()};
+  auto* string =
+      new (memory_.allocate(sizeof(InternedString) + bytes)) InternedString{hash, text.size()};
   if (bytes != 0) {
     std::memcpy(string + 1, text.data(), bytes);
   }
@@ -205,30 +204,6 @@ void StringPool::put(const InternedString& string, Table& table) noexcept {
     place = (place + 1) & mask;
   }
   table[place] = &string;
-}
-
-char* StringPool::allocate(std::size_t bytes) {
-  bytes = (bytes + alignof(InternedString) - 1) & ~(alignof(InternedString) - 1);
-  if (bytes > left_) {
-    if (bytes > kLargestBlock / 4) {
-      // A block of its own leaves the rest of the newest small block in use.
-      return addBlock(bytes);
-    }
-    nextBlock_ = std::min(kLargestBlock, std::max(kFirstBlock, nextBlock_ * 2));
-    const std::size_t size = std::max(nextBlock_, bytes);
-    position_ = addBlock(size);
-    left_ = size;
-  }
-  char* memory = position_;
-  position_ += bytes;
-  left_ -= bytes;
-  return memory;
-}
-
-char* StringPool::addBlock(std::size_t bytes) {
-  std::unique_ptr<char[]> block(new char[bytes]);
-  blocks_.push_back(std::move(block));
-  return blocks_.back().get();
 }
 
 }  // namespace mf::zero

@@ -3,11 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "mf/zero/BlockMemory.h"
 #include "mf/zero/Name.h"
 
 namespace mf::zero {
@@ -47,16 +47,11 @@ class StringPool {
   const InternedString& add(std::u16string_view text, std::size_t hash);
   void growTable();
   static void put(const InternedString& string, Table& table) noexcept;
-  char* allocate(std::size_t bytes);
-  char* addBlock(std::size_t bytes);
 
   HashKey key_;
   Table table_;
   std::size_t used_ = 0;
-  std::vector<std::unique_ptr<char[]>> blocks_;
-  char* position_ = nullptr;  // in the newest small block
-  std::size_t left_ = 0;
-  std::size_t nextBlock_ = 0;
+  BlockMemory memory_;
 };
 
 }  // namespace mf::zero

@@ -7,11 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include "install/datamodels/product_update/PkgDataWithFilesToDelete.h"
 #include "support/SampleStrings.h"
 
 namespace mf::zero {
 namespace {
 
+using install::datamodels::product_update::PkgDataWithFilesToDelete;
 using Strings = PrimitiveSequence<std::u16string>;
 
 static_assert(!std::is_copy_constructible_v<Strings> && !std::is_copy_assignable_v<Strings>);
@@ -20,59 +22,83 @@ std::vector<std::u16string> valuesOf(const Strings& sequence) {
   return {sequence.begin(), sequence.end()};
 }
 
-TEST(PrimitiveSequence, IsEmptyAtFirst) {
-  const Strings sequence(Duplicates::kAdmitted);
-  EXPECT_TRUE(sequence.empty());
-  EXPECT_EQ(sequence.size(), 0u);
-  EXPECT_EQ(valuesOf(sequence), std::vector<std::u16string>());
+class Sequence : public ::testing::Test {
+ protected:
+  Model model = Model::create(ModelSpec());
+  PkgDataWithFilesToDelete owner = PkgDataWithFilesToDelete::create(model, Uuid());
+  Strings admitting{*owner.operator->(), Duplicates::kAdmitted};
+  Strings refusing{*owner.operator->(), Duplicates::kRefused};
+};
+
+TEST_F(Sequence, IsEmptyAtFirst) {
+  EXPECT_TRUE(admitting.empty());
+  EXPECT_EQ(admitting.size(), 0u);
+  EXPECT_EQ(valuesOf(admitting), std::vector<std::u16string>());
 }
 
-TEST(PrimitiveSequence, KeepsEveryUnitAndTheOrderOfAppending) {
+TEST_F(Sequence, KeepsEveryUnitAndTheOrderOfAppending) {
   const std::vector<std::u16string> values = test_support::sampleStrings();
-  Strings sequence(Duplicates::kAdmitted);
   for (const std::u16string& value : values) {
-    sequence.push_back(value);
+    admitting.push_back(value);
   }
-  EXPECT_TRUE(valuesOf(sequence) == values);
-  EXPECT_EQ(sequence.size(), values.size());
-  EXPECT_EQ(sequence[1], values[1]);
-  EXPECT_FALSE(sequence.empty());
+  EXPECT_TRUE(valuesOf(admitting) == values);
+  EXPECT_EQ(admitting.size(), values.size());
+  EXPECT_FALSE(admitting.empty());
 }
 
-TEST(PrimitiveSequence, KeepsEqualValuesWhereItAdmitsThem) {
-  Strings sequence(Duplicates::kAdmitted);
-  sequence.push_back(u"a");
-  sequence.push_back(u"b");
-  sequence.push_back(u"a");
-  EXPECT_EQ(valuesOf(sequence), (std::vector<std::u16string>{u"a", u"b", u"a"}));
+TEST_F(Sequence, KeepsEqualValuesWhereItAdmitsThem) {
+  admitting.push_back(u"a");
+  admitting.push_back(u"b");
+  admitting.push_back(u"a");
+  EXPECT_EQ(valuesOf(admitting), (std::vector<std::u16string>{u"a", u"b", u"a"}));
 }
 
-TEST(PrimitiveSequence, TakesEqualValuesOnceWhereItRefusesThem) {
+TEST_F(Sequence, TakesEqualValuesOnceWhereItRefusesThem) {
   using namespace std::string_literals;
-  Strings sequence(Duplicates::kRefused);
-  for (const std::u16string& value : {u"a"s, u"b"s, u"a"s, u"a\0"s, u"A"s, u"a\0"s, u""s, u""s}) {
-    sequence.push_back(value);
+  for (const std::u16string& value :
+       {u"a"s, u"b"s, u"a"s, u"a\0"s, u"A"s, u"a\0"s, u""s, u""s, u"\u4E2D"s, u"\u4E2D"s}) {
+    refusing.push_back(value);
   }
-  EXPECT_EQ(valuesOf(sequence), (std::vector<std::u16string>{u"a", u"b", u"a\0"s, u"A", u""}));
+  EXPECT_EQ(valuesOf(refusing),
+            (std::vector<std::u16string>{u"a", u"b", u"a\0"s, u"A", u"", u"\u4E2D"}));
 }
 
-TEST(PrimitiveSequence, TakesAValueThatItHoldsItself) {
-  Strings sequence(Duplicates::kAdmitted);
-  sequence.push_back(u"a value that is too long to be kept inside the string object");
+TEST_F(Sequence, TakesAValueThatItHoldsItself) {
+  admitting.push_back(u"a value that is too long to be kept inside the string object");
   for (int count = 0; count < 20; ++count) {
-    sequence.push_back(sequence[0]);
+    admitting.push_back((*admitting.begin()).text());
   }
-  EXPECT_EQ(valuesOf(sequence), std::vector<std::u16string>(21, sequence[0]));
+  EXPECT_EQ(valuesOf(admitting), std::vector<std::u16string>(21, *admitting.begin()));
 }
 
-TEST(PrimitiveSequence, TakesAHundredThousandValues) {
+TEST_F(Sequence, TakesAHundredThousandValues) {
   constexpr std::size_t kMany = 100000;
-  Strings sequence(Duplicates::kAdmitted);
   for (std::size_t count = 0; count < kMany; ++count) {
-    sequence.reserve(sequence.size() + 1);
-    sequence.push_back(u"the/same/path");
+    admitting.push_back(u"the/same/path");
   }
-  EXPECT_EQ(sequence.size(), kMany);
+  EXPECT_EQ(admitting.size(), kMany);
+  EXPECT_EQ(valuesOf(admitting), std::vector<std::u16string>(kMany, u"the/same/path"));
+}
+
+TEST_F(Sequence, ShowsTheWalkWhatIsAppendedMeanwhile) {
+  admitting.push_back(u"first");
+  std::vector<std::u16string> walked;
+  for (const CompactString& value : admitting) {
+    if (walked.size() < 3) {
+      admitting.push_back(u"next");
+    }
+    walked.push_back(value.text());
+  }
+  EXPECT_EQ(walked, (std::vector<std::u16string>{u"first", u"next", u"next", u"next"}));
+}
+
+TEST_F(Sequence, IsNoOtherSequencesOfItsModel) {
+  for (const char16_t* value : {u"a", u"b", u"c"}) {
+    admitting.push_back(value);
+    refusing.push_back(std::u16string(value) + u"'");
+  }
+  EXPECT_EQ(valuesOf(admitting), (std::vector<std::u16string>{u"a", u"b", u"c"}));
+  EXPECT_EQ(valuesOf(refusing), (std::vector<std::u16string>{u"a'", u"b'", u"c'"}));
 }
 
 }  // namespace

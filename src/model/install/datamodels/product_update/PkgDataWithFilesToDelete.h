@@ -54,7 +54,8 @@ class FOUNDATION_EXPORT PkgDataWithFilesToDelete::Impl final : public mf::zero::
  private:
   mf::zero::Name name_;
   std::int64_t size_ = 0;
-  mf::zero::PrimitiveSequence<std::u16string> filesToDelete_{mf::zero::Duplicates::kAdmitted};
+  mf::zero::PrimitiveSequence<std::u16string> filesToDelete_{*this,
+                                                             mf::zero::Duplicates::kAdmitted};
 };
 
 }  // namespace install::datamodels::product_update
