@@ -61,7 +61,8 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
     handler.setProductDeltaData(u"before", {u"c"}, {}, {{u"c", {{u"p", 1}}}}, {});
     std::string tree = treeOf(handler);
     std::size_t failures = 0;
-    for (char16_t count = 0; count < 20; ++count) {
+    // Many, because most elements and texts lie in memory that is there already.
+    for (char16_t count = 0; count < 200; ++count) {
       const std::u16string name = kLong + count;
       const UpdateMetaDataHandler::PkgsToDelete pkgsToDelete = {{u"a", {{name, 1}, {u"x", 2}}},
                                                                 {name, {{u"y", 3}}}};
@@ -76,8 +77,8 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
       EXPECT_NE(treeOf(handler), tree);
       tree = treeOf(handler);
     }
-    EXPECT_GT(failures, 100u);
-    EXPECT_EQ(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().size(), 21u);
+    EXPECT_GT(failures, 5u);
+    EXPECT_EQ(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().size(), 201u);
   }
   EXPECT_EQ(liveBlocks(), before);
 }
@@ -87,7 +88,8 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded)
   {
     const UpdateMetaDataHandler handler;
     std::size_t failures = 0;
-    for (char16_t count = 0; count < 20; ++count) {
+    // Many, because most elements and texts lie in memory that is there already.
+    for (char16_t count = 0; count < 200; ++count) {
       const std::string tree = treeOf(handler);
       const std::u16string name = kLong + count;
       const std::vector<std::u16string> files(3, name);
@@ -105,7 +107,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded)
                                      });
       EXPECT_NE(treeOf(handler), tree);
     }
-    EXPECT_GT(failures, 100u);
+    EXPECT_GT(failures, 5u);
   }
   EXPECT_EQ(liveBlocks(), before);
 }
