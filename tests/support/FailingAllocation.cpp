@@ -1,5 +1,7 @@
 #include "support/FailingAllocation.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <limits>
 
@@ -45,8 +47,56 @@ void* allocateOrThrow(std::size_t bytes, std::size_t alignment = alignof(std::ma
   return memory;
 }
 
+// Blocks that came from realloc(), which free() has to tell from those that came from elsewhere.
+std::array<void*, 256> reallocated{};
+
+// Puts `replacement` in the place of `block`; tells whether `block` was there.
+bool replaceReallocated(void* block, void* replacement) noexcept {
+  const auto place = std::find(reallocated.begin(), reallocated.end(), block);
+  if (place == reallocated.end()) {
+    return false;
+  }
+  *place = replacement;
+  return true;
+}
+
+}  // namespace
+
+// The linker puts these in the place of realloc() and free() for the code that is tested, and gives
+// access to the functions themselves.
+extern "C" {
+
+void* __real_realloc(void* memory, std::size_t bytes);
+void __real_free(void* memory);
+
+void* __wrap_realloc(void* memory, std::size_t bytes) {
+  if (!grants()) {
+    return nullptr;
+  }
+  void* const moved = __real_realloc(memory, bytes);
+  if (moved != nullptr) {
+    live += memory == nullptr ? 1 : 0;
+    if (!replaceReallocated(memory, moved)) {
+      std::abort();  // more blocks at a time than there are places for
+    }
+  }
+  return moved;
+}
+
+void __wrap_free(void* memory) {
+  if (memory != nullptr && replaceReallocated(memory, nullptr)) {
+    --live;
+  }
+  __real_free(memory);
+}
+
+}  // extern "C"
+
+namespace {
+
 void release(void* memory) noexcept {
-  std::free(memory);  // counted there
+  live -= memory != nullptr ? 1 : 0;
+  __real_free(memory);
 }
 
 }  // namespace
@@ -90,29 +140,6 @@ void operator delete(void* memory, const std::nothrow_t&) noexcept {
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
   release(memory);
 }
-
-// The linker puts these in the place of realloc() and free() for the code that is tested, and gives
-// access to the functions themselves.
-extern "C" {
-
-void* __real_realloc(void* memory, std::size_t bytes);
-void __real_free(void* memory);
-
-void* __wrap_realloc(void* memory, std::size_t bytes) {
-  if (!grants()) {
-    return nullptr;
-  }
-  void* const moved = __real_realloc(memory, bytes);
-  live += memory == nullptr && moved != nullptr ? 1 : 0;
-  return moved;
-}
-
-void __wrap_free(void* memory) {
-  live -= memory != nullptr ? 1 : 0;
-  __real_free(memory);
-}
-
-}  // extern "C"
 
 namespace test_support {
 
