@@ -12,8 +12,9 @@
 
 namespace install::update_metadata_parser {
 
-/// Gathers components and tells the keys of their packages, so that ordered containers are mostly
-/// built by appending.
+/// Gathers components and tells the keys of their packages, from the last to the first, so that
+/// ordered containers are mostly built by putting what comes next in front: a tree of the standard
+/// library compares keys once there, and twice at its end.
 ///
 /// `Pkg` is the class of handles of the packages. What is gathered is read in place: it stays as
 /// long as the model's tree does. Memory is linear in the components; one that repeats an earlier
@@ -37,41 +38,44 @@ class KeyedPackages {
   bool empty() const noexcept { return components_.empty(); }
 
   /// Calls `visit` with each key, a string that it may keep, and its package: component by
-  /// component, in ascending order of keys but for those of components whose names continue each
+  /// component, in descending order of keys but for those of components whose names continue each
   /// other's, and for packages that do not come in order. Of packages with one key the first of its
-  /// component comes first.
+  /// component comes last.
   template <class Visit>
-  void forEach(Visit visit) {
+  void forEachReversed(Visit visit) {
     orderComponents();
-    const Component* first = nullptr;  // the first of the components with one name
     std::u16string text;
-    for (const Component& component : components_) {
-      if (first != nullptr && isSameName(*first, component)) {
-        if (samePackages(*first->pkgs, *component.pkgs)) {
-          continue;
-        }
-      } else {
-        first = &component;
-        text.assign(component.name.view()).append(kKeySeparator);
+    auto end = components_.end();  // of the components with one name
+    while (end != components_.begin()) {
+      auto first = end - 1;
+      while (first != components_.begin() && isSameName(first[-1], *first)) {
+        --first;
       }
-      forEachOf(component, [&](const Element& pkg) {
+      text.assign(first->name.view()).append(kKeySeparator);
+      const auto visitPkg = [&](const Element& pkg) {
         const std::u16string_view name = pkg.name().view();
         std::u16string key;
         key.reserve(text.size() + name.size());
         key.append(text).append(name);
         visit(std::move(key), pkg);
-      });
+      };
+      while (--end != first) {
+        if (!samePackages(*first->pkgs, *end->pkgs)) {
+          forEachOf(*end, visitPkg);
+        }
+      }
+      forEachOf(*first, visitPkg);
     }
   }
 
-  /// Calls `visit` as forEach() does, but so that of all packages with one key the first in model
-  /// order comes first.
+  /// Calls `visit` as forEachReversed() does, but so that of all packages with one key the first in
+  /// model order comes last.
   template <class Visit>
-  void forEachInModelOrder(Visit visit) {
+  void forEachInReversedModelOrder(Visit visit) {
     orderComponents();
     if (!namesContinueEachOther()) {
       // Then no two components have a key in common.
-      forEach(visit);
+      forEachReversed(visit);
       return;
     }
     std::vector<Entry> entries;
@@ -80,10 +84,11 @@ class KeyedPackages {
         entries.push_back({{component.name.view(), pkg.name().view()}, &pkg, component.order});
       });
     }
-    // Stable, because one component may hold two packages of one name.
+    // Stable, because one component may hold two packages of one name, the last of which comes
+    // first.
     std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
       const int order = left.key.compare(right.key);
-      return order != 0 ? order < 0 : left.order < right.order;
+      return order != 0 ? order > 0 : left.order > right.order;
     });
     for (const Entry& entry : entries) {
       visit(entry.key.text(), *entry.pkg);
@@ -107,12 +112,11 @@ class KeyedPackages {
     return left.name.identity() == right.name.identity();
   }
 
-  // Calls `visit` with each package of a component. By index and with the size read anew: resolving
-  // a placeholder may append.
+  // Calls `visit` with each package of a component, from the last to the first.
   template <class Visit>
   static void forEachOf(const Component& component, Visit visit) {
-    for (std::size_t i = 0; i < component.pkgs->size(); ++i) {
-      visit(component.pkgs->readAt(i));
+    for (std::size_t i = component.pkgs->size(); i != 0; --i) {
+      visit(component.pkgs->readAt(i - 1));
     }
   }
 

@@ -1,5 +1,5 @@
 // The six queries of UpdateMetaDataHandler. They walk the model front to back, in place, order
-// components by name and build each result mostly by appending to it.
+// components by name and build each result mostly by putting what comes next in front.
 
 #include <algorithm>
 #include <utility>
@@ -20,6 +20,8 @@ using datamodels::product_update::ProductUpdateMetaData;
 using mf::zero::OwnedCollection;
 
 using KeySet = std::set<std::u16string>;
+using FilesAndSize = std::pair<KeySet, std::int64_t>;
+using SizePair = std::pair<std::int64_t, std::int64_t>;
 
 // Which of the two things that an update does to packages a query asks about.
 struct Side {
@@ -42,8 +44,8 @@ void addComponents(KeyedPackages<PkgDeltaData>& packages, const ProductDeltaData
 }
 
 void addKeys(KeySet& keys, KeyedPackages<PkgDeltaData>& packages) {
-  packages.forEach([&keys](std::u16string key, const PkgDeltaData::Impl&) {
-    keys.emplace_hint(keys.end(), std::move(key));
+  packages.forEachReversed([&keys](std::u16string key, const PkgDeltaData::Impl&) {
+    keys.emplace_hint(keys.begin(), std::move(key));
   });
 }
 
@@ -100,8 +102,8 @@ KeySet fileSet(const mf::zero::PrimitiveSequence<std::u16string>& files) {
     std::sort(ordered.begin(), ordered.end(), precedes);
   }
   KeySet set;
-  for (const mf::zero::CompactString& file : ordered) {
-    set.emplace_hint(set.end(), file.text());
+  for (auto file = ordered.rbegin(); file != ordered.rend(); ++file) {
+    set.emplace_hint(set.begin(), file->text());
   }
   return set;
 }
@@ -140,12 +142,11 @@ UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
     packages.addComponent(component.name(), component.getPkgsWithFilesToDelete());
   }
   std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesByKey;
-  packages.forEachInModelOrder([&](std::u16string key, const PkgDataWithFilesToDelete::Impl& pkg) {
-    const std::size_t before = filesByKey.size();
-    const auto place = filesByKey.try_emplace(filesByKey.end(), std::move(key));
-    if (filesByKey.size() != before) {
-      place->second = {fileSet(pkg.getFilesToDelete()), pkg.getSize()};
-    }
+  packages.forEachInReversedModelOrder([&](std::u16string key,
+                                           const PkgDataWithFilesToDelete::Impl& pkg) {
+    // Of packages with one key the first in model order comes last, and stays.
+    const auto place = filesByKey.emplace_hint(filesByKey.begin(), std::move(key), FilesAndSize());
+    place->second = FilesAndSize(fileSet(pkg.getFilesToDelete()), pkg.getSize());
   });
   return filesByKey;
 }
@@ -158,9 +159,10 @@ UpdateMetaDataHandler::getUpdateSizeForComponentsToExtract() const {
     addComponents(packages, products.readAt(i), kExtract);
   }
   std::map<std::u16string, std::pair<std::int64_t, std::int64_t>> sizesByKey;
-  packages.forEachInModelOrder([&](std::u16string key, const PkgDeltaData::Impl& pkg) {
-    sizesByKey.try_emplace(sizesByKey.end(), std::move(key), pkg.getSize(),
-                           pkg.getUncompressedBytes());
+  packages.forEachInReversedModelOrder([&](std::u16string key, const PkgDeltaData::Impl& pkg) {
+    // As above.
+    const auto place = sizesByKey.emplace_hint(sizesByKey.begin(), std::move(key), SizePair());
+    place->second = SizePair(pkg.getSize(), pkg.getUncompressedBytes());
   });
   return sizesByKey;
 }

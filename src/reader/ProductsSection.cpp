@@ -24,7 +24,7 @@ void addToTable(Table& table, const std::u16string& name, typename Table::mapped
     return;
   }
   // Names mostly come in order: the end is the place for them.
-  table.try_emplace(table.end(), name, std::move(packages));
+  table.emplace_hint(table.end(), name, std::move(packages));
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ std::map<std::u16string, std::int64_t> UpdateMetaDataJsonParser::parsePkgsForCom
   for (const Member& pkg : getObject("delete", component, "")) {
     std::u16string name = fl::i18n::to_ustring(pkg.first);
     const std::int64_t size = toByteCount(getNumber("size", pkg.second, ""));
-    sizes.try_emplace(sizes.end(), std::move(name), size);
+    sizes.emplace_hint(sizes.end(), std::move(name), size);
   }
   return sizes;
 }
