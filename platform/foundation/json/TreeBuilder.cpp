@@ -21,7 +21,7 @@ class Tree final : public Storage {
 
   std::string_view text() const noexcept { return text_; }
 
-  /// Memory for the nodes of a container, which lives as long as the tree.
+  /// Memory for the nodes of a container, which lives as long as the tree: values or members.
   void* allocateNodes(std::size_t bytes) {
     if (bytes > static_cast<std::size_t>(end_ - position_)) {
       return allocateFromNewUnit(bytes);
@@ -54,6 +54,9 @@ class Tree final : public Storage {
   }
 
  private:
+  static_assert(sizeof(Value) % kUnitAlignment == 0 && sizeof(Member) % kUnitAlignment == 0,
+                "what follows nodes is aligned as they are");
+
   ~Tree() override = default;
 
   void dismantle(Storage*&) noexcept override { delete this; }
@@ -69,7 +72,7 @@ class Tree final : public Storage {
   }
 
   // What is larger has a block of its own, so that little of a unit stays unused.
-  static constexpr std::size_t kLargestPiece = NodeUnit::kBytes / 4;
+  static constexpr std::size_t kLargestPiece = NodeUnit::kBytes / 2;
   // Blocks grow by this factor up to this size.
   static constexpr std::size_t kGrowth = 4;
   static constexpr std::size_t kLargestBlock = 2 * core::kLargePage;
