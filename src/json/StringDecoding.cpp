@@ -13,6 +13,10 @@ namespace {
 
 constexpr std::ptrdiff_t kUnitDigits = 4;
 
+bool isSurrogate(char16_t unit) noexcept {
+  return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
 bool isHighSurrogate(char16_t unit) noexcept {
   return unit >= 0xD800 && unit <= 0xDBFF;
 }
@@ -67,6 +71,10 @@ ParseResult decodeUnicodeEscape(const char*& position, const char* end, char*& o
   if (const ParseResult result = readUnit(position, units[0]); result != kSuccess) {
     return result;
   }
+  if (!isSurrogate(units[0])) {
+    out = detail::writeUtf8(char32_t{units[0]}, out);
+    return kSuccess;
+  }
   if (isHighSurrogate(units[0])) {
     if (end - position < 2 + kUnitDigits) {
       return kEndOfText;
@@ -91,6 +99,10 @@ ParseResult decodeEscape(const char*& position, const char* end, char*& out) noe
   if (position == end) {
     return kEndOfText;
   }
+  if (*position == 'u') {
+    ++position;
+    return decodeUnicodeEscape(position, end, out);
+  }
   switch (*position) {
     case '"':
     case '/':
@@ -112,9 +124,6 @@ ParseResult decodeEscape(const char*& position, const char* end, char*& out) noe
     case 't':
       *out++ = '\t';
       break;
-    case 'u':
-      ++position;
-      return decodeUnicodeEscape(position, end, out);
     default:
       return kBadEscape;
   }

@@ -4,11 +4,15 @@
 #include <chrono>
 #include <cstdint>
 #include <cstring>
-#include <exception>
 #include <limits>
 #include <new>
 #include <random>
+#include <type_traits>
 #include <utility>
+
+#ifdef __linux__
+#include <unistd.h>
+#endif
 
 namespace mf::zero {
 namespace {
@@ -130,17 +134,18 @@ bool sameUnits(const char16_t* left, const char16_t* right, std::size_t size) no
 }
 
 StringPool::HashKey drawKey() noexcept {
-  std::uint64_t seed;
-  try {
-    std::random_device source;
-    seed = std::uint64_t{source()} << 32 | source();
-  } catch (const std::exception&) {
-    // Without a source of random numbers: what differs from run to run.
-    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-    seed = static_cast<std::uint64_t>(now) ^ reinterpret_cast<std::uintptr_t>(&seed);
-  }
-  std::mt19937_64 random(seed);
   StringPool::HashKey key;
+  static_assert(std::is_trivially_copyable_v<StringPool::HashKey> &&
+                sizeof key == 11 * sizeof(std::uint64_t));
+#ifdef __linux__
+  // Many times as quick as what the standard library has, and it does not allocate.
+  if (::getentropy(&key, sizeof key) == 0) {
+    return key;
+  }
+#endif
+  // Without the system's random numbers: what differs from run to run.
+  const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
+  std::mt19937_64 random(static_cast<std::uint64_t>(now) ^ reinterpret_cast<std::uintptr_t>(&key));
   for (std::uint64_t& word : key.words) {
     word = random();
   }
