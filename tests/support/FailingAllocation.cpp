@@ -157,6 +157,7 @@ bool FailingAllocation::reached() const noexcept {
 }
 
 MemoryLimit::MemoryLimit(std::size_t count) noexcept {
+  failed = false;
   keepsFailing = true;
   untilFailure = count;
 }
@@ -164,6 +165,10 @@ MemoryLimit::MemoryLimit(std::size_t count) noexcept {
 MemoryLimit::~MemoryLimit() {
   keepsFailing = false;
   untilFailure = kNever;
+}
+
+bool MemoryLimit::reached() const noexcept {
+  return failed;
 }
 
 std::size_t allocations() noexcept {

@@ -8,8 +8,11 @@ namespace test_support {
 /// Makes one allocation fail while it lives: the `nth` from its start, from 0, throws
 /// std::bad_alloc. Those before and after it succeed.
 ///
-/// An executable that links it has its operator new and operator delete replaced, and realloc() and
-/// free() of what is linked statically. One thread, and one object at a time.
+/// There are two forms of what stands here. An executable that links ump_failing_allocation has its
+/// operator new and operator delete replaced, and realloc() and free() of what is linked
+/// statically. One that links ump_failing_malloc has the allocation functions of C replaced, also
+/// for the shared libraries that it uses: there an allocation that fails returns null with ENOMEM,
+/// and operator new throws as it does for its user. One thread, and one object at a time.
 class FailingAllocation {
  public:
   explicit FailingAllocation(std::size_t nth) noexcept;
@@ -29,6 +32,9 @@ class MemoryLimit {
   MemoryLimit(const MemoryLimit&) = delete;
   MemoryLimit& operator=(const MemoryLimit&) = delete;
   ~MemoryLimit();
+
+  /// Tells whether an allocation has failed.
+  bool reached() const noexcept;
 };
 
 /// Tells how often memory has been asked for, in vain or not.

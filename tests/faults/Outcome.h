@@ -1,0 +1,102 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <exception>
+#include <ios>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+
+#include "support/FailingAllocation.h"
+
+namespace test_support {
+
+/// What an action came to. It is kept without asking for memory, of which there may be none.
+class Outcome {
+ public:
+  /// The action ended well.
+  Outcome() noexcept = default;
+
+  explicit Outcome(const std::exception& failure) noexcept
+      : type_(&typeid(failure)),
+        isStreamFailure_(dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
+    std::strncpy(text_.data(), failure.what(), text_.size() - 1);
+  }
+
+  bool isWell() const noexcept { return type_ == nullptr; }
+  bool isExhaustion() const noexcept {
+    return type_ != nullptr && *type_ == typeid(std::bad_alloc);
+  }
+  bool isStreamFailure() const noexcept { return isStreamFailure_; }
+
+  /// The exact type, ": " and the text, as failureOf() gives them; "nothing" if it ended well.
+  std::string text() const {
+    if (isWell()) {
+      return "nothing";
+    }
+    return typeName() + ": " + text_.data();
+  }
+
+ private:
+  std::string typeName() const {
+    if (*type_ == typeid(std::bad_alloc)) {
+      return "std::bad_alloc";
+    }
+    if (*type_ == typeid(std::runtime_error)) {
+      return "std::runtime_error";
+    }
+    if (*type_ == typeid(std::out_of_range)) {
+      return "std::out_of_range";
+    }
+    return isStreamFailure_ ? "std::ios_base::failure" : type_->name();
+  }
+
+  const std::type_info* type_ = nullptr;
+  bool isStreamFailure_ = false;
+  std::array<char, 256> text_{};
+};
+
+/// Runs an action that throws, if anything, a std::exception.
+template <class Action>
+Outcome outcomeOf(Action&& action) {
+  try {
+    action();
+  } catch (const std::exception& failure) {
+    return Outcome(failure);
+  }
+  return {};
+}
+
+/// How memory runs out.
+enum class Shortage {
+  kOnce,        ///< one allocation fails, those after it succeed
+  kFromThenOn,  ///< an allocation fails, and so do all after it
+};
+
+constexpr Shortage kShortages[] = {Shortage::kOnce, Shortage::kFromThenOn};
+
+struct Trial {
+  Outcome outcome;
+  bool reached;  ///< whether the allocation that fails has been made
+};
+
+/// Runs an action whose `nth` allocation, from 0, fails.
+template <class Action>
+Trial failAt(std::size_t nth, Shortage shortage, Action&& action) {
+  Trial trial{};
+  if (shortage == Shortage::kOnce) {
+    const FailingAllocation failing(nth);
+    trial.outcome = outcomeOf(action);
+    trial.reached = failing.reached();
+  } else {
+    const MemoryLimit limit(nth);
+    trial.outcome = outcomeOf(action);
+    trial.reached = limit.reached();
+  }
+  return trial;
+}
+
+}  // namespace test_support
