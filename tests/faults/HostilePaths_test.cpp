@@ -1,0 +1,296 @@
+// Paths that lead to no document and files that are none, to an administrator and to others, in the
+// languages of several countries.
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <locale>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <tuple>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "faults/Documents.h"
+#include "install/update_metadata_parser/UpdateMetaData.h"
+#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "support/Effort.h"
+#include "support/Failure.h"
+#include "support/TemporaryFolder.h"
+
+namespace install::update_metadata_parser {
+namespace {
+
+using namespace std::string_literals;
+using test_support::failureOf;
+using test_support::kFullEffort;
+using test_support::richDocument;
+using test_support::TemporaryFolder;
+
+const std::string kWell = "nothing";
+const std::string kMissing = "std::runtime_error: Update MetaData Json file does not exist ";
+const std::string kUnopened = "std::runtime_error: Error opening Update MetaData Json File";
+const std::string kUnusable = "std::runtime_error: Error while parsing ";
+const std::string kExhaustion = "std::bad_alloc: std::bad_alloc";
+
+constexpr uid_t kNobody = 65534;
+
+/// A path, and what comes of it.
+struct HostilePath {
+  const char* name;
+
+  /// Makes what the path leads to and returns the path.
+  std::function<std::u16string(const TemporaryFolder&)> make;
+
+  std::string outcome;         ///< the failure; of an unusable document without its path
+  std::string outcomeAsOther;  ///< if it is another for those who are no administrators
+  std::function<void()> prepare = nullptr;  ///< runs before the load, in a process of its own
+};
+
+/// Ends the process if nothing can be done, so that no test passes for want of its conditions.
+void require(bool success) {
+  if (!success) {
+    throw std::runtime_error("the conditions of the test cannot be made");
+  }
+}
+
+void limit(__rlimit_resource resource, rlim_t value) {
+  const struct rlimit limits = {value, value};
+  require(::setrlimit(resource, &limits) == 0);
+}
+
+void limitMemory() {
+  constexpr rlim_t kBytes = rlim_t{256} << 20;
+  limit(RLIMIT_AS, kBytes);
+}
+
+void useUpDescriptors() {
+  constexpr rlim_t kDescriptors = 32;
+  limit(RLIMIT_NOFILE, kDescriptors);
+  while (::dup(STDERR_FILENO) >= 0) {
+  }
+}
+
+std::u16string writeDocument(const TemporaryFolder& folder, const char* name) {
+  return folder.writeFile(name, richDocument());
+}
+
+std::vector<HostilePath> hostilePaths() {
+  const auto plain = [](const TemporaryFolder& folder) {
+    return writeDocument(folder, "document.json");
+  };
+  std::vector<HostilePath> paths = {
+      {"a document", plain, kWell, kWell},
+      {"empty", [](const auto&) { return std::u16string(); }, kMissing, kMissing},
+      {"missing", [](const auto& folder) { return folder.path("missing"); }, kMissing, kMissing},
+      {"missing parent", [](const auto& folder) { return folder.path("missing/document.json"); },
+       kMissing, kMissing},
+      {"slash behind a file", [=](const auto& folder) { return plain(folder) + u"/"; }, kMissing,
+       kMissing},
+      {"dangling link", [](const auto& folder) { return folder.makeLink("link", "missing"); },
+       kMissing, kMissing},
+      {"links in a circle",
+       [](const auto& folder) {
+         folder.makeLink("first", "second");
+         return folder.makeLink("second", "first");
+       },
+       kMissing, kMissing},
+      {"component of 300 bytes",
+       [](const auto& folder) { return folder.path(std::string(300, 'x')); }, kMissing, kMissing},
+      {"path of 6,000 bytes",
+       [=](const auto& folder) {
+         plain(folder);
+         std::u16string path = folder.path() + u"/";
+         while (path.size() < 6000) {
+           path += u"./";
+         }
+         return path + u"document.json";
+       },
+       kMissing, kMissing},
+      {"parent that may not be searched",
+       [](const auto& folder) {
+         std::u16string path = writeDocument(folder, "closed/document.json");
+         require(::chmod(folder.nativePath("closed").c_str(), 0) == 0);
+         return path;
+       },
+       kWell, kMissing},
+      {"unpaired high surrogate",
+       [=](const auto& folder) { return plain(folder) + char16_t{0xD83D}; }, kMissing, kMissing},
+      {"unpaired low surrogate",
+       [=](const auto& folder) { return plain(folder) + char16_t{0xDE00}; }, kMissing, kMissing},
+      {"NUL behind a good name", [=](const auto& folder) { return plain(folder) + u"\0.bak"s; },
+       kMissing, kMissing},
+      {"name beyond the basic plane",
+       [](const auto& folder) {
+         writeDocument(folder, "\xF0\x9F\x98\x80.json");
+         return folder.path() + u"/\U0001F600.json";
+       },
+       kWell, kWell},
+      {"mode 000",
+       [=](const auto& folder) {
+         std::u16string path = plain(folder);
+         require(::chmod(folder.nativePath("document.json").c_str(), 0) == 0);
+         return path;
+       },
+       kWell, kUnopened},
+      {"descriptors used up", plain, kUnopened, kUnopened, useUpDescriptors},
+      {"folder", [](const auto& folder) { return folder.makeFolder("document.json"); }, kUnopened,
+       kUnopened},
+      {"null device", [](const auto&) { return u"/dev/null"s; }, kUnusable, kUnusable},
+      {"empty file", [](const auto& folder) { return folder.writeFile("document.json", ""); },
+       kUnusable, kUnusable},
+      {"file of the system that tells no size", [](const auto&) { return u"/proc/self/status"s; },
+       kUnusable, kUnusable},
+      {"socket", [](const auto& folder) { return folder.makeSocket("document.json"); }, kUnopened,
+       kUnopened},
+  };
+  // A sanitizer needs more memory than can be allowed for these.
+  if (kFullEffort) {
+    paths.push_back({"device that never ends", [](const auto&) { return u"/dev/zero"s; },
+                     kExhaustion, kExhaustion, limitMemory});
+    paths.push_back({"file of more than 2 GiB",
+                     [](const auto& folder) {
+                       std::u16string path = folder.writeFile("document.json", "{");
+                       constexpr off_t kBytes = (off_t{2} << 30) + 1;
+                       require(::truncate(folder.nativePath("document.json").c_str(), kBytes) == 0);
+                       return path;
+                     },
+                     kExhaustion, kExhaustion, limitMemory});
+  }
+  return paths;
+}
+
+/// The form in which a message names a path.
+std::string nativePathOf(const std::u16string& path) {
+  return std::filesystem::path(path).string();
+}
+
+/// Who asks, and in which language.
+struct Surroundings {
+  const char* name;
+  uid_t user;
+  const char* locale;
+};
+
+/// Runs `action` in a process of its own with other rights and in another language; returns the
+/// text that it gives.
+std::string inProcessOf(const Surroundings& surroundings,
+                        const std::function<std::string()>& action) {
+  int ends[2];
+  require(::pipe(ends) == 0);
+  const pid_t child = ::fork();
+  require(child >= 0);
+  if (child == 0) {
+    ::close(ends[0]);
+    std::string text;
+    try {
+      std::locale::global(std::locale(surroundings.locale));
+      if (surroundings.user != 0) {
+        require(::setgid(surroundings.user) == 0 && ::setuid(surroundings.user) == 0);
+      }
+      text = action();
+    } catch (const std::exception& failure) {
+      text = "unexpected: "s + failure.what();
+    }
+    const ssize_t written = ::write(ends[1], text.data(), text.size());
+    ::_exit(written == static_cast<ssize_t>(text.size()) ? 0 : 1);
+  }
+  ::close(ends[1]);
+  std::string text;
+  char bytes[512];
+  for (ssize_t got = ::read(ends[0], bytes, sizeof bytes); got > 0;
+       got = ::read(ends[0], bytes, sizeof bytes)) {
+    text.append(bytes, static_cast<std::size_t>(got));
+  }
+  ::close(ends[0]);
+  int status = 0;
+  require(::waitpid(child, &status, 0) == child);
+  return status == 0 ? text : "the process ended with status " + std::to_string(status);
+}
+
+class HostilePaths : public ::testing::TestWithParam<Surroundings> {
+ protected:
+  void SetUp() override {
+    if (GetParam().user != 0 && ::getuid() != 0) {
+      GTEST_SKIP() << "only an administrator can become another user";
+    }
+    // Where the build has made locales of its own, those are taken.
+    if (*UMP_LOCALES != '\0') {
+      ASSERT_EQ(::setenv("LOCPATH", UMP_LOCALES, 1), 0);
+    }
+    try {
+      const std::locale locale(GetParam().locale);
+    } catch (const std::runtime_error&) {
+      GTEST_SKIP() << "the locale " << GetParam().locale << " is not installed";
+    }
+  }
+
+  static std::string load(const std::u16string& path) {
+    UpdateMetaDataJsonParser parser(path);
+    return failureOf([&] { parser.parseUpdateMetaDataJson(); });
+  }
+
+  /// Whether the load is that of someone without an administrator's rights.
+  static bool isOther() { return GetParam().user != 0 || ::getuid() != 0; }
+};
+
+TEST_P(HostilePaths, EndEachInItsOwnFailure) {
+  for (const HostilePath& row : hostilePaths()) {
+    SCOPED_TRACE(row.name);
+    const TemporaryFolder folder;
+    ASSERT_EQ(::chmod(folder.nativePath().c_str(), 0755), 0);
+    const std::u16string path = row.make(folder);
+    const std::string failure = inProcessOf(GetParam(), [&] {
+      if (row.prepare) {
+        row.prepare();
+      }
+      return load(path);
+    });
+    const std::string& wanted = isOther() ? row.outcomeAsOther : row.outcome;
+    EXPECT_EQ(failure, wanted == kUnusable ? wanted + nativePathOf(path) : wanted);
+  }
+}
+
+TEST_P(HostilePaths, LeadThroughAPipeWhoseWriterIsSlow) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(::chmod(folder.nativePath().c_str(), 0755), 0);
+  const std::u16string path = folder.makeFifo("document.json");
+  ASSERT_EQ(::chmod(folder.nativePath("document.json").c_str(), 0644), 0);
+  const std::string text = richDocument();
+  std::thread writer([&] {
+    std::ofstream out(folder.nativePath("document.json"));
+    for (std::size_t place = 0; place < text.size(); place += 7) {
+      out << text.substr(place, 7) << std::flush;
+      std::this_thread::yield();
+    }
+  });
+  EXPECT_EQ(inProcessOf(GetParam(), [&] { return load(path); }), kWell);
+  writer.join();
+}
+
+INSTANTIATE_TEST_SUITE_P(Everywhere, HostilePaths,
+                         ::testing::ValuesIn(std::vector<Surroundings>{
+                             {"SameUserInC", 0, "C"},
+                             {"SameUserInCUtf8", 0, "C.UTF-8"},
+                             {"SameUserInGerman", 0, "de_DE.UTF-8"},
+                             {"SameUserInTurkish", 0, "tr_TR.UTF-8"},
+                             {"OrdinaryUserInC", kNobody, "C"},
+                             {"OrdinaryUserInCUtf8", kNobody, "C.UTF-8"},
+                             {"OrdinaryUserInGerman", kNobody, "de_DE.UTF-8"},
+                             {"OrdinaryUserInTurkish", kNobody, "tr_TR.UTF-8"},
+                         }),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace install::update_metadata_parser
