@@ -1,0 +1,96 @@
+// Opens a module that uses the library, as an application opens a plug-in, and has it check what it
+// gets across the boundary; then opens and closes it many times, with everything that it brings.
+//
+//   boundary MODULE LIBRARY
+
+#include <dlfcn.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kHasSanitizer = true;
+#else
+constexpr bool kHasSanitizer = false;
+#endif
+
+constexpr int kRounds = 1000;
+constexpr int kWarmUp = 100;
+constexpr std::size_t kResidentNoise = std::size_t{512} << 10;
+
+[[noreturn]] void fail(const std::string& what) {
+  std::cerr << "boundary: " << what << '\n';
+  std::exit(1);
+}
+
+/// Opens the module in a scope of its own, has it check everything, and closes it.
+void openCheckClose(const char* module, bool exhaust) {
+  void* const handle = ::dlopen(module, RTLD_NOW | RTLD_LOCAL);
+  if (handle == nullptr) {
+    fail(::dlerror());
+  }
+  using Check = int(bool, char*, std::size_t);
+  auto* const check = reinterpret_cast<Check*>(::dlsym(handle, "checkBoundary"));
+  if (check == nullptr) {
+    fail(::dlerror());
+  }
+  char report[4096];
+  if (check(exhaust, report, sizeof report) == 0) {
+    fail(report);
+  }
+  ::dlclose(handle);
+}
+
+/// Bytes in use on the heap.
+std::size_t heapBytes() {
+  return ::mallinfo2().uordblks;
+}
+
+/// Bytes that the process holds in memory.
+std::size_t residentBytes() {
+  std::size_t all = 0;
+  std::size_t resident = 0;
+  std::ifstream("/proc/self/statm") >> all >> resident;
+  return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 3) {
+    fail("usage: boundary MODULE LIBRARY");
+  }
+  std::size_t heapBefore = 0;
+  std::size_t residentBefore = 0;
+  for (int round = 0; round < kRounds; ++round) {
+    if (round == kWarmUp) {
+      heapBefore = heapBytes();
+      residentBefore = residentBytes();
+    }
+    // A sanitizer needs more memory than can be allowed.
+    openCheckClose(arguments[1], round == 0 && !kHasSanitizer);
+    if (!kHasSanitizer && ::dlopen(arguments[2], RTLD_NOW | RTLD_NOLOAD) != nullptr) {
+      fail("the library stays when nobody uses it any more");
+    }
+  }
+  const std::size_t heapAfter = heapBytes();
+  const std::size_t residentAfter = residentBytes();
+  std::cout << "boundary: opened and closed " << kRounds << " times; heap " << heapBefore << " -> "
+            << heapAfter << " bytes, resident " << residentBefore << " -> " << residentAfter
+            << " bytes\n";
+  if (!kHasSanitizer && heapAfter > heapBefore) {
+    fail("the heap grows");
+  }
+  if (!kHasSanitizer && residentAfter > residentBefore + kResidentNoise) {
+    fail("the process grows");
+  }
+  return 0;
+}
