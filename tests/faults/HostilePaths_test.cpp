@@ -144,7 +144,6 @@ std::vector<HostilePath> hostilePaths() {
          return path;
        },
        kWell, kUnopened},
-      {"descriptors used up", plain, kUnopened, kUnopened, useUpDescriptors},
       {"folder", [](const auto& folder) { return folder.makeFolder("document.json"); }, kUnopened,
        kUnopened},
       {"null device", [](const auto&) { return u"/dev/null"s; }, kUnusable, kUnusable},
@@ -155,8 +154,9 @@ std::vector<HostilePath> hostilePaths() {
       {"socket", [](const auto& folder) { return folder.makeSocket("document.json"); }, kUnopened,
        kUnopened},
   };
-  // A sanitizer needs more memory than can be allowed for these.
+  // A sanitizer needs descriptors of its own, and more memory than can be allowed for these.
   if (kFullEffort) {
+    paths.push_back({"descriptors used up", plain, kUnopened, kUnopened, useUpDescriptors});
     paths.push_back({"device that never ends", [](const auto&) { return u"/dev/zero"s; },
                      kExhaustion, kExhaustion, limitMemory});
     paths.push_back({"file of more than 2 GiB",
