@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace fuzz {
+
+/// Ends the program, with `problem` on the standard error, unless `holds`.
+inline void require(bool holds, const char* problem) {
+  if (!holds) {
+    std::fprintf(stderr, "fuzzer: %s\n", problem);
+    std::abort();
+  }
+}
+
+/// As require(), with what was found and what was expected.
+inline void requireEqual(const std::string& found, const std::string& expected,
+                         const char* problem) {
+  if (found != expected) {
+    std::fprintf(stderr, "found:    %s\nexpected: %s\n", found.c_str(), expected.c_str());
+    require(false, problem);
+  }
+}
+
+}  // namespace fuzz
