@@ -134,6 +134,20 @@ void withEverMoreMemory(const Action& action) {
   FAIL() << "needs more memory than expected";
 }
 
+// The stack of values at hand grows and shrinks by a share of its size, not with every container.
+TEST(ReadingManySmallContainers, SeldomAsksForMemory) {
+  constexpr std::size_t kPairs = 400000;
+  std::string text = "[";
+  for (std::size_t left = kPairs; left != 0; --left) {
+    text += "[],{},";
+  }
+  text += "0]";
+  const std::size_t before = allocations();
+  const Value value = parseJsonText(std::move(text));
+  EXPECT_LT(allocations() - before, 100U);
+  EXPECT_EQ(value.as<Array>().size(), 2 * kPairs + 1);
+}
+
 TEST(ReadingWithoutMemory, IsABadAlloc) {
   const std::string expected = valueText(parseJsonText(kDocument));
   withEverMoreMemory([&](std::size_t count) {

@@ -16,6 +16,13 @@ constexpr std::size_t kMostSlots = std::numeric_limits<std::ptrdiff_t>::max() / 
 // Less room than this, 1 MiB, is not worth giving back.
 constexpr std::size_t kRoomKept = (std::size_t{1} << 20) / sizeof(Rep);
 
+// The room that is kept beyond `slots` when some is given back, and that then lies free before more
+// is: an eighth, so that giving back and growing again take constant time for each slot pushed or
+// dropped between, whatever their order.
+std::size_t spareRoom(std::size_t slots) noexcept {
+  return std::max(kRoomKept, slots / 8);
+}
+
 }  // namespace
 
 SlotStack::~SlotStack() {
@@ -38,7 +45,7 @@ void SlotStack::grow() {
 
 void SlotStack::shrink() noexcept {
   const std::size_t slots = size();
-  const std::size_t room = std::max(slots, kRoomKept);
+  const std::size_t room = slots + spareRoom(slots);
   void* const memory = std::realloc(begin_, room * sizeof(Rep));
   if (memory != nullptr) {
     setMemory(memory, slots, room);
@@ -49,9 +56,8 @@ void SlotStack::setMemory(void* memory, std::size_t slots, std::size_t room) noe
   begin_ = static_cast<Rep*>(memory);
   end_ = begin_ + slots;
   limit_ = begin_ + room;
-  // An eighth at a time, so that giving back takes constant time for each slot that was there.
-  const std::size_t spared = std::max(kRoomKept, room / 8);
-  shrinkBelow_ = room > 2 * kRoomKept ? limit_ - spared : begin_;
+  const std::size_t free = 2 * spareRoom(room);
+  shrinkBelow_ = room > free ? limit_ - free : begin_;
 }
 
 }  // namespace foundation::json::detail
