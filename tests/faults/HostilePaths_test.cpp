@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -277,6 +278,20 @@ TEST_P(HostilePaths, LeadThroughAPipeWhoseWriterIsSlow) {
   });
   EXPECT_EQ(inProcessOf(GetParam(), [&] { return load(path); }), kWell);
   writer.join();
+}
+
+TEST(FileOfMoreThan2GiB, IsReadWholeWhereThereIsMemory) {
+  if (std::getenv("UMP_LARGE_FILES") == nullptr) {
+    GTEST_SKIP() << "takes more than 4 GiB of memory; UMP_LARGE_FILES in the environment allows it";
+  }
+  constexpr std::size_t kBytes = (std::size_t{2} << 30) + 1;
+  const TemporaryFolder folder;
+  const std::u16string path = folder.writeFile("document.json", "{");
+  require(::truncate(folder.nativePath("document.json").c_str(), static_cast<off_t>(kBytes)) == 0);
+  UpdateMetaDataJsonParser parser(path);
+  EXPECT_EQ(parser.readFile(path).size(), kBytes);
+  EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }),
+            kUnusable + folder.nativePath("document.json"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Everywhere, HostilePaths,
