@@ -9,61 +9,26 @@
 #include "support/Effort.h"
 #include "support/JsonOutcome.h"
 #include "support/RandomJsonText.h"
+#include "support/Sequences.h"
 #include "support/ValueText.h"
 
 namespace foundation::json {
 namespace {
 
+using test_support::bytesOf;
 using test_support::kFullEffort;
 using test_support::naiveOutcomeOf;
 using test_support::outcomeOf;
+using test_support::Parts;
 using test_support::quoted;
 using test_support::RandomJsonText;
-
-using Parts = std::vector<std::string>;
+using test_support::Sequences;
 
 // Asserts that the reader and the naive one agree: on the value, or on type, code, place and
 // message of the failure.
 void expectAgreement(const std::string& text, bool allowComments = false) {
   ASSERT_EQ(outcomeOf(text, allowComments), naiveOutcomeOf(text, allowComments))
       << "for " << quoted(text) << (allowComments ? " with comments" : "");
-}
-
-// Every sequence of at most `most` parts, joined by `separator`, the empty one included.
-class Sequences {
- public:
-  Sequences(const Parts& parts, std::size_t most, std::string separator = "")
-      : parts_(parts), most_(most), separator_(std::move(separator)) {}
-
-  // Calls `visit` with each until a test fails.
-  template <class Visit>
-  void forEach(const Visit& visit) const {
-    visitFrom(visit, "", 0);
-  }
-
- private:
-  template <class Visit>
-  void visitFrom(const Visit& visit, const std::string& start, std::size_t count) const {
-    visit(start);
-    if (count == most_ || ::testing::Test::HasFatalFailure()) {
-      return;
-    }
-    for (const std::string& part : parts_) {
-      visitFrom(visit, count == 0 ? part : start + separator_ + part, count + 1);
-    }
-  }
-
-  const Parts& parts_;
-  std::size_t most_;
-  std::string separator_;
-};
-
-Parts bytesOf(std::string_view bytes) {
-  Parts parts;
-  for (const char byte : bytes) {
-    parts.emplace_back(1, byte);
-  }
-  return parts;
 }
 
 // -------------------------------------------------------------------------------------------------

@@ -1,0 +1,40 @@
+// A document with any one byte replaced by any other: what the load does is what it does with the
+// naive reader of texts. Ends that are cut off and bytes that are missing are tried in every test
+// run.
+
+#include <cstddef>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/LoadOutcome.h"
+#include "support/ValueText.h"
+
+namespace {
+
+using test_support::loadOutcomeOf;
+using test_support::naiveLoadOutcomeOf;
+using test_support::quoted;
+using test_support::richDocument;
+
+constexpr int kShares = 64;
+
+class DamagedDocument : public ::testing::TestWithParam<int> {};
+
+TEST_P(DamagedDocument, IsLoadedAlikeWhicheverByteIsAnyOther) {
+  std::size_t count = 0;
+  for (auto place = static_cast<std::size_t>(GetParam()); place < richDocument().size();
+       place += kShares) {
+    for (int byte = 0; byte < 256; ++byte) {
+      std::string text = richDocument();
+      text[place] = static_cast<char>(static_cast<unsigned char>(byte));
+      ASSERT_EQ(loadOutcomeOf(text), naiveLoadOutcomeOf(text)) << "for " << quoted(text);
+      count += text == richDocument() ? 0U : 1U;
+    }
+  }
+  RecordProperty("inputs", std::to_string(count));
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryPlace, DamagedDocument, ::testing::Range(0, kShares));
+
+}  // namespace

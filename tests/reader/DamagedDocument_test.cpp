@@ -1,0 +1,57 @@
+// A document with one fault of every kind at every place: what the load does is what it does with
+// the naive reader of texts.
+
+#include "support/LoadOutcome.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "support/Effort.h"
+#include "support/ValueText.h"
+
+namespace {
+
+using namespace std::string_view_literals;
+using test_support::kFullEffort;
+using test_support::loadOutcomeOf;
+using test_support::naiveLoadOutcomeOf;
+using test_support::quoted;
+using test_support::richDocument;
+
+void expectAgreement(const std::string& text) {
+  ASSERT_EQ(loadOutcomeOf(text), naiveLoadOutcomeOf(text)) << "for " << quoted(text);
+}
+
+TEST(RichDocument, IsLoadedWhole) {
+  EXPECT_EQ(loadOutcomeOf(richDocument()).failure, "nothing");
+  EXPECT_EQ(loadOutcomeOf(richDocument()).calls.size(), 13U);
+  EXPECT_LT(richDocument().size(), 1200U);
+}
+
+TEST(DamagedDocument, IsLoadedAlikeWhereverItEnds) {
+  for (std::size_t size = 0; size <= richDocument().size() && !HasFatalFailure(); ++size) {
+    expectAgreement(richDocument().substr(0, size));
+  }
+}
+
+TEST(DamagedDocument, IsLoadedAlikeWhicheverByteIsMissing) {
+  for (std::size_t place = 0; place < richDocument().size() && !HasFatalFailure(); ++place) {
+    expectAgreement(std::string(richDocument()).erase(place, 1));
+  }
+}
+
+TEST(DamagedDocument, IsLoadedAlikeWhicheverByteIsAnother) {
+  constexpr std::string_view kBytes = kFullEffort ? "\"\\{}[],:0-e \0\xFF"sv : "\"\\}]"sv;
+  for (std::size_t place = 0; place < richDocument().size() && !HasFatalFailure(); ++place) {
+    for (const char byte : kBytes) {
+      std::string text = richDocument();
+      text[place] = byte;
+      expectAgreement(text);
+    }
+  }
+}
+
+}  // namespace
