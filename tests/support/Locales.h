@@ -1,0 +1,31 @@
+#pragma once
+
+#include <locale>
+#include <string>
+#include <vector>
+
+namespace test_support {
+
+/// The locales under which numbers are read: plain ones, one with a decimal comma and one with
+/// letters of its own.
+inline const std::vector<const char*>& localesOfNumbers() {
+  static const std::vector<const char*> names = {"C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"};
+  return names;
+}
+
+/// Puts the whole program, the C library and the streams, under a locale for the time of its life.
+/// A locale that the system does not offer is made in a temporary folder.
+class LocaleScope {
+ public:
+  /// \throws std::runtime_error  the locale is not there and cannot be made
+  explicit LocaleScope(const std::string& name);
+  LocaleScope(const LocaleScope&) = delete;
+  LocaleScope& operator=(const LocaleScope&) = delete;
+  ~LocaleScope();
+
+ private:
+  std::string before_;
+  std::locale streamsBefore_;
+};
+
+}  // namespace test_support
