@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bench::growth {
+
+/// A family of inputs of any size for which a careless program would need more than its share.
+struct Family {
+  std::string_view name;
+  std::string_view description;
+  bool isDocument;          ///< it is loaded and asked; else it is read as JSON, or refused
+  bool hasComments;         ///< it is read with comments allowed
+  std::size_t sizeToStart;  ///< the smallest size whose growth is looked at
+  std::size_t megabyte;     ///< the size that makes a text of about 10^6 bytes
+
+  /// Makes the input. Twice the size makes about twice as much work: bytes of the text, elements of
+  /// the model and entries of the answers together.
+  std::string (*make)(std::size_t size);
+};
+
+const std::vector<Family>& families();
+
+/// The family of that name; null if there is none.
+const Family* findFamily(std::string_view name);
+
+}  // namespace bench::growth

@@ -1,0 +1,195 @@
+// bench-growth: gives the library one input of a family, for scripts/check-growth.
+//
+//     bench-growth list              tells the families: name, size to start with, size of a
+//     megabyte bench-growth run FAMILY SIZE   reads, or loads, asks and destroys, and tells: the
+//     bytes of the
+//                                    text, the elements of the model, the entries of the answers,
+//                                    nanoseconds of the processor, the most memory in use at a time
+//
+// Everything that counts happens inside functions whose names begin with "measured", so that a tool
+// that counts instructions can leave out the rest.
+
+#include <cstdint>
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "foundation/json/Value.h"
+#include "growth/Families.h"
+#include "install/update_metadata_parser/UpdateMetaData.h"
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "json/JsonText.h"
+#include "peers/Probe.h"
+
+namespace {
+
+using bench::growth::Family;
+using install::update_metadata_parser::UpdateMetaData;
+using install::update_metadata_parser::UpdateMetaDataHandler;
+using install::update_metadata_parser::UpdateMetaDataJsonParser;
+
+// What the work is measured by, beside the bytes of the text.
+struct Work {
+  std::size_t elements = 0;
+  std::size_t entries = 0;
+};
+
+// The catalogue has a code for every product.
+class Handler : public UpdateMetaDataHandler {
+ public:
+  std::u16string getProductName(const std::u16string& code, const std::u16string&) override {
+    return code;
+  }
+  std::u16string getProductBaseCode(const std::u16string& name, const std::u16string&) override {
+    return name;
+  }
+};
+
+class Parser : public UpdateMetaDataJsonParser {
+ public:
+  explicit Parser(std::string text)
+      : UpdateMetaDataJsonParser(u"document.json"), text_(std::move(text)) {}
+
+  std::string readFile(const std::u16string&) override { return std::move(text_); }
+  std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
+    auto made = std::make_shared<Handler>();
+    lastHandler = made;
+    return made;
+  }
+
+  mutable std::weak_ptr<UpdateMetaDataHandler> lastHandler;
+
+ private:
+  std::string text_;
+};
+
+std::size_t countElements(const UpdateMetaDataHandler& handler) {
+  const auto root = handler.getProductUpdateMetaDataModel();
+  std::size_t count = 0;
+  const auto& products = root->getProductsDeltaData();
+  for (std::size_t i = 0; i < products.size(); ++i) {
+    const auto product = products[i];
+    ++count;
+    for (const auto* components : {&product->getCompsToDelete(), &product->getCompsToExtract()}) {
+      for (std::size_t k = 0; k < components->size(); ++k) {
+        const auto component = (*components)[k];
+        count += 1 + component->getPkgsToDelete().size() + component->getPkgsToExtract().size();
+      }
+    }
+  }
+  const auto& withFiles = root->getCompsWithFilesToDelete();
+  for (std::size_t i = 0; i < withFiles.size(); ++i) {
+    const auto& packages = withFiles[i]->getPkgsWithFilesToDelete();
+    ++count;
+    for (std::size_t k = 0; k < packages.size(); ++k) {
+      count += 1 + packages[k]->getFilesToDelete().size();
+    }
+  }
+  return count;
+}
+
+template <class Answer>
+std::size_t entriesOf(const Answer& answer) {
+  std::size_t entries = answer.size();
+  for (const auto& [code, keys] : answer) {
+    entries += keys.size();
+  }
+  return entries;
+}
+
+}  // namespace
+
+extern "C" {
+
+[[gnu::noinline]] void measuredRead(std::string& text, bool hasComments) {
+  try {
+    const foundation::json::Value value =
+        foundation::json::parseJsonText(std::move(text), hasComments);
+  } catch (const std::exception&) {
+    // A refused text counts as well.
+  }
+}
+
+[[gnu::noinline]] void measuredLoad(Parser& parser, std::shared_ptr<UpdateMetaData>& facade) {
+  facade = parser.parseUpdateMetaDataJson();
+}
+
+[[gnu::noinline]] void measuredQuestions(const UpdateMetaData& facade, std::size_t& entries) {
+  entries += entriesOf(facade.getComponentsToDelete(u"there"));
+  entries += entriesOf(facade.getComponentsToExtract(u"there"));
+  entries += facade.getComponentsToDelete(u"p", u"there").size();
+  entries += facade.getComponentsToExtract(u"p", u"there").size();
+  entries += facade.getUpdateSizeForComponentsToExtract().size();
+  for (const auto& [key, files] : facade.getComponentsWithFilesToDelete()) {
+    entries += 1 + files.first.size();
+  }
+}
+
+[[gnu::noinline]] void measuredEnd(std::unique_ptr<Parser>& parser,
+                                   std::shared_ptr<UpdateMetaData>& facade) {
+  parser.reset();
+  facade.reset();
+}
+
+}  // extern "C"
+
+namespace {
+
+Work load(std::string text) {
+  Work work;
+  auto parser = std::make_unique<Parser>(std::move(text));
+  std::shared_ptr<UpdateMetaData> facade;
+  measuredLoad(*parser, facade);
+  work.elements = countElements(*parser->lastHandler.lock());
+  measuredQuestions(*facade, work.entries);
+  measuredEnd(parser, facade);
+  return work;
+}
+
+void run(const Family& family, std::size_t size) {
+  std::string text = family.make(size);
+  const std::size_t bytes = text.size();
+  Work work;
+  bench::peers::Probe probe;
+  probe.task([&] {
+    if (family.isDocument) {
+      work = load(std::move(text));
+    } else {
+      measuredRead(text, family.hasComments);
+    }
+  });
+  std::cout << bytes << ' ' << work.elements << ' ' << work.entries << ' '
+            << static_cast<std::int64_t>(probe.findings().task.cpuSeconds * 1e9) << ' '
+            << probe.findings().peakBytes + static_cast<std::int64_t>(bytes) << '\n';
+}
+
+int fail() {
+  std::cerr << "Usage: bench-growth list | run FAMILY SIZE\n";
+  return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string command = argc > 1 ? argv[1] : "";
+  if (command == "list" && argc == 2) {
+    for (const Family& family : bench::growth::families()) {
+      std::cout << family.name << ' ' << family.sizeToStart << ' ' << family.megabyte << '\n';
+    }
+    return 0;
+  }
+  if (command == "run" && argc == 4) {
+    const Family* family = bench::growth::findFamily(argv[2]);
+    const std::size_t size = std::strtoull(argv[3], nullptr, 10);
+    if (family != nullptr && size != 0) {
+      run(*family, size);
+      return 0;
+    }
+  }
+  return fail();
+}
