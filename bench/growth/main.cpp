@@ -24,6 +24,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "json/JsonText.h"
+#include "peers/IdentityParser.h"
 #include "peers/Probe.h"
 
 namespace {
@@ -39,17 +40,6 @@ struct Work {
   std::size_t entries = 0;
 };
 
-// The catalogue has a code for every product.
-class Handler : public UpdateMetaDataHandler {
- public:
-  std::u16string getProductName(const std::u16string& code, const std::u16string&) override {
-    return code;
-  }
-  std::u16string getProductBaseCode(const std::u16string& name, const std::u16string&) override {
-    return name;
-  }
-};
-
 class Parser : public UpdateMetaDataJsonParser {
  public:
   explicit Parser(std::string text)
@@ -57,7 +47,7 @@ class Parser : public UpdateMetaDataJsonParser {
 
   std::string readFile(const std::u16string&) override { return std::move(text_); }
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
-    auto made = std::make_shared<Handler>();
+    auto made = std::make_shared<bench::peers::IdentityHandler>();
     lastHandler = made;
     return made;
   }

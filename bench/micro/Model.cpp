@@ -25,8 +25,10 @@ void fill(const UpdateMetaDataHandler& handler, const ProductCalls& products) {
   }
 }
 
-// What each package's element takes, with its share of what stands above it.
-void makeElements(benchmark::State& state) {
+// Measures making the elements of *shared*: `make` makes something empty, `fill` fills it. Counts
+// what each package takes, with its share of what stands above it.
+template <class Make, class Fill>
+void measureMaking(benchmark::State& state, Make make, Fill fillIt) {
   const ProductCalls& products = once<productCallsOf>("shared");
   const auto elements = static_cast<double>(products.packageElements);
   double bytes = 0;
@@ -34,16 +36,21 @@ void makeElements(benchmark::State& state) {
     state.PauseTiming();
     forgetFreeMemory();
     const std::int64_t before = peers::residentBytes();
-    auto handler = std::make_unique<UpdateMetaDataHandler>();
+    auto made = make();
     state.ResumeTiming();
-    fill(*handler, products);
+    fillIt(*made, products);
     state.PauseTiming();
     bytes = static_cast<double>(peers::residentBytes() - before);
-    handler.reset();
+    made.reset();
     state.ResumeTiming();
   }
   state.counters[kElements] = elements;
   state.counters["bytes each"] = bytes / elements;
+}
+
+void makeElements(benchmark::State& state) {
+  measureMaking(
+      state, [] { return std::make_unique<UpdateMetaDataHandler>(); }, fill);
 }
 
 void destroyElements(benchmark::State& state) {
@@ -108,23 +115,11 @@ void fillPlain(std::deque<PlainComponent>& components, const ProductCalls& produ
 }
 
 void makePlainObjects(benchmark::State& state) {
-  const ProductCalls& products = once<productCallsOf>("shared");
-  const auto elements = static_cast<double>(products.packageElements);
-  double bytes = 0;
-  for (auto _ : state) {
-    state.PauseTiming();
-    forgetFreeMemory();
-    const std::int64_t before = peers::residentBytes();
-    std::deque<PlainComponent> components;
-    state.ResumeTiming();
-    fillPlain(components, products);
-    state.PauseTiming();
-    bytes = static_cast<double>(peers::residentBytes() - before);
-    components.clear();
-    state.ResumeTiming();
-  }
-  state.counters[kElements] = elements;
-  state.counters["bytes each"] = bytes / elements;
+  measureMaking(
+      state, [] { return std::make_unique<std::deque<PlainComponent>>(); },
+      [](std::deque<PlainComponent>& components, const ProductCalls& products) {
+        fillPlain(components, products);
+      });
 }
 
 BENCHMARK(makeElements)

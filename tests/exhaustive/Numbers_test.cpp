@@ -18,7 +18,7 @@ namespace {
 
 using test_support::isNearest;
 using test_support::LocaleScope;
-using test_support::localesOfNumbers;
+using test_support::localesOfTests;
 using test_support::NumberTexts;
 
 constexpr std::size_t kShares = 50;
@@ -38,7 +38,7 @@ void expectNearest(const std::vector<std::string>& texts) {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     ASSERT_TRUE(isNearest(texts[i], numbers[i])) << texts[i] << " is read as " << numbers[i];
   }
-  for (const char* name : localesOfNumbers()) {
+  for (const char* name : localesOfTests()) {
     const LocaleScope locale(name);
     const std::vector<double> again = readAll(texts);
     ASSERT_EQ(std::memcmp(again.data(), numbers.data(), numbers.size() * sizeof(double)), 0)

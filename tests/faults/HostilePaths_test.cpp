@@ -14,7 +14,7 @@
 #include <fstream>
 #include <functional>
 #include <limits>
-#include <locale>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -28,6 +28,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "support/Effort.h"
 #include "support/Failure.h"
+#include "support/Locales.h"
 #include "support/TemporaryFolder.h"
 
 namespace install::update_metadata_parser {
@@ -36,6 +37,7 @@ namespace {
 using namespace std::string_literals;
 using test_support::failureOf;
 using test_support::kFullEffort;
+using test_support::LocaleScope;
 using test_support::richDocument;
 using test_support::TemporaryFolder;
 
@@ -177,17 +179,16 @@ std::string nativePathOf(const std::u16string& path) {
   return std::filesystem::path(path).string();
 }
 
-/// Who asks, and in which language.
+/// Who asks, and under which locale.
 struct Surroundings {
   const char* name;
   uid_t user;
   const char* locale;
 };
 
-/// Runs `action` in a process of its own with other rights and in another language; returns the
-/// text that it gives.
-std::string inProcessOf(const Surroundings& surroundings,
-                        const std::function<std::string()>& action) {
+/// Runs `action` in a process of its own with the rights of `user`, or with its own rights for 0;
+/// returns the text that it gives.
+std::string inProcessOf(uid_t user, const std::function<std::string()>& action) {
   int ends[2];
   require(::pipe(ends) == 0);
   const pid_t child = ::fork();
@@ -196,9 +197,8 @@ std::string inProcessOf(const Surroundings& surroundings,
     ::close(ends[0]);
     std::string text;
     try {
-      std::locale::global(std::locale(surroundings.locale));
-      if (surroundings.user != 0) {
-        require(::setgid(surroundings.user) == 0 && ::setuid(surroundings.user) == 0);
+      if (user != 0) {
+        require(::setgid(user) == 0 && ::setuid(user) == 0);
       }
       text = action();
     } catch (const std::exception& failure) {
@@ -226,12 +226,10 @@ class HostilePaths : public ::testing::TestWithParam<Surroundings> {
     if (GetParam().user != 0 && ::getuid() != 0) {
       GTEST_SKIP() << "only an administrator can become another user";
     }
-    // Where the build has made locales of its own, those are taken.
-    if (*UMP_LOCALES != '\0') {
-      ASSERT_EQ(::setenv("LOCPATH", UMP_LOCALES, 1), 0);
-    }
-    if (!isInstalled(GetParam().locale)) {
-      GTEST_SKIP() << "the locale " << GetParam().locale << " is not installed";
+    try {
+      locale_.emplace(GetParam().locale);
+    } catch (const std::runtime_error& failure) {
+      GTEST_SKIP() << failure.what();
     }
   }
 
@@ -240,16 +238,11 @@ class HostilePaths : public ::testing::TestWithParam<Surroundings> {
     return failureOf([&] { parser.parseUpdateMetaDataJson(); });
   }
 
-  // In a process of its own, because the system keeps memory for each locale that was looked up.
-  static bool isInstalled(const char* locale) {
-    return inProcessOf({"", 0, "C"}, [=] {
-             const std::locale installed(locale);
-             return std::string(kWell);
-           }) == kWell;
-  }
-
   /// Whether the load is that of someone without an administrator's rights.
   static bool isOther() { return GetParam().user != 0 || ::getuid() != 0; }
+
+ private:
+  std::optional<LocaleScope> locale_;
 };
 
 TEST_P(HostilePaths, EndEachInItsOwnFailure) {
@@ -258,7 +251,7 @@ TEST_P(HostilePaths, EndEachInItsOwnFailure) {
     const TemporaryFolder folder;
     ASSERT_EQ(::chmod(folder.nativePath().c_str(), 0755), 0);
     const std::u16string path = row.make(folder);
-    const std::string failure = inProcessOf(GetParam(), [&] {
+    const std::string failure = inProcessOf(GetParam().user, [&] {
       if (row.prepare) {
         row.prepare();
       }
@@ -282,15 +275,17 @@ TEST_P(HostilePaths, LeadThroughAPipeWhoseWriterIsSlow) {
       std::this_thread::yield();
     }
   });
-  EXPECT_EQ(inProcessOf(GetParam(), [&] { return load(path); }), kWell);
+  EXPECT_EQ(inProcessOf(GetParam().user, [&] { return load(path); }), kWell);
   writer.join();
 }
 
 TEST(FileOfMoreThan2GiB, IsReadWholeWhereThereIsMemory) {
-  if (std::getenv("UMP_LARGE_FILES") == nullptr) {
-    GTEST_SKIP() << "takes more than 4 GiB of memory; UMP_LARGE_FILES in the environment allows it";
-  }
   constexpr std::size_t kBytes = (std::size_t{2} << 30) + 1;
+  const auto available = static_cast<std::size_t>(::sysconf(_SC_AVPHYS_PAGES)) *
+                         static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  if (available < 3 * kBytes) {
+    GTEST_SKIP() << "takes more memory than the " << available << " bytes that are free";
+  }
   const TemporaryFolder folder;
   const std::u16string path = folder.writeFile("document.json", "{");
   require(::truncate(folder.nativePath("document.json").c_str(), static_cast<off_t>(kBytes)) == 0);

@@ -1,42 +1,26 @@
-#include "support/FailingAllocation.h"
+// The form of FailingAllocation.h that takes the place of operator new, and of realloc() in what is
+// linked statically.
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdlib>
-#include <limits>
+#include <new>
+
+#include "support/AllocationCount.h"
 
 namespace {
 
-constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
-
-std::size_t requests = 0;
-std::size_t live = 0;
-std::size_t untilFailure = kNever;  // allocations that still succeed; kNever: all of them do
-bool failed = false;
-bool keepsFailing = false;
-
-// Counts a request and tells whether it is to succeed.
-bool grants() noexcept {
-  ++requests;
-  if (untilFailure == 0) {
-    untilFailure = keepsFailing ? 0 : kNever;
-    failed = true;
-    return false;
-  }
-  if (untilFailure != kNever) {
-    --untilFailure;
-  }
-  return true;
-}
+using test_support::countedAllocation;
+using test_support::countRelease;
+using test_support::grantsAllocation;
 
 void* allocate(std::size_t bytes, std::size_t alignment = alignof(std::max_align_t)) noexcept {
-  if (!grants()) {
+  if (!grantsAllocation()) {
     return nullptr;
   }
   const std::size_t size = (bytes + alignment - 1) / alignment * alignment;
-  void* memory = std::aligned_alloc(alignment, size != 0 ? size : alignment);
-  live += memory != nullptr ? 1 : 0;
-  return memory;
+  return countedAllocation(std::aligned_alloc(alignment, size != 0 ? size : alignment));
 }
 
 void* allocateOrThrow(std::size_t bytes, std::size_t alignment = alignof(std::max_align_t)) {
@@ -70,12 +54,14 @@ void* __real_realloc(void* memory, std::size_t bytes);
 void __real_free(void* memory);
 
 void* __wrap_realloc(void* memory, std::size_t bytes) {
-  if (!grants()) {
+  if (!grantsAllocation()) {
     return nullptr;
   }
   void* const moved = __real_realloc(memory, bytes);
   if (moved != nullptr) {
-    live += memory == nullptr ? 1 : 0;
+    if (memory == nullptr) {
+      countedAllocation(moved);
+    }
     if (!replaceReallocated(memory, moved)) {
       std::abort();  // more blocks at a time than there are places for
     }
@@ -85,7 +71,7 @@ void* __wrap_realloc(void* memory, std::size_t bytes) {
 
 void __wrap_free(void* memory) {
   if (memory != nullptr && replaceReallocated(memory, nullptr)) {
-    --live;
+    countRelease(memory);
   }
   __real_free(memory);
 }
@@ -95,7 +81,7 @@ void __wrap_free(void* memory) {
 namespace {
 
 void release(void* memory) noexcept {
-  live -= memory != nullptr ? 1 : 0;
+  countRelease(memory);
   __real_free(memory);
 }
 
@@ -140,43 +126,3 @@ void operator delete(void* memory, const std::nothrow_t&) noexcept {
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
   release(memory);
 }
-
-namespace test_support {
-
-FailingAllocation::FailingAllocation(std::size_t nth) noexcept {
-  failed = false;
-  untilFailure = nth;
-}
-
-FailingAllocation::~FailingAllocation() {
-  untilFailure = kNever;
-}
-
-bool FailingAllocation::reached() const noexcept {
-  return failed;
-}
-
-MemoryLimit::MemoryLimit(std::size_t count) noexcept {
-  failed = false;
-  keepsFailing = true;
-  untilFailure = count;
-}
-
-MemoryLimit::~MemoryLimit() {
-  keepsFailing = false;
-  untilFailure = kNever;
-}
-
-bool MemoryLimit::reached() const noexcept {
-  return failed;
-}
-
-std::size_t allocations() noexcept {
-  return requests;
-}
-
-std::size_t liveBlocks() noexcept {
-  return live;
-}
-
-}  // namespace test_support

@@ -5,38 +5,20 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
-#include <limits>
 
-#include "support/FailingAllocation.h"
+#include "support/AllocationCount.h"
 
 namespace {
 
-constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
+using test_support::countedAllocation;
+using test_support::countRelease;
 
-std::size_t requests = 0;
-std::size_t live = 0;
-std::size_t untilFailure = kNever;  // allocations that still succeed; kNever: all of them do
-bool failed = false;
-bool keepsFailing = false;
-
-// Counts a request and tells whether it is to succeed.
 bool grants() noexcept {
-  ++requests;
-  if (untilFailure == 0) {
-    untilFailure = keepsFailing ? 0 : kNever;
-    failed = true;
+  const bool granted = test_support::grantsAllocation();
+  if (!granted) {
     errno = ENOMEM;
-    return false;
   }
-  if (untilFailure != kNever) {
-    --untilFailure;
-  }
-  return true;
-}
-
-void* counted(void* memory) noexcept {
-  live += memory != nullptr ? 1 : 0;
-  return memory;
+  return granted;
 }
 
 }  // namespace
@@ -54,11 +36,11 @@ void* __libc_memalign(std::size_t alignment, std::size_t bytes);
 void __libc_free(void* memory);
 
 void* malloc(std::size_t bytes) noexcept {
-  return grants() ? counted(__libc_malloc(bytes)) : nullptr;
+  return grants() ? countedAllocation(__libc_malloc(bytes)) : nullptr;
 }
 
 void* calloc(std::size_t count, std::size_t bytes) noexcept {
-  return grants() ? counted(__libc_calloc(count, bytes)) : nullptr;
+  return grants() ? countedAllocation(__libc_calloc(count, bytes)) : nullptr;
 }
 
 void* realloc(void* memory, std::size_t bytes) noexcept {
@@ -67,15 +49,17 @@ void* realloc(void* memory, std::size_t bytes) noexcept {
   }
   void* const moved = __libc_realloc(memory, bytes);
   if (memory == nullptr) {
-    return counted(moved);
+    return countedAllocation(moved);
   }
   // With a size of 0 it frees.
-  live -= moved == nullptr && bytes == 0 ? 1 : 0;
+  if (moved == nullptr && bytes == 0) {
+    countRelease(memory);
+  }
   return moved;
 }
 
 void* memalign(std::size_t alignment, std::size_t bytes) noexcept {
-  return grants() ? counted(__libc_memalign(alignment, bytes)) : nullptr;
+  return grants() ? countedAllocation(__libc_memalign(alignment, bytes)) : nullptr;
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t bytes) noexcept {
@@ -92,50 +76,10 @@ int posix_memalign(void** memory, std::size_t alignment, std::size_t bytes) noex
 }
 
 void free(void* memory) noexcept {
-  live -= memory != nullptr ? 1 : 0;
+  countRelease(memory);
   __libc_free(memory);
 }
 
 }  // extern "C"
 
 #pragma GCC visibility pop
-
-namespace test_support {
-
-FailingAllocation::FailingAllocation(std::size_t nth) noexcept {
-  failed = false;
-  untilFailure = nth;
-}
-
-FailingAllocation::~FailingAllocation() {
-  untilFailure = kNever;
-}
-
-bool FailingAllocation::reached() const noexcept {
-  return failed;
-}
-
-MemoryLimit::MemoryLimit(std::size_t count) noexcept {
-  failed = false;
-  keepsFailing = true;
-  untilFailure = count;
-}
-
-MemoryLimit::~MemoryLimit() {
-  keepsFailing = false;
-  untilFailure = kNever;
-}
-
-bool MemoryLimit::reached() const noexcept {
-  return failed;
-}
-
-std::size_t allocations() noexcept {
-  return requests;
-}
-
-std::size_t liveBlocks() noexcept {
-  return live;
-}
-
-}  // namespace test_support

@@ -6,18 +6,18 @@
 
 namespace test_support {
 
-/// The locales under which numbers are read: plain ones, one with a decimal comma and one with
+/// The locales under which the library is tried: plain ones, one with a decimal comma and one with
 /// letters of its own.
-inline const std::vector<const char*>& localesOfNumbers() {
+inline const std::vector<const char*>& localesOfTests() {
   static const std::vector<const char*> names = {"C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"};
   return names;
 }
 
 /// Puts the whole program, the C library and the streams, under a locale for the time of its life.
-/// A locale that the system does not offer is made in a temporary folder.
+/// Those that the system does not offer are made with the tests, where it has their sources.
 class LocaleScope {
  public:
-  /// \throws std::runtime_error  the locale is not there and cannot be made
+  /// \throws std::runtime_error  the locale is not there
   explicit LocaleScope(const std::string& name);
   LocaleScope(const LocaleScope&) = delete;
   LocaleScope& operator=(const LocaleScope&) = delete;
