@@ -213,6 +213,14 @@ TEST(ReadFile, ReturnsFilesOfEverySizeWhole) {
   }
 }
 
+TEST(ReadFile, MakesRoomForNoMoreThanTheFileHas) {
+  const TemporaryFolder folder;
+  for (const std::size_t size : {100U, 65536U, 3'000'000U}) {
+    const std::u16string path = folder.writeFile("document.json", std::string(size, 'x'));
+    EXPECT_LE(readFile(path).capacity(), size + 16);
+  }
+}
+
 TEST(ReadFile, ReadsTheFileThatItIsGivenAndNotTheParsers) {
   const TemporaryFolder folder;
   RecordingParser parser(folder.writeFile("own.json", "own"));

@@ -41,10 +41,10 @@ std::uint64_t loadBigEndian32(const char* bytes) noexcept {
 inline std::uint64_t prefixOf(std::string_view key) noexcept {
   const char* const bytes = key.data();
   if (key.size() >= 4) {
-    // Two halves, which overlap in a short key; what they have in common is shifted out.
+    // Two halves. In a short key they overlap, and the bytes that both have come to one place.
     const std::size_t size = std::min<std::size_t>(key.size(), 8);
-    const std::uint64_t tail = loadBigEndian32(bytes + size - 4) << (8 * (8 - size));
-    return loadBigEndian32(bytes) << 32 | (tail & 0xFFFFFFFF);
+    const std::uint64_t tail = loadBigEndian32(bytes + size - 4);
+    return loadBigEndian32(bytes) << 32 | tail << (8 * (8 - size));
   }
   std::uint64_t prefix = 0;
   for (std::size_t i = 0; i != key.size(); ++i) {
@@ -61,7 +61,7 @@ void MemberOrder::find(const Rep* members, std::size_t count) {
   }
   size_ = count;
   if (count <= 2) {
-    orderTwo(members, count);
+    orderUpToTwo(members, count);
   } else if (count <= kFewMembers) {
     orderFew(members, count);
   } else {
@@ -69,7 +69,7 @@ void MemberOrder::find(const Rep* members, std::size_t count) {
   }
 }
 
-void MemberOrder::orderTwo(const Rep* members, std::size_t count) {
+void MemberOrder::orderUpToTwo(const Rep* members, std::size_t count) {
   std::size_t first = 0;
   if (count == 2) {
     const std::string_view left = keyAt(members, 0);

@@ -41,7 +41,7 @@ class MemberOrder {
     std::size_t depth;
   };
 
-  void orderTwo(const Rep* members, std::size_t count);
+  void orderUpToTwo(const Rep* members, std::size_t count);
   void orderFew(const Rep* members, std::size_t count);
   void orderMany(const Rep* members, std::size_t count);
   void sort(const Rep* members);

@@ -58,7 +58,7 @@ class TreeBuilder {
     push(traits<std::uint64_t>::index, 0, content);
   }
 
-  /// Adds a string, or the key of the next member, whose bytes lie in text().
+  /// Adds a string, or the key of the next member, whose bytes lie in text() or in the tree.
   void addStringOfText(std::string_view string) {
     detail::Rep::Content content{};
     content.characters = string.data();
