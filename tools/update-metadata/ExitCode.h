@@ -2,11 +2,12 @@
 
 namespace update_metadata_tool {
 
-/// What the command tells its caller when it ends.
+/// What the command tells its caller when it ends. The help of each subcommand says what 0, 1 and 2
+/// mean there.
 enum class ExitCode {
-  kAnswered = 0,
-  kFailed = 1,      ///< a document could not be loaded or answered, or an output not be written
-  kWrongUsage = 2,  ///< the arguments were not understood; nothing was done
+  kDone = 0,
+  kFailed = 1,   ///< done, but not to the user's liking; also an output that was not written
+  kTrouble = 2,  ///< the arguments were not understood, and nothing was done, or there is no answer
 };
 
 }  // namespace update_metadata_tool

@@ -9,8 +9,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Command.h"
 #include "ExitCode.h"
-#include "QueryCommand.h"
 #include "install/update_metadata_parser/Version.h"
 
 namespace {
@@ -25,20 +25,26 @@ ExitCode runCommand(int argc, const char* const* argv) {
   app.footer(
       "'update-metadata query --help' tells its options. Example:\n"
       "  update-metadata query update.json --product-data /srv/product-data");
-  const update_metadata_tool::QueryCommand query(app);
+  const auto commands = update_metadata_tool::addCommands(app);
+  const update_metadata_tool::Command* chosen = nullptr;
   try {
     app.parse(argc, argv);
+    for (const auto& command : commands) {
+      if (command->isChosen()) {
+        chosen = command.get();
+      }
+    }
     // Not left to the parser, which would complain of this rather than of a misspelt subcommand.
-    if (!query.isChosen()) {
+    if (chosen == nullptr) {
       throw CLI::RequiredError("A subcommand");
     }
   } catch (const CLI::ParseError& end) {
     // Also the way in which --help and --version end, with the code 0.
     const int code = app.exit(end, std::cout, std::cerr);
     std::cout.flush();
-    return code == 0 ? ExitCode::kAnswered : ExitCode::kWrongUsage;
+    return code == 0 ? ExitCode::kDone : ExitCode::kTrouble;
   }
-  return query.run(std::cout, std::cerr);
+  return chosen->run(std::cout, std::cerr);
 }
 
 void reportUnwrittenOutput(int error) {

@@ -1,13 +1,14 @@
-#include "QueryCommand.h"
+#include "query/QueryCommand.h"
 
 #include <exception>
 #include <memory>
 #include <ostream>
 
-#include "Advice.h"
-#include "JsonOutput.h"
+#include "Arguments.h"
 #include "Text.h"
-#include "TextOutput.h"
+#include "query/Advice.h"
+#include "query/JsonOutput.h"
+#include "query/TextOutput.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -23,14 +24,6 @@ constexpr const char* kExamples = R"(Examples:
 
 Exit status: 0 answered, 1 the document could not be loaded or answered, 2 wrong usage.)";
 
-std::string refuseIllFormedText(const std::string& argument) {
-  return isUtf8(argument) ? "" : "the argument is not UTF-8";
-}
-
-std::optional<std::u16string> toOptionalUtf16(const std::optional<std::string>& argument) {
-  return argument ? std::optional(toUtf16(*argument)) : std::nullopt;
-}
-
 // Writes the text of `failure` as it stands, then which file it is about and what to do.
 void report(const std::exception& failure, const std::u16string& file, const std::string& whatToDo,
             std::ostream& err) {
@@ -40,28 +33,30 @@ void report(const std::exception& failure, const std::u16string& file, const std
 }  // namespace
 
 QueryCommand::QueryCommand(CLI::App& app)
-    : subcommand_(app.add_subcommand("query", "Answer every question about one document")) {
-  const CLI::Validator isText(refuseIllFormedText, "");
-  subcommand_->add_option("FILE", file_, "The update metadata document (JSON)")
+    : Command(app, "query", "Answer every question about one document") {
+  const CLI::Validator isText = isUtf8Argument();
+  subcommand()
+      .add_option("FILE", file_, "The update metadata document (JSON)")
       ->required()
       ->type_name("")
       ->check(isText);
-  subcommand_
-      ->add_option("--product-data", productData_,
-                   "Folder with the product data; without it, the name of a product stands for its "
-                   "base code")
+  subcommand()
+      .add_option("--product-data", productData_,
+                  "Folder with the product data; without it, the name of a product stands for its "
+                  "base code")
       ->type_name("DIR")
       ->check(isText);
-  subcommand_
-      ->add_option("--base-code", baseCode_,
-                   "Tell the packages to delete and to extract of this product alone")
+  subcommand()
+      .add_option("--base-code", baseCode_,
+                  "Tell the packages to delete and to extract of this product alone")
       ->type_name("CODE")
       ->check(isText);
-  subcommand_->add_option("--format", format_, "Write 'text' for people or 'json' for programs")
+  subcommand()
+      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({kText, kJson}))
       ->capture_default_str();
-  subcommand_->footer(kExamples);
+  subcommand().footer(kExamples);
 }
 
 Question QueryCommand::makeQuestion() const {
@@ -99,7 +94,7 @@ ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
     writeText(question, *answers, out);
   }
   out.flush();
-  return ExitCode::kAnswered;
+  return ExitCode::kDone;
 }
 
 }  // namespace update_metadata_tool

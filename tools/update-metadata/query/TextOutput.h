@@ -2,7 +2,7 @@
 
 #include <iosfwd>
 
-#include "Answers.h"
+#include "query/Answers.h"
 
 namespace update_metadata_tool {
 

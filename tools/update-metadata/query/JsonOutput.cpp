@@ -1,4 +1,4 @@
-#include "JsonOutput.h"
+#include "query/JsonOutput.h"
 
 #include <ostream>
 #include <string>

@@ -1,4 +1,4 @@
-#include "QueryCommand.h"
+#include "query/QueryCommand.h"
 
 #include <ostream>
 #include <string>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "RunTool.h"
+#include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
 namespace update_metadata_tool {

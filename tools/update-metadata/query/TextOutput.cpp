@@ -1,4 +1,4 @@
-#include "TextOutput.h"
+#include "query/TextOutput.h"
 
 #include <cstddef>
 #include <ostream>

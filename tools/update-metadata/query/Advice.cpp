@@ -1,4 +1,4 @@
-#include "Advice.h"
+#include "query/Advice.h"
 
 #include <ios>
 #include <new>

@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "RunTool.h"
+#include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
 namespace update_metadata_tool {
@@ -23,7 +23,7 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
-constexpr int kWrongUsage = static_cast<int>(ExitCode::kWrongUsage);
+constexpr int kWrongUsage = static_cast<int>(ExitCode::kTrouble);
 
 const std::string kGoodDocument =
     R"({"metadata":{"arch":"","base":null,"target":null},)"

@@ -1,4 +1,4 @@
-#include "Answers.h"
+#include "query/Answers.h"
 
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"

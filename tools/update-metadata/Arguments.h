@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+namespace update_metadata_tool {
+
+/// Refuses an argument that is not UTF-8.
+CLI::Validator isUtf8Argument();
+
+/// The argument in UTF-16, if there is one.
+///
+/// \pre isUtf8Argument() has let it pass
+std::optional<std::u16string> toOptionalUtf16(const std::optional<std::string>& argument);
+
+}  // namespace update_metadata_tool
