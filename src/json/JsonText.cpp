@@ -25,7 +25,7 @@ Value parseJsonText(std::string text, bool allowComments) {
                           get_parse_result_description(outcome.code));
   }
   if (outcome.position != end) {
-    throw ParserException(begin, outcome.position, end, kSuccess, "Parse incomplete");
+    throw ParserException(begin, outcome.position, end, kSuccess, kParseIncomplete);
   }
   return builder.finish();
 }

@@ -21,8 +21,7 @@ namespace foundation::json {
 ///
 /// \throws ParserException     malformed text: code, byte offset, line and column (from 1)
 /// \throws std::runtime_error  "invalid conversion: " ... to string: a "qztype" member that is not
-/// a
-///                             string, or whose value is malformed
+///                             a string, or whose value is malformed
 ///
 /// Memory is linear in the size of `text`, time O(n log n) for n bytes, whatever the nesting and
 /// however many "qztype" members follow one payload. The depth of nesting costs no stack.

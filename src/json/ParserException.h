@@ -11,6 +11,9 @@
 
 namespace foundation::json {
 
+/// What is said of a text whose value is followed by something; the code is kSuccess then.
+constexpr const char* kParseIncomplete = "Parse incomplete";
+
 /// Tells that a text is not one JSON value, where, and why.
 ///
 /// The message names the result code, its description, line and column, and shows the offending

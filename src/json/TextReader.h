@@ -38,7 +38,12 @@ struct ReadOutcome {
 /// what TreeBuilder does: addNull(), addBoolean(), addNumber(), addInteger(), addStringOfText(),
 /// addString(), open(), noteOfInnermost(), closeArray(), closeObject(), and lastPlace(), last(),
 /// lastTypeName(), lastIsString(), lastString(), takeLast() and replace() with its type Kept. Keys
-/// come as strings before their values. What a sink was given is void if the reading fails.
+/// come as strings before their values. beginKey(), beginValue() and end() tell where in the text
+/// the next key or value begins, and where the one just added ends, for a sink that keeps places.
+///
+/// What a sink was given is void if the reading fails, but for the places: up to the failure they
+/// are those of a text that goes on rightly. A payload may begin a second time then, behind its
+/// object's other members.
 template <class Sink>
 class TextReader {
  public:
@@ -123,6 +128,7 @@ const char* TextReader<Sink>::readValue(const char* position) {
   if (position == end_) {
     return fail(kEndOfText, position);
   }
+  sink_.beginValue(position);
   switch (*position) {
     case '"':
       position = parseString(position);
@@ -160,6 +166,7 @@ const char* TextReader<Sink>::readValue(const char* position) {
 template <class Sink>
 const char* TextReader<Sink>::goOn(const char* position) {
   for (;;) {
+    sink_.end(position);
     if (pending_ != 0) {
       position = finishSpecialMember(position);
       if (position == nullptr) {
@@ -222,10 +229,12 @@ const char* TextReader<Sink>::parseKey(const char* position) {
   if (*position != '"') {
     return fail(kNoOpeningQuote, position);
   }
+  sink_.beginKey(position);
   position = parseString(position);
   if (position == nullptr) {
     return nullptr;
   }
+  sink_.end(position);
   position = skip(position);
   if (position == end_) {
     return fail(kEndOfText, position);

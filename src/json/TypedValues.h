@@ -36,7 +36,8 @@ ParseResult readInteger(const char*& position, const char* end, std::string_view
                         bool& negative) noexcept;
 
 /// Reads a payload as an array of signed or unsigned 64-bit integers into `sink`: open(),
-/// addInteger() for each element, closeArray().
+/// addInteger() for each element, closeArray(). Tells where the array begins, and where each
+/// element begins and ends.
 ///
 /// `position` is advanced behind the closing bracket or, on failure, to the first byte that is not
 /// accepted; what the sink has been given is void then. Returns kEndOfText, without reading, for a
@@ -50,6 +51,7 @@ ParseResult readTypedPayload(std::string_view typeName, const char*& position, c
   if (*position != '[') {
     return kNoOpeningBracket;
   }
+  sink.beginValue(position);
   ++position;
   const bool isSigned = isSignedType(typeName);
   const auto skip = [&] { position = skipWhitespace(position, end, allowComments); };
@@ -63,10 +65,12 @@ ParseResult readTypedPayload(std::string_view typeName, const char*& position, c
   while (position != end) {
     std::string_view digits;
     bool negative = false;
+    sink.beginValue(position);
     if (const ParseResult result = readInteger(position, end, digits, negative);
         result != kSuccess) {
       return result;
     }
+    const char* const digitsEnd = position;
     skip();
     if (position == end) {
       break;
@@ -76,6 +80,7 @@ ParseResult readTypedPayload(std::string_view typeName, const char*& position, c
     } else {
       sink.addInteger(toSaturatedUint64(digits, negative));
     }
+    sink.end(digitsEnd);
     if (*position == ']') {
       ++position;
       sink.closeArray();

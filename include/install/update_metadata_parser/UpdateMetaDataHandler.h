@@ -109,8 +109,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// not hold has no packages. The product is attached last: if anything fails, the root is
   /// unchanged and everything made for the product is released.
   ///
-  /// \param pkgsToDelete   packages by component; a component's packages are taken in its map's
-  /// order \param pkgsToExtract  packages by component, taken in their order, repeats included
+  /// \param pkgsToDelete   packages by component, taken in the order of their names
+  /// \param pkgsToExtract  packages by component, taken in their order, repeats included
   ///
   /// Makes one element for each package of each named component; constant time for each.
   virtual void setProductDeltaData(const std::u16string& name,

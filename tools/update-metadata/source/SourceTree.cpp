@@ -1,0 +1,97 @@
+#include "source/SourceTree.h"
+
+#include "foundation/json/ParseResult.h"
+#include "foundation/json/Value.h"
+#include "foundation/json/detail.h"
+#include "json/ParserException.h"
+#include "json/StringDecoding.h"
+#include "json/TextReader.h"
+#include "source/SourceBuilder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+namespace json = foundation::json;
+
+SyntaxFault describeTypeNoString(const char* kind, std::size_t offset) {
+  const std::string message =
+      std::string("invalid conversion: ") + kind + " to " + json::traits<std::string>::name;
+  return {json::kSuccess, offset, true, message, "Expected a string"};
+}
+
+SyntaxFault describe(std::string_view text, const json::ReadOutcome& outcome) {
+  const char* const begin = text.data();
+  const char* const why = outcome.code == json::kSuccess
+                              ? json::kParseIncomplete
+                              : json::get_parse_result_description(outcome.code);
+  return {outcome.code, static_cast<std::size_t>(outcome.position - begin), false,
+          json::ParserException::format_message(begin, outcome.position, begin + text.size(),
+                                                outcome.code, why),
+          why};
+}
+
+}  // namespace
+
+const char* nameOf(SourceKind kind) {
+  switch (kind) {
+    case SourceKind::kNull:
+      return json::traits<std::nullptr_t>::name;
+    case SourceKind::kBoolean:
+      return json::traits<bool>::name;
+    case SourceKind::kNumber:
+      return json::traits<double>::name;
+    case SourceKind::kInteger:
+      return json::traits<std::int64_t>::name;
+    case SourceKind::kArray:
+      return json::traits<json::Array>::name;
+    case SourceKind::kObject:
+      return json::traits<json::Object>::name;
+    case SourceKind::kString:
+    case SourceKind::kKey:
+      break;
+  }
+  return json::traits<std::string>::name;
+}
+
+SourceTree::SourceTree(std::string_view text) : text_(text) {
+  const char* const begin = text.data();
+  SourceBuilder builder(begin);
+  json::TextReader reader(begin, begin + text.size(), false, builder);
+  const json::ReadOutcome outcome = reader.read();
+  const auto offset = static_cast<std::size_t>(outcome.position - begin);
+  if (outcome.kindOfType != nullptr) {
+    const bool isRead = outcome.code == json::kSuccess;
+    fault_ = describeTypeNoString(outcome.kindOfType, isRead ? builder.lastBegin() : offset);
+  } else if (outcome.code != json::kSuccess || offset != text.size()) {
+    fault_ = describe(text, outcome);
+  }
+  if (fault_) {
+    builder.breakOff(offset);
+  }
+  nodes_ = builder.takeNodes();
+}
+
+std::string SourceTree::decoded(std::size_t index) const {
+  std::string buffer;
+  return std::string(decodedInto(index, buffer));
+}
+
+std::string_view SourceTree::decodedInto(std::size_t index, std::string& buffer) const {
+  std::string_view inside = written(index);
+  inside.remove_prefix(1);
+  if (!nodes_[index].hasEscapes) {
+    inside.remove_suffix(1);
+    return inside;
+  }
+  const std::size_t plain = inside.find('\\');
+  buffer.assign(inside.substr(0, plain));
+  const char* position = inside.data() + plain;
+  json::decodeString(position, inside.data() + inside.size(), buffer);
+  return buffer;
+}
+
+double SourceTree::number(std::size_t index) const {
+  return json::detail::string_to_double(written(index));
+}
+
+}  // namespace update_metadata_tool
