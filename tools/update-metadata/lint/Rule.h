@@ -1,0 +1,86 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "lint/Severity.h"
+
+namespace update_metadata_tool {
+
+/// What the linter looks for. Each rule has a description of the same place in allRules().
+enum class Rule {
+  // What keeps a document from being loaded.
+  kMalformedText,
+  kTextAroundValue,
+  kNotAnObject,
+  kTypeNameNotAString,
+  kTypedPayload,
+  kMissingSection,
+  kMissingMember,
+  kWrongKind,
+  kNullValue,
+  kAbsentRelease,
+  kNonStringElement,
+  kRefused,
+  // Members and sections that are not taken as they stand.
+  kRepeatedKey,
+  kUnlistedMember,
+  kReservedName,
+  kNullRelease,
+  kNullSection,
+  // How components, packages and products fit together.
+  kUnknownComponent,
+  kUnusedComponent,
+  kComponentNamedTwice,
+  kProductWithoutWork,
+  kPackageKeyCollision,
+  kFileOfChangedPackage,
+  // Numbers.
+  kUpdateLevel,
+  kFractionalSize,
+  kNegativeSize,
+  kImpreciseSize,
+  kSizeOutOfRange,
+  kUnpackedSmaller,
+  // Names and other text.
+  kSameName,
+  kIllFormedUtf8,
+  kUnpairedSurrogate,
+  kControlCharacter,
+  kEmptyName,
+  // Paths of files to delete.
+  kFilePathAbsolute,
+  kFilePathClimbs,
+  kFilePathDrive,
+  kFilePathNul,
+  kFilePathTrailingSeparator,
+  kFilePathMixedSeparators,
+  kFilePathCase,
+  // Against the product data.
+  kUnknownProduct,
+  kSharedBaseCode,
+  kProductData,
+};
+
+constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::kProductData) + 1;
+
+/// What users are told of a rule.
+struct RuleDescription {
+  Rule rule;
+  const char* id;           ///< never changes: users write it into their settings
+  Severity severity;        ///< unless the user chooses another one
+  const char* summary;      ///< one line, without a full stop at the end
+  const char* explanation;  ///< paragraphs of lines of at most 80 characters; examples are indented
+};
+
+/// Every rule, in the order of Rule.
+const std::array<RuleDescription, kRuleCount>& allRules();
+
+const RuleDescription& describe(Rule rule);
+
+/// The rule of that id, if there is one.
+std::optional<Rule> findRule(std::string_view id);
+
+}  // namespace update_metadata_tool
