@@ -81,6 +81,10 @@ bool isUtf8(std::string_view text) {
   return utf8::is_valid(text.begin(), text.end());
 }
 
+std::size_t lengthOfUtf8(std::string_view text) {
+  return static_cast<std::size_t>(utf8::find_invalid(text.begin(), text.end()) - text.begin());
+}
+
 std::u16string toUtf16(std::string_view text) {
   return utf8::utf8to16(text);
 }

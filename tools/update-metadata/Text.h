@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -7,6 +8,9 @@ namespace update_metadata_tool {
 
 /// Tells whether `text` is well-formed UTF-8.
 bool isUtf8(std::string_view text);
+
+/// The number of bytes before the first that is not well-formed UTF-8; all if there is none.
+std::size_t lengthOfUtf8(std::string_view text);
 
 /// Converts UTF-8 to UTF-16.
 ///

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -46,6 +47,8 @@ struct FileReport {
   std::optional<ForeseenException> exception;  ///< if it does not
   std::string readerMessage;      ///< the text reader's own message if the text is malformed
   std::vector<Finding> findings;  ///< in the order of their offsets
+  /// How many more findings of each rule there are, which are too many to be told.
+  std::array<std::size_t, kRuleCount> omitted{};
 };
 
 }  // namespace update_metadata_tool

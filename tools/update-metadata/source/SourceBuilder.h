@@ -70,6 +70,10 @@ class SourceBuilder {
   /// Offset of the value or key that was added or closed last.
   std::size_t lastBegin() const { return nodes_[last_].begin; }
 
+  bool isLastInteger() const {
+    return !nodes_.empty() && nodes_.back().kind == SourceKind::kInteger;
+  }
+
   std::vector<SourceNode> takeNodes() { return std::move(nodes_); }
 
  private:

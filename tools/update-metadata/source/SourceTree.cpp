@@ -1,11 +1,13 @@
 #include "source/SourceTree.h"
 
+#include "fl/i18n.h"
 #include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "foundation/json/detail.h"
 #include "json/ParserException.h"
 #include "json/StringDecoding.h"
 #include "json/TextReader.h"
+#include "json/Whitespace.h"
 #include "source/SourceBuilder.h"
 
 namespace update_metadata_tool {
@@ -16,18 +18,28 @@ namespace json = foundation::json;
 SyntaxFault describeTypeNoString(const char* kind, std::size_t offset) {
   const std::string message =
       std::string("invalid conversion: ") + kind + " to " + json::traits<std::string>::name;
-  return {json::kSuccess, offset, true, message, "Expected a string"};
+  return {json::kSuccess, offset, false, true, message, "Expected a string"};
 }
 
-SyntaxFault describe(std::string_view text, const json::ReadOutcome& outcome) {
+SyntaxFault describe(std::string_view text, const json::ReadOutcome& outcome, bool isInPayload) {
   const char* const begin = text.data();
   const char* const why = outcome.code == json::kSuccess
                               ? json::kParseIncomplete
                               : json::get_parse_result_description(outcome.code);
-  return {outcome.code, static_cast<std::size_t>(outcome.position - begin), false,
+  return {outcome.code,
+          static_cast<std::size_t>(outcome.position - begin),
+          isInPayload,
+          false,
           json::ParserException::format_message(begin, outcome.position, begin + text.size(),
                                                 outcome.code, why),
           why};
+}
+
+// Tells whether the reading of an array of integers ended with `code`. Other arrays have the code
+// for what is neither comma nor bracket, too.
+bool isOfPayload(int code, const SourceBuilder& builder) {
+  return code == json::kNoOpeningBracket || code == json::kNoInteger ||
+         (code == json::kNoArraySeparator && builder.isLastInteger());
 }
 
 }  // namespace
@@ -53,17 +65,17 @@ const char* nameOf(SourceKind kind) {
   return json::traits<std::string>::name;
 }
 
-SourceTree::SourceTree(std::string_view text) : text_(text) {
-  const char* const begin = text.data();
-  SourceBuilder builder(begin);
-  json::TextReader reader(begin, begin + text.size(), false, builder);
+SourceTree::SourceTree(std::string_view text, std::size_t begin, bool allowComments) : text_(text) {
+  const char* const start = text.data();
+  SourceBuilder builder(start);
+  json::TextReader reader(start + begin, start + text.size(), allowComments, builder);
   const json::ReadOutcome outcome = reader.read();
-  const auto offset = static_cast<std::size_t>(outcome.position - begin);
+  const auto offset = static_cast<std::size_t>(outcome.position - start);
   if (outcome.kindOfType != nullptr) {
     const bool isRead = outcome.code == json::kSuccess;
     fault_ = describeTypeNoString(outcome.kindOfType, isRead ? builder.lastBegin() : offset);
   } else if (outcome.code != json::kSuccess || offset != text.size()) {
-    fault_ = describe(text, outcome);
+    fault_ = describe(text, outcome, isOfPayload(outcome.code, builder));
   }
   if (fault_) {
     builder.breakOff(offset);
@@ -92,6 +104,16 @@ std::string_view SourceTree::decodedInto(std::size_t index, std::string& buffer)
 
 double SourceTree::number(std::size_t index) const {
   return json::detail::string_to_double(written(index));
+}
+
+std::size_t skipSpace(std::string_view text, std::size_t offset, bool andComments) {
+  const char* const end = text.data() + text.size();
+  return static_cast<std::size_t>(json::skipWhitespace(text.data() + offset, end, andComments) -
+                                  text.data());
+}
+
+std::u16string readAsText(std::string_view bytes) {
+  return fl::i18n::to_ustring(bytes);
 }
 
 }  // namespace update_metadata_tool

@@ -38,6 +38,7 @@ struct SourceNode {
 struct SyntaxFault {
   int code;             ///< the text reader's; 0 if a whole value was read
   std::size_t offset;   ///< of the first byte that was not accepted
+  bool isInPayload;     ///< what should be an array of integers, as a "qztype" says, is none
   bool isTypeNoString;  ///< a "qztype" that is not a string; the library's exception says only that
   std::string message;  ///< of the library's exception, also behind a NUL, which ends its what()
   std::string_view why;  ///< what was expected, which the message says for malformed text
@@ -51,9 +52,11 @@ struct SyntaxFault {
 /// itself is not kept.
 class SourceTree {
  public:
-  /// Reads a text, which must stay where it is while it is asked for. Memory is linear in its size,
-  /// and so is the time.
-  explicit SourceTree(std::string_view text);
+  /// Reads the value that begins at the offset `begin` of a text, which must stay where it is while
+  /// it is asked for. Memory is linear in its size, and so is the time.
+  ///
+  /// \param allowComments  lets // and /* */ comments stand wherever white space may
+  explicit SourceTree(std::string_view text, std::size_t begin = 0, bool allowComments = false);
 
   /// What the library cannot read, if anything. The nodes are then those up to it, with every open
   /// container ending there.
@@ -66,6 +69,9 @@ class SourceTree {
   const SourceNode& operator[](std::size_t index) const { return nodes_[index]; }
 
   std::string_view text() const { return text_; }
+
+  /// The value of the text. \pre It has a node.
+  static constexpr std::size_t kRoot = 0;
 
   /// The bytes of a node as they are written, a string's quotation marks included.
   std::string_view written(std::size_t index) const {
@@ -88,5 +94,13 @@ class SourceTree {
   std::vector<SourceNode> nodes_;
   std::optional<SyntaxFault> fault_;
 };
+
+/// The offset of the first byte from `offset` on that is not white space; nor in a comment, if
+/// those are to be left out as well.
+std::size_t skipSpace(std::string_view text, std::size_t offset, bool andComments = false);
+
+/// The text that the library reads from bytes of a document: as UTF-8, with each maximal ill-formed
+/// part replaced by U+FFFD.
+std::u16string readAsText(std::string_view bytes);
 
 }  // namespace update_metadata_tool

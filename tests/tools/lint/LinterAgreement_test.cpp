@@ -1,0 +1,194 @@
+// The linter and the library agree on every document: an error is found exactly if it is refused.
+#include "lint/Linter.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "source/SourceTree.h"
+#include "support/LoadOutcome.h"
+#include "support/RunTool.h"
+
+namespace update_metadata_tool {
+namespace {
+
+const std::string kSourceDir = UMP_SOURCE_DIR;
+
+std::vector<std::string> validDocuments() {
+  return {test_support::richDocument(),
+          test_support::readBytes(kSourceDir + "/examples/documents/small/update.json")};
+}
+
+std::string describeFindings(const FileReport& report) {
+  std::string lines;
+  for (const Finding& finding : report.findings) {
+    lines += std::string(describe(finding.rule).id) + " at " + std::to_string(finding.offset) +
+             ": " + finding.message + '\n';
+  }
+  return lines;
+}
+
+// What the plain reader of the tests makes of a text, with the loader's own checks.
+std::string naiveFailureOf(const std::string& text) {
+  return test_support::naiveLoadOutcomeOf(text).failure;
+}
+
+std::string foreseenFailureOf(const FileReport& report) {
+  return report.exception ? report.exception->type + ": " + report.exception->text : "nothing";
+}
+
+// Lints a text and holds what was found against what the library does.
+::testing::AssertionResult agrees(const std::string& text) {
+  const FileReport report = lintDocument("document.json", text, {});
+  const auto isError = [](const Finding& finding) { return finding.severity == Severity::kError; };
+  const bool hasErrors = std::any_of(report.findings.begin(), report.findings.end(), isError);
+  const auto isRefused = [](const Finding& finding) { return finding.rule == Rule::kRefused; };
+  if (hasErrors == report.loads || report.loads == report.exception.has_value() ||
+      std::any_of(report.findings.begin(), report.findings.end(), isRefused)) {
+    return ::testing::AssertionFailure()
+           << (report.loads ? "loads" : report.exception->text) << '\n'
+           << describeFindings(report) << text;
+  }
+  for (const Finding& finding : report.findings) {
+    if (finding.offset > text.size() || finding.message.empty() || finding.advice.empty()) {
+      return ::testing::AssertionFailure() << describeFindings(report) << text;
+    }
+  }
+  if (naiveFailureOf(text) != foreseenFailureOf(report)) {
+    return ::testing::AssertionFailure()
+           << naiveFailureOf(text) << " is not " << foreseenFailureOf(report) << '\n'
+           << text;
+  }
+  return ::testing::AssertionSuccess();
+}
+
+TEST(LinterAgreesWithTheLibrary, OnValidDocuments) {
+  for (const std::string& document : validDocuments()) {
+    EXPECT_TRUE(agrees(document));
+  }
+}
+
+TEST(LinterAgreesWithTheLibrary, OnEveryPrefix) {
+  for (const std::string& document : validDocuments()) {
+    for (std::size_t length = 0; length < document.size(); ++length) {
+      ASSERT_TRUE(agrees(document.substr(0, length)));
+    }
+  }
+}
+
+TEST(LinterAgreesWithTheLibrary, OnEveryDeletionOfAByte) {
+  for (const std::string& document : validDocuments()) {
+    for (std::size_t offset = 0; offset < document.size(); ++offset) {
+      ASSERT_TRUE(agrees(std::string(document).erase(offset, 1)));
+    }
+  }
+}
+
+TEST(LinterAgreesWithTheLibrary, OnBytesPutInPlaceOfOthers) {
+  constexpr std::string_view kBytes("\0\n /\"'\\{}[]:,-+.09aeuntf\x7F\xC3\xA9\xFF", 29);
+  const std::string document = test_support::richDocument();
+  for (std::size_t offset = 0; offset < document.size(); ++offset) {
+    for (const char byte : kBytes) {
+      std::string text = document;
+      text[offset] = byte;
+      ASSERT_TRUE(agrees(text));
+    }
+  }
+}
+
+TEST(LinterAgreesWithTheLibrary, OnEveryValueReplaced) {
+  constexpr const char* kValues[] = {
+      "null", "true",   "1",   "-2.5",           "\"text\"",
+      "[]",   "{}",     "[1]", "{\"qztype\":1}", "{\"qztype\":\"int8\",\"qzdata\":[1]}",
+      "1,",   "// x\n1"};
+  for (const std::string& document : validDocuments()) {
+    const SourceTree tree(document);
+    for (const SourceNode& node : tree.nodes()) {
+      for (const char* value : kValues) {
+        ASSERT_TRUE(
+            agrees(std::string(document).replace(node.begin, node.end - node.begin, value)));
+      }
+    }
+  }
+}
+
+// Takes a member or an element out, with a comma beside it.
+std::string without(const std::string& document, std::size_t begin, std::size_t end) {
+  if (const std::size_t comma = document.find_first_not_of(" \n\r\t", end);
+      document[comma] == ',') {
+    return std::string(document).erase(begin, comma + 1 - begin);
+  }
+  const std::size_t comma = document.find_last_not_of(" \n\r\t", begin - 1);
+  const std::size_t from = document[comma] == ',' ? comma : begin;
+  return std::string(document).erase(from, end - from);
+}
+
+TEST(LinterAgreesWithTheLibrary, OnEveryMemberLeftOutRepeatedOrRenamed) {
+  for (const std::string& document : validDocuments()) {
+    const SourceTree tree(document);
+    for (std::size_t index = 0; index < tree.nodes().size(); ++index) {
+      if (tree[index].kind != SourceKind::kKey) {
+        continue;
+      }
+      const std::size_t begin = tree[index].begin;
+      const std::size_t end = tree[index + 1].end;
+      ASSERT_TRUE(agrees(without(document, begin, end)));
+      const std::string member = document.substr(begin, end - begin);
+      ASSERT_TRUE(agrees(std::string(document).insert(begin, member + ',')));
+      const std::string key(tree.written(index));
+      ASSERT_TRUE(agrees(std::string(document).insert(begin, key + ":null,")));
+      ASSERT_TRUE(agrees(std::string(document).insert(end, ',' + key + ":null")));
+      ASSERT_TRUE(agrees(std::string(document).insert(end - 1, "x")));
+      for (const char* name : {"qztype", "qzdata", "", "size"}) {
+        ASSERT_TRUE(agrees(
+            std::string(document).replace(begin, key.size(), '"' + std::string(name) + '"')));
+      }
+    }
+  }
+}
+
+TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
+  const std::string document = test_support::richDocument();
+  const SourceTree tree(document);
+  std::mt19937_64 random(7);
+  for (int round = 0; round < 20'000; ++round) {
+    std::string text = document;
+    // From the back, so that places before a change stay.
+    std::vector<std::size_t> nodes(1 + random() % 3);
+    for (std::size_t& node : nodes) {
+      node = random() % tree.nodes().size();
+    }
+    std::sort(nodes.rbegin(), nodes.rend());
+    std::size_t behind = document.size();
+    for (const std::size_t node : nodes) {
+      const SourceNode& place = tree[node];
+      const SourceNode& other = tree[random() % tree.nodes().size()];
+      if (place.end <= behind) {
+        text.replace(place.begin, place.end - place.begin, document, other.begin,
+                     other.end - other.begin);
+        behind = place.begin;
+      }
+    }
+    ASSERT_TRUE(agrees(text));
+  }
+}
+
+TEST(LinterAgreesWithTheLibrary, OnTextAroundTheDocument) {
+  for (const std::string& document : validDocuments()) {
+    for (const char* around : {"\n", "\r\n", " ", "\xEF\xBB\xBF", "\xFF\xFE", "x", ",", "{}", "]",
+                               "//\n", "/**/", "/*", "\"", "\0"}) {
+      EXPECT_TRUE(agrees(document + around));
+      EXPECT_TRUE(agrees(around + document));
+      EXPECT_TRUE(agrees(around + document + around));
+      EXPECT_TRUE(agrees(around));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "source/SourceTree.h"
+
+namespace update_metadata_tool {
+
+/// A document as the library sees it: without the values that a repeated key loses.
+class Document {
+ public:
+  explicit Document(const SourceTree& tree) : tree_(tree), isLost_(tree.nodes().size()) {}
+
+  const SourceTree& tree() const { return tree_; }
+
+  /// Leaves the member with this key out from now on.
+  void lose(std::size_t key) { isLost_[key] = true; }
+
+  /// Calls `visit(key)` for each member of an object in the order of the text; the value is the
+  /// node behind the key.
+  template <class Visit>
+  void forEachMember(std::size_t object, Visit visit) const {
+    const std::size_t end = tree_[object].next;
+    for (std::size_t key = object + 1; key < end; key = tree_[key + 1].next) {
+      if (!isLost_[key]) {
+        visit(key);
+      }
+    }
+  }
+
+  /// Calls `visit(element)` for each element of an array.
+  template <class Visit>
+  void forEachElement(std::size_t array, Visit visit) const {
+    const std::size_t end = tree_[array].next;
+    for (std::size_t element = array + 1; element < end; element = tree_[element].next) {
+      visit(element);
+    }
+  }
+
+  bool isA(SourceKind kind, std::size_t value) const { return tree_[value].kind == kind; }
+
+  /// A string or key as the library reads it, in UTF-8: ill-formed parts are U+FFFD there. The text
+  /// stays as long as the document.
+  std::string_view nameOf(std::size_t node);
+
+ private:
+  const SourceTree& tree_;
+  std::vector<bool> isLost_;  // by the index of a key
+  std::deque<std::string> names_;
+};
+
+/// What is known of the sections of a document; those that are missing, null or of the wrong kind
+/// are not there.
+struct Sections {
+  std::optional<std::size_t> metadata;
+  std::optional<std::size_t> components;
+  std::optional<std::size_t> products;
+  std::optional<std::size_t> files;
+};
+
+}  // namespace update_metadata_tool

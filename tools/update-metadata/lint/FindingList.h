@@ -1,0 +1,68 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "lint/Finding.h"
+#include "lint/Rule.h"
+#include "source/SourceTree.h"
+
+namespace update_metadata_tool {
+
+/// What a finding says.
+struct FindingWords {
+  std::string message;
+  std::string advice;
+  std::string item = {};  ///< what the value is, in words; may be empty
+  std::vector<RelatedPlace> related = {};
+};
+
+/// Gathers the findings of one document.
+///
+/// A document of a hundred megabytes can have millions of faults of one kind; nobody reads them. So
+/// the first hundred thousand of each rule are kept and the others counted.
+class FindingList {
+ public:
+  static constexpr std::size_t kMostOfOneRule = 100'000;
+
+  /// Adds a finding about some bytes of the text.
+  void addAt(Rule rule, std::size_t offset, std::size_t length, FindingWords words);
+
+  /// Adds a finding about a value or a key, which stands for its member. Of a container only the
+  /// first byte is marked.
+  void add(Rule rule, const SourceTree& tree, std::size_t node, FindingWords words);
+
+  /// As add(), with the first `offset` bytes of the node left unmarked.
+  void addInside(Rule rule, const SourceTree& tree, std::size_t node, std::size_t offset,
+                 std::size_t length, FindingWords words);
+
+  /// Tells whether there is a finding of a rule whose default is an error.
+  bool hasErrors() const { return hasErrors_; }
+
+  /// Moves all findings out, in the order of their offsets, with the pointers to their values.
+  ///
+  /// A pointer of more than 4,096 bytes is that of the innermost value around whose pointer is not
+  /// longer: neither deep nesting nor long names make the findings larger than the document.
+  /// Linear in the tree, and n log n in the findings.
+  std::vector<Finding> take(const SourceTree& tree);
+
+  /// How many findings of each rule were left out.
+  const std::array<std::size_t, kRuleCount>& omitted() const { return omitted_; }
+
+ private:
+  void addOf(Rule rule, std::size_t node, std::size_t offset, std::size_t length,
+             FindingWords words);
+
+  struct Entry {
+    Finding finding;
+    std::size_t node;
+  };
+  std::vector<Entry> entries_;
+  std::array<std::size_t, kRuleCount> counts_{};
+  std::array<std::size_t, kRuleCount> omitted_{};
+  bool hasErrors_ = false;
+};
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,64 @@
+#include "lint/Linter.h"
+
+#include <utility>
+
+#include "lint/Document.h"
+#include "lint/FindingList.h"
+#include "lint/Prediction.h"
+#include "lint/ProductDataChecks.h"
+#include "lint/ReferenceChecks.h"
+#include "lint/ShapeChecks.h"
+#include "lint/SyntaxChecks.h"
+#include "lint/TextChecks.h"
+
+namespace update_metadata_tool {
+namespace {
+
+void checkDocument(const SourceTree& tree, const LintOptions& options, FindingList& findings) {
+  checkEncoding(tree, findings);
+  Document document(tree);
+  checkRepeatedKeys(document, findings);
+  const Sections sections = checkTop(document, findings);
+  if (sections.components) {
+    checkComponents(document, *sections.components, findings);
+  }
+  if (sections.products) {
+    checkProducts(document, *sections.products, findings);
+  }
+  if (sections.files) {
+    checkFiles(document, *sections.files, findings);
+  }
+  // Half a document says nothing of what does not fit together.
+  if (tree.isWhole()) {
+    checkReferences(document, sections, findings);
+    if (sections.products && options.productData) {
+      checkProductData(document, *sections.products, *options.productData, findings);
+    }
+  }
+}
+
+}  // namespace
+
+FileReport lintDocument(std::string file, std::string text, const LintOptions& options) {
+  FileReport report;
+  report.file = std::move(file);
+  report.text = std::move(text);
+  report.exception = foreseeLoading(report.file, report.text);
+  report.loads = !report.exception;
+  FindingList findings;
+  std::string mended;
+  const SourceTree tree = readMending(report.text, mended, report.readerMessage, findings);
+  if (!tree.nodes().empty()) {
+    checkDocument(tree, options, findings);
+  }
+  if (report.exception && !findings.hasErrors()) {
+    findings.addAt(Rule::kRefused, 0, 1,
+                   {"the library refuses the document: " + report.exception->text,
+                    "report this, with the document, to those who maintain this program"});
+  }
+  report.findings = findings.take(tree);
+  report.omitted = findings.omitted();
+  return report;
+}
+
+}  // namespace update_metadata_tool

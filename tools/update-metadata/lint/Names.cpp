@@ -1,0 +1,231 @@
+#include "lint/Names.h"
+
+#include <algorithm>
+#include <clocale>
+#include <cwctype>
+#include <optional>
+#include <utility>
+
+#include "Text.h"
+#include "lint/Words.h"
+
+namespace update_metadata_tool {
+namespace {
+
+bool isControl(char16_t unit) {
+  return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
+}
+
+// The first control character of a text.
+std::optional<char16_t> findControl(std::string_view text) {
+  const auto isSuspect = [](char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return value < 0x20 || value == 0x7F || value == 0xC2;
+  };
+  if (std::none_of(text.begin(), text.end(), isSuspect)) {
+    return std::nullopt;
+  }
+  const std::u16string units = toUtf16(text);
+  const auto found = std::find_if(units.begin(), units.end(), isControl);
+  return found == units.end() ? std::nullopt : std::optional(*found);
+}
+
+std::string codeOf(char16_t unit) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  return std::string("U+00") + kDigits[(unit >> 4U) & 0xFU] + kDigits[unit & 0xFU];
+}
+
+bool isLetter(char byte) {
+  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+bool isSeparator(char byte) {
+  return byte == '/' || byte == '\\';
+}
+
+bool climbs(std::string_view path) {
+  std::size_t begin = 0;
+  for (std::size_t at = 0; at <= path.size(); ++at) {
+    if (at == path.size() || isSeparator(path[at])) {
+      if (path.substr(begin, at - begin) == "..") {
+        return true;
+      }
+      begin = at + 1;
+    }
+  }
+  return false;
+}
+
+struct PathRule {
+  Rule rule;
+  bool (*applies)(std::string_view path);
+  const char* message;
+  const char* advice;
+};
+
+const PathRule kPathRules[] = {
+    {Rule::kFilePathAbsolute, [](std::string_view path) { return isSeparator(path[0]); },
+     "the path begins at the root of the file system",
+     "write it relative to the folder that the package is installed in"},
+    {Rule::kFilePathDrive,
+     [](std::string_view path) { return path.size() > 1 && isLetter(path[0]) && path[1] == ':'; },
+     "the path names a drive", "write it relative to the folder that the package is installed in"},
+    {Rule::kFilePathClimbs, climbs, "the path leads upward with '..'",
+     "name a file inside the folder that the package is installed in"},
+    {Rule::kFilePathNul,
+     [](std::string_view path) { return path.find('\0') != std::string_view::npos; },
+     "the path holds a NUL, where a file system ends it",
+     "take the character out: another file would be deleted than the one that is shown"},
+    {Rule::kFilePathTrailingSeparator,
+     [](std::string_view path) { return isSeparator(path.back()); },
+     "the path ends in a separator, as that of a folder does", "name a file"},
+    {Rule::kFilePathMixedSeparators,
+     [](std::string_view path) {
+       return path.find('/') != std::string_view::npos && path.find('\\') != std::string_view::npos;
+     },
+     "the path has both '/' and '\\' in it", "write one kind of separator, best '/'"},
+};
+
+// A text with all letters small, where the system's table of characters knows how.
+class Folding {
+ public:
+  Folding() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
+  Folding(const Folding&) = delete;
+  Folding& operator=(const Folding&) = delete;
+  ~Folding() {
+    if (locale_ != nullptr) {
+      freelocale(locale_);
+    }
+  }
+
+  std::u16string fold(std::string_view text) const {
+    std::u16string units = toUtf16(text);
+    for (char16_t& unit : units) {
+      if (locale_ != nullptr) {
+        unit = static_cast<char16_t>(towlower_l(unit, locale_));
+      } else if (unit >= u'A' && unit <= u'Z') {
+        unit = static_cast<char16_t>(unit - u'A' + u'a');
+      }
+    }
+    return units;
+  }
+
+ private:
+  locale_t locale_;
+};
+
+struct FoldedPath {
+  std::u16string folded;
+  std::string_view path;
+  std::size_t node;
+};
+
+void checkCase(const Document& document, std::vector<FoldedPath>& paths, const DescribeItem& item,
+               FindingList& findings) {
+  const auto isBefore = [](const FoldedPath& left, const FoldedPath& right) {
+    return std::tie(left.folded, left.node) < std::tie(right.folded, right.node);
+  };
+  std::sort(paths.begin(), paths.end(), isBefore);
+  for (std::size_t index = 1; index < paths.size(); ++index) {
+    const FoldedPath& first = paths[index - 1];
+    const FoldedPath& later = paths[index];
+    if (first.folded == later.folded && first.path != later.path) {
+      findings.add(Rule::kFilePathCase, document.tree(), later.node,
+                   {"the path differs from " + quote(first.path) + " only in the case of letters",
+                    "check which of the two is meant: on some file systems they are one file",
+                    item(),
+                    {{document.tree()[first.node].begin, "the other path stands here"}}});
+    }
+  }
+}
+
+bool isReserved(std::string_view name) {
+  return name == "qztype" || name == "qzdata";
+}
+
+// Keys whose bytes differ are read alike only if there are ill-formed ones among them.
+void checkSameNames(Document& document, std::size_t object, const char* what,
+                    FindingList& findings) {
+  struct Name {
+    std::string_view read;
+    std::size_t key;
+  };
+  std::vector<Name> names;
+  bool isAnyReplaced = false;
+  document.forEachMember(object, [&](std::size_t key) {
+    names.push_back({document.nameOf(key), key});
+    isAnyReplaced = isAnyReplaced || names.back().read.find("\xEF\xBF\xBD") != std::string::npos;
+  });
+  if (!isAnyReplaced) {
+    return;
+  }
+  const auto isBefore = [](const Name& left, const Name& right) {
+    return std::tie(left.read, left.key) < std::tie(right.read, right.key);
+  };
+  std::sort(names.begin(), names.end(), isBefore);
+  for (std::size_t index = 1; index < names.size(); ++index) {
+    if (names[index].read == names[index - 1].read) {
+      findings.add(Rule::kSameName, document.tree(), names[index].key,
+                   {std::string("this ") + what + " is read by the same name as another one, " +
+                        quote(names[index].read),
+                    "correct the bytes of the two names",
+                    "",
+                    {{document.tree()[names[index - 1].key].begin, "the other one stands here"}}});
+    }
+  }
+}
+
+}  // namespace
+
+void checkName(Document& document, std::size_t node, const char* what, const DescribeItem& item,
+               FindingList& findings) {
+  const std::string_view name = document.nameOf(node);
+  if (name.empty()) {
+    findings.add(Rule::kEmptyName, document.tree(), node,
+                 {std::string("the ") + what + " is empty", "write what is meant", item()});
+  } else if (const std::optional<char16_t> control = findControl(name)) {
+    findings.add(Rule::kControlCharacter, document.tree(), node,
+                 {std::string("the ") + what + " holds the control character " + codeOf(*control),
+                  "take the character out: nobody can see or type it", item()});
+  }
+}
+
+void checkNames(Document& document, std::size_t object, const char* what, FindingList& findings) {
+  const std::string nameOfWhat = std::string("name of the ") + what;
+  document.forEachMember(object, [&](std::size_t key) {
+    checkName(
+        document, key, nameOfWhat.c_str(), [] { return std::string(); }, findings);
+    if (const std::string_view name = document.nameOf(key); isReserved(name)) {
+      findings.add(Rule::kReservedName, document.tree(), key,
+                   {"the name " + quote(name) + " has a meaning of its own in every object",
+                    std::string("give the ") + what + " another name",
+                    std::string(what) + ' ' + quote(name)});
+    }
+  });
+  checkSameNames(document, object, what, findings);
+}
+
+void checkPaths(Document& document, std::size_t array, const DescribeItem& item,
+                FindingList& findings) {
+  static const Folding folding;
+  std::vector<FoldedPath> paths;
+  document.forEachElement(array, [&](std::size_t element) {
+    if (!document.isA(SourceKind::kString, element)) {
+      return;
+    }
+    checkName(document, element, "path", item, findings);
+    const std::string_view path = document.nameOf(element);
+    if (path.empty()) {
+      return;
+    }
+    for (const PathRule& rule : kPathRules) {
+      if (rule.applies(path)) {
+        findings.add(rule.rule, document.tree(), element, {rule.message, rule.advice, item()});
+      }
+    }
+    paths.push_back({folding.fold(path), path, element});
+  });
+  checkCase(document, paths, item, findings);
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,74 @@
+#include "lint/Numbers.h"
+
+#include <cmath>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "lint/Words.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr double kTwoTo53 = 9007199254740992.0;
+constexpr double kTwoTo63 = 9223372036854775808.0;
+
+// As the library reads numbers: cut toward zero; what does not fit becomes the minimum.
+template <class Integer>
+Integer truncated(double number, double limit) {
+  return number > -limit - 1 && number < limit ? static_cast<Integer>(number)
+                                               : std::numeric_limits<Integer>::min();
+}
+
+}  // namespace
+
+std::int64_t checkSize(const Document& document, std::size_t number, const char* name,
+                       const DescribeItem& item, FindingList& findings) {
+  const SourceTree& tree = document.tree();
+  const double written = tree.number(number);
+  const auto read = truncated<std::int64_t>(written, kTwoTo63);
+  const auto report = [&](Rule rule, const std::string& message, const char* advice) {
+    findings.add(rule, tree, number, {'\'' + std::string(name) + "' " + message, advice, item()});
+  };
+  if (!(written >= -kTwoTo63 && written < kTwoTo63)) {
+    report(Rule::kSizeOutOfRange,
+           "does not fit into 64 bits and is read as " + std::to_string(read),
+           "write a number of bytes below 9223372036854775808");
+    return read;
+  }
+  if (written != std::trunc(written)) {
+    report(Rule::kFractionalSize, "has a fraction and is read as " + std::to_string(read),
+           "write a whole number of bytes");
+  }
+  if (written < 0) {
+    report(Rule::kNegativeSize, "is negative and is kept so: " + std::to_string(read),
+           "write a number of bytes from 0 on");
+  }
+  if (std::abs(written) > kTwoTo53) {
+    report(Rule::kImpreciseSize,
+           "is beyond 2^53, where not every integer can be read; it is read as " +
+               std::to_string(read),
+           "check whether that is the size that is meant");
+  }
+  return read;
+}
+
+void checkUpdateLevel(const Document& document, std::size_t number, FindingList& findings) {
+  const SourceTree& tree = document.tree();
+  const double written = tree.number(number);
+  // The handler of the library tells what is left of a level.
+  const install::update_metadata_parser::UpdateMetaDataHandler handler;
+  handler.initializeReleaseData();
+  handler.initializeTargetRelease();
+  constexpr double kTwoTo31 = 2147483648.0;
+  handler.setTargetUpdateLevelForQorv(truncated<int>(written, kTwoTo31));
+  const int read = handler.getTargetUpdateLevelForQorv();
+  if (static_cast<double>(read) != written) {
+    findings.add(Rule::kUpdateLevel, tree, number,
+                 {"the update level is read back as " + std::to_string(read),
+                  "write a whole number from -128 to 127", "target release"});
+  }
+}
+
+}  // namespace update_metadata_tool

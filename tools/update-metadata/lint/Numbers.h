@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "lint/Document.h"
+#include "lint/FindingList.h"
+#include "lint/Members.h"
+
+namespace update_metadata_tool {
+
+/// Reports what a number of bytes loses when the library reads it, and negative ones. Returns what
+/// it is read as.
+std::int64_t checkSize(const Document& document, std::size_t number, const char* name,
+                       const DescribeItem& item, FindingList& findings);
+
+/// Reports an update level that is not read back as it is written.
+void checkUpdateLevel(const Document& document, std::size_t number, FindingList& findings);
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "lint/Document.h"
+#include "lint/FindingList.h"
+
+namespace update_metadata_tool {
+
+/// Finds what does not fit together between the sections of a whole document: components that no
+/// product names or that are not described, repeats, packages with one key, products without work.
+///
+/// n log n in the names of the document; for keys that coincide, linear besides in the packages of
+/// each component whose name continues another's behind an underscore.
+void checkReferences(Document& document, const Sections& sections, FindingList& findings);
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,264 @@
+#include "lint/ShapeChecks.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "lint/Members.h"
+#include "lint/Names.h"
+#include "lint/Numbers.h"
+#include "lint/Words.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kPackageSize = "the size of the package in bytes";
+
+const ListedMember kSections[] = {
+    {"metadata", SourceKind::kObject, "the architecture and the two releases",
+     Rule::kMissingSection},
+    {"components", SourceKind::kObject, "the packages of each component", Rule::kMissingSection,
+     Rule::kNullSection},
+    {"products", SourceKind::kObject, "the components of each product", Rule::kMissingSection,
+     Rule::kNullSection},
+    {"componentsWithFilesDeleted", SourceKind::kObject,
+     "the packages that lose single files, by component", Rule::kMissingSection,
+     Rule::kNullSection},
+    {"$schema", SourceKind::kString, "the schema for editors", Rule::kUnlistedMember,
+     Rule::kUnlistedMember, false},
+};
+
+const ListedMember kMetadata[] = {
+    {"arch", SourceKind::kString, "the architecture that the document is made for"},
+    {"target", SourceKind::kObject, "the release that the update leads to", Rule::kAbsentRelease,
+     Rule::kNullRelease},
+    {"base", SourceKind::kObject, "the release that the update starts from", Rule::kAbsentRelease,
+     Rule::kNullRelease},
+};
+
+constexpr std::size_t kVersion = 2;
+constexpr std::size_t kFamily = 4;
+constexpr std::size_t kUpdate = 7;
+const ListedMember kRelease[] = {
+    {"zelvan_version", SourceKind::kString, "checked, but not kept"},
+    {"date", SourceKind::kString, "checked, but not kept"},
+    {"version", SourceKind::kString, "the version of the release"},
+    {"prerelease", SourceKind::kBoolean, "checked, but not kept"},
+    {"release", SourceKind::kString, "the family of the release"},
+    {"checksum", SourceKind::kString, "checked, but not kept"},
+    {"description", SourceKind::kString, "checked, but not kept"},
+    {"update", SourceKind::kNumber, "the update level"},
+};
+
+const ListedMember kComponent[] = {
+    {"delete", SourceKind::kObject, "the packages to delete, by name"},
+    {"extract", SourceKind::kObject, "the packages to extract, by name"},
+};
+
+const ListedMember kPackageToDelete[] = {{"size", SourceKind::kNumber, kPackageSize}};
+
+const ListedMember kPackageToExtract[] = {
+    {"size", SourceKind::kNumber, kPackageSize},
+    {"uncompressedBytes", SourceKind::kNumber, "the size of the unpacked package in bytes"},
+};
+
+const ListedMember kPackageWithFiles[] = {
+    {"size", SourceKind::kNumber, kPackageSize},
+    {"files", SourceKind::kArray, "the paths of the files to delete"},
+};
+
+const ListedMember kProduct[] = {
+    {"delete", SourceKind::kArray, "the names of the components to delete"},
+    {"extract", SourceKind::kArray, "the names of the components to extract"},
+};
+
+std::string nothing() {
+  return "";
+}
+
+// A string of a release that names it.
+void checkReleaseText(Document& document, const std::optional<std::size_t>& value, const char* what,
+                      const DescribeItem& item, FindingList& findings) {
+  if (value) {
+    checkName(document, *value, what, item, findings);
+  }
+}
+
+void checkRelease(Document& document, std::size_t release, bool isTarget, FindingList& findings) {
+  const DescribeItem item = [isTarget] {
+    return std::string(isTarget ? "target release" : "base release");
+  };
+  const auto values = checkMembers(document, release, kRelease, item, findings);
+  checkReleaseText(document, values[kVersion], "version of the release", item, findings);
+  checkReleaseText(document, values[kFamily], "family of the release", item, findings);
+  if (isTarget && values[kUpdate]) {
+    checkUpdateLevel(document, *values[kUpdate], findings);
+  }
+}
+
+void checkMetadata(Document& document, std::size_t metadata, FindingList& findings) {
+  const auto [arch, target, base] = checkMembers(document, metadata, kMetadata, nothing, findings);
+  if (arch) {
+    checkName(document, *arch, "architecture", nothing, findings);
+  }
+  if (target) {
+    checkRelease(document, *target, true, findings);
+  }
+  if (base) {
+    checkRelease(document, *base, false, findings);
+  }
+}
+
+void checkPackageToDelete(Document& document, std::size_t package, const DescribeItem& item,
+                          FindingList& findings) {
+  const auto [size] = checkMembers(document, package, kPackageToDelete, item, findings);
+  if (size) {
+    checkSize(document, *size, "size", item, findings);
+  }
+}
+
+void checkPackageToExtract(Document& document, std::size_t package, const DescribeItem& item,
+                           FindingList& findings) {
+  const auto [size, unpacked] = checkMembers(document, package, kPackageToExtract, item, findings);
+  std::int64_t bytes = 0;
+  if (size) {
+    bytes = checkSize(document, *size, "size", item, findings);
+  }
+  if (!unpacked) {
+    return;
+  }
+  const std::int64_t unpackedBytes =
+      checkSize(document, *unpacked, "uncompressedBytes", item, findings);
+  if (size && unpackedBytes < bytes) {
+    findings.add(Rule::kUnpackedSmaller, document.tree(), *unpacked,
+                 {"unpacked, the package has " + std::to_string(unpackedBytes) + " bytes, packed " +
+                      std::to_string(bytes),
+                  "check whether the two numbers have been exchanged", item()});
+  }
+}
+
+void checkPackageWithFiles(Document& document, std::size_t package, const DescribeItem& item,
+                           FindingList& findings) {
+  const auto [size, files] = checkMembers(document, package, kPackageWithFiles, item, findings);
+  if (size) {
+    checkSize(document, *size, "size", item, findings);
+  }
+  if (!files) {
+    return;
+  }
+  std::size_t index = 0;
+  document.forEachElement(*files, [&](std::size_t element) {
+    ++index;
+    if (!document.isA(SourceKind::kString, element)) {
+      findings.add(Rule::kNonStringElement, document.tree(), element,
+                   {"element " + std::to_string(index) + " of 'files' is " +
+                        describeKind(document.tree()[element].kind) + " and must be a string",
+                    "write the path of a file", item()});
+    }
+  });
+  checkPaths(document, *files, item, findings);
+}
+
+// Checks each package of an object with `check`.
+template <class Check>
+void checkPackages(Document& document, std::size_t packages, std::string_view component,
+                   const char* what, Check check, FindingList& findings) {
+  checkNames(document, packages, "package", findings);
+  document.forEachMember(packages, [&](std::size_t key) {
+    const DescribeItem item = [&document, key, what, component] {
+      return describePackage(document.nameOf(key), what, component);
+    };
+    if (checkKind(document, key + 1, SourceKind::kObject, "the package", "its members by name",
+                  item, findings)) {
+      check(document, key + 1, item, findings);
+    }
+  });
+}
+
+void checkComponentNames(Document& document, std::size_t array, const char* key,
+                         const DescribeItem& item, FindingList& findings) {
+  std::size_t index = 0;
+  document.forEachElement(array, [&](std::size_t element) {
+    ++index;
+    if (!document.isA(SourceKind::kString, element)) {
+      findings.add(Rule::kNonStringElement, document.tree(), element,
+                   {"element " + std::to_string(index) + " of '" + key + "' is " +
+                        describeKind(document.tree()[element].kind) + " and must be a string",
+                    "write the name of a component", item()});
+    }
+  });
+}
+
+}  // namespace
+
+Sections checkTop(Document& document, FindingList& findings) {
+  const SourceTree& tree = document.tree();
+  if (!document.isA(SourceKind::kObject, SourceTree::kRoot)) {
+    findings.add(Rule::kNotAnObject, tree, SourceTree::kRoot,
+                 {std::string("the document is ") + describeKind(tree[SourceTree::kRoot].kind) +
+                      " and must be an object",
+                  "write the four sections between '{' and '}'"});
+    return {};
+  }
+  const auto [metadata, components, products, files, schema] =
+      checkMembers(document, SourceTree::kRoot, kSections, nothing, findings);
+  if (metadata) {
+    checkMetadata(document, *metadata, findings);
+  }
+  return {metadata, components, products, files};
+}
+
+void checkComponents(Document& document, std::size_t components, FindingList& findings) {
+  checkNames(document, components, "component", findings);
+  document.forEachMember(components, [&](std::size_t key) {
+    const std::string_view name = document.nameOf(key);
+    const DescribeItem item = [name] { return describeComponent(name); };
+    if (!checkKind(document, key + 1, SourceKind::kObject, "the component",
+                   "its packages under \"delete\" and \"extract\"", item, findings)) {
+      return;
+    }
+    const auto [toDelete, toExtract] = checkMembers(document, key + 1, kComponent, item, findings);
+    if (toDelete) {
+      checkPackages(document, *toDelete, name, "to delete", checkPackageToDelete, findings);
+    }
+    if (toExtract) {
+      checkPackages(document, *toExtract, name, "to extract", checkPackageToExtract, findings);
+    }
+  });
+}
+
+void checkProducts(Document& document, std::size_t products, FindingList& findings) {
+  checkNames(document, products, "product", findings);
+  document.forEachMember(products, [&](std::size_t key) {
+    const std::string_view name = document.nameOf(key);
+    const DescribeItem item = [name] { return describeProduct(name); };
+    if (!checkKind(document, key + 1, SourceKind::kObject, "the product",
+                   "its components under \"delete\" and \"extract\"", item, findings)) {
+      return;
+    }
+    const auto [toDelete, toExtract] = checkMembers(document, key + 1, kProduct, item, findings);
+    if (toDelete) {
+      checkComponentNames(document, *toDelete, "delete", item, findings);
+    }
+    if (toExtract) {
+      checkComponentNames(document, *toExtract, "extract", item, findings);
+    }
+  });
+}
+
+void checkFiles(Document& document, std::size_t components, FindingList& findings) {
+  checkNames(document, components, "component", findings);
+  document.forEachMember(components, [&](std::size_t key) {
+    const std::string_view name = document.nameOf(key);
+    const DescribeItem item = [name] { return describeComponent(name); };
+    if (checkKind(document, key + 1, SourceKind::kObject, "the component",
+                  "its packages with files to delete, by name", item, findings)) {
+      checkPackages(document, key + 1, name, "with files to delete", checkPackageWithFiles,
+                    findings);
+    }
+  });
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,246 @@
+#include "lint/SyntaxChecks.h"
+
+#include <cctype>
+#include <cstddef>
+#include <utility>
+
+#include "lint/Words.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Each time the text is read anew.
+constexpr int kMostMendings = 20;
+
+bool startsWith(std::string_view text, std::string_view beginning) {
+  return text.substr(0, beginning.size()) == beginning;
+}
+
+bool isWhiteSpace(std::string_view text) {
+  return skipSpace(text, 0) == text.size();
+}
+
+std::string lowered(std::string_view why) {
+  std::string words(why);
+  words[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(words[0])));
+  return words;
+}
+
+std::string describeSpace(std::string_view space) {
+  if (space == "\n" || space == "\r\n") {
+    return "a line feed";
+  }
+  return "white space";
+}
+
+/// Reads one text, mending it.
+class Mending {
+ public:
+  Mending(std::string_view text, std::string& mended, FindingList& findings)
+      : text_(text), mended_(mended), findings_(findings) {}
+
+  SourceTree read(std::string& readerMessage) {
+    SourceTree untouched(text_);
+    if (!untouched.fault()) {
+      return untouched;
+    }
+    readerMessage = untouched.fault()->message;
+    begin_ = skipWhatStandsBefore();
+    for (int round = 0;; ++round) {
+      SourceTree tree(text_, begin_, allowComments_);
+      if (!tree.fault()) {
+        return tree;
+      }
+      const SyntaxFault& fault = *tree.fault();
+      if (tree.isWhole()) {
+        checkWhatStandsBehind(fault.offset);
+        return tree;
+      }
+      if (round == kMostMendings || !mend(fault)) {
+        report(fault);
+        return tree;
+      }
+    }
+  }
+
+ private:
+  char byteAt(std::size_t offset) const { return offset < text_.size() ? text_[offset] : '\0'; }
+
+  bool isCommentAt(std::size_t offset) const {
+    return byteAt(offset) == '/' && (byteAt(offset + 1) == '/' || byteAt(offset + 1) == '*');
+  }
+
+  void reportComment(std::size_t offset) {
+    allowComments_ = true;
+    findings_.addAt(Rule::kMalformedText, offset, 2,
+                    {"a comment stands here, which JSON does not have",
+                     "take this comment and any further one out"});
+  }
+
+  std::size_t skipWhatStandsBefore() {
+    std::size_t offset = 0;
+    if (startsWith(text_, kByteOrderMark)) {
+      offset = kByteOrderMark.size();
+      findings_.addAt(Rule::kTextAroundValue, 0, offset,
+                      {"a byte-order mark stands before the document",
+                       "save the file as UTF-8 without a byte-order mark, or run "
+                       "'update-metadata fmt'"});
+    }
+    const std::size_t behindSpace = skipSpace(text_, offset);
+    if (behindSpace == text_.size()) {
+      return offset;  // no document at all, which is another fault
+    }
+    if (behindSpace != offset) {
+      findings_.addAt(Rule::kTextAroundValue, offset, 1,
+                      {"white space stands before the document",
+                       "begin the file with '{', or run 'update-metadata fmt'"});
+    }
+    if (isCommentAt(behindSpace)) {
+      reportComment(behindSpace);
+      return skipSpace(text_, behindSpace, true);
+    }
+    return behindSpace;
+  }
+
+  void checkWhatStandsBehind(std::size_t offset) {
+    const std::string_view rest = text_.substr(offset);
+    if (isWhiteSpace(rest)) {
+      findings_.addAt(Rule::kTextAroundValue, offset, 1,
+                      {describeSpace(rest) + " stands behind the document",
+                       "end the file with the document's last '}' (many editors add a line feed by "
+                       "themselves), or run 'update-metadata fmt'"});
+      return;
+    }
+    const std::size_t place = skipSpace(text_, offset);
+    findings_.addAt(Rule::kTextAroundValue, place, 1,
+                    {"the document is complete before this, and nothing may stand behind it",
+                     "take out what follows, or the bracket that closes the document too early"});
+  }
+
+  // Mends a fault that has one obvious remedy. False if it is none.
+  bool mend(const SyntaxFault& fault) {
+    const std::size_t offset = fault.offset;
+    if (fault.isTypeNoString || fault.isInPayload) {
+      return false;
+    }
+    if (isCommentAt(offset) && !allowComments_) {
+      reportComment(offset);
+      return true;
+    }
+    return mendTrailingComma(offset) || mendMissingComma(fault);
+  }
+
+  bool mendTrailingComma(std::size_t offset) {
+    const char closing = byteAt(offset);
+    if ((closing != '}' && closing != ']') || offset == begin_ || allowComments_) {
+      return false;
+    }
+    std::size_t comma = offset - 1;
+    while (comma > begin_ && isWhiteSpace(text_.substr(comma, 1))) {
+      --comma;
+    }
+    if (text_[comma] != ',') {
+      return false;
+    }
+    findings_.addAt(Rule::kMalformedText, comma, 1,
+                    {std::string("a comma stands before the closing '") + closing + '\'',
+                     "take the comma out, or add what is missing behind it"});
+    replace(comma, ' ');
+    return true;
+  }
+
+  bool mendMissingComma(const SyntaxFault& fault) {
+    const bool isExpected = fault.why.find("','") != std::string_view::npos;
+    const bool isSpaceBefore =
+        fault.offset > begin_ && isWhiteSpace(text_.substr(fault.offset - 1, 1));
+    if (!isExpected || !isSpaceBefore || byteAt(fault.offset) != '"') {
+      return false;
+    }
+    findings_.addAt(Rule::kMalformedText, fault.offset, 1,
+                    {"a comma is missing before this", "put a comma behind the value before it"});
+    replace(fault.offset - 1, ',');
+    return true;
+  }
+
+  void replace(std::size_t offset, char byte) {
+    if (mended_.empty()) {
+      mended_ = text_;
+      text_ = mended_;
+    }
+    mended_[offset] = byte;
+  }
+
+  // Reports a fault that ends the reading.
+  void report(const SyntaxFault& fault) {
+    if (fault.isTypeNoString) {
+      findings_.addAt(Rule::kTypeNameNotAString, fault.offset, 1,
+                      {"the value of \"qztype\" is not a string",
+                       "write the name of an integer type, such as \"int64\", or give the member "
+                       "another name; what follows has not been checked"});
+      return;
+    }
+    if (fault.isInPayload) {
+      findings_.addAt(
+          Rule::kTypedPayload, fault.offset, 1,
+          {"\"qzdata\" is not an array of integers, as its \"qztype\" says: " + lowered(fault.why),
+           "write integers only, or take \"qztype\" out; what follows has not been "
+           "checked"});
+      return;
+    }
+    findings_.addAt(Rule::kMalformedText, fault.offset, 1,
+                    {lowered(fault.why), advise(fault) + "; what follows has not been checked"});
+  }
+
+  std::string advise(const SyntaxFault& fault) const {
+    const std::string_view rest = text_.substr(fault.offset);
+    if (text_.empty()) {
+      return "write the document into the file, which is empty";
+    }
+    if (rest.empty()) {
+      return "add what is missing: the text ends within a string, an array or an object";
+    }
+    if (startsWith(text_, "\xFF\xFE") || startsWith(text_, "\xFE\xFF")) {
+      return "save the file as UTF-8: this is UTF-16";
+    }
+    if (rest[0] == '\'') {
+      return "write strings between double quotation marks";
+    }
+    if (rest[0] == '+' || rest[0] == '.') {
+      return "begin a number with a digit or a minus sign";
+    }
+    for (const std::string_view word : {"NaN", "Infinity", "undefined"}) {
+      if (startsWith(rest, word)) {
+        return "write a number, or null: JSON has no " + std::string(word);
+      }
+    }
+    for (const auto& [word, meant] :
+         {std::pair("True", "true"), std::pair("TRUE", "true"), std::pair("False", "false"),
+          std::pair("FALSE", "false"), std::pair("None", "null"), std::pair("NULL", "null")}) {
+      if (startsWith(rest, word)) {
+        return std::string("write ") + meant;
+      }
+    }
+    if (std::isalpha(static_cast<unsigned char>(rest[0])) != 0 &&
+        fault.why.find("string") != std::string_view::npos) {
+      return "put names and texts between double quotation marks";
+    }
+    return "correct the text here or right before";
+  }
+
+  std::string_view text_;
+  std::string& mended_;
+  FindingList& findings_;
+  std::size_t begin_ = 0;
+  bool allowComments_ = false;
+};
+
+}  // namespace
+
+SourceTree readMending(std::string_view text, std::string& mended, std::string& readerMessage,
+                       FindingList& findings) {
+  return Mending(text, mended, findings).read(readerMessage);
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,184 @@
+#include "lint/TextChecks.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Text.h"
+#include "lint/Words.h"
+
+namespace update_metadata_tool {
+namespace {
+
+// --- repeated keys ----------------------------------------------------------------------------
+
+/// A key and its bytes, which may be the buffer's of an escaped one.
+struct Key {
+  std::string_view bytes;
+  std::size_t node;
+};
+
+bool isBefore(const Key& left, const Key& right) {
+  const int order = left.bytes.compare(right.bytes);
+  return order < 0 || (order == 0 && left.node < right.node);
+}
+
+class RepeatedKeys {
+ public:
+  RepeatedKeys(Document& document, FindingList& findings)
+      : document_(document), tree_(document.tree()), findings_(findings) {}
+
+  void check(std::size_t object) {
+    gather(object);
+    if (keys_.size() < 2) {
+      return;
+    }
+    // The text reader orders members by their keys and keeps the first of equal ones.
+    if (!std::is_sorted(keys_.begin(), keys_.end(), isBefore)) {
+      std::sort(keys_.begin(), keys_.end(), isBefore);
+    }
+    std::size_t first = 0;
+    for (std::size_t index = 1; index < keys_.size(); ++index) {
+      if (keys_[index].bytes == keys_[first].bytes) {
+        report(keys_[first], keys_[index]);
+      } else {
+        first = index;
+      }
+    }
+  }
+
+ private:
+  void gather(std::size_t object) {
+    keys_.clear();
+    decoded_.clear();
+    const std::size_t end = tree_[object].next;
+    for (std::size_t key = object + 1; key < end; key = tree_[key + 1].next) {
+      if (tree_[key].hasEscapes) {
+        keys_.push_back({decoded_.emplace_back(tree_.decoded(key)), key});
+      } else {
+        keys_.push_back({tree_.decodedInto(key, unused_), key});
+      }
+    }
+  }
+
+  void report(const Key& first, const Key& later) {
+    document_.lose(later.node);
+    const bool isPayload = later.bytes == "qzdata";
+    std::string message = "the key " + quote(later.bytes) + " stands in this object already; " +
+                          (isPayload ? "the first value is kept, unless a \"qztype\" behind has "
+                                       "this one read in its place"
+                                     : "the first value is kept, this one is lost");
+    findings_.add(Rule::kRepeatedKey, tree_, later.node,
+                  {std::move(message),
+                   "take one of the two out, or give it another name",
+                   "",
+                   {{tree_[first.node].begin, "the value that is kept stands here"}}});
+  }
+
+  Document& document_;
+  const SourceTree& tree_;
+  FindingList& findings_;
+  std::vector<Key> keys_;
+  std::deque<std::string> decoded_;
+  std::string unused_;
+};
+
+// --- encoding ---------------------------------------------------------------------------------
+
+constexpr const char* kReplacementRead =
+    "; it is read as U+FFFD, so that names that differ may become equal";
+
+void checkBytes(const SourceTree& tree, std::size_t node, FindingList& findings) {
+  const std::string_view bytes = tree.written(node);
+  if (isUtf8(bytes)) {
+    return;
+  }
+  const std::size_t offset = lengthOfUtf8(bytes);
+  findings.addInside(Rule::kIllFormedUtf8, tree, node, offset, 1,
+                     {std::string("this byte is not UTF-8") + kReplacementRead,
+                      "save the document as UTF-8, or write the character as an escape (\\u00e9)"});
+}
+
+enum class Surrogate { kNone, kHigh, kLow };
+
+// What the four hexadecimal digits of an escape stand for.
+Surrogate classify(std::string_view digits) {
+  unsigned unit = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), unit, 16);
+  if (unit < 0xD800 || unit > 0xDFFF) {
+    return Surrogate::kNone;
+  }
+  return unit < 0xDC00 ? Surrogate::kHigh : Surrogate::kLow;
+}
+
+void reportSurrogate(const SourceTree& tree, std::size_t node, std::size_t offset,
+                     FindingList& findings) {
+  constexpr std::size_t kEscapeLength = 6;
+  findings.addInside(Rule::kUnpairedSurrogate, tree, node, offset, kEscapeLength,
+                     {std::string("this escape is half a character") + kReplacementRead,
+                      "write both halves, the high one (\\ud800 to \\udbff) first, or the "
+                      "character itself"});
+}
+
+// The text reader demands an escape behind a high surrogate, but takes any.
+void checkEscapes(const SourceTree& tree, std::size_t node, FindingList& findings) {
+  constexpr std::size_t kDigits = 4;
+  constexpr std::size_t kEscape = 2 + kDigits;
+  const std::string_view text = tree.written(node);
+  for (std::size_t at = text.find('\\'); at != std::string_view::npos; at = text.find('\\', at)) {
+    if (text[at + 1] != 'u') {
+      at += 2;
+      continue;
+    }
+    const Surrogate first = classify(text.substr(at + 2, kDigits));
+    if (first == Surrogate::kHigh) {
+      if (classify(text.substr(at + kEscape + 2, kDigits)) != Surrogate::kLow) {
+        reportSurrogate(tree, node, at, findings);
+        if (classify(text.substr(at + kEscape + 2, kDigits)) == Surrogate::kHigh) {
+          reportSurrogate(tree, node, at + kEscape, findings);
+        }
+      }
+      at += 2 * kEscape;
+      continue;
+    }
+    if (first == Surrogate::kLow) {
+      reportSurrogate(tree, node, at, findings);
+    }
+    at += kEscape;
+  }
+}
+
+}  // namespace
+
+void checkRepeatedKeys(Document& document, FindingList& findings) {
+  RepeatedKeys keys(document, findings);
+  const SourceTree& tree = document.tree();
+  for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
+    if (tree[node].kind == SourceKind::kObject) {
+      keys.check(node);
+    }
+  }
+}
+
+void checkEncoding(const SourceTree& tree, FindingList& findings) {
+  // Nearly always the whole text is UTF-8, which is told at once.
+  const bool isText = isUtf8(tree.text());
+  for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
+    const SourceNode& place = tree[node];
+    if (place.kind != SourceKind::kString && place.kind != SourceKind::kKey) {
+      continue;
+    }
+    if (!isText) {
+      checkBytes(tree, node, findings);
+    }
+    if (place.hasEscapes) {
+      checkEscapes(tree, node, findings);
+    }
+  }
+}
+
+}  // namespace update_metadata_tool

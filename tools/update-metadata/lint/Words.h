@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "source/SourceTree.h"
+
+namespace update_metadata_tool {
+
+/// A name of the document as messages quote it: 'name', cut to about sixty bytes. Any bytes.
+std::string quote(std::string_view name);
+
+/// A kind as people call it: "a number", "an object".
+const char* describeKind(SourceKind kind);
+
+/// What a value is, in words.
+std::string describeComponent(std::string_view component);
+std::string describeProduct(std::string_view product);
+
+/// \param what  "to delete", "to extract" or "with files to delete"
+std::string describePackage(std::string_view package, const char* what, std::string_view component);
+
+}  // namespace update_metadata_tool
