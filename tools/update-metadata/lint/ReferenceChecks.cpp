@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -189,33 +190,44 @@ class ReferenceChecks {
     return document_.isA(SourceKind::kObject, component) ? component : kNever;
   }
 
+  // A component whose name others continue, and its packages once they are needed.
+  struct Beginning {
+    const NameTable::Entry* component;
+    std::optional<NameTable> packages = {};
+  };
+
   // Packages of two components have one key if one name continues the other behind an underscore.
   // In order, the names that a name continues come right before it, each continuing the last.
   void checkCollisions(const NameTable& components, const char* member) {
-    std::vector<const NameTable::Entry*> beginnings;
+    std::vector<Beginning> beginnings;
     for (const NameTable::Entry& longer : components.entries()) {
-      while (!beginnings.empty() &&
-             longer.name.substr(0, beginnings.back()->name.size()) != beginnings.back()->name) {
+      const auto isContinued = [&longer](const NameTable::Entry& shorter) {
+        return longer.name.substr(0, shorter.name.size()) == shorter.name;
+      };
+      while (!beginnings.empty() && !isContinued(*beginnings.back().component)) {
         beginnings.pop_back();
       }
-      for (const NameTable::Entry* shorter : beginnings) {
-        const std::size_t length = shorter->name.size();
+      for (Beginning& beginning : beginnings) {
+        const std::size_t length = beginning.component->name.size();
         if (length < longer.name.size() && longer.name[length] == '_') {
-          checkPair(*shorter, longer, member);
+          checkPair(beginning, longer, member);
         }
       }
-      beginnings.push_back(&longer);
+      beginnings.push_back({&longer});
     }
   }
 
-  void checkPair(const NameTable::Entry& shorter, const NameTable::Entry& longer,
-                 const char* member) {
+  void checkPair(Beginning& beginning, const NameTable::Entry& longer, const char* member) {
+    const NameTable::Entry& shorter = *beginning.component;
     const std::size_t ofShorter = packagesOf(shorter.key + 1, member);
     const std::size_t ofLonger = packagesOf(longer.key + 1, member);
-    if (ofShorter == kNever || ofLonger == kNever || isEmpty(ofLonger)) {
+    if (ofShorter == kNever || ofLonger == kNever || isEmpty(ofShorter) || isEmpty(ofLonger)) {
       return;
     }
-    const NameTable packages(document_, ofShorter);
+    if (!beginning.packages) {
+      beginning.packages = NameTable(document_, ofShorter);
+    }
+    const NameTable& packages = *beginning.packages;
     const std::string rest = std::string(longer.name.substr(shorter.name.size() + 1)) + '_';
     document_.forEachMember(ofLonger, [&](std::size_t key) {
       const std::string_view package = document_.nameOf(key);
