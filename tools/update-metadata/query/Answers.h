@@ -9,6 +9,7 @@
 #include <utility>
 #include <variant>
 
+#include "Release.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 
 namespace update_metadata_tool {
@@ -22,11 +23,6 @@ struct Question {
 
   /// The one product that the packages to delete and to extract are asked for; all without it.
   std::optional<std::u16string> baseCode;
-};
-
-struct Release {
-  std::u16string family;
-  std::u16string version;
 };
 
 using PackageKeys = std::set<std::u16string>;

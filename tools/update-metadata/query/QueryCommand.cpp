@@ -4,9 +4,9 @@
 #include <memory>
 #include <ostream>
 
+#include "Advice.h"
 #include "Arguments.h"
 #include "Text.h"
-#include "query/Advice.h"
 #include "query/JsonOutput.h"
 #include "query/TextOutput.h"
 
@@ -23,12 +23,6 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata query update.json --format json
 
 Exit status: 0 answered, 1 the document could not be loaded or answered, 2 wrong usage.)";
-
-// Writes the text of `failure` as it stands, then which file it is about and what to do.
-void report(const std::exception& failure, const std::u16string& file, const std::string& whatToDo,
-            std::ostream& err) {
-  err << failure.what() << "\nupdate-metadata: '" << toVisible(file) << "' " << whatToDo << '\n';
-}
 
 }  // namespace
 
@@ -68,16 +62,13 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::ostre
   try {
     update = loadUpdate(question);
   } catch (const std::exception& failure) {
-    report(failure, question.file, "could not be loaded; " + adviseOnLoading(failure), err);
+    reportUnloaded(failure, question.file, err);
     return std::nullopt;
   }
   try {
     return gatherAnswers(*update, question);
   } catch (const std::exception& failure) {
-    report(failure, question.file,
-           "was loaded, but the questions about it could not be answered; " +
-               adviseOnAnswering(failure, question.productData.value_or(std::u16string())),
-           err);
+    reportUnanswered(failure, question.file, question.productData.value_or(std::u16string()), err);
     return std::nullopt;
   }
 }

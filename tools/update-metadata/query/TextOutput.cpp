@@ -14,13 +14,6 @@ std::string count(std::size_t number, const std::string& thing) {
   return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
 }
 
-std::string describeRelease(const Release& release) {
-  if (release.family.empty() && release.version.empty()) {
-    return "none";
-  }
-  return toVisible(release.family) + ", version " + toVisible(release.version);
-}
-
 std::string describeTarget(const Answers& answers) {
   const std::string level = "update level " + std::to_string(answers.targetUpdateLevel);
   return describeRelease(answers.target) + ", " + level;

@@ -1,7 +1,8 @@
-#include "query/Advice.h"
+#include "Advice.h"
 
 #include <ios>
 #include <new>
+#include <ostream>
 #include <string_view>
 
 #include "Text.h"
@@ -37,8 +38,6 @@ bool isOutOfMemory(const std::exception& failure) {
   return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr;
 }
 
-}  // namespace
-
 std::string adviseOnLoading(const std::exception& failure) {
   if (isOutOfMemory(failure)) {
     return kOutOfMemory;
@@ -63,6 +62,25 @@ std::string adviseOnAnswering(const std::exception& failure, const std::u16strin
     return "the reason stands above";
   }
   return "check the product data at '" + toVisible(productData) + "'";
+}
+
+void report(const std::exception& failure, const std::u16string& file, const std::string& whatToDo,
+            std::ostream& err) {
+  err << failure.what() << "\nupdate-metadata: '" << toVisible(file) << "' " << whatToDo << '\n';
+}
+
+}  // namespace
+
+void reportUnloaded(const std::exception& failure, const std::u16string& file, std::ostream& err) {
+  report(failure, file, "could not be loaded; " + adviseOnLoading(failure), err);
+}
+
+void reportUnanswered(const std::exception& failure, const std::u16string& file,
+                      const std::u16string& productData, std::ostream& err) {
+  report(failure, file,
+         "was loaded, but the questions about it could not be answered; " +
+             adviseOnAnswering(failure, productData),
+         err);
 }
 
 }  // namespace update_metadata_tool
