@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace test_support {
+
+/// A document as plain tables, from which its text is written. The library has no part in it, so
+/// that what it answers can be computed a second time. Names are UTF-8 that needs no escape.
+///
+/// The tables order their keys as the library reads them, byte by byte.
+struct PlainDocument {
+  struct Sizes {
+    std::int64_t size = 0;
+    std::int64_t uncompressedBytes = 0;  ///< of a package to extract
+  };
+
+  struct Component {
+    std::map<std::string, Sizes> toDelete;
+    std::map<std::string, Sizes> toExtract;
+  };
+
+  struct Product {
+    std::vector<std::string> toDelete;
+    std::vector<std::string> toExtract;
+  };
+
+  struct PackageWithFiles {
+    std::int64_t size = 0;
+    std::vector<std::string> files;
+  };
+
+  std::map<std::string, Component> components;
+  std::map<std::string, Product> products;
+  std::map<std::string, std::map<std::string, PackageWithFiles>> componentsWithFiles;
+
+  /// The text of the document: from "Old 1" to "New 2", update level 3, for "x86_64".
+  std::string json() const;
+};
+
+/// Makes up a document in which names repeat and keys of packages collide. The sizes are small,
+/// some of them negative.
+PlainDocument makeRandomDocument(std::mt19937& random);
+
+}  // namespace test_support

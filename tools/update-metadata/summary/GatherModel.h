@@ -1,0 +1,16 @@
+#pragma once
+
+#include "install/datamodels/product_update/ProductUpdateMetaData.h"
+#include "summary/Contents.h"
+
+namespace update_metadata_tool {
+
+/// Fills the products, the components and all packages of `contents`, which holds none yet, from
+/// the library's model. Base codes stay unset.
+///
+/// Walks the model front to back. A component is read where it is first mentioned: the elements
+/// that later products have for it hold the same packages.
+void gatherModel(const install::datamodels::product_update::ProductUpdateMetaData& root,
+                 Contents& contents);
+
+}  // namespace update_metadata_tool
