@@ -1,7 +1,7 @@
 # What an installation holds.
 #
 # Components: runtime (the shared library), development (headers, CMake package, pkg-config file, link for the linker),
-# tool (the companion command).
+# tool (the companion command, and the schema of the document).
 include(CMakePackageConfigHelpers)
 
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
@@ -15,6 +15,10 @@ install(
 
 if(TARGET update-metadata)
   install(TARGETS update-metadata RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
+  install(
+    FILES "${PROJECT_SOURCE_DIR}/tools/update-metadata/schema/update-metadata.schema.json"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/update-metadata"
+    COMPONENT tool)
 endif()
 
 # The public headers, and those of the model, the JSON value and the catalogue for callers who derive. They share one

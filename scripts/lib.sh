@@ -14,7 +14,7 @@ export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
 # The Debian packages that a build of the library and its command needs, and those of the tests.
 build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libutfcpp-dev)
 # shellcheck disable=SC2034
-test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales python3-jsonschema)
 
 # say TEXT...: tells the user what happens now.
 say() {

@@ -1,12 +1,14 @@
 #include "Command.h"
 
 #include "query/QueryCommand.h"
+#include "schema/SchemaCommand.h"
 
 namespace update_metadata_tool {
 
 std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<QueryCommand>(app));
+  commands.push_back(std::make_unique<SchemaCommand>(app));
   return commands;
 }
 

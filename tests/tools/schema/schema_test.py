@@ -1,0 +1,259 @@
+"""Tries the JSON Schema of the document with a public validator, beside the library.
+
+schema_test.py SCHEMA COMMAND SOURCES
+
+What the schema says about a document is compared with what `COMMAND query` does with it, so that
+neither can change without the other.
+"""
+
+import copy
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+try:
+    from jsonschema import Draft202012Validator
+except ImportError:
+    sys.exit("schema_test.py needs jsonschema; install Debian's python3-jsonschema")
+
+SCHEMA, COMMAND, SOURCES = sys.argv[1:4]
+CASES = os.path.join(SOURCES, "tests/golden/cases")
+SAMPLES = os.path.join(SOURCES, "examples/documents")
+
+# Cases whose text the reader of this program refuses: one is malformed, one has leading zeros,
+# which the library accepts and JSON does not.
+NOT_JSON = {"malformed_text", "numbers_at_the_edges"}
+
+RELEASE = {
+    "zelvan_version": "", "date": "", "version": "7.1", "prerelease": False, "release": "Fernlight",
+    "checksum": "", "description": "", "update": 3,
+}
+DOCUMENT = {
+    "metadata": {"arch": "x86_64", "base": RELEASE, "target": dict(RELEASE)},
+    "components": {
+        "core": {
+            "delete": {"old": {"size": 1}},
+            "extract": {"new": {"size": 2, "uncompressedBytes": 3}},
+        }
+    },
+    "products": {"Editor": {"delete": ["core"], "extract": ["core"]}},
+    "componentsWithFilesDeleted": {"help": {"guide": {"size": 4, "files": ["a.txt"]}}},
+}
+
+# What replaces a value at some path; ABSENT removes it.
+ABSENT = object()
+KINDS = [ABSENT, None, True, 1.5, "text", [], [1], ["text"], {}, {"a": {}}]
+
+
+def first_wins(members):
+    """Makes an object as the library does: of a repeated key, the first value counts."""
+    made = {}
+    for key, value in members:
+        made.setdefault(key, value)
+    return made
+
+
+def read(path):
+    # Strings may hold any byte, control characters too.
+    with open(path, encoding="utf-8", errors="surrogateescape") as file:
+        return json.loads(file.read(), object_pairs_hook=first_wins, strict=False)
+
+
+def paths_of(value, path=()):
+    """Every path below and including `value`, the containers before what they contain."""
+    yield path
+    if isinstance(value, dict):
+        for key in value:
+            yield from paths_of(value[key], path + (key,))
+    elif isinstance(value, list):
+        for index, element in enumerate(value):
+            yield from paths_of(element, path + (index,))
+
+
+def changed(path, value):
+    """DOCUMENT with another value at `path`, or with a new member."""
+    if not path:
+        return copy.deepcopy(value)
+    document = copy.deepcopy(DOCUMENT)
+    container = document
+    for step in path[:-1]:
+        container = container[step]
+    if value is ABSENT:
+        del container[path[-1]]
+    else:
+        container[path[-1]] = copy.deepcopy(value)
+    return document
+
+
+class SchemaTest(unittest.TestCase):
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        with open(SCHEMA, encoding="utf-8") as file:
+            cls.schema = json.load(file)
+        cls.validator = Draft202012Validator(cls.schema)
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(cls.folder.cleanup)
+
+    def faults_of(self, document):
+        """The paths of the values that the schema refuses."""
+        return sorted({tuple(error.absolute_path) for error in self.validator.iter_errors(document)},
+                      key=str)
+
+    def loads(self, document):
+        """Whether the library loads it."""
+        path = os.path.join(self.folder.name, "document.json")
+        with open(path, "w", encoding="utf-8") as file:
+            json.dump(document, file)
+        run = subprocess.run([COMMAND, "query", path], capture_output=True, check=False)
+        self.assertIn(run.returncode, (0, 1), run.stderr)
+        return run.returncode == 0
+
+    def test_is_a_valid_schema_of_its_draft(self):
+        Draft202012Validator.check_schema(self.schema)
+
+    def describes(self, member):
+        """Whether the schema of a member, or what it refers to, has a description."""
+        prefix, _, name = member.get("$ref", "").rpartition("/")
+        referred = self.schema["$defs"][name] if prefix == "#/$defs" else {}
+        return "description" in member or "description" in referred
+
+    def test_describes_every_member_that_it_lists(self):
+        def undescribed(schema, path):
+            for name, member in schema.get("properties", {}).items():
+                if not self.describes(member):
+                    yield path + (name,)
+                yield from undescribed(member, path + (name,))
+
+        found = list(undescribed(self.schema, ()))
+        for name, definition in self.schema["$defs"].items():
+            if name != "anyValue":
+                found += undescribed(definition, (name,))
+        self.assertEqual(found, [])
+
+    def test_takes_the_sample_documents(self):
+        for name in sorted(os.listdir(SAMPLES)):
+            with self.subTest(name):
+                self.assertEqual(self.faults_of(read(os.path.join(SAMPLES, name, "update.json"))),
+                                 [])
+
+    def test_takes_the_golden_cases_that_load_and_refuses_the_others(self):
+        names = sorted(os.listdir(CASES))
+        self.assertLess(NOT_JSON, set(names))
+        for name in names:
+            document = os.path.join(CASES, name, "document.json")
+            with open(os.path.join(CASES, name, "expected.txt"), encoding="utf-8") as report:
+                loads = "\nfailure\n  nothing\n" in report.read()
+            with self.subTest(name):
+                if name in NOT_JSON:
+                    with self.assertRaises(json.JSONDecodeError):
+                        read(document)
+                elif loads:
+                    self.assertEqual(self.faults_of(read(document)), [])
+                else:
+                    self.assertNotEqual(self.faults_of(read(document)), [])
+
+    def test_takes_what_the_library_takes(self):
+        rows = {
+            "the document": ((), DOCUMENT),
+            "a name of the schema": (("$schema",), "./update-metadata.schema.json"),
+            "a name of the schema that is no text": (("$schema",), 5),
+            "an unlisted section": (("history",), [{"date": None}]),
+            "an unlisted member of the metadata": (("metadata", "note"), 1),
+            "an unlisted member of a release": (("metadata", "base", "note"), []),
+            "an unlisted member of a component": (("components", "core", "note"), {}),
+            "an unlisted member of a package": (
+                ("components", "core", "extract", "new", "note"), None),
+            "an unlisted member of a product": (("products", "Editor", "note"), "text"),
+            "no base release": (("metadata", "base"), None),
+            "no target release": (("metadata", "target"), None),
+            "components that are null": (("components",), None),
+            "products that are null": (("products",), None),
+            "no files to delete": (("componentsWithFilesDeleted",), None),
+            "empty components": (("components",), {}),
+            "empty products": (("products",), {}),
+            "a component without files": (("componentsWithFilesDeleted",), {"help": {}}),
+            "an update level with a fraction": (("metadata", "target", "update"), 300.7),
+            "a negative size": (("components", "core", "delete", "old", "size"), -3.5),
+            "a size beyond 64 bits": (("components", "core", "delete", "old", "size"), 1e30),
+            "a package without files": (
+                ("componentsWithFilesDeleted", "help", "guide", "files"), []),
+            "empty names": (("products",), {"": {"delete": [""], "extract": []}}),
+            "a component called qzdata": (("components", "qzdata"), {"delete": {}, "extract": {}}),
+            "a typed payload": (("history",), {"qztype": "int8", "qzdata": [300, -1]}),
+            "a payload of an unknown type": (("history",), {"qztype": "no type", "qzdata": {}}),
+        }
+        for name, (path, value) in rows.items():
+            with self.subTest(name):
+                document = changed(path, value)
+                self.assertEqual(self.faults_of(document), [])
+                self.assertTrue(self.loads(document))
+
+    def test_refuses_a_fault_at_its_place(self):
+        package = ("components", "core", "extract", "new")
+        files = ("componentsWithFilesDeleted", "help", "guide")
+        # Path of the change, new value, path of the fault.
+        rows = {
+            "no object": ((), [], ()),
+            "a missing section": (("products",), ABSENT, ()),
+            "metadata that are null": (("metadata",), None, ("metadata",)),
+            "a section of the wrong kind": (("products",), [], ("products",)),
+            "a missing architecture": (("metadata", "arch"), ABSENT, ("metadata",)),
+            "a missing release": (("metadata", "base"), ABSENT, ("metadata",)),
+            "a release of the wrong kind": (("metadata", "target"), "", ("metadata", "target")),
+            "a missing member of a release": (
+                ("metadata", "base", "checksum"), ABSENT, ("metadata", "base")),
+            "a null member of a release": (
+                ("metadata", "base", "update"), None, ("metadata", "base", "update")),
+            "a number for a text": (
+                ("metadata", "target", "version"), 7.1, ("metadata", "target", "version")),
+            "a text for a truth": (
+                ("metadata", "target", "prerelease"), "no", ("metadata", "target", "prerelease")),
+            "a component that is null": (("components", "core"), None, ("components", "core")),
+            "a component without packages to delete": (
+                ("components", "core", "delete"), ABSENT, ("components", "core")),
+            "packages in an array": (
+                ("components", "core", "extract"), [], ("components", "core", "extract")),
+            "a package without its size": (package + ("size",), ABSENT, package),
+            "a package without its unpacked size": (
+                package + ("uncompressedBytes",), ABSENT, package),
+            "a size in quotation marks": (package + ("size",), "2", package + ("size",)),
+            "a product that is null": (("products", "Editor"), None, ("products", "Editor")),
+            "component names that are null": (
+                ("products", "Editor", "delete"), None, ("products", "Editor", "delete")),
+            "a component name that is no text": (
+                ("products", "Editor", "extract", 0), 5, ("products", "Editor", "extract", 0)),
+            "a component with files that is null": (
+                files[:2], None, files[:2]),
+            "a package without the list of its files": (files + ("files",), ABSENT, files),
+            "files that are no list": (files + ("files",), "a.txt", files + ("files",)),
+            "a file that is no text": (files + ("files", 0), None, files + ("files", 0)),
+            "a type that is no text": (("history",), [{"qztype": 5}], ("history", 0, "qztype")),
+            "a component called qztype": (
+                ("components", "qztype"), {"delete": {}, "extract": {}}, ("components", "qztype")),
+            "a product called qztype": (("products", "qztype"), "int8", ("products", "qztype")),
+            "a typed payload that is no array": (
+                ("history",), {"qztype": "int64", "qzdata": 7}, ("history", "qzdata")),
+            "a typed payload with a fraction": (
+                ("history",), {"qztype": "uint8", "qzdata": [1, 1.5]}, ("history", "qzdata", 1)),
+        }
+        for name, (path, value, place) in rows.items():
+            with self.subTest(name):
+                document = changed(path, value)
+                self.assertEqual(self.faults_of(document), [place])
+                self.assertFalse(self.loads(document))
+
+    def test_agrees_with_the_library_on_every_document_with_one_change(self):
+        for path in paths_of(DOCUMENT):
+            for value in KINDS if path else KINDS[1:]:
+                document = changed(path, value)
+                with self.subTest(path=path, value="absent" if value is ABSENT else value):
+                    self.assertEqual(self.faults_of(document) == [], self.loads(document))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])

@@ -1,0 +1,34 @@
+#include "schema/SchemaCommand.h"
+
+#include <ostream>
+
+#include "schema/SchemaText.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kExamples = R"(Example:
+  update-metadata schema > update-metadata.schema.json
+
+An editor that knows JSON Schema then helps with a document that begins so:
+  {"$schema": "./update-metadata.schema.json", "metadata": {
+
+A schema cannot see everything that keeps a document from being loaded: a
+repeated key or a final line feed, for instance, is beyond it.
+
+Exit status: 0 written, 1 the output could not be written, 2 wrong usage.)";
+
+}  // namespace
+
+SchemaCommand::SchemaCommand(CLI::App& app)
+    : Command(app, "schema", "Print the JSON Schema (draft 2020-12) of the document") {
+  subcommand().footer(kExamples);
+}
+
+ExitCode SchemaCommand::run(std::ostream& out, std::ostream& /*err*/) const {
+  out << kSchemaText;
+  out.flush();
+  return ExitCode::kDone;
+}
+
+}  // namespace update_metadata_tool

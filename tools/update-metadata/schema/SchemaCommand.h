@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "ExitCode.h"
+
+namespace update_metadata_tool {
+
+/// The subcommand `schema`: writes the JSON Schema of the document, for editors and validators.
+class SchemaCommand : public Command {
+ public:
+  explicit SchemaCommand(CLI::App& app);
+
+  ExitCode run(std::ostream& out, std::ostream& err) const override;
+};
+
+}  // namespace update_metadata_tool
