@@ -21,20 +21,20 @@ if(TARGET update-metadata)
     COMPONENT tool)
 endif()
 
-# The public headers, and those of the model, the JSON value and the catalogue for callers who derive. They share one
-# include root. What is not listed is private.
+# ump_install_headers(ROOT header...): headers, each relative to ROOT, into the one include root that they share there.
 function(ump_install_headers ROOT)
   foreach(header IN LISTS ARGN)
     cmake_path(GET header PARENT_PATH folder)
     install(
-      FILES "${PROJECT_SOURCE_DIR}/${ROOT}/${header}"
+      FILES "${ROOT}/${header}"
       DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}"
       COMPONENT development)
   endforeach()
 endfunction()
 
+# The public headers, and those of the platform libraries for callers who derive. What is not listed is private.
 ump_install_headers(
-  include
+  "${PROJECT_SOURCE_DIR}/include"
   install/update_metadata_parser/Export.h
   install/update_metadata_parser/UpdateMetaData.h
   install/update_metadata_parser/UpdateMetaDataHandler.h
@@ -42,34 +42,13 @@ ump_install_headers(
   install/update_metadata_parser/UpdatePkgData.h
   install/update_metadata_parser/Version.h
   install/update_metadata_parser/fwd.h)
-ump_install_headers(
-  src/model
-  install/datamodels/common/Release.h
-  install/datamodels/product_update/ComponentDataWithFilesToDelete.h
-  install/datamodels/product_update/ComponentDeltaData.h
-  install/datamodels/product_update/PkgDataWithFilesToDelete.h
-  install/datamodels/product_update/PkgDeltaData.h
-  install/datamodels/product_update/ProductDeltaData.h
-  install/datamodels/product_update/ProductUpdateMetaData.h
-  install/datamodels/product_update/ReleaseData.h
-  mf/zero/AbstractContainedElement.h
-  mf/zero/AbstractOwnedCollection.h
-  mf/zero/CompactString.h
-  mf/zero/ElementClass.h
-  mf/zero/Messages.h
-  mf/zero/Model.h
-  mf/zero/ModelElement.h
-  mf/zero/Name.h
-  mf/zero/PrimitiveSequence.h
-  mf/zero/ReferenceCollection.h
-  mf/zero/Uuid.h)
-ump_install_headers(
-  platform
-  foundation/core/except.h
-  foundation/core/export.h
-  foundation/json/Value.h
-  install/product_data_provider/Export.h
-  install/product_data_provider/ProductDataProvider.h)
+foreach(library catalogue model foundation)
+  get_target_property(root platform::${library} UMP_HEADER_ROOT)
+  get_target_property(headers platform::${library} UMP_HEADERS)
+  if(headers)
+    ump_install_headers("${root}" ${headers})
+  endif()
+endforeach()
 
 # find_package(update_metadata_parser). Until version 1 a minor version may break what came before.
 if(PROJECT_VERSION_MAJOR EQUAL 0)

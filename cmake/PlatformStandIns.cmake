@@ -14,4 +14,5 @@ ump_add_platform(
   catalogue
   ROOT "${PROJECT_SOURCE_DIR}/platform"
   SOURCES install/product_data_provider/ProductDataProvider.cpp
+  HEADERS install/product_data_provider/Export.h install/product_data_provider/ProductDataProvider.h
   LINKS platform::fl)

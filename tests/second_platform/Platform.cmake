@@ -1,0 +1,13 @@
+# The platform libraries of this application: two of its own, the JSON value and the model of the parser.
+include("${PROJECT_SOURCE_DIR}/cmake/PlatformOwnModel.cmake")
+
+ump_add_platform(
+  fl
+  ROOT "${CMAKE_CURRENT_LIST_DIR}"
+  SOURCES fl/filesystem.cpp fl/i18n.cpp)
+
+ump_add_platform(
+  catalogue
+  ROOT "${CMAKE_CURRENT_LIST_DIR}"
+  SOURCES install/product_data_provider/ProductDataProvider.cpp
+  HEADERS install/product_data_provider/ProductDataProvider.h)
