@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "docs/Markdown.h"
+#include "foundation/json/ParseResult.h"
+#include "foundation/json/Value.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+using Rows = std::vector<std::vector<std::string>>;
+
+const std::string& errorsPage() {
+  static const std::string page = test_support::readProjectFile("docs/errors.md");
+  return page;
+}
+
+// The rows that explain an error: its text or code, a second cell, the cause and what helps.
+Rows explainedErrors() {
+  Rows rows = test_support::findTableRows(errorsPage());
+  rows.erase(
+      std::remove_if(rows.begin(), rows.end(), [](const auto& row) { return row.size() != 4; }),
+      rows.end());
+  return rows;
+}
+
+// The text of a literal whose escapes are those of a single character.
+std::string unescaped(const std::string& literal) {
+  std::string text;
+  for (std::size_t index = 0; index < literal.size(); ++index) {
+    if (literal[index] == '\\') {
+      ++index;
+      text += literal[index] == 'n' ? '\n' : literal[index] == 't' ? '\t' : literal[index];
+    } else {
+      text += literal[index];
+    }
+  }
+  return text;
+}
+
+// The narrow literals of the library's sources, comments and static assertions left out.
+std::vector<std::string> literalsOfTheLibrary() {
+  static const std::regex notCode(R"(//[^\n]*|static_assert\([^;]*;|#include[^\n]*)");
+  static const std::regex literal(R"re((?:^|[^u\\'])"((?:[^"\\\n]|\\.)*)")re");
+  std::vector<std::string> literals;
+  for (const char* root : {"src", "platform"}) {
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(UMP_SOURCE_DIR) / root)) {
+      const fs::path& path = entry.path();
+      if (path.extension() != ".cpp" && path.extension() != ".h") {
+        continue;
+      }
+      const std::string source = std::regex_replace(
+          test_support::readProjectFile(path.lexically_relative(UMP_SOURCE_DIR).string()), notCode,
+          "");
+      for (std::sregex_iterator match(source.begin(), source.end(), literal), end; match != end;
+           ++match) {
+        literals.push_back(unescaped((*match)[1]));
+      }
+    }
+  }
+  return literals;
+}
+
+// Whether a literal is, or is a part of, a sentence for people.
+bool isOfASentence(const std::string& literal) {
+  return std::regex_search(literal, std::regex("[a-z]{2}")) &&
+         literal.find(' ') != std::string::npos;
+}
+
+TEST(ErrorsPage, TellsTextTypeOrCodeCauseAndRemedyOfEachError) {
+  const Rows errors = explainedErrors();
+  for (const auto& row : errors) {
+    EXPECT_THAT(row, Not(::testing::Contains(std::string()))) << row.front();
+  }
+  EXPECT_GE(errors.size(), 30U);
+}
+
+TEST(ErrorsPage, ExplainsEveryResultOfTheTextReaderUnderItsCode) {
+  Rows codes;
+  for (const auto& row : explainedErrors()) {
+    if (row[0].substr(0, 2) == "E0" && row[1] != "`Parse incomplete`") {
+      codes.push_back({row[0], row[1]});
+    }
+  }
+  Rows expected;
+  const auto expect = [&](int number, const std::string& description) {
+    const std::string digits = std::to_string(number);
+    if (number != foundation::json::kSuccess) {
+      expected.push_back(
+          {"E" + std::string(4 - digits.size(), '0') + digits, "`" + description + "`"});
+    }
+  };
+#define UMP_EXPECT(NAME, NUMBER, DESCRIPTION) expect(NUMBER, DESCRIPTION);
+  FOUNDATION_JSON_PARSE_RESULTS(UMP_EXPECT)
+#undef UMP_EXPECT
+  EXPECT_EQ(codes, expected);
+}
+
+TEST(ErrorsPage, HoldsEverySentenceOfTheLibrary) {
+  std::set<std::string> missing;
+  for (const std::string& literal : literalsOfTheLibrary()) {
+    if (isOfASentence(literal) && errorsPage().find(literal) == std::string::npos) {
+      missing.insert(literal);
+    }
+  }
+  EXPECT_THAT(missing, IsEmpty());
+}
+
+TEST(ErrorsPage, ExplainsNoTextThatTheLibraryDoesNotHave) {
+  const std::vector<std::string> literals = literalsOfTheLibrary();
+  const auto isInALiteral = [&](const std::string& part) {
+    return std::any_of(literals.begin(), literals.end(), [&](const std::string& literal) {
+      return literal.find(part) != std::string::npos;
+    });
+  };
+  // What differs from case to case, and the marks between it and the text.
+  static const std::regex placeholder("[^A-Za-z]*[A-Z]{3,}(: |:)?");
+  std::set<std::string> invented;
+  for (const auto& row : explainedErrors()) {
+    const std::string text = test_support::codeIn(row[0].front() == 'E' ? row[1] : row[0]);
+    for (std::sregex_token_iterator part(text.begin(), text.end(), placeholder, -1), end;
+         part != end; ++part) {
+      if (isOfASentence(*part) && !isInALiteral(*part)) {
+        invented.insert(*part);
+      }
+    }
+  }
+  EXPECT_THAT(invented, IsEmpty());
+}
+
+TEST(ErrorsPage, NamesEveryKindOfValue) {
+  using namespace foundation::json;
+  for (const char* kind :
+       {traits<Undefined>::name, traits<std::nullptr_t>::name, traits<bool>::name,
+        traits<double>::name, traits<std::string>::name, traits<Array>::name, traits<Object>::name,
+        traits<float>::name, traits<std::int64_t>::name, traits<std::uint64_t>::name}) {
+    EXPECT_NE(errorsPage().find("`" + std::string(kind) + "`"), std::string::npos) << kind;
+  }
+}
+
+}  // namespace
