@@ -32,7 +32,10 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaData {
   /// \pre the pointer is not empty; not checked, here or later. Throws nothing.
   explicit UpdateMetaData(const std::shared_ptr<UpdateMetaDataHandler>& updateMetaDataHandler);
 
+  /// Shares the other facade's handler. Throws nothing.
   UpdateMetaData(const UpdateMetaData&) = default;
+
+  /// Shares the other facade's handler in place of its own. Throws nothing.
   UpdateMetaData& operator=(const UpdateMetaData&) = default;
 
   /// Drops this facade's reference; the last one destroys the handler.
@@ -74,6 +77,7 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaData {
   /// Every product whose name equals the catalogue's name for `productBaseCode` contributes; the
   /// result is empty when none does. The catalogue is asked once per product of the document.
   ///
+  /// \param productBaseCode      as the product catalogue has it
   /// \param productDataLocation  as above
   virtual std::set<std::u16string> getComponentsToExtract(
       const std::u16string& productBaseCode, const std::u16string& productDataLocation) const;
@@ -103,7 +107,7 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaData {
   getUpdateSizeForComponentsToExtract() const;
 
  protected:
-  std::shared_ptr<UpdateMetaDataHandler> handler;
+  std::shared_ptr<UpdateMetaDataHandler> handler;  ///< never empty
 };
 
 }  // namespace install::update_metadata_parser

@@ -109,8 +109,11 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// not hold has no packages. The product is attached last: if anything fails, the root is
   /// unchanged and everything made for the product is released.
   ///
-  /// \param pkgsToDelete   packages by component, taken in the order of their names
-  /// \param pkgsToExtract  packages by component, taken in their order, repeats included
+  /// \param name            the product's name
+  /// \param compsToDelete   names of the components to delete
+  /// \param compsToExtract  names of the components to extract
+  /// \param pkgsToDelete    packages by component, taken in the order of their names
+  /// \param pkgsToExtract   packages by component, taken in their order, repeats included
   ///
   /// Makes one element for each package of each named component; constant time for each.
   virtual void setProductDeltaData(const std::u16string& name,
@@ -121,7 +124,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Makes a package with single files to delete, not attached to anything yet.
   ///
-  /// \param size  the package's size in bytes
+  /// \param name   the package's name
+  /// \param size   the package's size in bytes
   /// \param files  paths, kept in this order with their repeats
   virtual datamodels::product_update::PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
       const std::u16string& name, std::int64_t size,
@@ -228,8 +232,10 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
  protected:
   // Destroyed in reverse: the catalogue goes before the root, and the root before the model.
-  mf::zero::Model model;
-  datamodels::product_update::ProductUpdateMetaData root;
+  mf::zero::Model model;                                   ///< in which every element is made
+  datamodels::product_update::ProductUpdateMetaData root;  ///< of the tree
+
+  /// The product catalogue; empty until initializeProductDataProvider() opens it.
   std::shared_ptr<product_data_provider::ProductDataProvider> productDataProvider;
 };
 

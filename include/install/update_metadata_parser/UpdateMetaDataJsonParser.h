@@ -90,8 +90,9 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   /// Reads one release and hands its family and version, and the update level of the target, to the
   /// handler once all eight fields were read and checked. A JSON null is skipped.
   ///
-  /// \param key  "target" selects the setters of the target release, everything else those of the
-  ///             base release
+  /// \param release  an object with the eight fields, or null
+  /// \param key      "target" selects the setters of the target release, everything else those of
+  ///                 the base release
   void parseReleaseData(const foundation::json::Value& release, const std::string& key);
 
   /// Fills the two tables of packages from the section "components". A JSON null is skipped. The
@@ -121,8 +122,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   void parseComponentsWithFilesDeleted(const foundation::json::Value& section);
 
  protected:
-  std::u16string metaDataFilePath;
-  std::shared_ptr<UpdateMetaDataHandler> handler;
+  std::u16string metaDataFilePath;                 ///< as it was given
+  std::shared_ptr<UpdateMetaDataHandler> handler;  ///< of the latest load; empty before the first
 
   /// Sizes in bytes of the packages to delete, by component, then by package.
   std::map<std::u16string, std::map<std::u16string, std::int64_t>> componentPkgsToDelete;

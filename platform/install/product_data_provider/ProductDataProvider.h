@@ -12,14 +12,14 @@ namespace install::product_data_provider {
 
 /// A product that controls others.
 struct PRODUCT_DATA_PROVIDER_EXPORT ControllingProduct {
-  std::u16string name;
+  std::u16string name;  ///< as the table has it
 };
 
 /// One product, as one row of the table tells it.
 struct PRODUCT_DATA_PROVIDER_EXPORT Product {
-  std::u16string baseCode;
-  std::u16string name;
-  std::uint32_t number = 0;
+  std::u16string baseCode;                                       ///< as installers know it
+  std::u16string name;                                           ///< as documents know it
+  std::uint32_t number = 0;                                      ///< as the table has it
   std::shared_ptr<const ControllingProduct> controllingProduct;  ///< empty if there is none
 };
 
