@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "lint/Document.h"
 #include "lint/FindingList.h"
 #include "lint/Prediction.h"
 #include "lint/ProductDataChecks.h"
 #include "lint/ReferenceChecks.h"
 #include "lint/ShapeChecks.h"
+#include "lint/SourceDocument.h"
 #include "lint/SyntaxChecks.h"
 #include "lint/TextChecks.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 void checkDocument(const SourceTree& tree, const LintOptions& options, FindingList& findings) {
   checkEncoding(tree, findings);
-  Document document(tree);
+  SourceDocument document(tree);
   checkRepeatedKeys(document, findings);
   const Sections sections = checkTop(document, findings);
   if (sections.components) {

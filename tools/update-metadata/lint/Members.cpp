@@ -57,7 +57,7 @@ std::string quotedName(const ListedMember& member) {
   return '\'' + std::string(member.name) + '\'';
 }
 
-void reportUnlisted(const Document& document, std::size_t key, std::string_view name,
+void reportUnlisted(const SourceDocument& document, std::size_t key, std::string_view name,
                     const ListedMember* listed, std::size_t count, const DescribeItem& item,
                     FindingList& findings) {
   std::string message = quote(name) + " is not read";
@@ -70,7 +70,7 @@ void reportUnlisted(const Document& document, std::size_t key, std::string_view 
                {std::move(message), std::move(advice), item()});
 }
 
-void reportMissing(const Document& document, std::size_t object, const ListedMember& member,
+void reportMissing(const SourceDocument& document, std::size_t object, const ListedMember& member,
                    const DescribeItem& item, FindingList& findings) {
   findings.add(
       member.ifMissing, document.tree(), object,
@@ -81,7 +81,7 @@ void reportMissing(const Document& document, std::size_t object, const ListedMem
 
 }  // namespace
 
-bool checkKind(const Document& document, std::size_t value, SourceKind kind,
+bool checkKind(const SourceDocument& document, std::size_t value, SourceKind kind,
                const std::string& name, const std::string& meaning, const DescribeItem& item,
                FindingList& findings) {
   const SourceKind actual = document.tree()[value].kind;
@@ -95,7 +95,7 @@ bool checkKind(const Document& document, std::size_t value, SourceKind kind,
   return false;
 }
 
-void checkMembers(const Document& document, std::size_t object, const ListedMember* listed,
+void checkMembers(const SourceDocument& document, std::size_t object, const ListedMember* listed,
                   std::size_t count, std::optional<std::size_t>* values, const DescribeItem& item,
                   FindingList& findings) {
   const SourceTree& tree = document.tree();

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "lint/Document.h"
 #include "lint/FindingList.h"
 #include "lint/Rule.h"
+#include "lint/SourceDocument.h"
 
 namespace update_metadata_tool {
 
@@ -29,7 +29,7 @@ using DescribeItem = std::function<std::string()>;
 /// Reports that `value` is not of the kind that it must be; true if it is.
 ///
 /// \param name  how the message calls the value: "'size'", "the component"
-bool checkKind(const Document& document, std::size_t value, SourceKind kind,
+bool checkKind(const SourceDocument& document, std::size_t value, SourceKind kind,
                const std::string& name, const std::string& meaning, const DescribeItem& item,
                FindingList& findings);
 
@@ -39,12 +39,13 @@ bool checkKind(const Document& document, std::size_t value, SourceKind kind,
 /// Members that the text breaks off before are not missing.
 ///
 /// \param values  takes the values of the listed members, those that are there and right
-void checkMembers(const Document& document, std::size_t object, const ListedMember* listed,
+void checkMembers(const SourceDocument& document, std::size_t object, const ListedMember* listed,
                   std::size_t count, std::optional<std::size_t>* values, const DescribeItem& item,
                   FindingList& findings);
 
 template <std::size_t N>
-std::array<std::optional<std::size_t>, N> checkMembers(const Document& document, std::size_t object,
+std::array<std::optional<std::size_t>, N> checkMembers(const SourceDocument& document,
+                                                       std::size_t object,
                                                        const ListedMember (&listed)[N],
                                                        const DescribeItem& item,
                                                        FindingList& findings) {

@@ -120,8 +120,8 @@ struct FoldedPath {
   std::size_t node;
 };
 
-void checkCase(const Document& document, std::vector<FoldedPath>& paths, const DescribeItem& item,
-               FindingList& findings) {
+void checkCase(const SourceDocument& document, std::vector<FoldedPath>& paths,
+               const DescribeItem& item, FindingList& findings) {
   const auto isBefore = [](const FoldedPath& left, const FoldedPath& right) {
     return std::tie(left.folded, left.node) < std::tie(right.folded, right.node);
   };
@@ -144,7 +144,7 @@ bool isReserved(std::string_view name) {
 }
 
 // Keys whose bytes differ are read alike only if there are ill-formed ones among them.
-void checkSameNames(Document& document, std::size_t object, const char* what,
+void checkSameNames(SourceDocument& document, std::size_t object, const char* what,
                     FindingList& findings) {
   struct Name {
     std::string_view read;
@@ -177,8 +177,8 @@ void checkSameNames(Document& document, std::size_t object, const char* what,
 
 }  // namespace
 
-void checkName(Document& document, std::size_t node, const char* what, const DescribeItem& item,
-               FindingList& findings) {
+void checkName(SourceDocument& document, std::size_t node, const char* what,
+               const DescribeItem& item, FindingList& findings) {
   const std::string_view name = document.nameOf(node);
   if (name.empty()) {
     findings.add(Rule::kEmptyName, document.tree(), node,
@@ -190,7 +190,8 @@ void checkName(Document& document, std::size_t node, const char* what, const Des
   }
 }
 
-void checkNames(Document& document, std::size_t object, const char* what, FindingList& findings) {
+void checkNames(SourceDocument& document, std::size_t object, const char* what,
+                FindingList& findings) {
   const std::string nameOfWhat = std::string("name of the ") + what;
   document.forEachMember(object, [&](std::size_t key) {
     checkName(
@@ -205,7 +206,7 @@ void checkNames(Document& document, std::size_t object, const char* what, Findin
   checkSameNames(document, object, what, findings);
 }
 
-void checkPaths(Document& document, std::size_t array, const DescribeItem& item,
+void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem& item,
                 FindingList& findings) {
   static const Folding folding;
   std::vector<FoldedPath> paths;

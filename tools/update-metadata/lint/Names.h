@@ -5,25 +5,26 @@
 #include <string_view>
 #include <vector>
 
-#include "lint/Document.h"
 #include "lint/FindingList.h"
 #include "lint/Members.h"
+#include "lint/SourceDocument.h"
 
 namespace update_metadata_tool {
 
 /// Reports a name, or a path, that is empty or has control characters.
 ///
 /// \param what  how the message calls it: "component", "path"
-void checkName(Document& document, std::size_t node, const char* what, const DescribeItem& item,
-               FindingList& findings);
+void checkName(SourceDocument& document, std::size_t node, const char* what,
+               const DescribeItem& item, FindingList& findings);
 
 /// Reports keys of an object that are names and go wrong as such: empty ones, control characters,
 /// the two names that the text reader takes for its own, and different bytes that are read alike.
-void checkNames(Document& document, std::size_t object, const char* what, FindingList& findings);
+void checkNames(SourceDocument& document, std::size_t object, const char* what,
+                FindingList& findings);
 
 /// Reports paths of files to delete that reach out of the package's folder, name another place on
 /// another system, or differ only in the case of letters.
-void checkPaths(Document& document, std::size_t array, const DescribeItem& item,
+void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem& item,
                 FindingList& findings);
 
 }  // namespace update_metadata_tool

@@ -23,7 +23,7 @@ Integer truncated(double number, double limit) {
 
 }  // namespace
 
-std::int64_t checkSize(const Document& document, std::size_t number, const char* name,
+std::int64_t checkSize(const SourceDocument& document, std::size_t number, const char* name,
                        const DescribeItem& item, FindingList& findings) {
   const SourceTree& tree = document.tree();
   const double written = tree.number(number);
@@ -54,7 +54,7 @@ std::int64_t checkSize(const Document& document, std::size_t number, const char*
   return read;
 }
 
-void checkUpdateLevel(const Document& document, std::size_t number, FindingList& findings) {
+void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings) {
   const SourceTree& tree = document.tree();
   const double written = tree.number(number);
   // The handler of the library tells what is left of a level.

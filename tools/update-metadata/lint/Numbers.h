@@ -5,18 +5,18 @@
 #include <optional>
 #include <string>
 
-#include "lint/Document.h"
 #include "lint/FindingList.h"
 #include "lint/Members.h"
+#include "lint/SourceDocument.h"
 
 namespace update_metadata_tool {
 
 /// Reports what a number of bytes loses when the library reads it, and negative ones. Returns what
 /// it is read as.
-std::int64_t checkSize(const Document& document, std::size_t number, const char* name,
+std::int64_t checkSize(const SourceDocument& document, std::size_t number, const char* name,
                        const DescribeItem& item, FindingList& findings);
 
 /// Reports an update level that is not read back as it is written.
-void checkUpdateLevel(const Document& document, std::size_t number, FindingList& findings);
+void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings);
 
 }  // namespace update_metadata_tool

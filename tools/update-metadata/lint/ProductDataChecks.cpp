@@ -34,8 +34,8 @@ bool open(UpdateMetaDataHandler& handler, const std::u16string& productData,
 
 }  // namespace
 
-void checkProductData(Document& document, std::size_t products, const std::u16string& productData,
-                      FindingList& findings) {
+void checkProductData(SourceDocument& document, std::size_t products,
+                      const std::u16string& productData, FindingList& findings) {
   UpdateMetaDataHandler handler;
   if (!open(handler, productData, findings)) {
     return;

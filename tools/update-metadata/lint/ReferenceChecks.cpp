@@ -26,7 +26,7 @@ class NameTable {
   };
 
   NameTable() = default;
-  NameTable(Document& document, std::size_t object) {
+  NameTable(SourceDocument& document, std::size_t object) {
     document.forEachMember(object, [&](std::size_t key) {
       entries_.push_back({document.nameOf(key), key});
     });
@@ -54,7 +54,7 @@ class NameTable {
 
 class ReferenceChecks {
  public:
-  ReferenceChecks(Document& document, const Sections& sections, FindingList& findings)
+  ReferenceChecks(SourceDocument& document, const Sections& sections, FindingList& findings)
       : document_(document), tree_(document.tree()), sections_(sections), findings_(findings) {
     if (sections.components) {
       components_ = NameTable(document, *sections.components);
@@ -318,7 +318,7 @@ class ReferenceChecks {
     });
   }
 
-  Document& document_;
+  SourceDocument& document_;
   const SourceTree& tree_;
   const Sections& sections_;
   FindingList& findings_;
@@ -330,7 +330,7 @@ class ReferenceChecks {
 
 }  // namespace
 
-void checkReferences(Document& document, const Sections& sections, FindingList& findings) {
+void checkReferences(SourceDocument& document, const Sections& sections, FindingList& findings) {
   ReferenceChecks(document, sections, findings).check();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "lint/Document.h"
 #include "lint/FindingList.h"
+#include "lint/SourceDocument.h"
 
 namespace update_metadata_tool {
 
@@ -10,6 +10,6 @@ namespace update_metadata_tool {
 ///
 /// n log n in the names of the document; for keys that coincide, linear besides in the packages of
 /// each component whose name continues another's behind an underscore.
-void checkReferences(Document& document, const Sections& sections, FindingList& findings);
+void checkReferences(SourceDocument& document, const Sections& sections, FindingList& findings);
 
 }  // namespace update_metadata_tool

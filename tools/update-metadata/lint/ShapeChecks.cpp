@@ -79,14 +79,15 @@ std::string nothing() {
 }
 
 // A string of a release that names it.
-void checkReleaseText(Document& document, const std::optional<std::size_t>& value, const char* what,
-                      const DescribeItem& item, FindingList& findings) {
+void checkReleaseText(SourceDocument& document, const std::optional<std::size_t>& value,
+                      const char* what, const DescribeItem& item, FindingList& findings) {
   if (value) {
     checkName(document, *value, what, item, findings);
   }
 }
 
-void checkRelease(Document& document, std::size_t release, bool isTarget, FindingList& findings) {
+void checkRelease(SourceDocument& document, std::size_t release, bool isTarget,
+                  FindingList& findings) {
   const DescribeItem item = [isTarget] {
     return std::string(isTarget ? "target release" : "base release");
   };
@@ -98,7 +99,7 @@ void checkRelease(Document& document, std::size_t release, bool isTarget, Findin
   }
 }
 
-void checkMetadata(Document& document, std::size_t metadata, FindingList& findings) {
+void checkMetadata(SourceDocument& document, std::size_t metadata, FindingList& findings) {
   const auto [arch, target, base] = checkMembers(document, metadata, kMetadata, nothing, findings);
   if (arch) {
     checkName(document, *arch, "architecture", nothing, findings);
@@ -111,7 +112,7 @@ void checkMetadata(Document& document, std::size_t metadata, FindingList& findin
   }
 }
 
-void checkPackageToDelete(Document& document, std::size_t package, const DescribeItem& item,
+void checkPackageToDelete(SourceDocument& document, std::size_t package, const DescribeItem& item,
                           FindingList& findings) {
   const auto [size] = checkMembers(document, package, kPackageToDelete, item, findings);
   if (size) {
@@ -119,7 +120,7 @@ void checkPackageToDelete(Document& document, std::size_t package, const Describ
   }
 }
 
-void checkPackageToExtract(Document& document, std::size_t package, const DescribeItem& item,
+void checkPackageToExtract(SourceDocument& document, std::size_t package, const DescribeItem& item,
                            FindingList& findings) {
   const auto [size, unpacked] = checkMembers(document, package, kPackageToExtract, item, findings);
   std::int64_t bytes = 0;
@@ -139,7 +140,7 @@ void checkPackageToExtract(Document& document, std::size_t package, const Descri
   }
 }
 
-void checkPackageWithFiles(Document& document, std::size_t package, const DescribeItem& item,
+void checkPackageWithFiles(SourceDocument& document, std::size_t package, const DescribeItem& item,
                            FindingList& findings) {
   const auto [size, files] = checkMembers(document, package, kPackageWithFiles, item, findings);
   if (size) {
@@ -163,7 +164,7 @@ void checkPackageWithFiles(Document& document, std::size_t package, const Descri
 
 // Checks each package of an object with `check`.
 template <class Check>
-void checkPackages(Document& document, std::size_t packages, std::string_view component,
+void checkPackages(SourceDocument& document, std::size_t packages, std::string_view component,
                    const char* what, Check check, FindingList& findings) {
   checkNames(document, packages, "package", findings);
   document.forEachMember(packages, [&](std::size_t key) {
@@ -177,7 +178,7 @@ void checkPackages(Document& document, std::size_t packages, std::string_view co
   });
 }
 
-void checkComponentNames(Document& document, std::size_t array, const char* key,
+void checkComponentNames(SourceDocument& document, std::size_t array, const char* key,
                          const DescribeItem& item, FindingList& findings) {
   std::size_t index = 0;
   document.forEachElement(array, [&](std::size_t element) {
@@ -193,7 +194,7 @@ void checkComponentNames(Document& document, std::size_t array, const char* key,
 
 }  // namespace
 
-Sections checkTop(Document& document, FindingList& findings) {
+Sections checkTop(SourceDocument& document, FindingList& findings) {
   const SourceTree& tree = document.tree();
   if (!document.isA(SourceKind::kObject, SourceTree::kRoot)) {
     findings.add(Rule::kNotAnObject, tree, SourceTree::kRoot,
@@ -210,7 +211,7 @@ Sections checkTop(Document& document, FindingList& findings) {
   return {metadata, components, products, files};
 }
 
-void checkComponents(Document& document, std::size_t components, FindingList& findings) {
+void checkComponents(SourceDocument& document, std::size_t components, FindingList& findings) {
   checkNames(document, components, "component", findings);
   document.forEachMember(components, [&](std::size_t key) {
     const std::string_view name = document.nameOf(key);
@@ -229,7 +230,7 @@ void checkComponents(Document& document, std::size_t components, FindingList& fi
   });
 }
 
-void checkProducts(Document& document, std::size_t products, FindingList& findings) {
+void checkProducts(SourceDocument& document, std::size_t products, FindingList& findings) {
   checkNames(document, products, "product", findings);
   document.forEachMember(products, [&](std::size_t key) {
     const std::string_view name = document.nameOf(key);
@@ -248,7 +249,7 @@ void checkProducts(Document& document, std::size_t products, FindingList& findin
   });
 }
 
-void checkFiles(Document& document, std::size_t components, FindingList& findings) {
+void checkFiles(SourceDocument& document, std::size_t components, FindingList& findings) {
   checkNames(document, components, "component", findings);
   document.forEachMember(components, [&](std::size_t key) {
     const std::string_view name = document.nameOf(key);

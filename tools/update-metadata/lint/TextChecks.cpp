@@ -29,7 +29,7 @@ bool isBefore(const Key& left, const Key& right) {
 
 class RepeatedKeys {
  public:
-  RepeatedKeys(Document& document, FindingList& findings)
+  RepeatedKeys(SourceDocument& document, FindingList& findings)
       : document_(document), tree_(document.tree()), findings_(findings) {}
 
   void check(std::size_t object) {
@@ -79,7 +79,7 @@ class RepeatedKeys {
                    {{tree_[first.node].begin, "the value that is kept stands here"}}});
   }
 
-  Document& document_;
+  SourceDocument& document_;
   const SourceTree& tree_;
   FindingList& findings_;
   std::vector<Key> keys_;
@@ -154,7 +154,7 @@ void checkEscapes(const SourceTree& tree, std::size_t node, FindingList& finding
 
 }  // namespace
 
-void checkRepeatedKeys(Document& document, FindingList& findings) {
+void checkRepeatedKeys(SourceDocument& document, FindingList& findings) {
   RepeatedKeys keys(document, findings);
   const SourceTree& tree = document.tree();
   for (std::size_t node = 0; node < tree.nodes().size(); ++node) {

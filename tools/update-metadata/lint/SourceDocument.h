@@ -12,9 +12,9 @@
 namespace update_metadata_tool {
 
 /// A document as the library sees it: without the values that a repeated key loses.
-class Document {
+class SourceDocument {
  public:
-  explicit Document(const SourceTree& tree) : tree_(tree), isLost_(tree.nodes().size()) {}
+  explicit SourceDocument(const SourceTree& tree) : tree_(tree), isLost_(tree.nodes().size()) {}
 
   const SourceTree& tree() const { return tree_; }
 

@@ -1,10 +1,10 @@
-#include "lint/Document.h"
+#include "lint/SourceDocument.h"
 
 #include "Text.h"
 
 namespace update_metadata_tool {
 
-std::string_view Document::nameOf(std::size_t node) {
+std::string_view SourceDocument::nameOf(std::size_t node) {
   if (!tree_[node].hasEscapes) {
     std::string unused;
     const std::string_view bytes = tree_.decodedInto(node, unused);
