@@ -36,6 +36,7 @@ const VisibleText kVisibleTexts[] = {
     {"DirectionOverride", u"\u202Egpj.exe", "<U+202E>gpj.exe"},
     {"DirectionIsolate", u"\u2066", "<U+2066>"},
     {"LineSeparator", u"\u2028", "<U+2028>"},
+    {"ByteOrderMark", u"\uFEFF", "<U+FEFF>"},
     {"TwoBytes", u"\u00FC", "\xC3\xBC"},
     {"ThreeBytes", u"\uFB01", "\xEF\xAC\x81"},
     {"FourBytes", u"\U0001F5FA", "\xF0\x9F\x97\xBA"},
@@ -44,6 +45,41 @@ const VisibleText kVisibleTexts[] = {
     {"HighSurrogateBeforeText", std::u16string{0xD83D, u'x'}, "\xEF\xBF\xBDx"},
 };
 INSTANTIATE_TEST_SUITE_P(Texts, VisibleTextOf, ::testing::ValuesIn(kVisibleTexts),
+                         [](const auto& row) { return row.param.name; });
+
+struct VisibleBytes {
+  const char* name;
+  std::string bytes;
+  std::string shown;
+};
+
+std::ostream& operator<<(std::ostream& out, const VisibleBytes& row) {
+  return out << row.name;
+}
+
+class VisibleTextOfBytes : public ::testing::TestWithParam<VisibleBytes> {};
+
+TEST_P(VisibleTextOfBytes, SendsNothingButTextToATerminal) {
+  EXPECT_EQ(toVisible(GetParam().bytes), GetParam().shown);
+}
+
+const VisibleBytes kVisibleBytes[] = {
+    {"Empty", "", "(empty)"},
+    {"Ascii", " ~\\\"", " ~\\\""},
+    {"Nul", std::string("a\0b", 3), "a<U+0000>b"},
+    {"EscapeSequence", "\x1B[31m", "<U+001B>[31m"},
+    {"ByteOrderMark", "\xEF\xBB\xBF{", "<U+FEFF>{"},
+    {"EncodedC1Control", "\xC2\x9F", "<U+009F>"},
+    {"DirectionOverride", "\xE2\x80\xAEgpj.exe", "<U+202E>gpj.exe"},
+    {"TwoToFourBytes", "\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA",
+     "\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA"},
+    {"AnotherEncoding", "M\xFCnchen", "M<FC>nchen"},
+    {"CutOffAtTheEnd", "a\xF0\x9F\x97", "a<F0><9F><97>"},
+    {"CutOffBeforeText", "\xF0\x9F!", "<F0><9F>!"},
+    {"OverlongForm", "\xC0\x80", "<C0><80>"},
+    {"EncodedSurrogate", "\xED\xA0\x80", "<ED><A0><80>"},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, VisibleTextOfBytes, ::testing::ValuesIn(kVisibleBytes),
                          [](const auto& row) { return row.param.name; });
 
 TEST(Utf8OfUtf16, KeepsControlCharactersAndReplacesUnpairedSurrogates) {

@@ -1,13 +1,17 @@
 #include "Text.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include <utf8.h>
+#include <utf8/unchecked.h>
 
 namespace update_metadata_tool {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
+
+constexpr const char* kEmptyText = "(empty)";
 
 struct Range {
   char32_t first;
@@ -22,6 +26,7 @@ constexpr Range kUnseen[] = {
     {0x200E, 0x200F},  // left-to-right and right-to-left mark
     {0x2028, 0x202E},  // line and paragraph separator, embeddings and overrides of direction
     {0x2066, 0x2069},  // isolates of direction
+    {0xFEFF, 0xFEFF},  // byte-order mark
 };
 
 bool isUnseen(char32_t character) {
@@ -62,17 +67,11 @@ void append(char32_t character, std::string& text) {
   }
 }
 
-// The code in at least four hexadecimal digits, as in U+001B.
-void appendCode(char32_t character, std::string& shown) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
-  shown += "<U+";
-  for (unsigned shift = character > 0xFFFF ? 20 : 12;; shift -= 4) {
-    shown += kDigits[(character >> shift) & 0xFU];
-    if (shift == 0) {
-      break;
-    }
+// As many hexadecimal digits, at most eight.
+void appendHexadecimal(char32_t number, unsigned digits, std::string& shown) {
+  while (digits-- != 0) {
+    shown += "0123456789ABCDEF"[(number >> (4 * digits)) & 0xFU];
   }
-  shown += '>';
 }
 
 }  // namespace
@@ -100,19 +99,52 @@ std::string toUtf8(std::u16string_view text) {
 
 std::string toVisible(std::u16string_view text) {
   if (text.empty()) {
-    return "(empty)";
+    return kEmptyText;
   }
   std::string shown;
   shown.reserve(text.size());
   for (std::size_t index = 0; index < text.size();) {
-    const char32_t character = takeCharacter(text, index);
-    if (isUnseen(character)) {
-      appendCode(character, shown);
-    } else {
-      append(character, shown);
-    }
+    appendVisible({takeCharacter(text, index), 0, true}, shown);
   }
   return shown;
+}
+
+std::string toVisible(std::string_view text) {
+  if (text.empty()) {
+    return kEmptyText;
+  }
+  std::string shown;
+  shown.reserve(text.size());
+  while (!text.empty()) {
+    const Character character = firstCharacter(text);
+    appendVisible(character, shown);
+    text.remove_prefix(character.bytes);
+  }
+  return shown;
+}
+
+Character firstCharacter(std::string_view text) {
+  constexpr std::size_t kMostBytes = 4;
+  for (std::size_t bytes = 1; bytes <= std::min(kMostBytes, text.size()); ++bytes) {
+    if (isUtf8(text.substr(0, bytes))) {
+      return {utf8::unchecked::peek_next(text.begin()), bytes, true};
+    }
+  }
+  return {static_cast<unsigned char>(text.front()), 1, false};
+}
+
+void appendVisible(const Character& character, std::string& shown) {
+  if (!character.isUtf8) {
+    shown += '<';
+    appendHexadecimal(character.code, 2, shown);
+    shown += '>';
+  } else if (isUnseen(character.code)) {
+    shown += "<U+";
+    appendHexadecimal(character.code, character.code > 0xFFFF ? 6 : 4, shown);
+    shown += '>';
+  } else {
+    append(character.code, shown);
+  }
 }
 
 }  // namespace update_metadata_tool

@@ -26,4 +26,22 @@ std::string toUtf8(std::u16string_view text);
 /// them are shown as their code, <U+001B>; an empty text is shown as (empty).
 std::string toVisible(std::u16string_view text);
 
+/// As above, for bytes. Those that are not UTF-8 are shown as their value, <FF>.
+std::string toVisible(std::string_view text);
+
+/// One character of a text of bytes.
+struct Character {
+  char32_t code;      ///< or the value of the byte
+  std::size_t bytes;  ///< 1 for a byte that is not UTF-8
+  bool isUtf8;
+};
+
+/// The first character of `text`; a byte that begins none stands alone.
+///
+/// \pre `text` is not empty
+Character firstCharacter(std::string_view text);
+
+/// Appends one character as toVisible() shows it.
+void appendVisible(const Character& character, std::string& shown);
+
 }  // namespace update_metadata_tool
