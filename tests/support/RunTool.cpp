@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <ostream>
@@ -37,6 +39,12 @@ void openPipeWithoutReader(int descriptor) {
   ::close(ends[1]);
 }
 
+void writeTo(int descriptor) {
+  if (::dup2(descriptor, STDOUT_FILENO) < 0 || ::dup2(descriptor, STDERR_FILENO) < 0) {
+    ::_exit(kCannotRun);
+  }
+}
+
 void limitMemory(std::size_t bytes) {
   const rlimit limit{bytes, bytes};
   if (::setrlimit(RLIMIT_AS, &limit) != 0) {
@@ -53,6 +61,59 @@ int waitForEnd(pid_t child) {
   }
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
+
+/// A terminal that keeps what is written to it, byte by byte.
+class Terminal {
+ public:
+  Terminal() : reader_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+    if (reader_ >= 0 && ::grantpt(reader_) == 0 && ::unlockpt(reader_) == 0) {
+      writer_ = ::open(::ptsname(reader_), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    }
+    termios settings{};
+    if (writer_ < 0 || ::tcgetattr(writer_, &settings) != 0) {
+      throw std::system_error(errno, std::generic_category(), "a terminal");
+    }
+    ::cfmakeraw(&settings);
+    ::tcsetattr(writer_, TCSANOW, &settings);
+  }
+
+  ~Terminal() {
+    closeWriter();
+    ::close(reader_);
+  }
+
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+
+  /// What a child writes to.
+  int writer() const { return writer_; }
+
+  /// Leaves the writing to the children.
+  void closeWriter() {
+    if (writer_ >= 0) {
+      ::close(writer_);
+      writer_ = -1;
+    }
+  }
+
+  /// Reads until the last writer is gone, which is told as an error.
+  std::string readToEnd() const {
+    std::string text;
+    char bytes[4096];
+    for (;;) {
+      const ssize_t got = ::read(reader_, bytes, sizeof bytes);
+      if (got > 0) {
+        text.append(bytes, static_cast<std::size_t>(got));
+      } else if (got == 0 || errno != EINTR) {
+        return text;
+      }
+    }
+  }
+
+ private:
+  int reader_;
+  int writer_ = -1;
+};
 
 }  // namespace
 
@@ -86,15 +147,21 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
     argv.push_back(word.data());
   }
   argv.push_back(nullptr);
+  std::optional<Terminal> terminal;
+  if (around.isOnTerminal) {
+    terminal.emplace();
+  }
 
   const pid_t child = ::fork();
   if (child < 0) {
     throw std::system_error(errno, std::generic_category(), "fork");
   }
   if (child == 0) {
-    openAs(STDIN_FILENO, "/dev/null", O_RDONLY);
+    openAs(STDIN_FILENO, around.inFile.c_str(), O_RDONLY);
     openAs(STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT);
-    if (around.isOutClosedPipe) {
+    if (terminal) {
+      writeTo(terminal->writer());
+    } else if (around.isOutClosedPipe) {
       openPipeWithoutReader(STDOUT_FILENO);
     } else {
       openAs(STDOUT_FILENO, out.c_str(), O_WRONLY);
@@ -102,13 +169,21 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
     if (around.memory) {
       limitMemory(*around.memory);
     }
+    for (const std::string& variable : around.environment) {
+      ::putenv(const_cast<char*>(variable.c_str()));
+    }
     if (::chdir(around.folder.c_str()) == 0) {
       ::execv(argv[0], argv.data());
     }
     ::_exit(kCannotRun);
   }
+  std::string onTerminal;
+  if (terminal) {
+    terminal->closeWriter();
+    onTerminal = terminal->readToEnd();
+  }
   const int exitCode = waitForEnd(child);
-  return {exitCode, readBytes(folder.nativePath("out")), readBytes(err)};
+  return {exitCode, terminal ? onTerminal : readBytes(folder.nativePath("out")), readBytes(err)};
 }
 
 }  // namespace test_support

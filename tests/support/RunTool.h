@@ -21,9 +21,15 @@ std::ostream& operator<<(std::ostream& out, const ToolRun& run);
 /// What a run finds around it.
 struct ToolSurroundings {
   std::string folder = ".";            ///< where it runs
+  std::string inFile = "/dev/null";    ///< its standard input
   std::optional<std::string> outFile;  ///< written in place of a file that is read afterwards
   bool isOutClosedPipe = false;        ///< writes into a pipe that nobody reads
   std::optional<std::size_t> memory;   ///< limit of its address space in bytes
+
+  /// Both outputs lead to one terminal; what the terminal gets is told as `out`.
+  bool isOnTerminal = false;
+
+  std::vector<std::string> environment;  ///< added to that of the test: NAME=VALUE
 };
 
 /// Runs update-metadata with `arguments`, waits for its end and tells how it went.
