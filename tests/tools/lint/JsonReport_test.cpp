@@ -1,0 +1,46 @@
+#include "lint/JsonReport.h"
+
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tools/lint/SampleReports.h"
+
+namespace update_metadata_tool {
+namespace {
+
+TEST(JsonReport, TellsEverythingInOneLine) {
+  std::ostringstream out;
+  JsonReport report(out);
+  test_support::writeAllSamples(report);
+  EXPECT_EQ(
+      out.str(),
+      R"({"version":1,"files":[)"
+      R"({"file":"a folder/update.json","loads":true,"exception":null,"findings":[)"
+      R"({"rule":"null-section","severity":"info","message":"a section is null","advice":"look",)"
+      R"("line":1,"column":1,"offset":0,"pointer":"","length":0,"item":"","related":[]},)"
+      "{\"rule\":\"repeated-key\",\"severity\":\"warning\",\"message\":\"the name '\xC3\xBC' "
+      "stands twice\",\"advice\":\"remove one of the two\",\"line\":4,\"column\":5,\"offset\":46,"
+      "\"pointer\":\"/extract/\xC3\xBC\",\"length\":4,\"item\":\"package '\xC3\xBC'\","
+      R"("related":[{"message":"the value that is kept stands here",)"
+      R"("line":3,"column":5,"offset":21}]}],"readable":true,"readerMessage":null},)"
+      R"({"file":"/srv/b\u001b.json","loads":false,"exception":{"type":"std::runtime_error",)"
+      R"("text":"Error while parsing /srv/b\u001b.json"},"findings":[{"rule":"malformed-text",)"
+      "\"severity\":\"error\",\"message\":\"expected 'true' or 'false' for '\xEF\xBF\xBD\\u001b'\","
+      R"("advice":"correct the text","line":1,"column":8,"offset":7,)"
+      "\"pointer\":\"/\xEF\xBF\xBD\",\"length\":3,\"item\":\"member '\xEF\xBF\xBD'\","
+      R"("related":[]}],"readable":true,)"
+      R"("readerMessage":"JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, )"
+      "Column 8)\\n\\t\\t{\\\"\xEF\xBF\xBD\\\": tru}\\n\\t       ^\"},"
+      R"({"file":"gone.json","loads":false,"exception":{"type":"std::runtime_error",)"
+      R"("text":"Update MetaData Json file does not exist "},"findings":[],"readable":false,)"
+      R"("readerMessage":null},)"
+      R"({"file":"clean.json","loads":true,"exception":null,"findings":[],"readable":true,)"
+      R"("readerMessage":null}],)"
+      R"("totals":{"files":4,"loads":2,"unreadable":1,"errors":1,"warnings":1,"infos":1}})"
+      "\n");
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

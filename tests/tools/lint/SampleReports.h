@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "lint/Finding.h"
+#include "lint/ReportWriter.h"
+
+namespace test_support {
+
+/// The text of repeatedKey(): six lines, of which the third has a character of two bytes.
+inline const std::string kRepeatedKeyText =
+    "{\n"
+    "  \"extract\": {\n"
+    "    \"\xC3\xBC\": { \"size\": 1 },\n"
+    "    \"\xC3\xBC\": { \"size\": 2 }\n"
+    "  }\n"
+    "}";
+
+/// A document that loads, with a warning that speaks of two places and an info without a place.
+inline update_metadata_tool::FileReport repeatedKey() {
+  using update_metadata_tool::Rule;
+  using update_metadata_tool::Severity;
+  const std::size_t lost = kRepeatedKeyText.rfind("\"\xC3\xBC\"");
+  const std::size_t kept = kRepeatedKeyText.find("\"\xC3\xBC\"");
+  return {"a folder/update.json",
+          kRepeatedKeyText,
+          true,
+          std::nullopt,
+          "",
+          {{Rule::kNullSection, Severity::kInfo, 0, 0, "", "", "a section is null", "look", {}},
+           {Rule::kRepeatedKey,
+            Severity::kWarning,
+            lost,
+            4,
+            "/extract/\xC3\xBC",
+            "package '\xC3\xBC'",
+            "the name '\xC3\xBC' stands twice",
+            "remove one of the two",
+            {{kept, "the value that is kept stands here"}}}}};
+}
+
+/// A document that does not load, with what no terminal and no JSON may get: control characters and
+/// bytes that are not UTF-8.
+inline update_metadata_tool::FileReport malformedText() {
+  using update_metadata_tool::ForeseenException;
+  using update_metadata_tool::Rule;
+  using update_metadata_tool::Severity;
+  return {"/srv/b\x1B.json",
+          "\t{\"\xFF\": tru}",
+          false,
+          ForeseenException{"std::runtime_error", "Error while parsing /srv/b\x1B.json"},
+          "JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, Column 8)\n"
+          "\t\t{\"\xFF\": tru}\n\t       ^",
+          {{Rule::kMalformedText,
+            Severity::kError,
+            7,
+            3,
+            "/\xFF",
+            "member '\xFF'",
+            "expected 'true' or 'false' for '\xFF\x1B'",
+            "correct the text",
+            {}}}};
+}
+
+inline update_metadata_tool::FileReport clean() {
+  return {"clean.json", "{}", true, std::nullopt, "", {}};
+}
+
+inline update_metadata_tool::UnreadableFile unreadable() {
+  return {"gone.json",
+          {"std::runtime_error", "Update MetaData Json file does not exist "},
+          "check the path"};
+}
+
+/// Gives a writer all of these and ends the report.
+inline void writeAllSamples(update_metadata_tool::ReportWriter& writer) {
+  update_metadata_tool::Totals totals;
+  const auto add = [&](const auto& file) {
+    totals.count(file);
+    writer.write(file);
+  };
+  add(repeatedKey());
+  add(malformedText());
+  add(unreadable());
+  add(clean());
+  writer.finish(totals);
+}
+
+}  // namespace test_support

@@ -1,0 +1,125 @@
+#include "lint/SarifReport.h"
+
+#include <ostream>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "install/update_metadata_parser/Version.h"
+#include "tools/lint/SampleReports.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json reportOnAllSamples() {
+  std::ostringstream out;
+  SarifReport report(out);
+  test_support::writeAllSamples(report);
+  return Json::parse(out.str());
+}
+
+TEST(SarifReport, TellsEveryFindingThenTheFilesThenWhatCouldNotBeRead) {
+  Json log = reportOnAllSamples();
+  log["runs"][0].erase("tool");
+  EXPECT_EQ(log.dump(2), Json::parse(R"({
+    "$schema": "https://json.schemastore.org/sarif-2.1.0.json",
+    "version": "2.1.0",
+    "runs": [{
+      "columnKind": "unicodeCodePoints",
+      "results": [{
+        "ruleId": "null-section",
+        "ruleIndex": 16,
+        "level": "note",
+        "message": {"text": "A section is null. Look."},
+        "locations": [{"physicalLocation": {
+          "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
+          "region": {"startLine": 1, "startColumn": 1, "endLine": 1, "endColumn": 1,
+                     "byteOffset": 0, "byteLength": 0}}}]
+      }, {
+        "ruleId": "repeated-key",
+        "ruleIndex": 12,
+        "level": "warning",
+        "message": {"text": "The name '\u00fc' stands twice. Remove one of the two."},
+        "locations": [{
+          "physicalLocation": {
+            "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
+            "region": {"startLine": 4, "startColumn": 5, "endLine": 4, "endColumn": 8,
+                       "byteOffset": 46, "byteLength": 4}},
+          "logicalLocations": [
+            {"name": "package '\u00fc'", "fullyQualifiedName": "/extract/\u00fc"}]}],
+        "relatedLocations": [{
+          "id": 0,
+          "message": {"text": "The value that is kept stands here."},
+          "physicalLocation": {
+            "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
+            "region": {"startLine": 3, "startColumn": 5, "endLine": 3, "endColumn": 6,
+                       "byteOffset": 21, "byteLength": 1}}}]
+      }, {
+        "ruleId": "malformed-text",
+        "ruleIndex": 0,
+        "level": "error",
+        "message": {"text": "Expected 'true' or 'false' for '\ufffd\u001b'. Correct the text."},
+        "locations": [{
+          "physicalLocation": {
+            "artifactLocation": {"uri": "file:///srv/b%1B.json", "index": 1},
+            "region": {"startLine": 1, "startColumn": 8, "endLine": 1, "endColumn": 11,
+                       "byteOffset": 7, "byteLength": 3}},
+          "logicalLocations": [{"name": "member '\ufffd'", "fullyQualifiedName": "/\ufffd"}]}]
+      }],
+      "artifacts": [
+        {"location": {"uri": "a%20folder/update.json"}, "properties": {"loads": true}},
+        {"location": {"uri": "file:///srv/b%1B.json"}, "properties": {"loads": false,
+          "exception": {"type": "std::runtime_error",
+                        "text": "Error while parsing /srv/b\u001b.json"}}},
+        {"location": {"uri": "clean.json"}, "properties": {"loads": true}}
+      ],
+      "invocations": [{
+        "executionSuccessful": false,
+        "toolExecutionNotifications": [{
+          "level": "error",
+          "message": {"text": "Update MetaData Json file does not exist "},
+          "locations": [{"physicalLocation": {"artifactLocation": {"uri": "gone.json"}}}]}]
+      }]
+    }]
+  })")
+                             .dump(2));
+}
+
+TEST(SarifReport, DescribesTheCommandAndEveryRule) {
+  const Json driver = reportOnAllSamples()["runs"][0]["tool"]["driver"];
+  EXPECT_EQ(driver["name"], "update-metadata");
+  EXPECT_EQ(driver["version"], install::update_metadata_parser::version());
+  ASSERT_EQ(driver["rules"].size(), kRuleCount);
+  for (const RuleDescription& description : allRules()) {
+    const Json& rule = driver["rules"][static_cast<std::size_t>(description.rule)];
+    EXPECT_EQ(rule["id"], description.id);
+    EXPECT_EQ(rule["shortDescription"]["text"], std::string(description.summary) + '.');
+    EXPECT_EQ(rule["fullDescription"]["text"], description.explanation);
+    const std::string level =
+        description.severity == Severity::kInfo ? "note" : nameOf(description.severity);
+    EXPECT_EQ(rule["defaultConfiguration"]["level"], level);
+  }
+}
+
+// A region from the first line to the third, with characters of several bytes around its ends.
+TEST(SarifReport, GivesARegionOfSeveralLinesItsEndInCharacters) {
+  FileReport file = test_support::clean();
+  file.text = "\xC3\xBC [\n1\n\xF0\x9F\x97\xBA]\n";
+  file.findings.push_back(
+      {Rule::kWrongKind, Severity::kError, 3, 9, "/a", "item", "wrong", "right", {}});
+  std::ostringstream out;
+  SarifReport report(out);
+  report.write(file);
+  report.finish({});
+  EXPECT_EQ(
+      Json::parse(out.str())["runs"][0]["results"][0]["locations"][0]["physicalLocation"]["region"],
+      Json::parse(R"({"startLine": 1, "startColumn": 3, "endLine": 3, "endColumn": 3,
+                            "byteOffset": 3, "byteLength": 9})"));
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

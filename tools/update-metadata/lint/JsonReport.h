@@ -1,0 +1,27 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "lint/ReportWriter.h"
+
+namespace update_metadata_tool {
+
+/// Writes findings for programs, as one line of JSON for all files; docs/lint.md tells its shape.
+///
+/// What is not UTF-8 becomes U+FFFD. Memory does not grow with the number of files or findings.
+class JsonReport : public ReportWriter {
+ public:
+  explicit JsonReport(std::ostream& out);
+
+  void write(const FileReport& report) override;
+  void write(const UnreadableFile& file) override;
+  void finish(const Totals& totals) override;
+
+ private:
+  void separate();
+
+  std::ostream& out_;
+  bool isFirst_ = true;
+};
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace update_metadata_tool {
+
+/// A place in a text as people and the library count: only line feeds end a line.
+struct Position {
+  std::size_t line;    ///< from 1
+  std::size_t column;  ///< in bytes, from 1
+};
+
+/// Finds the lines of a text, which must stay where it is.
+class LineIndex {
+ public:
+  /// Linear in the size of the text.
+  explicit LineIndex(std::string_view text);
+
+  /// Where the byte of that offset stands. The end of the text is a place, too; an offset beyond it
+  /// counts as the end. Takes logarithmic time.
+  Position positionOf(std::size_t offset) const;
+
+  /// The text of a line without its line feed; `line` counts from 1.
+  std::string_view lineText(std::size_t line) const;
+
+ private:
+  std::string_view text_;
+  std::vector<std::size_t> lineBegins_;  ///< offset of the first byte of each line
+};
+
+}  // namespace update_metadata_tool

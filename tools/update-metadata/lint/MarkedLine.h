@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace update_metadata_tool {
+
+/// The part of a line around a place, and what is written below it to mark that place.
+struct MarkedLine {
+  std::string line;
+  std::string marks;  ///< blanks, then a caret, then as many tildes as there is more to mark
+};
+
+/// Shows `length` bytes, at least one, of `line` from `offset` on, so that the marks stand below
+/// them on a terminal.
+///
+/// Characters are shown as toVisible() does, tabs as blanks. The blanks at the beginning are left
+/// out, and of a long line what is far from the place: "..." stands for it. Both texts are at most
+/// about 80 columns wide. Takes no longer for a longer line.
+///
+/// \param line    without its line feed
+/// \param offset  at most the size of the line, behind which there is a place, too
+MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t length);
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "lint/Finding.h"
+
+namespace update_metadata_tool {
+
+/// A file that could not be read, so that nothing is known of its content.
+struct UnreadableFile {
+  std::string file;  ///< as the user named it
+  ForeseenException exception;
+  std::string advice;  ///< what to do, in the form of a finding's
+};
+
+/// What was found in all files.
+struct Totals {
+  std::size_t files = 0;
+  std::size_t loads = 0;       ///< files that the library loads
+  std::size_t unreadable = 0;  ///< files that could not be read
+  std::size_t errors = 0;
+  std::size_t warnings = 0;
+  std::size_t infos = 0;
+
+  void count(const FileReport& report);
+  void count(const UnreadableFile& file);
+};
+
+/// Writes what was found in one form, file by file, so that no file's text is kept for another.
+class ReportWriter {
+ public:
+  ReportWriter() = default;
+  virtual ~ReportWriter() = default;
+  ReportWriter(const ReportWriter&) = delete;
+  ReportWriter& operator=(const ReportWriter&) = delete;
+
+  virtual void write(const FileReport& report) = 0;
+  virtual void write(const UnreadableFile& file) = 0;
+
+  /// Ends the report. Called once, after every file.
+  virtual void finish(const Totals& totals) = 0;
+};
+
+}  // namespace update_metadata_tool

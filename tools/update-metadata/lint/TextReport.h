@@ -1,0 +1,52 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "lint/ReportWriter.h"
+
+namespace update_metadata_tool {
+
+class LineIndex;
+
+/// Writes findings for people, in the form of a compiler's, so that editors understand it:
+///
+///     update.json:12:7: warning: the key "engine" stands twice in this object [repeated-key]
+///       "engine": { "size": 1, "uncompressedBytes": 1 }
+///       ^~~~~~~~
+///       in: package 'engine' to extract of component 'core'
+///       at: /components/core/extract/engine
+///       help: remove the value that is not meant
+///     update.json:11:7: note: the value that is kept stands here
+///       "engine": { "size": 2, "uncompressedBytes": 2 },
+///       ^
+///
+/// Then, for each file, what the library does with it, and in the end one line for all files. What
+/// comes from a document is shown as toVisible() does.
+class TextReport : public ReportWriter {
+ public:
+  /// \param isColoured  whether `out` is a terminal that shall show colours
+  TextReport(std::ostream& out, bool isColoured) : out_(out), isColoured_(isColoured) {}
+
+  void write(const FileReport& report) override;
+
+  /// Writes nothing: the reason is written to standard error.
+  void write(const UnreadableFile& file) override;
+
+  void finish(const Totals& totals) override;
+
+ private:
+  enum class Colour { kPlace, kError, kWarning, kInfo, kMark };
+
+  static Colour colourOf(Severity severity);
+  std::string painted(const std::string& text, Colour colour) const;
+  void writeFinding(const std::string& file, const LineIndex& lines, const Finding& finding);
+  void writePlace(const std::string& file, const LineIndex& lines, std::size_t offset);
+  void writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length);
+  void writeVerdict(const std::string& file, const FileReport& report);
+
+  std::ostream& out_;
+  bool isColoured_;
+};
+
+}  // namespace update_metadata_tool
