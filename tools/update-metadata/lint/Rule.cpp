@@ -11,9 +11,8 @@ quotation marks, a number that ends in its decimal point, a bracket that is
 never closed.
 
 The library reads nothing of such a document and fails with "Error while parsing
-" and the path. Its text reader knows more; the linter shows that message in
-full. What comes after the fault is not judged, because nobody knows what was
-meant.
+PATH". Its text reader knows more; the linter shows that message in full. What
+comes after the fault is not judged, because nobody knows what was meant.
 
     {"delete": ["core",], "extract": []}
 
@@ -23,7 +22,7 @@ JSON marks the same place.)"},
      "Something stands before or after the document's object",
      R"(A document is one JSON object, from the first byte to the last. A byte-order
 mark or white space before it, a final line feed or any other text after it
-makes the library refuse it with "Error while parsing " and the path.
+makes the library refuse it with "Error while parsing PATH".
 
 Most editors add a final line feed, some a byte-order mark, without being asked.
 
@@ -34,8 +33,8 @@ around the object. Tell the editor to keep the end of such files as it is (in
 .editorconfig: insert_final_newline = false).)"},
     {Rule::kNotAnObject, "not-an-object", Severity::kError, "The document is not a JSON object",
      R"(The text is well-formed, but its value is an array, a string, a number, true,
-false or null. The library refuses it with "Error while parsing " and the path,
-as if it were malformed.
+false or null. The library refuses it with "Error while parsing PATH", as if it
+were malformed.
 
     [{"metadata": ...}]
 
@@ -45,8 +44,8 @@ What to do: put the sections "metadata", "components", "products" and
      "A member \"qztype\" is not a string",
      R"(In every object, at whatever depth, a member "qztype" names the type of the
 integers in the member "qzdata" beside it. Its value must be a string. Anything
-else makes the library refuse the whole document with "Error while parsing " and
-the path, even where the object itself would be ignored.
+else makes the library refuse the whole document with "Error while parsing
+PATH", even where the object itself would be ignored.
 
     {"qztype": 64, "qzdata": [1, 2]}
 
@@ -57,7 +56,7 @@ What to do: write one of "int8", "int16", "int32", "int64", "uint8", "uint16",
      R"(In an object whose "qztype" names an integer type, the member "qzdata" must be
 an array of integers without fraction, exponent or leading zeros. It does not
 matter which of the two comes first. Anything else makes the library refuse the
-whole document with "Error while parsing " and the path.
+whole document with "Error while parsing PATH".
 
     {"qztype": "int64", "qzdata": [1, 2.5]}
 
