@@ -68,9 +68,7 @@ inline update_metadata_tool::FileReport clean() {
 }
 
 inline update_metadata_tool::UnreadableFile unreadable() {
-  return {"gone.json",
-          {"std::runtime_error", "Update MetaData Json file does not exist "},
-          "check the path"};
+  return {"gone.json", {"std::runtime_error", "Update MetaData Json file does not exist "}};
 }
 
 /// Gives a writer all of these and ends the report.

@@ -14,20 +14,29 @@
 namespace update_metadata_tool {
 namespace {
 
+void goOn(const LintOptions& options) {
+  if (options.onProgress) {
+    options.onProgress();
+  }
+}
+
 void checkDocument(const SourceTree& tree, const LintOptions& options, FindingList& findings) {
   checkEncoding(tree, findings);
   SourceDocument document(tree);
   checkRepeatedKeys(document, findings);
+  goOn(options);
   const Sections sections = checkTop(document, findings);
   if (sections.components) {
     checkComponents(document, *sections.components, findings);
   }
+  goOn(options);
   if (sections.products) {
     checkProducts(document, *sections.products, findings);
   }
   if (sections.files) {
     checkFiles(document, *sections.files, findings);
   }
+  goOn(options);
   // Half a document says nothing of what does not fit together.
   if (tree.isWhole()) {
     checkReferences(document, sections, findings);
@@ -45,9 +54,11 @@ FileReport lintDocument(std::string file, std::string text, const LintOptions& o
   report.text = std::move(text);
   report.exception = foreseeLoading(report.file, report.text);
   report.loads = !report.exception;
+  goOn(options);
   FindingList findings;
   std::string mended;
   const SourceTree tree = readMending(report.text, mended, report.readerMessage, findings);
+  goOn(options);
   if (!tree.nodes().empty()) {
     checkDocument(tree, options, findings);
   }

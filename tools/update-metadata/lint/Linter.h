@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -10,6 +11,9 @@ namespace update_metadata_tool {
 struct LintOptions {
   /// Where the product data are, to look the document's products up in; not looked up without it.
   std::optional<std::u16string> productData;
+
+  /// Called again and again while a document is checked, if there is something to call.
+  std::function<void()> onProgress;
 };
 
 /// Finds every fault of one document and asks the library what it will do with it.

@@ -11,7 +11,6 @@ namespace update_metadata_tool {
 struct UnreadableFile {
   std::string file;  ///< as the user named it
   ForeseenException exception;
-  std::string advice;  ///< what to do, in the form of a finding's
 };
 
 /// What was found in all files.

@@ -1,0 +1,217 @@
+#include "lint/LintCommand.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::runTool;
+using test_support::TemporaryFolder;
+using test_support::ToolRun;
+using test_support::ToolSurroundings;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr int kDone = static_cast<int>(ExitCode::kDone);
+constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+
+// Ends right after its brace, names everything that it describes, and has nothing odd.
+const std::string kGoodDocument =
+    R"({"metadata":{"arch":"x","base":)"
+    R"({"zelvan_version":"","date":"","version":"1","prerelease":false,"release":"F",)"
+    R"("checksum":"","description":"","update":0},"target":)"
+    R"({"zelvan_version":"","date":"","version":"2","prerelease":false,"release":"F",)"
+    R"("checksum":"","description":"","update":1}},)"
+    R"("components":{"c":{"delete":{},"extract":{"e":{"size":1,"uncompressedBytes":1}}}},)"
+    R"("products":{"p":{"delete":[],"extract":["c"]}},"componentsWithFilesDeleted":{}})";
+
+/// A folder with a good document, a bad one and things that cannot be read.
+class Lint : public ::testing::Test {
+ protected:
+  Lint() {
+    folder_.writeFile("good.json", kGoodDocument);
+    folder_.writeFile("bad.json", kGoodDocument + "\n");
+    folder_.makeFolder("folder");
+    around_.folder = folder_.nativePath();
+  }
+
+  ToolRun lint(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), "lint");
+    return runTool(arguments, around_);
+  }
+
+  TemporaryFolder folder_;
+  ToolSurroundings around_;
+};
+
+TEST_F(Lint, EndsWith0WhenThereIsNothingToSay) {
+  EXPECT_EQ(lint({"good.json"}), (ToolRun{kDone,
+                                          "good.json: the library loads this document\n"
+                                          "1 file: 1 loads; 0 errors, 0 warnings, 0 infos\n",
+                                          ""}));
+}
+
+TEST_F(Lint, EndsWith1AndTellsTheLibrarysTextWhenADocumentDoesNotLoad) {
+  const ToolRun run = lint({"good.json", "bad.json"});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_EQ(run.err, "");
+  EXPECT_THAT(run.out, HasSubstr("\nbad.json: the library refuses this document with "
+                                 "std::runtime_error: \"Error while parsing bad.json\"\n"));
+  EXPECT_THAT(run.out, HasSubstr("\n2 files: 1 loads, 1 does not load; 1 error, 0 warnings, "));
+}
+
+TEST_F(Lint, EndsWith2AndLintsTheOtherFilesWhenOneCannotBeRead) {
+  const ToolRun run = lint({"gone.json", "good.json", "folder"});
+  EXPECT_EQ(run, (ToolRun{kTrouble,
+                          "good.json: the library loads this document\n"
+                          "3 files: 1 loads, 2 could not be read; 0 errors, 0 warnings, 0 infos\n",
+                          "Update MetaData Json file does not exist \n"
+                          "update-metadata: 'gone.json' could not be loaded; check the path\n" +
+                              lint({"folder"}).err}));
+  EXPECT_THAT(run.err, HasSubstr("\nupdate-metadata: 'folder' could not be loaded; "));
+}
+
+TEST_F(Lint, TellsOfUnreadableFilesInEveryFormat) {
+  const ToolRun json = lint({"gone.json", "--format", "json"});
+  EXPECT_EQ(json.exitCode, kTrouble);
+  EXPECT_THAT(json.out, HasSubstr(R"({"file":"gone.json","loads":false,"exception":)"
+                                  R"({"type":"std::runtime_error","text":)"
+                                  R"("Update MetaData Json file does not exist "})"));
+  const ToolRun sarif = lint({"gone.json", "--format=sarif"});
+  EXPECT_EQ(sarif.exitCode, kTrouble);
+  EXPECT_THAT(sarif.out, HasSubstr(R"("executionSuccessful":false)"));
+}
+
+TEST_F(Lint, ReadsStandardInputAsADash) {
+  around_.inFile = folder_.nativePath("good.json");
+  EXPECT_EQ(lint({"-"}), (ToolRun{kDone,
+                                  "-: the library loads this document\n"
+                                  "1 file: 1 loads; 0 errors, 0 warnings, 0 infos\n",
+                                  ""}));
+}
+
+TEST_F(Lint, ReportsStandardInputThatCannotBeRead) {
+  around_.inFile = folder_.nativePath("folder");
+  const ToolRun run = lint({"-"});
+  EXPECT_EQ(run.exitCode, kTrouble);
+  EXPECT_THAT(run.err, HasSubstr("\nupdate-metadata: '-' could not be loaded; "));
+}
+
+TEST_F(Lint, TakesTheSeveritiesThatItIsTold) {
+  EXPECT_THAT(lint({"--list-rules"}).out,
+              HasSubstr("\nnull-section                  info     A section is null\n"));
+  EXPECT_THAT(lint({"--list-rules", "--severity", "null-section=error"}).out,
+              HasSubstr("\nnull-section                  error    A section is null\n"));
+}
+
+TEST_F(Lint, DoesNotTakeTheFileForASecondSeverity) {
+  EXPECT_EQ(lint({"--severity", "null-section=off", "--severity", "empty-name=off", "good.json"}),
+            lint({"good.json"}));
+}
+
+// --- the terminal ---------------------------------------------------------------------------
+
+TEST_F(Lint, UsesColoursOnATerminal) {
+  around_.isOnTerminal = true;
+  around_.environment = {"TERM=xterm", "NO_COLOR="};
+  EXPECT_THAT(lint({"bad.json"}).out, HasSubstr("\x1B[1;31merror:\x1B[m "));
+}
+
+TEST_F(Lint, UsesNoColoursWhereTheyAreNotWanted) {
+  EXPECT_THAT(lint({"bad.json"}).out, Not(HasSubstr("\x1B")));
+  around_.isOnTerminal = true;
+  around_.environment = {"TERM=xterm", "NO_COLOR=1"};
+  EXPECT_THAT(lint({"bad.json"}).out, Not(HasSubstr("\x1B")));
+  around_.environment = {"TERM=dumb", "NO_COLOR="};
+  EXPECT_THAT(lint({"bad.json"}).out, Not(HasSubstr("\x1B")));
+}
+
+// --- rules ----------------------------------------------------------------------------------
+
+TEST_F(Lint, ListsEveryRule) {
+  const ToolRun run = lint({"--list-rules"});
+  EXPECT_EQ(run.exitCode, kDone);
+  for (const RuleDescription& description : allRules()) {
+    EXPECT_THAT(run.out, HasSubstr(description.id));
+    EXPECT_THAT(run.out, HasSubstr(std::string("  ") + description.summary + '\n'));
+  }
+}
+
+TEST_F(Lint, ExplainsEveryRule) {
+  for (const RuleDescription& description : allRules()) {
+    EXPECT_EQ(lint({"--explain", description.id}),
+              (ToolRun{kDone,
+                       std::string(description.id) + " (" + nameOf(description.severity) +
+                           "): " + description.summary + "\n\n" + description.explanation + '\n',
+                       ""}));
+  }
+}
+
+// --- wrong usage ----------------------------------------------------------------------------
+
+struct WrongUsage {
+  const char* name;
+  std::vector<std::string> arguments;
+  const char* complaint;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
+  return out << row.name;
+}
+
+class WrongUsageOfLint : public Lint, public ::testing::WithParamInterface<WrongUsage> {};
+
+TEST_P(WrongUsageOfLint, IsRefusedBeforeAnythingIsDone) {
+  const ToolRun run = lint(GetParam().arguments);
+  EXPECT_EQ(run.exitCode, kTrouble);
+  EXPECT_EQ(run.out, "");
+  EXPECT_THAT(run.err, StartsWith(GetParam().complaint));
+  EXPECT_THAT(run.err, HasSubstr("Run with --help for more information.\n"));
+}
+
+const WrongUsage kWrongUsages[] = {
+    {"NoFile", {}, "FILE is required\n"},
+    {"NoFileButOptions", {"--strict"}, "FILE is required\n"},
+    {"StandardInputTwice", {"-", "good.json", "-"}, "FILE: standard input (-) can be read only "},
+    {"NameThatIsNotUtf8", {"\xFF"}, "FILE: the argument is not UTF-8"},
+    {"UnknownFormat", {"--format", "xml", "good.json"}, "--format: "},
+    {"UnknownOption", {"--quiet", "good.json"}, "The following argument was not expected: --quiet"},
+    {"UnknownRuleToExplain", {"--explain", "x"}, "--explain: 'x' is no rule; --list-rules lists"},
+    {"RuleToExplainAndFile", {"--explain", "null-value", "good.json"}, "FILE excludes --explain"},
+    {"RulesToListAndFile", {"--list-rules", "good.json"}, "FILE excludes --list-rules"},
+    {"RulesToListAndToExplain",
+     {"--list-rules", "--explain", "null-value"},
+     "--explain excludes --list-rules"},
+    {"SeverityOfNoRule", {"--severity", "x=off", "good.json"}, "--severity: 'x' is no rule; "},
+    {"NoSeverity", {"--severity", "null-value=x", "good.json"}, "--severity: 'x' is no severity; "},
+};
+INSTANTIATE_TEST_SUITE_P(Usages, WrongUsageOfLint, ::testing::ValuesIn(kWrongUsages),
+                         [](const auto& row) { return row.param.name; });
+
+// --- output that is not written -------------------------------------------------------------
+
+class OutputOfLint : public Lint, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(OutputOfLint, ThatCannotBeWrittenIsNoticed) {
+  around_.outFile = "/dev/full";
+  EXPECT_EQ(lint({"good.json", "--format", GetParam()}),
+            (ToolRun{kFailed, "",
+                     "update-metadata: standard output could not be written: No space left on "
+                     "device; what was written is not complete\n"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, OutputOfLint, ::testing::Values("text", "json", "sarif"),
+                         [](const auto& row) { return std::string(row.param); });
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,92 @@
+#include "lint/SeveritySettings.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace update_metadata_tool {
+namespace {
+
+Finding findingOf(Rule rule) {
+  return {rule, describe(rule).severity, 0, 1, "", "", "", "", {}};
+}
+
+// What is left of a finding of each of four rules, as "id severity".
+std::vector<std::string> settle(const SeveritySettings& settings) {
+  FileReport report{"", "", true, std::nullopt, "", {}};
+  for (const Rule rule :
+       {Rule::kNullValue, Rule::kRepeatedKey, Rule::kNullSection, Rule::kEmptyName}) {
+    report.findings.push_back(findingOf(rule));
+  }
+  settings.applyTo(report);
+  std::vector<std::string> left;
+  for (const Finding& finding : report.findings) {
+    left.push_back(std::string(describe(finding.rule).id) + ' ' + nameOf(finding.severity));
+  }
+  return left;
+}
+
+using Left = std::vector<std::string>;
+
+TEST(SeveritySettings, LeaveEveryRuleItsOwnSeverityAtFirst) {
+  EXPECT_EQ(settle({}), (Left{"null-value error", "repeated-key warning", "null-section info",
+                              "empty-name warning"}));
+}
+
+TEST(SeveritySettings, ChangeTheChosenRulesAlone) {
+  SeveritySettings settings;
+  EXPECT_EQ(settings.add("null-value=info"), "");
+  EXPECT_EQ(settings.add("null-section=error"), "");
+  EXPECT_EQ(settle(settings), (Left{"null-value info", "repeated-key warning", "null-section error",
+                                    "empty-name warning"}));
+  EXPECT_EQ(settings.severityOf(Rule::kNullSection), Severity::kError);
+  EXPECT_EQ(settings.severityOf(Rule::kEmptyName), Severity::kWarning);
+}
+
+TEST(SeveritySettings, RemoveTheFindingsOfRulesThatAreOff) {
+  SeveritySettings settings;
+  EXPECT_EQ(settings.add("null-value=off"), "");
+  EXPECT_EQ(settings.add("empty-name=off"), "");
+  EXPECT_EQ(settle(settings), (Left{"repeated-key warning", "null-section info"}));
+}
+
+TEST(SeveritySettings, TakeTheLastChoiceForARule) {
+  SeveritySettings settings;
+  EXPECT_EQ(settings.add("repeated-key=off"), "");
+  EXPECT_EQ(settings.add("repeated-key=error"), "");
+  EXPECT_EQ(settings.severityOf(Rule::kRepeatedKey), Severity::kError);
+}
+
+struct WrongChoice {
+  const char* name;
+  std::string choice;
+  std::string complaint;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrongChoice& row) {
+  return out << row.name;
+}
+
+class WrongChoices : public ::testing::TestWithParam<WrongChoice> {};
+
+TEST_P(WrongChoices, AreRefusedWithTheReason) {
+  EXPECT_EQ(SeveritySettings().add(GetParam().choice), GetParam().complaint);
+}
+
+const WrongChoice kWrongChoices[] = {
+    {"Empty", "", "'(empty)' is not of the form RULE=SEVERITY"},
+    {"RuleAlone", "null-value", "'null-value' is not of the form RULE=SEVERITY"},
+    {"UnknownRule", "null=off", "'null' is no rule; --list-rules lists them"},
+    {"NoRule", "=off", "'(empty)' is no rule; --list-rules lists them"},
+    {"UnknownSeverity", "null-value=fatal",
+     "'fatal' is no severity; it is one of off, info, warning and error"},
+    {"TwoSigns", "null-value=off=off",
+     "'off=off' is no severity; it is one of off, info, warning and error"},
+};
+INSTANTIATE_TEST_SUITE_P(Choices, WrongChoices, ::testing::ValuesIn(kWrongChoices),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace update_metadata_tool {
+
+/// What stands for standard input in place of a file.
+constexpr const char* kStandardInput = "-";
+
+/// Reads all bytes of a file, or of standard input.
+///
+/// A file is read as the library reads it, so that what is thrown is what the library throws.
+///
+/// \pre `file` is UTF-8
+std::string readDocument(const std::string& file);
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,198 @@
+#include "lint/LintCommand.h"
+
+#include <algorithm>
+#include <exception>
+#include <ios>
+#include <new>
+#include <ostream>
+#include <variant>
+
+#include "Advice.h"
+#include "Arguments.h"
+#include "Terminal.h"
+#include "Text.h"
+#include "lint/DocumentText.h"
+#include "lint/JsonReport.h"
+#include "lint/Linter.h"
+#include "lint/ProgressLine.h"
+#include "lint/RuleHelp.h"
+#include "lint/SarifReport.h"
+#include "lint/TextReport.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kText = "text";
+constexpr const char* kJson = "json";
+constexpr const char* kSarif = "sarif";
+
+constexpr const char* kExamples = R"(Examples:
+  update-metadata lint update.json
+  update-metadata lint releases/*.json --product-data /srv/product-data
+  update-metadata lint --strict --severity unlisted-member=off update.json
+  update-metadata lint --format sarif update.json > update.sarif
+  generate-update | update-metadata lint -
+  update-metadata lint --explain repeated-key
+
+Exit status: 0 there are no errors, 1 there are errors (with --strict also for warnings) or the
+output could not be written, 2 wrong usage or a file that cannot be read.)";
+
+CLI::Validator isSeverityChoice() {
+  return CLI::Validator([](const std::string& choice) { return SeveritySettings().add(choice); },
+                        "");
+}
+
+CLI::Validator isRule() {
+  const auto refuse = [](const std::string& id) {
+    return findRule(id) ? std::string()
+                        : "'" + toVisible(id) + "' is no rule; --list-rules lists them";
+  };
+  return CLI::Validator(refuse, "");
+}
+
+template <class Exception>
+bool isA(const std::exception& failure) {
+  return dynamic_cast<const Exception*>(&failure) != nullptr;
+}
+
+ForeseenException toForeseen(const std::exception& failure) {
+  const char* type = "std::runtime_error";
+  if (isA<std::ios_base::failure>(failure)) {
+    type = "std::ios_base::failure";
+  } else if (isA<std::bad_alloc>(failure)) {
+    type = "std::bad_alloc";
+  }
+  return {type, failure.what()};
+}
+
+using Outcome = std::variant<FileReport, UnreadableFile>;
+
+// Lints one file. One that cannot be read is told on `err`.
+Outcome lintFile(const std::string& file, const LintOptions& options, ProgressLine& progress,
+                 std::ostream& err) {
+  try {
+    return lintDocument(file, readDocument(file), options);
+  } catch (const std::exception& failure) {
+    progress.clear();
+    reportUnloaded(failure, toUtf16(file), err);
+    return UnreadableFile{file, toForeseen(failure)};
+  }
+}
+
+}  // namespace
+
+LintCommand::LintCommand(CLI::App& app)
+    : Command(app, "lint",
+              "Find every fault of documents and tell whether the library loads them") {
+  const CLI::Validator isText = isUtf8Argument();
+  subcommand()
+      .add_option("FILE", files_, "The documents (JSON) to lint; - is standard input")
+      ->type_name("")
+      ->check(isText);
+  subcommand()
+      .add_option("--product-data", productData_,
+                  "Folder with the product data, to check the names of products against")
+      ->type_name("DIR")
+      ->check(isText);
+  subcommand()
+      .add_option("--format", format_,
+                  "Write 'text' for people, 'json' for programs or 'sarif' for code-review systems")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({kText, kJson, kSarif}))
+      ->capture_default_str();
+  subcommand()
+      .add_option(
+          "--severity", severities_,
+          "Take the findings of a rule as 'info', 'warning' or 'error', or switch it 'off'; "
+          "may be repeated")
+      ->type_name("RULE=SEVERITY")
+      ->allow_extra_args(false)
+      ->check(isSeverityChoice());
+  subcommand().add_flag("--strict", isStrict_, "End with 1 for warnings, too");
+  subcommand()
+      .add_option("--explain", explained_, "Explain a rule and end")
+      ->type_name("RULE")
+      ->check(isRule());
+  subcommand().add_flag("--list-rules", listsRules_, "List every rule with its severity and end");
+  subcommand().final_callback([this] { checkArguments(); });
+  subcommand().footer(kExamples);
+}
+
+void LintCommand::checkArguments() const {
+  if (explained_ && listsRules_) {
+    throw CLI::ExcludesError("--explain", "--list-rules");
+  }
+  const bool isHelp = explained_ || listsRules_;
+  if (files_.empty() && !isHelp) {
+    throw CLI::RequiredError("FILE");
+  }
+  if (!files_.empty() && isHelp) {
+    throw CLI::ExcludesError("FILE", explained_ ? "--explain" : "--list-rules");
+  }
+  if (std::count(files_.begin(), files_.end(), kStandardInput) > 1) {
+    throw CLI::ValidationError("FILE", "standard input (-) can be read only once");
+  }
+}
+
+SeveritySettings LintCommand::makeSettings() const {
+  SeveritySettings settings;
+  for (const std::string& choice : severities_) {
+    settings.add(choice);
+  }
+  return settings;
+}
+
+std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
+  if (format_ == kJson) {
+    return std::make_unique<JsonReport>(out);
+  }
+  if (format_ == kSarif) {
+    return std::make_unique<SarifReport>(out);
+  }
+  return std::make_unique<TextReport>(out, isOutputColoured());
+}
+
+Totals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
+  const SeveritySettings settings = makeSettings();
+  ProgressLine progress(err, isErrorTerminal(), files_.size());
+  const LintOptions options{toOptionalUtf16(productData_), [&progress] { progress.goOn(); }};
+  Totals totals;
+  for (const std::string& file : files_) {
+    progress.beginFile();
+    Outcome outcome = lintFile(file, options, progress, err);
+    progress.clear();
+    if (auto* const report = std::get_if<FileReport>(&outcome)) {
+      settings.applyTo(*report);
+    }
+    std::visit(
+        [&](const auto& told) {
+          totals.count(told);
+          writer.write(told);
+        },
+        outcome);
+  }
+  return totals;
+}
+
+ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
+  if (listsRules_ || explained_) {
+    if (explained_) {
+      writeExplanation(*findRule(*explained_), makeSettings(), out);
+    } else {
+      writeRuleList(makeSettings(), out);
+    }
+    out.flush();
+    return ExitCode::kDone;
+  }
+  const std::unique_ptr<ReportWriter> writer = makeWriter(out);
+  const Totals totals = lintFiles(*writer, err);
+  writer->finish(totals);
+  out.flush();
+  if (totals.unreadable != 0) {
+    return ExitCode::kTrouble;
+  }
+  const bool isClean = totals.errors == 0 && (!isStrict_ || totals.warnings == 0);
+  return isClean ? ExitCode::kDone : ExitCode::kFailed;
+}
+
+}  // namespace update_metadata_tool

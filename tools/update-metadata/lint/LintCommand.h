@@ -1,0 +1,43 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "ExitCode.h"
+#include "lint/ReportWriter.h"
+#include "lint/SeveritySettings.h"
+
+namespace update_metadata_tool {
+
+/// The subcommand `lint`: finds every fault of documents and says what the library does with them.
+class LintCommand : public Command {
+ public:
+  explicit LintCommand(CLI::App& app);
+
+  /// A file that cannot be read is told on `err`: the first line is the exception's text as it
+  /// stands, the second one says which file it is about and what to do. The others are linted all
+  /// the same.
+  ExitCode run(std::ostream& out, std::ostream& err) const override;
+
+ private:
+  void checkArguments() const;
+  SeveritySettings makeSettings() const;
+  std::unique_ptr<ReportWriter> makeWriter(std::ostream& out) const;
+  Totals lintFiles(ReportWriter& writer, std::ostream& err) const;
+
+  std::vector<std::string> files_;
+  std::optional<std::string> productData_;
+  std::string format_ = "text";
+  std::vector<std::string> severities_;
+  bool isStrict_ = false;
+  std::optional<std::string> explained_;
+  bool listsRules_ = false;
+};
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,40 @@
+#include "lint/RuleHelp.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace update_metadata_tool {
+namespace {
+
+std::string padded(std::string_view text, std::size_t width) {
+  std::string result(text);
+  result.resize(std::max(width, text.size()), ' ');
+  return result;
+}
+
+}  // namespace
+
+void writeRuleList(const SeveritySettings& settings, std::ostream& out) {
+  constexpr std::size_t kSeverityWidth = std::string_view("warning").size();
+  std::size_t idWidth = 0;
+  for (const RuleDescription& description : allRules()) {
+    idWidth = std::max(idWidth, std::string_view(description.id).size());
+  }
+  for (const RuleDescription& description : allRules()) {
+    out << padded(description.id, idWidth) << "  "
+        << padded(nameOf(settings.severityOf(description.rule)), kSeverityWidth) << "  "
+        << description.summary << '\n';
+  }
+}
+
+void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream& out) {
+  const RuleDescription& description = describe(rule);
+  out << description.id << " (" << nameOf(settings.severityOf(rule)) << "): " << description.summary
+      << "\n\n"
+      << description.explanation << '\n';
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "lint/SeveritySettings.h"
+
+namespace update_metadata_tool {
+
+/// Writes one line for each rule: its id, its severity under these settings, its summary.
+void writeRuleList(const SeveritySettings& settings, std::ostream& out);
+
+/// Writes everything that is told of one rule.
+void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream& out);
+
+}  // namespace update_metadata_tool
