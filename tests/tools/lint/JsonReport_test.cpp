@@ -1,5 +1,6 @@
 #include "lint/JsonReport.h"
 
+#include <cstddef>
 #include <sstream>
 #include <string>
 
@@ -24,7 +25,7 @@ TEST(JsonReport, TellsEverythingInOneLine) {
       "stands twice\",\"advice\":\"remove one of the two\",\"line\":4,\"column\":5,\"offset\":46,"
       "\"pointer\":\"/extract/\xC3\xBC\",\"length\":4,\"item\":\"package '\xC3\xBC'\","
       R"("related":[{"message":"the value that is kept stands here",)"
-      R"("line":3,"column":5,"offset":21}]}],"readable":true,"readerMessage":null},)"
+      R"("line":3,"column":5,"offset":21}]}],"readable":true,"readerMessage":null,"omitted":{}},)"
       R"({"file":"/srv/b\u001b.json","loads":false,"exception":{"type":"std::runtime_error",)"
       R"("text":"Error while parsing /srv/b\u001b.json"},"findings":[{"rule":"malformed-text",)"
       "\"severity\":\"error\",\"message\":\"expected 'true' or 'false' for '\xEF\xBF\xBD\\u001b'\","
@@ -32,14 +33,27 @@ TEST(JsonReport, TellsEverythingInOneLine) {
       "\"pointer\":\"/\xEF\xBF\xBD\",\"length\":3,\"item\":\"member '\xEF\xBF\xBD'\","
       R"("related":[]}],"readable":true,)"
       R"("readerMessage":"JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, )"
-      "Column 8)\\n\\t\\t{\\\"\xEF\xBF\xBD\\\": tru}\\n\\t       ^\"},"
+      "Column 8)\\n\\t\\t{\\\"\xEF\xBF\xBD\\\": tru}\\n\\t       ^\",\"omitted\":{}},"
       R"({"file":"gone.json","loads":false,"exception":{"type":"std::runtime_error",)"
       R"("text":"Update MetaData Json file does not exist "},"findings":[],"readable":false,)"
-      R"("readerMessage":null},)"
+      R"("readerMessage":null,"omitted":{}},)"
       R"({"file":"clean.json","loads":true,"exception":null,"findings":[],"readable":true,)"
-      R"("readerMessage":null}],)"
+      R"("readerMessage":null,"omitted":{}}],)"
       R"("totals":{"files":4,"loads":2,"unreadable":1,"errors":1,"warnings":1,"infos":1}})"
       "\n");
+}
+
+TEST(JsonReport, CountsTheFindingsThatAreOmitted) {
+  FileReport file = test_support::clean();
+  file.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 3;
+  file.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 1;
+  std::ostringstream out;
+  JsonReport report(out);
+  report.write(file);
+  EXPECT_EQ(out.str(),
+            R"({"version":1,"files":[{"file":"clean.json","loads":true,"exception":null,)"
+            R"("findings":[],"readable":true,"readerMessage":null,)"
+            R"("omitted":{"null-section":1,"empty-name":3}})");
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ inline const std::string kRepeatedKeyText =
     "  }\n"
     "}";
 
-/// A document that loads, with a warning that speaks of two places and an info without a place.
+/// A document that loads, with a warning that speaks of two places and an info about no byte.
 inline update_metadata_tool::FileReport repeatedKey() {
   using update_metadata_tool::Rule;
   using update_metadata_tool::Severity;
@@ -37,7 +37,8 @@ inline update_metadata_tool::FileReport repeatedKey() {
             "package '\xC3\xBC'",
             "the name '\xC3\xBC' stands twice",
             "remove one of the two",
-            {{kept, "the value that is kept stands here"}}}}};
+            {{kept, "the value that is kept stands here"}}}},
+          {}};
 }
 
 /// A document that does not load, with what no terminal and no JSON may get: control characters and
@@ -64,7 +65,7 @@ inline update_metadata_tool::FileReport malformedText() {
 }
 
 inline update_metadata_tool::FileReport clean() {
-  return {"clean.json", "{}", true, std::nullopt, "", {}};
+  return {"clean.json", "{}", true, std::nullopt, "", {}, {}};
 }
 
 inline update_metadata_tool::UnreadableFile unreadable() {
@@ -73,15 +74,15 @@ inline update_metadata_tool::UnreadableFile unreadable() {
 
 /// Gives a writer all of these and ends the report.
 inline void writeAllSamples(update_metadata_tool::ReportWriter& writer) {
-  update_metadata_tool::Totals totals;
-  const auto add = [&](const auto& file) {
-    totals.count(file);
+  update_metadata_tool::LintTotals totals;
+  for (const auto& file : {repeatedKey(), malformedText()}) {
+    totals.count(file, {});
     writer.write(file);
-  };
-  add(repeatedKey());
-  add(malformedText());
-  add(unreadable());
-  add(clean());
+  }
+  totals.count(unreadable());
+  writer.write(unreadable());
+  totals.count(clean(), {});
+  writer.write(clean());
   writer.finish(totals);
 }
 

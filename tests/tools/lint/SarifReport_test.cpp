@@ -71,11 +71,13 @@ TEST(SarifReport, TellsEveryFindingThenTheFilesThenWhatCouldNotBeRead) {
           "logicalLocations": [{"name": "member '\ufffd'", "fullyQualifiedName": "/\ufffd"}]}]
       }],
       "artifacts": [
-        {"location": {"uri": "a%20folder/update.json"}, "properties": {"loads": true}},
+        {"location": {"uri": "a%20folder/update.json"}, "properties":
+          {"loads": true, "exception": null, "omitted": {}}},
         {"location": {"uri": "file:///srv/b%1B.json"}, "properties": {"loads": false,
           "exception": {"type": "std::runtime_error",
-                        "text": "Error while parsing /srv/b\u001b.json"}}},
-        {"location": {"uri": "clean.json"}, "properties": {"loads": true}}
+                        "text": "Error while parsing /srv/b\u001b.json"}, "omitted": {}}},
+        {"location": {"uri": "clean.json"}, "properties":
+          {"loads": true, "exception": null, "omitted": {}}}
       ],
       "invocations": [{
         "executionSuccessful": false,

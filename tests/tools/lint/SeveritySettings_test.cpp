@@ -1,10 +1,14 @@
 #include "lint/SeveritySettings.h"
 
+#include <cstddef>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "lint/ReportWriter.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -15,7 +19,7 @@ Finding findingOf(Rule rule) {
 
 // What is left of a finding of each of four rules, as "id severity".
 std::vector<std::string> settle(const SeveritySettings& settings) {
-  FileReport report{"", "", true, std::nullopt, "", {}};
+  FileReport report = {"", "", true, std::nullopt, "", {}, {}};
   for (const Rule rule :
        {Rule::kNullValue, Rule::kRepeatedKey, Rule::kNullSection, Rule::kEmptyName}) {
     report.findings.push_back(findingOf(rule));
@@ -50,6 +54,23 @@ TEST(SeveritySettings, RemoveTheFindingsOfRulesThatAreOff) {
   EXPECT_EQ(settings.add("null-value=off"), "");
   EXPECT_EQ(settings.add("empty-name=off"), "");
   EXPECT_EQ(settle(settings), (Left{"repeated-key warning", "null-section info"}));
+}
+
+TEST(SeveritySettings, CountOmittedFindingsByTheirRules) {
+  SeveritySettings settings;
+  EXPECT_EQ(settings.add("null-value=warning"), "");
+  EXPECT_EQ(settings.add("empty-name=off"), "");
+  FileReport report = {"", "", false, std::nullopt, "", {findingOf(Rule::kNullValue)}, {}};
+  report.omitted[static_cast<std::size_t>(Rule::kNullValue)] = 10;
+  report.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 20;
+  report.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 40;
+  settings.applyTo(report);
+  EXPECT_EQ(report.omitted[static_cast<std::size_t>(Rule::kEmptyName)], 0U);
+  LintTotals totals;
+  totals.count(report, settings);
+  EXPECT_EQ(totals.errors, 0U);
+  EXPECT_EQ(totals.warnings, 11U);
+  EXPECT_EQ(totals.infos, 20U);
 }
 
 TEST(SeveritySettings, TakeTheLastChoiceForARule) {

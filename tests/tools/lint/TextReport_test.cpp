@@ -91,9 +91,21 @@ TEST(TextReport, ShowsNoLineWhereThereIsNone) {
             "clean.json: the library loads this document\n");
 }
 
+TEST(TextReport, CountsTheFindingsThatAreOmitted) {
+  FileReport file = test_support::clean();
+  file.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 3;
+  file.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 1;
+  std::ostringstream out;
+  TextReport(out, false).write(file);
+  EXPECT_EQ(out.str(),
+            "clean.json: 1 more finding not shown [null-section]\n"
+            "clean.json: 3 more findings not shown [empty-name]\n"
+            "clean.json: the library loads this document\n");
+}
+
 struct Summary {
   const char* name;
-  Totals totals;
+  LintTotals totals;
   std::string text;
 };
 

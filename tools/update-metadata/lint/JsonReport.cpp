@@ -1,21 +1,18 @@
 #include "lint/JsonReport.h"
 
+#include <array>
+#include <cstddef>
+#include <optional>
 #include <ostream>
+#include <utility>
 
-#include "lint/JsonText.h"
+#include "lint/JsonPieces.h"
 #include "lint/LineIndex.h"
 
 namespace update_metadata_tool {
 namespace {
 
 constexpr int kVersion = 1;
-
-OrderedJson toJson(const std::optional<ForeseenException>& exception) {
-  if (!exception) {
-    return nullptr;
-  }
-  return {{"type", exception->type}, {"text", exception->text}};
-}
 
 OrderedJson toJson(const RelatedPlace& related, const LineIndex& lines) {
   const Position position = lines.positionOf(related.offset);
@@ -60,45 +57,47 @@ void JsonReport::separate() {
 void JsonReport::write(const FileReport& report) {
   separate();
   out_ << "{\"file\":";
-  writeJsonText(report.file, out_);
+  writeJson(report.file, out_);
   out_ << ",\"loads\":" << (report.loads ? "true" : "false") << ",\"exception\":";
-  writeJsonText(toJson(report.exception), out_);
+  writeJson(toJson(report.exception), out_);
   out_ << ",\"findings\":[";
   if (!report.findings.empty()) {
     const LineIndex lines(report.text);
     const char* separator = "";
     for (const Finding& finding : report.findings) {
       out_ << separator;
-      writeJsonText(toJson(finding, lines), out_);
+      writeJson(toJson(finding, lines), out_);
       separator = ",";
     }
   }
   out_ << "],\"readable\":true,\"readerMessage\":";
-  writeJsonText(report.readerMessage.empty() ? OrderedJson() : OrderedJson(report.readerMessage),
-                out_);
+  writeJson(report.readerMessage.empty() ? OrderedJson() : OrderedJson(report.readerMessage), out_);
+  out_ << ",\"omitted\":";
+  writeJson(toJson(report.omitted), out_);
   out_ << '}';
 }
 
 void JsonReport::write(const UnreadableFile& file) {
   separate();
-  writeJsonText({{"file", file.file},
-                 {"loads", false},
-                 {"exception", toJson(file.exception)},
-                 {"findings", OrderedJson::array()},
-                 {"readable", false},
-                 {"readerMessage", nullptr}},
-                out_);
+  writeJson({{"file", file.file},
+             {"loads", false},
+             {"exception", toJson(std::optional(file.exception))},
+             {"findings", OrderedJson::array()},
+             {"readable", false},
+             {"readerMessage", nullptr},
+             {"omitted", OrderedJson::object()}},
+            out_);
 }
 
-void JsonReport::finish(const Totals& totals) {
+void JsonReport::finish(const LintTotals& totals) {
   out_ << "],\"totals\":";
-  writeJsonText({{"files", totals.files},
-                 {"loads", totals.loads},
-                 {"unreadable", totals.unreadable},
-                 {"errors", totals.errors},
-                 {"warnings", totals.warnings},
-                 {"infos", totals.infos}},
-                out_);
+  writeJson({{"files", totals.files},
+             {"loads", totals.loads},
+             {"unreadable", totals.unreadable},
+             {"errors", totals.errors},
+             {"warnings", totals.warnings},
+             {"infos", totals.infos}},
+            out_);
   out_ << "}\n";
 }
 

@@ -15,7 +15,7 @@ class JsonReport : public ReportWriter {
 
   void write(const FileReport& report) override;
   void write(const UnreadableFile& file) override;
-  void finish(const Totals& totals) override;
+  void finish(const LintTotals& totals) override;
 
  private:
   void separate();

@@ -152,24 +152,24 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
   return std::make_unique<TextReport>(out, isOutputColoured());
 }
 
-Totals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
+LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
   const SeveritySettings settings = makeSettings();
   ProgressLine progress(err, isErrorTerminal(), files_.size());
   const LintOptions options{toOptionalUtf16(productData_), [&progress] { progress.goOn(); }};
-  Totals totals;
+  LintTotals totals;
   for (const std::string& file : files_) {
     progress.beginFile();
     Outcome outcome = lintFile(file, options, progress, err);
     progress.clear();
-    if (auto* const report = std::get_if<FileReport>(&outcome)) {
-      settings.applyTo(*report);
+    if (auto* const found = std::get_if<FileReport>(&outcome)) {
+      settings.applyTo(*found);
+      totals.count(*found, settings);
+      writer.write(*found);
+    } else {
+      const auto& unreadable = std::get<UnreadableFile>(outcome);
+      totals.count(unreadable);
+      writer.write(unreadable);
     }
-    std::visit(
-        [&](const auto& told) {
-          totals.count(told);
-          writer.write(told);
-        },
-        outcome);
   }
   return totals;
 }
@@ -185,7 +185,7 @@ ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kDone;
   }
   const std::unique_ptr<ReportWriter> writer = makeWriter(out);
-  const Totals totals = lintFiles(*writer, err);
+  const LintTotals totals = lintFiles(*writer, err);
   writer->finish(totals);
   out.flush();
   if (totals.unreadable != 0) {

@@ -29,7 +29,7 @@ class LintCommand : public Command {
   void checkArguments() const;
   SeveritySettings makeSettings() const;
   std::unique_ptr<ReportWriter> makeWriter(std::ostream& out) const;
-  Totals lintFiles(ReportWriter& writer, std::ostream& err) const;
+  LintTotals lintFiles(ReportWriter& writer, std::ostream& err) const;
 
   std::vector<std::string> files_;
   std::optional<std::string> productData_;

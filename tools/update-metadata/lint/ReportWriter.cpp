@@ -1,18 +1,39 @@
 #include "lint/ReportWriter.h"
 
 namespace update_metadata_tool {
+namespace {
 
-void Totals::count(const FileReport& report) {
-  ++files;
-  loads += report.loads ? 1 : 0;
-  for (const Finding& finding : report.findings) {
-    errors += finding.severity == Severity::kError ? 1 : 0;
-    warnings += finding.severity == Severity::kWarning ? 1 : 0;
-    infos += finding.severity == Severity::kInfo ? 1 : 0;
+void add(Severity severity, std::size_t findings, LintTotals& totals) {
+  switch (severity) {
+    case Severity::kError:
+      totals.errors += findings;
+      break;
+    case Severity::kWarning:
+      totals.warnings += findings;
+      break;
+    case Severity::kInfo:
+      totals.infos += findings;
+      break;
+    case Severity::kOff:
+      break;
   }
 }
 
-void Totals::count(const UnreadableFile& /*file*/) {
+}  // namespace
+
+void LintTotals::count(const FileReport& report, const SeveritySettings& settings) {
+  ++files;
+  loads += report.loads ? 1 : 0;
+  for (const Finding& finding : report.findings) {
+    add(finding.severity, 1, *this);
+  }
+  for (const RuleDescription& description : allRules()) {
+    const auto index = static_cast<std::size_t>(description.rule);
+    add(settings.severityOf(description.rule), report.omitted[index], *this);
+  }
+}
+
+void LintTotals::count(const UnreadableFile& /*file*/) {
   ++files;
   ++unreadable;
 }

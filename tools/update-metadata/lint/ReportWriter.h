@@ -4,6 +4,7 @@
 #include <string>
 
 #include "lint/Finding.h"
+#include "lint/SeveritySettings.h"
 
 namespace update_metadata_tool {
 
@@ -14,7 +15,7 @@ struct UnreadableFile {
 };
 
 /// What was found in all files.
-struct Totals {
+struct LintTotals {
   std::size_t files = 0;
   std::size_t loads = 0;       ///< files that the library loads
   std::size_t unreadable = 0;  ///< files that could not be read
@@ -22,7 +23,9 @@ struct Totals {
   std::size_t warnings = 0;
   std::size_t infos = 0;
 
-  void count(const FileReport& report);
+  /// Counts a file with its findings, also those that are omitted, whose severities are
+  /// `settings`'.
+  void count(const FileReport& report, const SeveritySettings& settings);
   void count(const UnreadableFile& file);
 };
 
@@ -38,7 +41,7 @@ class ReportWriter {
   virtual void write(const UnreadableFile& file) = 0;
 
   /// Ends the report. Called once, after every file.
-  virtual void finish(const Totals& totals) = 0;
+  virtual void finish(const LintTotals& totals) = 0;
 };
 
 }  // namespace update_metadata_tool

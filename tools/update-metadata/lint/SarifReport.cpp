@@ -8,7 +8,7 @@
 
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
-#include "lint/JsonText.h"
+#include "lint/JsonPieces.h"
 #include "lint/LineIndex.h"
 
 namespace update_metadata_tool {
@@ -78,10 +78,6 @@ OrderedJson makeTool() {
             {"rules", std::move(rules)}}}};
 }
 
-OrderedJson toJson(const ForeseenException& exception) {
-  return {{"type", exception.type}, {"text", exception.text}};
-}
-
 /// Finds regions of one file's text.
 class Regions {
  public:
@@ -147,13 +143,13 @@ OrderedJson toJson(const Finding& finding, const Regions& regions, const std::st
 SarifReport::SarifReport(std::ostream& out) : out_(out) {
   out_ << "{\"$schema\":\"" << kSchema << "\",\"version\":\"" << kVersion
        << "\",\"runs\":[{\"tool\":";
-  writeJsonText(makeTool(), out_);
+  writeJson(makeTool(), out_);
   out_ << ",\"columnKind\":\"unicodeCodePoints\",\"results\":[";
 }
 
 void SarifReport::write(const FileReport& report) {
   const std::size_t artifact = artifacts_.size();
-  artifacts_.push_back({toUri(report.file), report.loads, report.exception});
+  artifacts_.push_back({toUri(report.file), report.loads, report.exception, report.omitted});
   if (report.findings.empty()) {
     return;
   }
@@ -161,7 +157,7 @@ void SarifReport::write(const FileReport& report) {
   for (const Finding& finding : report.findings) {
     out_ << (isFirstResult_ ? "" : ",");
     isFirstResult_ = false;
-    writeJsonText(toJson(finding, regions, artifacts_.back().uri, artifact), out_);
+    writeJson(toJson(finding, regions, artifacts_.back().uri, artifact), out_);
   }
 }
 
@@ -169,13 +165,12 @@ void SarifReport::write(const UnreadableFile& file) {
   unreadable_.push_back(file);
 }
 
-void SarifReport::finish(const Totals& /*totals*/) {
+void SarifReport::finish(const LintTotals& /*totals*/) {
   OrderedJson artifacts = OrderedJson::array();
   for (const Artifact& artifact : artifacts_) {
-    OrderedJson properties = {{"loads", artifact.loads}};
-    if (artifact.exception) {
-      properties["exception"] = toJson(*artifact.exception);
-    }
+    OrderedJson properties = {{"loads", artifact.loads},
+                              {"exception", toJson(artifact.exception)},
+                              {"omitted", toJson(artifact.omitted)}};
     artifacts.push_back(
         {{"location", {{"uri", artifact.uri}}}, {"properties", std::move(properties)}});
   }
@@ -188,11 +183,11 @@ void SarifReport::finish(const Totals& /*totals*/) {
                              {"locations", OrderedJson::array({place})}});
   }
   out_ << "],\"artifacts\":";
-  writeJsonText(artifacts, out_);
+  writeJson(artifacts, out_);
   out_ << ",\"invocations\":[";
-  writeJsonText({{"executionSuccessful", unreadable_.empty()},
-                 {"toolExecutionNotifications", std::move(notifications)}},
-                out_);
+  writeJson({{"executionSuccessful", unreadable_.empty()},
+             {"toolExecutionNotifications", std::move(notifications)}},
+            out_);
   out_ << "]}]}\n";
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,23 +13,24 @@ namespace update_metadata_tool {
 
 /// Writes findings for code-review systems, as one SARIF 2.1.0 log in one line.
 ///
-/// Columns count characters, as that format wants them. Whether the library loads a file, and the
-/// exception if not, are properties of its artifact; a file that could not be read is a
-/// notification. What is not UTF-8 becomes U+FFFD. Memory does not grow with the number of
-/// findings.
+/// Columns count characters, as that format wants them. Whether the library loads a file, the
+/// exception if not, and how many findings are omitted are properties of its artifact; a file that
+/// could not be read is a notification. What is not UTF-8 becomes U+FFFD. Memory does not grow with
+/// the number of findings.
 class SarifReport : public ReportWriter {
  public:
   explicit SarifReport(std::ostream& out);
 
   void write(const FileReport& report) override;
   void write(const UnreadableFile& file) override;
-  void finish(const Totals& totals) override;
+  void finish(const LintTotals& totals) override;
 
  private:
   struct Artifact {
     std::string uri;
     bool loads;
     std::optional<ForeseenException> exception;
+    std::array<std::size_t, kRuleCount> omitted;
   };
 
   std::ostream& out_;

@@ -37,6 +37,11 @@ void SeveritySettings::applyTo(FileReport& report) const {
   const auto isOff = [](const Finding& finding) { return finding.severity == Severity::kOff; };
   report.findings.erase(std::remove_if(report.findings.begin(), report.findings.end(), isOff),
                         report.findings.end());
+  for (const RuleDescription& description : allRules()) {
+    if (severityOf(description.rule) == Severity::kOff) {
+      report.omitted[static_cast<std::size_t>(description.rule)] = 0;
+    }
+  }
 }
 
 }  // namespace update_metadata_tool

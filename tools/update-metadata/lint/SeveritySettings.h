@@ -20,7 +20,7 @@ class SeveritySettings {
   Severity severityOf(Rule rule) const;
 
   /// Gives each finding the chosen severity of its rule, if there is one, and removes those of
-  /// rules that are off.
+  /// rules that are off, the omitted ones, too.
   void applyTo(FileReport& report) const;
 
  private:

@@ -114,12 +114,19 @@ void TextReport::write(const FileReport& report) {
       writeFinding(file, lines, finding);
     }
   }
+  for (const RuleDescription& description : allRules()) {
+    const std::size_t omitted = report.omitted[static_cast<std::size_t>(description.rule)];
+    if (omitted != 0) {
+      out_ << file << ": " << count(omitted, "more finding") << " not shown [" << description.id
+           << "]\n";
+    }
+  }
   writeVerdict(file, report);
 }
 
 void TextReport::write(const UnreadableFile& /*file*/) {}
 
-void TextReport::finish(const Totals& totals) {
+void TextReport::finish(const LintTotals& totals) {
   const std::size_t refused = totals.files - totals.loads - totals.unreadable;
   out_ << count(totals.files, "file") << ": " << totals.loads
        << (totals.loads == 1 ? " loads" : " load");

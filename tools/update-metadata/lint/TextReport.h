@@ -33,7 +33,7 @@ class TextReport : public ReportWriter {
   /// Writes nothing: the reason is written to standard error.
   void write(const UnreadableFile& file) override;
 
-  void finish(const Totals& totals) override;
+  void finish(const LintTotals& totals) override;
 
  private:
   enum class Colour { kPlace, kError, kWarning, kInfo, kMark };
