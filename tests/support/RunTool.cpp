@@ -1,6 +1,7 @@
 #include "support/RunTool.h"
 
 #include <fcntl.h>
+#include <grp.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -45,9 +46,21 @@ void writeTo(int descriptor) {
   }
 }
 
-void limitMemory(std::size_t bytes) {
-  const rlimit limit{bytes, bytes};
-  if (::setrlimit(RLIMIT_AS, &limit) != 0) {
+void setLimit(__rlimit_resource resource, const std::optional<std::size_t>& bytes) {
+  if (!bytes) {
+    return;
+  }
+  const rlimit limit{*bytes, *bytes};
+  if (::setrlimit(resource, &limit) != 0) {
+    ::_exit(kCannotRun);
+  }
+}
+
+// Becomes the user who owns nothing.
+void giveUpRights() {
+  constexpr unsigned kNobody = 65534;
+  if (::geteuid() == 0 &&
+      (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {
     ::_exit(kCannotRun);
   }
 }
@@ -140,6 +153,8 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
   folder.writeFile("out", "");
   const std::string out = around.outFile.value_or(folder.nativePath("out"));
   const std::string err = folder.nativePath("err");
+  // Opened here, because its folder may be closed to whom runs it.
+  const int program = ::open(UPDATE_METADATA_TOOL, O_PATH | O_CLOEXEC);
   std::vector<std::string> words = arguments;
   words.insert(words.begin(), UPDATE_METADATA_TOOL);
   std::vector<char*> argv;
@@ -166,17 +181,20 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
     } else {
       openAs(STDOUT_FILENO, out.c_str(), O_WRONLY);
     }
-    if (around.memory) {
-      limitMemory(*around.memory);
-    }
+    setLimit(RLIMIT_AS, around.memory);
+    setLimit(RLIMIT_FSIZE, around.fileSize);
     for (const std::string& variable : around.environment) {
       ::putenv(const_cast<char*>(variable.c_str()));
     }
     if (::chdir(around.folder.c_str()) == 0) {
-      ::execv(argv[0], argv.data());
+      if (!around.isAdministrator) {
+        giveUpRights();
+      }
+      ::fexecve(program, argv.data(), environ);
     }
     ::_exit(kCannotRun);
   }
+  ::close(program);
   std::string onTerminal;
   if (terminal) {
     terminal->closeWriter();

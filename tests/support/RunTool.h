@@ -20,11 +20,13 @@ std::ostream& operator<<(std::ostream& out, const ToolRun& run);
 
 /// What a run finds around it.
 struct ToolSurroundings {
-  std::string folder = ".";            ///< where it runs
-  std::string inFile = "/dev/null";    ///< its standard input
-  std::optional<std::string> outFile;  ///< written in place of a file that is read afterwards
-  bool isOutClosedPipe = false;        ///< writes into a pipe that nobody reads
-  std::optional<std::size_t> memory;   ///< limit of its address space in bytes
+  std::string folder = ".";             ///< where it runs
+  std::string inFile = "/dev/null";     ///< its standard input
+  std::optional<std::string> outFile;   ///< written in place of a file that is read afterwards
+  bool isOutClosedPipe = false;         ///< writes into a pipe that nobody reads
+  bool isAdministrator = true;          ///< if false, an administrator's rights are given up
+  std::optional<std::size_t> memory;    ///< limit of its address space in bytes
+  std::optional<std::size_t> fileSize;  ///< limit of every file that it writes in bytes
 
   /// Both outputs lead to one terminal; what the terminal gets is told as `out`.
   bool isOnTerminal = false;

@@ -38,22 +38,6 @@ bool isOutOfMemory(const std::exception& failure) {
   return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr;
 }
 
-std::string adviseOnLoading(const std::exception& failure) {
-  if (isOutOfMemory(failure)) {
-    return kOutOfMemory;
-  }
-  if (dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
-    return "it could be opened, but not be read to its end: check the device that it is on";
-  }
-  const std::string_view text = failure.what();
-  for (const Advice& advice : kAdvice) {
-    if (text.substr(0, advice.beginning.size()) == advice.beginning) {
-      return advice.whatToDo;
-    }
-  }
-  return "check that it is a complete update metadata document";
-}
-
 std::string adviseOnAnswering(const std::exception& failure, const std::u16string& productData) {
   if (isOutOfMemory(failure)) {
     return kOutOfMemory;
@@ -70,6 +54,22 @@ void report(const std::exception& failure, const std::u16string& file, const std
 }
 
 }  // namespace
+
+std::string adviseOnLoading(const std::exception& failure) {
+  if (isOutOfMemory(failure)) {
+    return kOutOfMemory;
+  }
+  if (dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
+    return "it could be opened, but not be read to its end: check the device that it is on";
+  }
+  const std::string_view text = failure.what();
+  for (const Advice& advice : kAdvice) {
+    if (text.substr(0, advice.beginning.size()) == advice.beginning) {
+      return advice.whatToDo;
+    }
+  }
+  return "check that it is a complete update metadata document";
+}
 
 void reportUnloaded(const std::exception& failure, const std::u16string& file, std::ostream& err) {
   report(failure, file, "could not be loaded; " + adviseOnLoading(failure), err);

@@ -1,5 +1,6 @@
 #include "Command.h"
 
+#include "fmt/FmtCommand.h"
 #include "lint/LintCommand.h"
 #include "query/QueryCommand.h"
 #include "schema/SchemaCommand.h"
@@ -10,6 +11,7 @@ std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<QueryCommand>(app));
   commands.push_back(std::make_unique<LintCommand>(app));
+  commands.push_back(std::make_unique<FmtCommand>(app));
   commands.push_back(std::make_unique<SchemaCommand>(app));
   return commands;
 }

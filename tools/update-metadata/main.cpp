@@ -58,8 +58,10 @@ void reportUnwrittenOutput(int error) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader of our output that goes away shall be a failed write with a message, not a silent end.
+  // A reader of our output that goes away, or a file that may not grow, shall be a failed write
+  // with a message, not a silent end.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   std::ios_base::sync_with_stdio(false);
   std::cout.exceptions(std::ios_base::badbit);
   try {

@@ -1,0 +1,203 @@
+#include "fmt/Formatting.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "RandomDocument.h"
+#include "support/LoadOutcome.h"
+#include "support/RunTool.h"
+#include "support/SmallStack.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::LoadOutcome;
+using test_support::loadOutcomeOf;
+using test_support::readBytes;
+
+constexpr Layout kLayouts[] = {{true, 0}, {false, 0}, {false, 2}, {false, 8}};
+
+const std::string kDocument =
+    R"({"metadata":{"arch":"","base":null,"target":null},"components":null,"products":null,)"
+    R"("componentsWithFilesDeleted":null})";
+
+std::string formatted(const std::string& text, const Layout& layout = {}) {
+  return format(u"update.json", text, layout);
+}
+
+// What the text and the advice of the refusal are; empty if there is none.
+std::string refusalOf(const std::string& text) {
+  try {
+    formatted(text);
+    return "";
+  } catch (const RefusedText& refused) {
+    return std::string(refused.what()) + "; " + refused.advice();
+  }
+}
+
+// The text without the white space between keys, values and punctuation, byte by byte.
+std::string squeezed(std::string_view text) {
+  std::string result;
+  bool isInString = false;
+  bool isEscaped = false;
+  for (const char byte : text) {
+    if (isInString || std::string_view(" \t\n\v\f\r").find(byte) == std::string_view::npos) {
+      result += byte;
+    }
+    if (byte == '"' && !isEscaped) {
+      isInString = !isInString;
+    }
+    isEscaped = byte == '\\' && !isEscaped;
+  }
+  return result;
+}
+
+// --- what stays -----------------------------------------------------------------------------
+
+// \param text  loads
+void expectTheSameIsRead(const std::string& text) {
+  const LoadOutcome outcome = loadOutcomeOf(text);
+  ASSERT_EQ(outcome.failure, "nothing") << text;
+  const std::string withoutSpace = squeezed(text);
+  for (const Layout& layout : kLayouts) {
+    const std::string result = formatted(text, layout);
+    ASSERT_EQ(loadOutcomeOf(result), outcome) << text;
+    ASSERT_EQ(squeezed(result), withoutSpace);
+    ASSERT_EQ(formatted(result, layout), result) << text;
+    ASSERT_EQ(layout.isCompact ? result : withoutSpace, withoutSpace);
+  }
+}
+
+TEST(Formatting, LeavesWhatIsReadFromEveryGoldenDocumentThatLoads) {
+  std::size_t documents = 0;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(UMP_SOURCE_DIR "/tests/golden/cases")) {
+    const std::string text = readBytes((entry.path() / "document.json").string());
+    if (loadOutcomeOf(text).failure == "nothing") {
+      expectTheSameIsRead(text);
+      ++documents;
+    } else {
+      EXPECT_NE(refusalOf(text), "") << entry.path();
+    }
+  }
+  EXPECT_GT(documents, 20U);
+}
+
+TEST(Formatting, LeavesWhatIsReadFromDocumentsOfEveryForm) {
+  expectTheSameIsRead(test_support::richDocument());
+  RandomDocument documents(7);
+  for (int count = 0; count < 3000 && !HasFatalFailure(); ++count) {
+    const std::string text = documents.next();
+    expectTheSameIsRead(text);
+    ASSERT_EQ(formatted(documents.space() + text + documents.space()), formatted(text));
+  }
+}
+
+TEST(Formatting, NeedsNoStackForADeepDocument) {
+  constexpr std::size_t kDepth = 1000000;
+  const std::string text = R"({"note":)" + std::string(kDepth, '[') + std::string(kDepth, ']') +
+                           "," + kDocument.substr(1);
+  test_support::runWithSmallStack([&text] {
+    const std::string result = formatted(text);
+    EXPECT_LT(result.size(), text.size() + 2000);
+    EXPECT_TRUE(formatted(result, {true, 0}) == text);
+  });
+}
+
+// --- what goes ------------------------------------------------------------------------------
+
+struct SurroundedText {
+  const char* name;
+  std::string text;
+};
+
+std::ostream& operator<<(std::ostream& out, const SurroundedText& row) {
+  return out << row.name;
+}
+
+class SurroundedTexts : public ::testing::TestWithParam<SurroundedText> {};
+
+TEST_P(SurroundedTexts, AreBared) {
+  EXPECT_NE(loadOutcomeOf(GetParam().text).failure, "nothing");
+  EXPECT_EQ(formatted(GetParam().text, {true, 0}), kDocument);
+}
+
+const SurroundedText kSurroundedTexts[] = {
+    {"FinalLineFeed", kDocument + '\n'},
+    {"FinalCarriageReturn", kDocument + "\r\n"},
+    {"EveryWhiteSpace", " \t\n\v\f\r" + kDocument + " \t\n\v\f\r"},
+    {"ByteOrderMark", "\xEF\xBB\xBF" + kDocument},
+    {"ByteOrderMarkAndWhiteSpace", "\xEF\xBB\xBF\r\n " + kDocument + "\n\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, SurroundedTexts, ::testing::ValuesIn(kSurroundedTexts),
+                         [](const auto& row) { return row.param.name; });
+
+// --- what is refused ------------------------------------------------------------------------
+
+struct Refusal {
+  const char* name;
+  std::string text;
+  const char* refusal;
+};
+
+std::ostream& operator<<(std::ostream& out, const Refusal& row) {
+  return out << row.name;
+}
+
+class Refusals : public ::testing::TestWithParam<Refusal> {};
+
+TEST_P(Refusals, TellTheLibrarysTextAndWhatToDo) {
+  EXPECT_EQ(refusalOf(GetParam().text), GetParam().refusal);
+}
+
+const Refusal kRefusals[] = {
+    {"Nothing", "",
+     "Error while parsing update.json; correct its text at line 1, column 1: Unexpected end of "
+     "text"},
+    {"WhiteSpaceAlone", "\n\n ",
+     "Error while parsing update.json; correct its text at line 3, column 2: Unexpected end of "
+     "text"},
+    {"MalformedText", "{\"metadata\": {}\n  \"components\": {}}",
+     "Error while parsing update.json; correct its text at line 2, column 3: Expected ',' or '}' "
+     "after an object member"},
+    {"PlaceInTheWholeFile", "\xEF\xBB\xBF\n\n {\"metadata\" 5}",
+     "Error while parsing update.json; correct its text at line 3, column 14: Expected ':' after a "
+     "member key"},
+    {"PlaceBehindAByteOrderMark", "\xEF\xBB\xBF{x}",
+     "Error while parsing update.json; correct its text at line 1, column 5: Expected a value or a "
+     "string"},
+    {"SecondValue", kDocument + "\n" + kDocument,
+     "Error while parsing update.json; a document is one value, and something stands behind "
+     "it at line 2, column 1"},
+    {"SecondByteOrderMark", "\xEF\xBB\xBF\xEF\xBB\xBF" + kDocument,
+     "Error while parsing update.json; correct its text at line 1, column 4: Expected a value or a "
+     "string"},
+    {"TypeThatIsNoString", "{\"a\":\n{\"qztype\": 5}}",
+     "Error while parsing update.json; correct its text at line 2, column 12: Expected a string"},
+    {"Payload", R"({"qztype":"int8","qzdata":[1.5]})",
+     "Error while parsing update.json; correct its text at line 1, column 29: Expected an integer "
+     "without fraction or exponent"},
+    {"NoObject", " [] ",
+     "Error while parsing update.json; a document is an object, and this text is none"},
+    {"MissingSection", R"({"metadata":{"arch":"","base":null,"target":null}})",
+     "map::at; add what is missing of \"metadata\", \"components\", \"products\" and "
+     "\"componentsWithFilesDeleted\" at the top of the document"},
+    {"MissingMember", R"({"metadata":{}})",
+     "Invalid data provided for 'arch'; correct the document: that member is missing somewhere or "
+     "has a value of the wrong kind"},
+    {"NullMember", R"({"metadata":{"arch":null}})",
+     "invalid conversion: null to string; correct the document: some value, maybe a missing one, "
+     "has the first kind and must have the second"},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, Refusals, ::testing::ValuesIn(kRefusals),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,146 @@
+#include "fmt/Layout.h"
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "source/SourceTree.h"
+#include "support/RandomJsonText.h"
+#include "support/SmallStack.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr Layout kCompact{true, 0};
+constexpr Layout kTwoBlanks{false, 2};
+constexpr Layout kNoBlanks{false, 0};
+constexpr Layout kEightBlanks{false, 8};
+
+std::string laidOut(const std::string& text, const Layout& layout) {
+  return layOut(SourceTree(text), layout);
+}
+
+struct LaidOutText {
+  const char* name;
+  const char* text;
+  Layout layout;
+  const char* expected;
+};
+
+std::ostream& operator<<(std::ostream& out, const LaidOutText& row) {
+  return out << row.name;
+}
+
+class Layouts : public ::testing::TestWithParam<LaidOutText> {};
+
+TEST_P(Layouts, ChangeWhiteSpaceAlone) {
+  EXPECT_EQ(laidOut(GetParam().text, GetParam().layout), GetParam().expected);
+}
+
+TEST_P(Layouts, ChangeNothingTheSecondTime) {
+  EXPECT_EQ(laidOut(GetParam().expected, GetParam().layout), GetParam().expected);
+}
+
+const char* const kNested = "{\"a\":[1,{\"b\" : null}\t],\n\"c\":{} , \"d\":[ ]}";
+
+const LaidOutText kLaidOutTexts[] = {
+    {"Scalar", "1", kTwoBlanks, "1"},
+    {"EmptyObject", "{ \n }", kTwoBlanks, "{}"},
+    {"EmptyArray", "[\t]", kNoBlanks, "[]"},
+    {"OneElement", "[1]", kTwoBlanks, "[\n  1\n]"},
+    {"Nested", kNested, kTwoBlanks,
+     "{\n"
+     "  \"a\": [\n"
+     "    1,\n"
+     "    {\n"
+     "      \"b\": null\n"
+     "    }\n"
+     "  ],\n"
+     "  \"c\": {},\n"
+     "  \"d\": []\n"
+     "}"},
+    {"NestedWithoutIndent", kNested, kNoBlanks,
+     "{\n\"a\": [\n1,\n{\n\"b\": null\n}\n],\n\"c\": {},\n\"d\": []\n}"},
+    {"NestedWithEightBlanks", kNested, kEightBlanks,
+     "{\n"
+     "        \"a\": [\n"
+     "                1,\n"
+     "                {\n"
+     "                        \"b\": null\n"
+     "                }\n"
+     "        ],\n"
+     "        \"c\": {},\n"
+     "        \"d\": []\n"
+     "}"},
+    {"NestedCompact", kNested, kCompact, R"({"a":[1,{"b":null}],"c":{},"d":[]})"},
+    {"Spellings", R"([ 007 , -0, 1E+3,0.10,1e999, true,false ])", kCompact,
+     R"([007,-0,1E+3,0.10,1e999,true,false])"},
+    {"Escapes", R"(["\u0041\/\ud83d\ude00", "\u00e9", "\"] , "])", kCompact,
+     R"(["\u0041\/\ud83d\ude00","\u00e9","\"] , "])"},
+    {"RawBytes", "[\"\xFF\t\n \v\", \"\xC3\xA9\"]", kCompact, "[\"\xFF\t\n \v\",\"\xC3\xA9\"]"},
+    {"RepeatedKeys", R"({"a":1,"\u0061":2,"a":3})", kTwoBlanks,
+     "{\n  \"a\": 1,\n  \"\\u0061\": 2,\n  \"a\": 3\n}"},
+    {"TypedPayloads", R"([{"qztype":"int8","qzdata":[1 ,-2]},{"qzdata":[ 3],"qztype":"uint8"}])",
+     kCompact, R"([{"qztype":"int8","qzdata":[1,-2]},{"qzdata":[3],"qztype":"uint8"}])"},
+    {"EveryWhiteSpace", "[\t1\n,\v2\f,\r3 ]", kCompact, "[1,2,3]"},
+    {"SixteenLevels", "[[[[[[[[[[[[[[[[1,{}]]]]]]]]]]]]]]]]", kNoBlanks,
+     "[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n1,\n{}\n"
+     "]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]"},
+    {"SeventeenLevels", "[[[[[[[[[[[[[[[[[1,{\"a\":[2, 3],\"b\":[]}],4]]]]]]]]]]]]]]]]", kNoBlanks,
+     "[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[1, {\"a\": [2, 3], \"b\": []}],\n4\n"
+     "]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]"},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, Layouts, ::testing::ValuesIn(kLaidOutTexts),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(LayoutOfAnyText, DependsOnKeysAndValuesAlone) {
+  test_support::RandomJsonText texts(20);
+  std::size_t laidOutTexts = 0;
+  for (int count = 0; count < 20000; ++count) {
+    const std::string text = texts.next();
+    if (SourceTree(text).fault()) {
+      continue;
+    }
+    ++laidOutTexts;
+    const std::string spread = laidOut(text, kTwoBlanks);
+    const std::string compact = laidOut(text, kCompact);
+    ASSERT_EQ(laidOut(spread, kTwoBlanks), spread) << text;
+    ASSERT_EQ(laidOut(compact, kTwoBlanks), spread) << text;
+    ASSERT_EQ(laidOut(spread, kCompact), compact) << text;
+  }
+  EXPECT_GT(laidOutTexts, 3000U);
+}
+
+TEST(LayoutOfADeepText, NeedsNoStackAndGrowsByABoundedFactor) {
+  constexpr std::size_t kDepth = 1000000;
+  std::string compact;
+  for (std::size_t level = 0; level < kDepth; ++level) {
+    compact += level % 2 == 0 ? "[" : "{\"a\":";
+  }
+  compact += "null";
+  for (std::size_t level = kDepth; level > 0; --level) {
+    compact += level % 2 == 1 ? "]" : "}";
+  }
+  test_support::runWithSmallStack([&compact] {
+    const std::string spread = laidOut(compact, kEightBlanks);
+    // A blank after each colon, and sixteen spread levels.
+    EXPECT_LT(spread.size(), compact.size() + kDepth / 2 + 16 * 2 * (1 + 16 * 8));
+    EXPECT_TRUE(laidOut(spread, kCompact) == compact);
+  });
+}
+
+TEST(LayoutOfALongText, IsMadeInProportionToIt) {
+  std::string compact = "[0";
+  for (int count = 1; count < 5000000; ++count) {
+    compact += ",0";
+  }
+  compact += ']';
+  std::string spread = laidOut(compact, kTwoBlanks);
+  EXPECT_EQ(spread.size(), 1 + 5000000 * 5 + 1U);
+  EXPECT_TRUE(laidOut(spread, kCompact) == compact);
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,171 @@
+#include "fmt/FmtCommand.h"
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+#include "Advice.h"
+#include "Arguments.h"
+#include "Text.h"
+#include "fmt/FileReplacement.h"
+#include "fmt/Formatting.h"
+#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr int kWidestIndent = 8;
+
+constexpr const char* kStandardInput = "-";
+
+constexpr const char* kExamples =
+    R"(The library reads the same from the result, which is proved before anything is
+written. Keys, values, their spelling and their order stay; white space between
+them is laid out anew; a byte-order mark and white space around the document go,
+as the library refuses a document with them. A document that the library does
+not load is left as it is.
+
+Examples:
+  update-metadata fmt update.json
+  update-metadata fmt --check one.json another.json
+  update-metadata fmt --compact - < update.json > small.json
+
+Exit status: 0 every document has this form now, 1 a document would change
+(--check) or the output could not be written, 2 a document was refused or could
+not be read or replaced; wrong usage.)";
+
+// Tells what has become of a file, and what to do.
+void complain(const std::string& file, const std::string& outcome, std::ostream& err) {
+  const std::string name =
+      file == kStandardInput ? "standard input" : '\'' + toVisible(toUtf16(file)) + '\'';
+  err << "update-metadata: " << name << ' ' << outcome << '\n';
+}
+
+void complain(const std::exception& failure, const std::string& file, const std::string& outcome,
+              std::ostream& err) {
+  // The texts of the library and of the system are ASCII, but for the path of the file.
+  err << toVisible(toUtf16(failure.what())) << '\n';
+  complain(file, outcome, err);
+}
+
+std::string readStandardInput() {
+  // The buffer itself throws when a read fails; the stream would only end earlier.
+  return std::string(std::istreambuf_iterator<char>(std::cin.rdbuf()),
+                     std::istreambuf_iterator<char>());
+}
+
+std::optional<std::string> read(const std::string& file, std::ostream& err) {
+  using install::update_metadata_parser::UpdateMetaDataJsonParser;
+  try {
+    const std::u16string path = toUtf16(file);
+    return file == kStandardInput ? readStandardInput()
+                                  : UpdateMetaDataJsonParser(path).readFile(path);
+  } catch (const std::exception& failure) {
+    complain(failure, file, "could not be read; " + adviseOnLoading(failure), err);
+    return std::nullopt;
+  }
+}
+
+std::optional<std::string> formatText(const std::string& file, const std::string& text,
+                                      const Layout& layout, std::ostream& err) {
+  try {
+    return format(toUtf16(file), text, layout);
+  } catch (const RefusedText& refused) {
+    complain(refused, file, "is left as it is; " + refused.advice(), err);
+  } catch (const std::bad_alloc& failure) {
+    complain(failure, file, "is left as it is; " + adviseOnLoading(failure), err);
+  } catch (const std::logic_error& failure) {
+    complain(failure, file, "is left as it is; this is a fault of the command: report it", err);
+  }
+  return std::nullopt;
+}
+
+bool replace(const std::string& file, const std::string& text, std::ostream& err) {
+  try {
+    replaceFile(file, text);
+    return true;
+  } catch (const std::system_error& failure) {
+    complain(
+        failure, file,
+        "is left as it is; check that it may be written, that files may be made in its folder, "
+        "and that there is room",
+        err);
+    return false;
+  }
+}
+
+}  // namespace
+
+FmtCommand::FmtCommand(CLI::App& app)
+    : Command(app, "fmt", "Lay documents out anew, without white space around them") {
+  subcommand()
+      .add_option("FILE", files_, "Update metadata documents (JSON), or - for standard input")
+      ->required()
+      ->type_name("")
+      ->check(isUtf8Argument());
+  subcommand().add_flag("--check", checksOnly_,
+                        "Change nothing, but write the names of the files that would change");
+  CLI::Option* const indent =
+      subcommand()
+          .add_option("--indent", layout_.indent, "Blanks that each level is indented by")
+          ->type_name("N")
+          ->check(CLI::Range(0, kWidestIndent, "0..8"))
+          ->capture_default_str();
+  subcommand()
+      .add_flag("--compact", layout_.isCompact,
+                "Write each document on one line, without white space")
+      ->excludes(indent);
+  subcommand().footer(kExamples);
+}
+
+FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& out,
+                                       std::ostream& err) const {
+  const bool isFilter = file == kStandardInput;
+  std::error_code ignored;
+  if (!checksOnly_ && !isFilter && std::filesystem::is_other(file, ignored)) {
+    // Not even read: a pipe gives its content once, and it could not be put back.
+    complain(file, "is left as it is; it is no regular file: give what it holds to 'fmt -'", err);
+    return Outcome::kFailed;
+  }
+  const std::optional<std::string> text = read(file, err);
+  if (!text) {
+    return Outcome::kFailed;
+  }
+  const std::optional<std::string> formatted = formatText(file, *text, layout_, err);
+  if (!formatted) {
+    return Outcome::kFailed;
+  }
+  const bool isChanged = *formatted != *text;
+  if (checksOnly_) {
+    if (isChanged) {
+      out << toVisible(toUtf16(file)) << '\n';
+    }
+  } else if (isFilter) {
+    out << *formatted;
+  } else if (isChanged && !replace(file, *formatted, err)) {
+    return Outcome::kFailed;
+  }
+  return isChanged ? Outcome::kChanged : Outcome::kUnchanged;
+}
+
+ExitCode FmtCommand::run(std::ostream& out, std::ostream& err) const {
+  bool hasFailed = false;
+  bool hasChanged = false;
+  for (const std::string& file : files_) {
+    const Outcome outcome = handle(file, out, err);
+    hasFailed = hasFailed || outcome == Outcome::kFailed;
+    hasChanged = hasChanged || outcome == Outcome::kChanged;
+  }
+  out.flush();
+  if (hasFailed) {
+    return ExitCode::kTrouble;
+  }
+  return checksOnly_ && hasChanged ? ExitCode::kFailed : ExitCode::kDone;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,78 @@
+#include "fmt/Formatting.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <string_view>
+
+#include "Advice.h"
+#include "fmt/LoadRecord.h"
+#include "source/SourceTree.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Where a text begins when the byte-order mark and the white space before it are left out.
+std::size_t findBeginning(std::string_view text) {
+  const bool hasMark = text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+  return skipSpace(text, hasMark ? kByteOrderMark.size() : 0);
+}
+
+// Where a text ends when the white space behind its value is left out; it goes to its end if there
+// is something else, or no value.
+std::size_t findEnd(const SourceTree& tree) {
+  const std::size_t size = tree.text().size();
+  const bool isAlone =
+      tree.isWhole() && skipSpace(tree.text(), tree[SourceTree::kRoot].end) == size;
+  return isAlone ? tree[SourceTree::kRoot].end : size;
+}
+
+// "line 3, column 9", both from 1, the column in bytes, as the library counts.
+std::string describePlace(std::string_view text, std::size_t offset) {
+  const std::string_view before = text.substr(0, offset);
+  const auto lines = std::count(before.begin(), before.end(), '\n');
+  const std::size_t lineBegin = before.rfind('\n') + 1;  // 0 if there is none
+  return "line " + std::to_string(lines + 1) + ", column " + std::to_string(offset - lineBegin + 1);
+}
+
+std::string adviseOn(const SourceTree& tree, const std::exception& failure) {
+  const std::string_view text = tree.text();
+  if (!tree.isWhole()) {
+    const SyntaxFault& fault = *tree.fault();
+    return "correct its text at " + describePlace(text, fault.offset) + ": " +
+           std::string(fault.why);
+  }
+  const SourceNode& root = tree[SourceTree::kRoot];
+  if (const std::size_t more = skipSpace(text, root.end); more != text.size()) {
+    return "a document is one value, and something stands behind it at " +
+           describePlace(text, more);
+  }
+  if (root.kind != SourceKind::kObject) {
+    return "a document is an object, and this text is none";
+  }
+  return adviseOnLoading(failure);
+}
+
+}  // namespace
+
+std::string format(const std::u16string& path, const std::string& text, const Layout& layout) {
+  const std::size_t begin = findBeginning(text);
+  const SourceTree tree(text, begin);
+  std::u16string record;
+  try {
+    record = recordLoad(path, text.substr(begin, findEnd(tree) - begin));
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& failure) {
+    throw RefusedText(failure.what(), adviseOn(tree, failure));
+  }
+  std::string formatted = layOut(tree, layout);
+  if (recordLoad(path, formatted) != record) {
+    throw std::logic_error("the library would read something else from the text laid out anew");
+  }
+  return formatted;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,171 @@
+#include "fmt/LoadRecord.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using install::datamodels::product_update::PkgDataWithFilesToDelete;
+using install::update_metadata_parser::UpdateMetaDataHandler;
+using install::update_metadata_parser::UpdateMetaDataJsonParser;
+using install::update_metadata_parser::UpdatePkgData;
+
+/// Arguments one after the other. Lengths stand before what they are the length of, so that no two
+/// sequences of the same types are written alike.
+class Record {
+ public:
+  void add(std::int64_t number) {
+    for (int shift = 48; shift >= 0; shift -= 16) {
+      units_ += static_cast<char16_t>(static_cast<std::uint64_t>(number) >> shift);
+    }
+  }
+
+  void add(const std::u16string& string) {
+    addLength(string.size());
+    units_ += string;
+  }
+
+  void add(const UpdatePkgData& pkg) {
+    add(pkg.name);
+    add(pkg.size);
+    add(pkg.uncompressedBytes);
+  }
+
+  template <class Element>
+  void add(const std::vector<Element>& list) {
+    addLength(list.size());
+    for (const Element& element : list) {
+      add(element);
+    }
+  }
+
+  template <class Value>
+  void add(const std::map<std::u16string, Value>& table) {
+    addLength(table.size());
+    for (const auto& [key, value] : table) {
+      add(key);
+      add(value);
+    }
+  }
+
+  void addLength(std::size_t length) { add(static_cast<std::int64_t>(length)); }
+
+  std::u16string take() { return std::move(units_); }
+
+ private:
+  std::u16string units_;
+};
+
+/// What a record tells of, first its number, then the arguments.
+enum class Call : std::int64_t {
+  kSetBaseReleaseFamily,
+  kSetTargetReleaseFamily,
+  kSetBaseReleaseVersion,
+  kSetTargetReleaseVersion,
+  kSetTargetUpdateLevelForQorv,
+  kSetMetaDataArch,
+  kSetProductDeltaData,
+  kCreatePkgDataWithFilesToDelete,
+  kSetComponentDataWithFilesToDelete,
+};
+
+/// Writes down what it is given in place of making a model of it.
+class RecordingHandler : public UpdateMetaDataHandler {
+ public:
+  Record& record() { return record_; }
+
+  void setBaseReleaseFamily(const std::u16string& family) override {
+    write(Call::kSetBaseReleaseFamily, family);
+  }
+
+  void setTargetReleaseFamily(const std::u16string& family) override {
+    write(Call::kSetTargetReleaseFamily, family);
+  }
+
+  void setBaseReleaseVersion(const std::u16string& version) const override {
+    write(Call::kSetBaseReleaseVersion, version);
+  }
+
+  void setTargetReleaseVersion(const std::u16string& version) const override {
+    write(Call::kSetTargetReleaseVersion, version);
+  }
+
+  void setTargetUpdateLevelForQorv(int level) const override {
+    write(Call::kSetTargetUpdateLevelForQorv, level);
+  }
+
+  void setMetaDataArch(const std::u16string& arch) const override {
+    write(Call::kSetMetaDataArch, arch);
+  }
+
+  // The tables are the same for every product and are written down once, after the last call.
+  void setProductDeltaData(const std::u16string& name,
+                           const std::vector<std::u16string>& compsToDelete,
+                           const std::vector<std::u16string>& compsToExtract,
+                           const PkgsToDelete& /*pkgsToDelete*/,
+                           const PkgsToExtract& /*pkgsToExtract*/) const override {
+    write(Call::kSetProductDeltaData, name, compsToDelete, compsToExtract);
+  }
+
+  PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
+      const std::u16string& name, std::int64_t size,
+      const std::vector<std::u16string>& files) const override {
+    write(Call::kCreatePkgDataWithFilesToDelete, name, size, files);
+    return {};
+  }
+
+  // The packages are those that were created since the component before.
+  void setComponentDataWithFilesToDelete(
+      const std::u16string& name,
+      const std::vector<PkgDataWithFilesToDelete>& /*pkgs*/) const override {
+    write(Call::kSetComponentDataWithFilesToDelete, name);
+  }
+
+ private:
+  template <class... Arguments>
+  void write(Call call, const Arguments&... arguments) const {
+    record_.add(static_cast<std::int64_t>(call));
+    (record_.add(arguments), ...);
+  }
+
+  mutable Record record_;
+};
+
+class RecordingParser : public UpdateMetaDataJsonParser {
+ public:
+  RecordingParser(const std::u16string& path, const std::string& text)
+      : UpdateMetaDataJsonParser(path), text_(text) {}
+
+  std::u16string load() {
+    parseUpdateMetaDataJson();
+    Record& record = handler_->record();
+    record.add(componentPkgsToDelete);
+    record.add(componentPkgsToExtract);
+    return record.take();
+  }
+
+  std::string readFile(const std::u16string& /*path*/) override { return text_; }
+
+  std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
+    return handler_;
+  }
+
+ private:
+  const std::string& text_;
+  const std::shared_ptr<RecordingHandler> handler_ = std::make_shared<RecordingHandler>();
+};
+
+}  // namespace
+
+std::u16string recordLoad(const std::u16string& path, const std::string& text) {
+  return RecordingParser(path, text).load();
+}
+
+}  // namespace update_metadata_tool
