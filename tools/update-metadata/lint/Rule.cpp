@@ -8,11 +8,13 @@ constexpr std::array<RuleDescription, kRuleCount> kRules = {{
     {Rule::kMalformedText, "malformed-text", Severity::kError, "The text is not well-formed JSON",
      R"(The text breaks the grammar of JSON: a comma too many or too few, a name without
 quotation marks, a number that ends in its decimal point, a bracket that is
-never closed.
+never closed, a comment.
 
-The library reads nothing of such a document and fails with "Error while parsing
-PATH". Its text reader knows more; the linter shows that message in full. What
-comes after the fault is not judged, because nobody knows what was meant.
+The library reads nothing of such a document and fails with
+"Error while parsing PATH". Its text reader knows more; the linter shows that
+message in full. A comma too many, a missing one and comments are reported and
+passed over. Behind any other fault nothing is judged, because nobody knows what
+was meant.
 
     {"delete": ["core",], "extract": []}
 
@@ -44,8 +46,8 @@ What to do: put the sections "metadata", "components", "products" and
      "A member \"qztype\" is not a string",
      R"(In every object, at whatever depth, a member "qztype" names the type of the
 integers in the member "qzdata" beside it. Its value must be a string. Anything
-else makes the library refuse the whole document with "Error while parsing
-PATH", even where the object itself would be ignored.
+else makes the library refuse the whole document with
+"Error while parsing PATH", even where the object itself would be ignored.
 
     {"qztype": 64, "qzdata": [1, 2]}
 
@@ -91,9 +93,9 @@ asked for. Check the spelling, which counts to the letter.)"},
      "A value is of another kind than the document needs there",
      R"(A string stands where a number has to be, an array where an object has to be,
 and so on. The library fails with "Invalid data provided for 'NAME'" for a
-member that it looks for by its name, and with "invalid conversion: KIND to
-KIND" for a section, a release, a component, a product or a package that is not
-an object.
+member that it looks for by its name, and with
+"invalid conversion: KIND to KIND" for a section, a release, a component, a
+product or a package that is not an object.
 
 Sizes are plain numbers. Neither a string of digits nor a typed integer is one.
 
@@ -121,8 +123,8 @@ and its version are then empty.)"},
     {Rule::kNonStringElement, "non-string-element", Severity::kError,
      "A list of names or files holds something that is not a string",
      R"(The lists "delete" and "extract" of a product hold names of components, the list
-"files" paths. For any other element the library fails with "invalid conversion:
-KIND to string".
+"files" paths. For any other element the library fails with
+"invalid conversion: KIND to string".
 
     {"delete": [], "extract": ["core", 7]}
 
@@ -130,19 +132,19 @@ What to do: put the element into quotation marks or remove it.)"},
     {Rule::kRefused, "refused", Severity::kError,
      "The library refuses the document for a reason that no other rule names",
      R"(The library was asked and did not load the document, although no other rule
-found an error in it. The message is the library's own.
+found an error in it. The finding shows the library's own text. This is a gap in
+the linter.
 
-The cause may lie outside of the document, in a lack of memory for instance.
-
-What to do: follow the library's text. If it does not help, please report the
-document as a fault of the linter.)"},
+What to do: follow the library's text, and report the document to those who
+maintain this program.)"},
 
     // --- members and sections that are not taken as they stand --------------------------------
     {Rule::kRepeatedKey, "repeated-key", Severity::kWarning,
      "A name stands twice in one object; the later value is lost",
      R"(Of equal names in one object the library takes the first value and drops the
 later ones without a word. Names are equal if they are equal once their escapes
-are resolved: "a" and "\u0061" are.
+are resolved: "a" and "\u0061" are. What is dropped must be well-formed all the
+same.
 
     "extract": {"engine": {"size": 1, ...}, "engine": {"size": 2, ...}}
 
@@ -229,9 +231,9 @@ What to do: name the components of the product or remove it.)"},
      "Two packages have the same key in the answers",
      R"(In the answers a package is known by one key: its component's name, an
 underscore and its own name. So the package "c" of the component "a_b" and the
-package "b_c" of the component "a" are both a_b_c. The answer keeps the sizes or
-the files of the one that it meets first and drops those of the other; nothing
-is added up.
+package "b_c" of the component "a" are both a_b_c. The answers keep the sizes or
+the files of the one that the library meets first and lose those of the other;
+nothing is added up. Of packages to delete, one key stands for both.
 
     "a_b": {"extract": {"c": ...}, ...}, "a": {"extract": {"b_c": ...}, ...}
 
@@ -278,7 +280,7 @@ What to do: write the size of the package, or 0 if it is not known.)"},
      R"(Numbers are read with 53 bits. Beyond 9007199254740992 not every integer can be
 told from its neighbours; the finding shows which one the library reads.
 
-    {"size": 9007199254740993}     is read as 9007199254740992
+    {"size": 9007199254740995}     is read as 9007199254740996
 
 What to do: check the number: it is more than eight million gigabytes.)"},
     {Rule::kSizeOutOfRange, "size-out-of-range", Severity::kWarning,
@@ -309,11 +311,11 @@ of their bytes counts where only one can be kept; the other is lost or hidden.
     "p<FE>" and "p<FF>" are both read as "p<U+FFFD>"
 
 What to do: save the document as UTF-8 and give each a name of its own.)"},
-    {Rule::kIllFormedUtf8, "ill-formed-utf8", Severity::kWarning, "A text is not UTF-8",
-     R"(A name or a path that the library reads holds bytes that are not well-formed
-UTF-8. The library does not refuse them: each ill-formed part is decoded to one
-U+FFFD, and the text in the answers is not the one that was meant. A file of
-that path will not be found.
+    {Rule::kIllFormedUtf8, "ill-formed-utf8", Severity::kWarning, "A string is not UTF-8",
+     R"(A string of the document holds bytes that are not well-formed UTF-8. The library
+does not refuse them: each ill-formed part is decoded to one U+FFFD, and the
+text in the answers is not the one that was meant. A file of that path will not
+be found.
 
     "M<FC>nchen" (written in Latin-1) is read as "M<U+FFFD>nchen"
 
@@ -329,18 +331,20 @@ reported by the rule malformed-text.
 
 What to do: write both escapes or the character itself.)"},
     {Rule::kControlCharacter, "control-character", Severity::kWarning,
-     "A name holds a control character",
-     R"(A name or a path holds a character below U+0020, U+007F or one from U+0080 to
-U+009F, written as an escape or as it is. The library accepts it, even where
-JSON does not. A name like that cannot be told from others by looking at it.
+     "A name or a path holds a control character",
+     R"(A name, a path, the architecture, or the family or version of a release holds a
+character below U+0020, U+007F or one from U+0080 to U+009F, written as an
+escape or as it is. The library accepts it, even where JSON does not. A name
+like that cannot be told from others by looking at it.
 
     "core\t"
 
 What to do: remove the character.)"},
     {Rule::kEmptyName, "empty-name", Severity::kWarning, "A name or a path is empty",
-     R"(A component, a package, a product or a file to delete has the empty string for a
-name. The library accepts it. A package without a name has a key that ends in
-the underscore; an empty path may stand for the whole folder.
+     R"(A component, a package, a product, a file to delete, the architecture, or the
+family or version of a release has the empty string for a name. The library
+accepts it. A package without a name has a key that ends in the underscore; an
+empty path may stand for the whole folder.
 
     "extract": {"": {"size": 1, "uncompressedBytes": 1}}
 
@@ -402,10 +406,10 @@ files.
 
 What to do: write slashes throughout.)"},
     {Rule::kFilePathCase, "file-path-case", Severity::kWarning,
-     "Two paths of files to delete differ in upper and lower case only",
-     R"(On a file system that tells upper from lower case one of the two mostly does not
-exist; on one that does not, both are the same file. The library takes them as
-two.
+     "Two paths of one package differ in upper and lower case only",
+     R"(Two paths of one package differ in upper and lower case only. On a file system
+that tells the two cases apart one of the files mostly does not exist; on one
+that does not, both are the same file. The library takes them as two.
 
     "files": ["Manual/index.html", "manual/index.html"]
 
