@@ -101,6 +101,12 @@ const LongLine kLongLines[] = {
 INSTANTIATE_TEST_SUITE_P(Places, PlaceInALongLine, ::testing::ValuesIn(kLongLines),
                          [](const auto& row) { return row.param.name; });
 
+TEST(LongLine, IsNotCutWhereOnlyBlanksAreLeftOut) {
+  const MarkedLine marked = markLine("\t\t\t\t" + digits(0, 70), 64, 1);
+  EXPECT_EQ(marked.line, digits(0, 70));
+  EXPECT_EQ(marked.marks, std::string(60, ' ') + "^");
+}
+
 TEST(LongLine, IsNotCutInsideACharacter) {
   std::string line;
   for (int count = 0; count != 400; ++count) {

@@ -77,15 +77,15 @@ TEST(TextReport, PaintsPlacesSeveritiesAndMarksForATerminalWithColours) {
             "a folder/update.json: the library loads this document\n");
 }
 
-TEST(TextReport, ShowsNoLineWhereThereIsNone) {
+TEST(TextReport, ShowsNoLineWhereThereIsNothingToSee) {
   std::ostringstream out;
   FileReport empty = test_support::clean();
-  empty.text.clear();
+  empty.text = "\t\n{";
   empty.findings.push_back(
-      {Rule::kMalformedText, Severity::kError, 0, 1, "", "", "the text is empty", "write one", {}});
+      {Rule::kMalformedText, Severity::kError, 1, 1, "", "", "no text", "write one", {}});
   TextReport(out, false).write(empty);
   EXPECT_EQ(out.str(),
-            "clean.json:1:1: error: the text is empty [malformed-text]\n"
+            "clean.json:1:2: error: no text [malformed-text]\n"
             "  help: write one\n"
             "\n"
             "clean.json: the library loads this document\n");

@@ -120,19 +120,20 @@ MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t lengt
   const std::vector<Cell> cells = takeCells(line, offset);
   const CellIterator place = std::find_if(cells.begin(), cells.end(),
                                           [offset](const Cell& cell) { return cell.end > offset; });
+  const bool isFromTheBeginning = cells.empty() || cells.front().begin == 0;
+  const CellIterator begin =
+      isFromTheBeginning ? std::find_if_not(cells.begin(), place, isBlank) : cells.begin();
   // First what is marked, then what comes before it, then what there is room for.
   CellIterator last = place;
   std::size_t columns = advanceOver(last, cells.end(), kColumnsFromPlaceOn);
   auto reversedFirst = std::make_reverse_iterator(place);
-  columns += advanceOver(reversedFirst, cells.rend(), kColumns - columns);
-  CellIterator first = reversedFirst.base();
+  columns += advanceOver(reversedFirst, std::make_reverse_iterator(begin), kColumns - columns);
+  const CellIterator first = reversedFirst.base();
   advanceOver(last, cells.end(), kColumns - columns);
 
   MarkedLine marked;
-  if (first != cells.end() && first->begin != 0) {
+  if (first != begin || !isFromTheBeginning) {
     marked.line = kLeftOut;
-  } else {
-    first = std::find_if_not(first, place, isBlank);
   }
   marked.marks.append(marked.line.size(), ' ');
   for (CellIterator cell = first; cell != last; ++cell) {

@@ -61,14 +61,14 @@ void TextReport::writePlace(const std::string& file, const LineIndex& lines, std
 
 void TextReport::writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length) {
   const Position position = lines.positionOf(offset);
-  const std::string_view line = lines.lineText(position.line);
-  if (!line.empty()) {
-    const MarkedLine marked = markLine(line, position.column - 1, length);
-    const std::size_t caret = marked.marks.find('^');
-    out_ << kIndent << marked.line << '\n'
-         << kIndent << marked.marks.substr(0, caret)
-         << painted(marked.marks.substr(caret), Colour::kMark) << '\n';
+  const MarkedLine marked = markLine(lines.lineText(position.line), position.column - 1, length);
+  if (marked.line.empty()) {
+    return;  // nothing to be seen
   }
+  const std::size_t caret = marked.marks.find('^');
+  out_ << kIndent << marked.line << '\n'
+       << kIndent << marked.marks.substr(0, caret)
+       << painted(marked.marks.substr(caret), Colour::kMark) << '\n';
 }
 
 void TextReport::writeFinding(const std::string& file, const LineIndex& lines,
