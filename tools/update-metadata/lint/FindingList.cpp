@@ -14,6 +14,16 @@ bool isContainer(SourceKind kind) {
   return kind == SourceKind::kArray || kind == SourceKind::kObject;
 }
 
+// The last node that begins at an offset or before it; kNoNode if there is none.
+std::size_t findLastBefore(const SourceTree& tree, std::size_t offset) {
+  const std::vector<SourceNode>& nodes = tree.nodes();
+  const auto isBehind = [](std::size_t place, const SourceNode& node) {
+    return place < node.begin;
+  };
+  const auto next = std::upper_bound(nodes.begin(), nodes.end(), offset, isBehind);
+  return static_cast<std::size_t>(next - nodes.begin()) - 1;
+}
+
 /// Makes the pointers to the nodes of a tree, which have to be asked for in ascending order.
 class Pointers {
  public:
@@ -26,8 +36,25 @@ class Pointers {
     return pointer_;
   }
 
+  /// The pointer to the innermost value around an offset. \pre `node` is the last that begins there
+  /// or before
+  std::string pointerAround(std::size_t node, std::size_t offset) {
+    const std::string& pointer = pointerTo(node);
+    if (offset < tree_[node].end) {
+      return pointer;
+    }
+    for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
+      const SourceNode& container = tree_[level->container];
+      if (offset < container.end || !container.isClosed) {
+        return pointer.substr(0, level->length);
+      }
+    }
+    return "";
+  }
+
  private:
   struct Level {
+    std::size_t container;
     std::size_t end;       // index of the node behind the container
     std::size_t length;    // of the container's own pointer
     std::size_t elements;  // how many of an array's elements have been passed
@@ -49,7 +76,8 @@ class Pointers {
       }
     }
     if (isContainer(node.kind)) {
-      levels_.push_back({node.next, pointer_.size(), 0, node.kind == SourceKind::kArray, isWhole_});
+      levels_.push_back(
+          {index, node.next, pointer_.size(), 0, node.kind == SourceKind::kArray, isWhole_});
     }
   }
 
@@ -108,16 +136,25 @@ void FindingList::addOf(Rule rule, std::size_t node, std::size_t offset, std::si
   ++counts_[index];
   entries_.push_back({{rule, severity, offset, length, "", std::move(words.item),
                        std::move(words.message), std::move(words.advice), std::move(words.related)},
-                      node});
+                      node,
+                      false});
 }
 
 std::vector<Finding> FindingList::take(const SourceTree& tree) {
+  for (Entry& entry : entries_) {
+    if (entry.node == kNoNode) {
+      entry.node = findLastBefore(tree, entry.finding.offset);
+      entry.isBeside = true;
+    }
+  }
   const auto byNode = [](const Entry& left, const Entry& right) { return left.node < right.node; };
   std::stable_sort(entries_.begin(), entries_.end(), byNode);
   Pointers pointers(tree);
   for (Entry& entry : entries_) {
     if (entry.node != kNoNode) {
-      entry.finding.pointer = pointers.pointerTo(entry.node);
+      entry.finding.pointer = entry.isBeside
+                                  ? pointers.pointerAround(entry.node, entry.finding.offset)
+                                  : pointers.pointerTo(entry.node);
     }
   }
   const auto byPlace = [](const Entry& left, const Entry& right) {

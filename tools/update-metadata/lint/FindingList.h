@@ -27,7 +27,8 @@ class FindingList {
  public:
   static constexpr std::size_t kMostOfOneRule = 100'000;
 
-  /// Adds a finding about some bytes of the text.
+  /// Adds a finding about some bytes of the text. Its pointer is that of the innermost value
+  /// around.
   void addAt(Rule rule, std::size_t offset, std::size_t length, FindingWords words);
 
   /// Adds a finding about a value or a key, which stands for its member. Of a container only the
@@ -58,6 +59,7 @@ class FindingList {
   struct Entry {
     Finding finding;
     std::size_t node;
+    bool isBeside;  // it is about the text near the node
   };
   std::vector<Entry> entries_;
   std::array<std::size_t, kRuleCount> counts_{};

@@ -116,8 +116,12 @@ OrderedJson toJson(const Finding& finding, const Regions& regions, const std::st
       {"physicalLocation",
        makePhysicalLocation(uri, artifact, regions.regionOf(finding.offset, finding.length))}};
   if (!finding.pointer.empty()) {
-    location["logicalLocations"] =
-        OrderedJson::array({{{"name", finding.item}, {"fullyQualifiedName", finding.pointer}}});
+    OrderedJson logical;
+    if (!finding.item.empty()) {
+      logical["name"] = finding.item;
+    }
+    logical["fullyQualifiedName"] = finding.pointer;
+    location["logicalLocations"] = OrderedJson::array({std::move(logical)});
   }
   OrderedJson result = {
       {"ruleId", describe(finding.rule).id},
