@@ -1,6 +1,7 @@
 #include "lint/Numbers.h"
 
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,13 @@ template <class Integer>
 Integer truncated(double number, double limit) {
   return number > -limit - 1 && number < limit ? static_cast<Integer>(number)
                                                : std::numeric_limits<Integer>::min();
+}
+
+// The next integer, which no double holds, is read as 2^53 itself.
+bool isBeyondTwoTo53(double number, std::string_view written) {
+  const std::size_t digits = written.find_first_not_of("-0");
+  return std::abs(number) > kTwoTo53 ||
+         (std::abs(number) == kTwoTo53 && written.substr(digits) == "9007199254740993");
 }
 
 }  // namespace
@@ -45,7 +53,7 @@ std::int64_t checkSize(const SourceDocument& document, std::size_t number, const
     report(Rule::kNegativeSize, "is negative and is kept so: " + std::to_string(read),
            "write a number of bytes from 0 on");
   }
-  if (std::abs(written) > kTwoTo53) {
+  if (isBeyondTwoTo53(written, tree.written(number))) {
     report(Rule::kImpreciseSize,
            "is beyond 2^53, where not every integer can be read; it is read as " +
                std::to_string(read),

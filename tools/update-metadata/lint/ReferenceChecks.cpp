@@ -68,7 +68,7 @@ class ReferenceChecks {
     }
     if (sections_.components) {
       // A null section says nothing of which components are used; neither does a broken one.
-      if (sections_.products) {
+      if (sections_.products && isEveryNameKnown_) {
         checkUnused();
       }
       checkCollisions(components_, "delete");
@@ -113,6 +113,7 @@ class ReferenceChecks {
       const std::size_t toDelete = memberOf(key + 1, "delete", SourceKind::kArray);
       const std::size_t toExtract = memberOf(key + 1, "extract", SourceKind::kArray);
       if (toDelete == kNever || toExtract == kNever) {
+        isEveryNameKnown_ = false;
         continue;
       }
       const std::string_view product = document_.nameOf(key);
@@ -137,6 +138,7 @@ class ReferenceChecks {
     std::vector<Named> names;
     document_.forEachElement(array, [&](std::size_t element) {
       if (!document_.isA(SourceKind::kString, element)) {
+        isEveryNameKnown_ = false;
         return;
       }
       const std::string_view name = document_.nameOf(element);
@@ -323,8 +325,9 @@ class ReferenceChecks {
   const Sections& sections_;
   FindingList& findings_;
   NameTable components_;
-  std::vector<Use> uses_;  // by the components' places in their table
-  std::size_t named_ = 0;  // how many components have been named
+  std::vector<Use> uses_;         // by the components' places in their table
+  std::size_t named_ = 0;         // how many components have been named
+  bool isEveryNameKnown_ = true;  // no product is broken, so that it might name any component
   mutable std::string buffer_;
 };
 

@@ -280,7 +280,7 @@ What to do: write the size of the package, or 0 if it is not known.)"},
      R"(Numbers are read with 53 bits. Beyond 9007199254740992 not every integer can be
 told from its neighbours; the finding shows which one the library reads.
 
-    {"size": 9007199254740995}     is read as 9007199254740996
+    {"size": 9007199254740993}     is read as 9007199254740992
 
 What to do: check the number: it is more than eight million gigabytes.)"},
     {Rule::kSizeOutOfRange, "size-out-of-range", Severity::kWarning,
