@@ -145,7 +145,10 @@ class ReferenceChecks {
       names.push_back({name, element});
       const std::size_t component = components_.find(name);
       if (component == kNever) {
-        reportUnknown(element, name, product);
+        // A section that is missing or broken might describe it.
+        if (sections_.components || sections_.areComponentsNull) {
+          reportUnknown(element, name, product);
+        }
       } else if (uses_[component].*use == kNever) {
         uses_[component].*use = named_++;
       }

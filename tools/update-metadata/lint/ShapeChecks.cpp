@@ -192,6 +192,17 @@ void checkComponentNames(SourceDocument& document, std::size_t array, const char
   });
 }
 
+// Tells whether a member at the top is null.
+bool isNullMember(const SourceDocument& document, std::string_view name) {
+  bool isNull = false;
+  std::string buffer;
+  document.forEachMember(SourceTree::kRoot, [&](std::size_t key) {
+    isNull = isNull || (document.isA(SourceKind::kNull, key + 1) &&
+                        document.tree().decodedInto(key, buffer) == name);
+  });
+  return isNull;
+}
+
 }  // namespace
 
 Sections checkTop(SourceDocument& document, FindingList& findings) {
@@ -208,7 +219,7 @@ Sections checkTop(SourceDocument& document, FindingList& findings) {
   if (metadata) {
     checkMetadata(document, *metadata, findings);
   }
-  return {metadata, components, products, files};
+  return {metadata, components, products, files, isNullMember(document, "components")};
 }
 
 void checkComponents(SourceDocument& document, std::size_t components, FindingList& findings) {

@@ -61,6 +61,7 @@ struct Sections {
   std::optional<std::size_t> components;
   std::optional<std::size_t> products;
   std::optional<std::size_t> files;
+  bool areComponentsNull = false;  ///< so that no component is described, which is no fault
 };
 
 }  // namespace update_metadata_tool
