@@ -18,6 +18,7 @@ except ImportError:
 
 SCHEMA, COMMAND, SOURCES = sys.argv[1:4]
 CASES = os.path.join(SOURCES, "tests/golden/cases")
+FAULTS = os.path.join(SOURCES, "tests/golden/lint")
 SAMPLES = os.path.join(SOURCES, "examples/documents")
 
 
@@ -30,6 +31,8 @@ def lint(*arguments, folder="."):
 def documents():
     for name in sorted(os.listdir(CASES)):
         yield os.path.join(CASES, name, "document.json")
+    for name in sorted(os.listdir(FAULTS)):
+        yield os.path.join(FAULTS, name, "document.json")
     for name in sorted(os.listdir(SAMPLES)):
         yield os.path.join(SAMPLES, name, "update.json")
 
