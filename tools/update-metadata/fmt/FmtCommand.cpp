@@ -2,26 +2,23 @@
 
 #include <exception>
 #include <filesystem>
-#include <iostream>
-#include <iterator>
 #include <new>
 #include <optional>
+#include <ostream>
 #include <stdexcept>
 #include <system_error>
 
 #include "Advice.h"
 #include "Arguments.h"
+#include "DocumentText.h"
 #include "Text.h"
 #include "fmt/FileReplacement.h"
 #include "fmt/Formatting.h"
-#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
 namespace update_metadata_tool {
 namespace {
 
 constexpr int kWidestIndent = 8;
-
-constexpr const char* kStandardInput = "-";
 
 constexpr const char* kExamples =
     R"(The library reads the same from the result, which is proved before anything is
@@ -53,18 +50,9 @@ void complain(const std::exception& failure, const std::string& file, const std:
   complain(file, outcome, err);
 }
 
-std::string readStandardInput() {
-  // The buffer itself throws when a read fails; the stream would only end earlier.
-  return std::string(std::istreambuf_iterator<char>(std::cin.rdbuf()),
-                     std::istreambuf_iterator<char>());
-}
-
 std::optional<std::string> read(const std::string& file, std::ostream& err) {
-  using install::update_metadata_parser::UpdateMetaDataJsonParser;
   try {
-    const std::u16string path = toUtf16(file);
-    return file == kStandardInput ? readStandardInput()
-                                  : UpdateMetaDataJsonParser(path).readFile(path);
+    return readDocument(file);
   } catch (const std::exception& failure) {
     complain(failure, file, "could not be read; " + adviseOnLoading(failure), err);
     return std::nullopt;

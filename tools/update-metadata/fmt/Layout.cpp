@@ -1,6 +1,6 @@
 #include "fmt/Layout.h"
 
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace update_metadata_tool {

@@ -1,5 +1,6 @@
 #include "fmt/LoadRecord.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>

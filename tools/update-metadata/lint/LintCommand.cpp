@@ -9,9 +9,9 @@
 
 #include "Advice.h"
 #include "Arguments.h"
+#include "DocumentText.h"
 #include "Terminal.h"
 #include "Text.h"
-#include "lint/DocumentText.h"
 #include "lint/JsonReport.h"
 #include "lint/Linter.h"
 #include "lint/ProgressLine.h"

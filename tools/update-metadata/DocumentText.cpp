@@ -1,4 +1,4 @@
-#include "lint/DocumentText.h"
+#include "DocumentText.h"
 
 #include <iostream>
 #include <iterator>
