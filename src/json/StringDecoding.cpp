@@ -14,11 +14,11 @@ namespace {
 constexpr std::ptrdiff_t kUnitDigits = 4;
 
 bool isSurrogate(char16_t unit) noexcept {
-  return unit >= 0xD800 && unit <= 0xDFFF;
+  return (unit & 0xF800) == 0xD800;
 }
 
 bool isHighSurrogate(char16_t unit) noexcept {
-  return unit >= 0xD800 && unit <= 0xDBFF;
+  return (unit & 0xFC00) == 0xD800;
 }
 
 constexpr std::uint8_t kNoDigit = 0xFF;

@@ -111,7 +111,7 @@ ReadOutcome TextReader<Sink>::read() {
     position = readValue(position);
   } while (position != nullptr);
   const bool isInType = openTypes_ != 0 || pending_ == kValueOfType;
-  if (outcome_.code != kSuccess && outcome_.kindOfType == nullptr && isInType) {
+  if (outcome_.code != kSuccess && isInType) {
     outcome_.kindOfType = traits<Undefined>::name;
   }
   return outcome_;

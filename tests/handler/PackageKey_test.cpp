@@ -67,6 +67,18 @@ TEST(PackageKey, ComparesPackagesOfOneComponentAsTheirTextsDo) {
   }
 }
 
+TEST(PackageKey, ComparesAsItsTextDoesWhereOneComponentBeginsLikeTheOtherInTheSameMemory) {
+  const std::u16string_view component = u"core_base";
+  const std::u16string_view start = component.substr(0, 4);
+  for (const std::u16string& package : names()) {
+    const PackageKey key{start, package};
+    const PackageKey other{component, u"_"};
+    const int expected = signOf(key.text().compare(other.text()));
+    ASSERT_EQ(signOf(key.compare(other)), expected) << ::testing::PrintToString(package);
+    ASSERT_EQ(signOf(other.compare(key)), -expected) << ::testing::PrintToString(package);
+  }
+}
+
 TEST(Components, AreOrderedAsTheKeysOfTheirPackagesBegin) {
   const std::vector<std::u16string> all = names();
   for (const std::u16string& left : all) {

@@ -114,6 +114,33 @@ TEST(DecodedBytes, AreAppended) {
   EXPECT_EQ(decode("\\tend\"", "start"), (Decoding{kSuccess, 6, "start\tend"}));
 }
 
+TEST(DecodedBytes, AreThoseOfALongRowOfEscapesToo) {
+  std::string text;
+  std::string expected;
+  for (int escape = 0; escape != 300; ++escape) {
+    text += R"(\u00e9\n)";
+    expected += "\xC3\xA9\n";
+  }
+  EXPECT_EQ(decode(text + '"'),
+            (Decoding{kSuccess, static_cast<std::ptrdiff_t>(text.size() + 1), expected}));
+}
+
+TEST(DecodedBytes, AreThoseOfALongStringToo) {
+  std::string text;
+  std::string expected;
+  for (int part = 0; part != 200000; ++part) {
+    text += R"(twelve bytes\n)";
+    expected += "twelve bytes\n";
+  }
+  text += '"';
+  const char* position = text.data();
+  const char* const end = position + text.size();
+  std::string decoded;
+  EXPECT_EQ(decodeString(position, end, decoded), kSuccess);
+  EXPECT_EQ(position, end);
+  EXPECT_TRUE(decoded == expected);
+}
+
 TEST(Escapes, AreNine) {
   for (int number = 0; number < 256; ++number) {
     const char byte = static_cast<char>(static_cast<unsigned char>(number));

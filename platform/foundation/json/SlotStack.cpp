@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 #include <new>
 
 #include "foundation/core/large_pages.h"
@@ -11,7 +10,6 @@ namespace foundation::json::detail {
 namespace {
 
 constexpr std::size_t kFirstRoom = 256;
-constexpr std::size_t kMostSlots = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(Rep);
 
 // Less room than this, 1 MiB, is not worth giving back.
 constexpr std::size_t kRoomKept = (std::size_t{1} << 20) / sizeof(Rep);
@@ -31,9 +29,7 @@ SlotStack::~SlotStack() {
 
 void SlotStack::grow() {
   const std::size_t slots = size();
-  if (slots > kMostSlots / 2) {
-    throw std::bad_alloc();
-  }
+  // Does not overflow: the slots that there are would fill more than half of the address space.
   const std::size_t room = std::max(kFirstRoom, slots * 2);
   void* const memory = std::realloc(begin_, room * sizeof(Rep));
   if (memory == nullptr) {

@@ -128,7 +128,8 @@ void Tree::addUnit() {
 
 char* Tree::addBlock(std::size_t bytes) {
   // Large blocks are made of large pages, where the system has them.
-  const std::align_val_t alignment{bytes < core::kLargePage ? NodeUnit::kBytes : core::kLargePage};
+  const auto alignment =
+      static_cast<std::align_val_t>(bytes < core::kLargePage ? NodeUnit::kBytes : core::kLargePage);
   std::unique_ptr<char, Delete> block(static_cast<char*>(::operator new(bytes, alignment)),
                                       Delete{alignment});
   core::adviseLargePages(block.get(), bytes);

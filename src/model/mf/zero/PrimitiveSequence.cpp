@@ -27,13 +27,11 @@ void copyNarrow(std::u16string_view text, unsigned char* bytes) noexcept {
 
 CompactString::Stored* store(std::u16string_view text, BlockMemory& memory) {
   using Stored = CompactString::Stored;
-  if (text.size() > std::numeric_limits<std::size_t>::max() / 4) {
-    throw std::bad_alloc();
-  }
   const bool narrow = isNarrow(text);
   const std::size_t bytes = narrow ? text.size() : text.size() * sizeof(char16_t);
   auto* stored = new (memory.allocate(sizeof(Stored) + bytes)) Stored{};
-  stored->size = text.size() & (std::numeric_limits<std::size_t>::max() >> 1);
+  constexpr std::size_t kSizeBits = std::numeric_limits<std::size_t>::max() >> 1;
+  stored->size = text.size() & kSizeBits;
   stored->narrow = narrow ? 1 : 0;
   void* units = stored + 1;
   if (narrow) {

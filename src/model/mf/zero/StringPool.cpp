@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <random>
 #include <type_traits>
@@ -175,9 +174,6 @@ const InternedString& StringPool::intern(std::u16string_view text) {
 }
 
 const InternedString& StringPool::add(std::u16string_view text, std::size_t hash) {
-  if (text.size() > (std::numeric_limits<std::size_t>::max() / 4)) {
-    throw std::bad_alloc();
-  }
   if (used_ * 2 >= table_.size()) {
     growTable();
   }

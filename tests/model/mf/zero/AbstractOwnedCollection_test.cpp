@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -261,6 +262,20 @@ TEST_P(OwnedListInOrder, TakesEachElementOnce) {
   EXPECT_EQ(elements(), appended);
 }
 
+TEST_P(OwnedListInOrder, TakesEachElementThatAnotherListHolds) {
+  const ComponentDeltaData other = ComponentDeltaData::create(model, Uuid());
+  for (const PkgDeltaData& pkg : made) {
+    other->getPkgsToDeleteMutable().append(pkg);
+  }
+  for (const PkgDeltaData& pkg : made) {
+    list().append(pkg);
+    if (std::find(appended.begin(), appended.end(), pkg) == appended.end()) {
+      appended.push_back(pkg);
+    }
+  }
+  EXPECT_EQ(elements(), appended);
+}
+
 TEST_P(OwnedListInOrder, LeavesElementsThatSomebodyHoldsToHimWhenItGoes) {
   const PkgDeltaData kept = appended[1];
   const std::u16string name = kept->getName();
@@ -313,6 +328,14 @@ TEST_F(OwnedList, MakesRoomBitByBitWithoutCopyingTheListEachTime) {
   EXPECT_EQ(list().size(), kMany);
 }
 
+TEST_F(OwnedList, RefusesToMakeRoomForMoreThanItCanCount) {
+  const std::vector<PkgDeltaData> pkgs = {make(u"behind"), make(u"before")};
+  list().append(pkgs[1]);
+  list().append(pkgs[0]);
+  EXPECT_THROW(list().reserve((std::size_t{1} << 31) + 1), std::bad_alloc);
+  EXPECT_EQ(elements(), (std::vector<PkgDeltaData>{pkgs[1], pkgs[0]}));
+}
+
 TEST_F(OwnedList, IsReadByIndexWhileItGrows) {
   list().append(make(u"first"));
   std::vector<std::u16string> names;
@@ -326,6 +349,42 @@ TEST_F(OwnedList, IsReadByIndexWhileItGrows) {
   std::vector<std::u16string> expected(1001, u"another");
   expected[0] = u"first";
   EXPECT_EQ(names, expected);
+}
+
+// -------------------------------------------------------------------------------------------------
+// A list whose declaration admits duplicates
+
+/// An element with such a list.
+class Shelf : public ElementHandle<Shelf> {
+ public:
+  class Impl;
+};
+
+class Shelf::Impl final : public ElementImpl {
+ public:
+  static const ElementClass kClass;
+
+  Impl() noexcept : pkgs(*this, 0) {}
+
+  OwnedCollection<PkgDeltaData> pkgs;
+};
+
+const ContainedProperty kPkgsOfAShelf = {u"pkgs", &PkgDeltaData::Impl::kClass,
+                                         Duplicates::kAdmitted};
+
+const ElementClass Shelf::Impl::kClass = {u"Shelf", PkgDeltaData::Impl::kClass.number + 10,
+                                          sizeof(Shelf::Impl), &destroyElementImpl<Shelf::Impl>,
+                                          &kPkgsOfAShelf};
+
+TEST_F(OwnedList, TakesAnElementTwiceWhereItsDeclarationAdmitsThat) {
+  const PkgDeltaData pkg = make();
+  Shelf shelf = Shelf::create(model, Uuid());
+  shelf->pkgs.append(pkg);
+  shelf->pkgs.append(pkg);
+  EXPECT_EQ(elementsOf(shelf->pkgs), (std::vector<PkgDeltaData>{pkg, pkg}));
+  EXPECT_EQ(pkg->getContainer(), shelf);
+  shelf = Shelf();
+  EXPECT_FALSE(pkg->getContainer());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "mf/zero/PrimitiveSequence.h"
 
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -44,6 +45,17 @@ TEST_F(Sequence, KeepsEveryUnitAndTheOrderOfAppending) {
   EXPECT_TRUE(valuesOf(admitting) == values);
   EXPECT_EQ(admitting.size(), values.size());
   EXPECT_FALSE(admitting.empty());
+}
+
+TEST_F(Sequence, IsWalkedByIteratorsThatKeepTheirPlaces) {
+  admitting.push_back(u"a");
+  admitting.push_back(u"b");
+  auto position = admitting.begin();
+  const auto first = position++;
+  EXPECT_EQ((*first).text(), u"a");
+  EXPECT_EQ((*position).text(), u"b");
+  EXPECT_EQ(position++, std::next(first));
+  EXPECT_EQ(position, admitting.end());
 }
 
 TEST_F(Sequence, KeepsEqualValuesWhereItAdmitsThem) {

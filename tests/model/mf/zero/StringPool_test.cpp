@@ -60,8 +60,15 @@ TEST(StringPool, TellsStringsApartWhoseHashesAreEqual) {
     key.words[word] = 0 - name;
   }
   StringPool pool(key);
-  const std::vector<std::u16string> texts = {u"name",   u"names",    u"named",
-                                             u"namely", u"nameless", u"namesake"};
+  std::vector<std::u16string> texts = {u"name",   u"names",    u"named",
+                                       u"namely", u"nameless", u"namesake"};
+  // So it is if each eight of the 32 units do.
+  for (const std::u16string other : {u"less", u"sake"}) {
+    for (std::size_t part = 0; part < 32; part += 8) {
+      texts.push_back(u"namelistnamelistnamelistnamelist");
+      texts.back().replace(part + 4, 4, other);
+    }
+  }
   std::vector<const InternedString*> stored;
   for (const std::u16string& text : texts) {
     stored.push_back(&pool.intern(text));

@@ -2,11 +2,18 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 
 #include <gtest/gtest.h>
 
+#include "support/FailingAllocation.h"
+
+// A program of its own, since it replaces the functions that give out memory.
+
 namespace foundation::json::detail {
 namespace {
+
+using test_support::FailingAllocation;
 
 Rep slotOf(std::uint64_t number) {
   Rep::Content content{};
@@ -54,6 +61,35 @@ TEST(SlotStack, KeepsTheFirstSlotsWhileItShrinksAndGrowsAgain) {
   expectNumbered(stack, 0);
   pushUpTo(stack, 70000);
   expectNumbered(stack, 70000);
+}
+
+TEST(SlotStack, KeepsItsRoomWhereNoneCanBeGivenBack) {
+  SlotStack stack;
+  pushUpTo(stack, 1000000);
+  {
+    const FailingAllocation failing(0);
+    stack.truncate(500000);
+    EXPECT_TRUE(failing.reached());
+  }
+  expectNumbered(stack, 500000);
+  pushUpTo(stack, 2000000);
+  expectNumbered(stack, 2000000);
+}
+
+TEST(SlotStack, LeavesItsSlotsAloneWhereThereIsNoMoreRoom) {
+  SlotStack stack;
+  std::size_t failures = 0;
+  for (std::size_t size = 0; size != 1000; ++size) {
+    try {
+      const FailingAllocation failing(0);
+      stack.push(slotOf(size));
+    } catch (const std::bad_alloc&) {
+      ++failures;
+      expectNumbered(stack, size);
+      stack.push(slotOf(size));
+    }
+  }
+  EXPECT_EQ(failures, 3u) << "to 256, to 512 and to 1,024 slots";
 }
 
 TEST(SlotStack, ReplacesASlotInItsPlace) {
