@@ -114,7 +114,7 @@ char32_t readUtf8(const char*& in, const char* end) {
 char32_t readUtf16(const char16_t*& in, const char16_t* end) {
   const char32_t unit = *in++;
   if (isHighSurrogate(unit) && in != end && isLowSurrogate(*in)) {
-    return 0x10000 + ((unit - 0xD800) << 10 | (char32_t{*in++} - 0xDC00));
+    return 0x10000 + ((unit & 0x3FF) << 10) + (char32_t{*in++} & 0x3FF);
   }
   return isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit;
 }

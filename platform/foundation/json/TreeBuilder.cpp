@@ -17,6 +17,7 @@ namespace detail {
 /// Blocks consist of units; nodes lie where Storage::of() finds this storage by their address.
 class Tree final : public Storage {
  public:
+  // cppcheck-suppress passedByValue ; it is moved into the tree
   explicit Tree(std::string text) noexcept : text_(std::move(text)) {}
 
   std::string_view text() const noexcept { return text_; }

@@ -184,7 +184,7 @@ class FOUNDATION_EXPORT Value {
     return *this;
   }
   Value& operator=(Value&& other) noexcept {
-    Value(std::move(other)).swap(*this);
+    Value(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
     return *this;
   }
   ~Value() {

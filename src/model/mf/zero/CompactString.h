@@ -30,7 +30,7 @@ class FOUNDATION_EXPORT CompactString {
   std::u16string text() const;
 
   /// A copy, for whoever takes strings.
-  operator std::u16string() const { return text(); }  // NOLINT(google-explicit-constructor)
+  operator std::u16string() const { return text(); }
 
   /// Orders by units, as unsigned numbers, a prefix first: below, at or above zero.
   int compare(const CompactString& other) const noexcept;

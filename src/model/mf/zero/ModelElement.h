@@ -84,7 +84,7 @@ class FOUNDATION_EXPORT ModelElement {
     return *this;
   }
   ModelElement& operator=(ModelElement&& other) noexcept {
-    ModelElement(std::move(other)).swap(*this);
+    ModelElement(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
     return *this;
   }
   ~ModelElement() { removeRef(); }

@@ -29,6 +29,7 @@ CompactString::Stored* store(std::u16string_view text, BlockMemory& memory) {
   using Stored = CompactString::Stored;
   const bool narrow = isNarrow(text);
   const std::size_t bytes = narrow ? text.size() : text.size() * sizeof(char16_t);
+  // cppcheck-suppress legacyUninitvar ; this is its initialisation
   auto* stored = new (memory.allocate(sizeof(Stored) + bytes)) Stored{};
   constexpr std::size_t kSizeBits = std::numeric_limits<std::size_t>::max() >> 1;
   stored->size = text.size() & kSizeBits;
