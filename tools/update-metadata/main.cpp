@@ -4,27 +4,21 @@
 #include <ios>
 #include <iostream>
 #include <new>
-#include <string>
 #include <system_error>
 
 #include <CLI/CLI.hpp>
 
 #include "Command.h"
 #include "ExitCode.h"
-#include "install/update_metadata_parser/Version.h"
+#include "Program.h"
 
 namespace {
 
 using update_metadata_tool::ExitCode;
 
 ExitCode runCommand(int argc, const char* const* argv) {
-  CLI::App app("Answers questions about update metadata documents.", "update-metadata");
-  app.set_version_flag(
-      "--version", std::string("update-metadata ") + install::update_metadata_parser::version());
-  app.require_subcommand(0, 1);
-  app.footer(
-      "'update-metadata query --help' tells its options. Example:\n"
-      "  update-metadata query update.json --product-data /srv/product-data");
+  CLI::App app;
+  update_metadata_tool::describeProgram(app);
   const auto commands = update_metadata_tool::addCommands(app);
   const update_metadata_tool::Command* chosen = nullptr;
   try {

@@ -1,0 +1,103 @@
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "Program.h"
+#include "manual/Completion.h"
+#include "manual/ManualPage.h"
+#include "manual/Outline.h"
+#include "support/RunTool.h"
+
+namespace {
+
+using update_metadata_tool::CommandOutline;
+
+// The built program answers --help by itself; the pages are made of the same options in this
+// process.
+class RealProgram : public ::testing::Test {
+ protected:
+  RealProgram() {
+    update_metadata_tool::describeProgram(app_);
+    commands_ = update_metadata_tool::addCommands(app_);
+    outline_ = update_metadata_tool::outlineOf(app_);
+  }
+
+  CLI::App app_;
+  std::vector<std::unique_ptr<update_metadata_tool::Command>> commands_;
+  update_metadata_tool::ProgramOutline outline_;
+};
+
+std::set<std::string> longOptionsIn(const std::string& text) {
+  static const std::regex option("--[a-z][a-z-]*");
+  std::set<std::string> options;
+  for (std::sregex_iterator match(text.begin(), text.end(), option), end; match != end; ++match) {
+    options.insert(match->str());
+  }
+  return options;
+}
+
+// What the help lists below "Options:", without the remarks behind it.
+std::string listedOptions(const std::string& help) {
+  const std::size_t begin = help.find("\nOptions:\n");
+  return help.substr(begin, help.find("\n\n", begin + 1) - begin);
+}
+
+// A page without the marks of the formatter.
+std::string plain(const std::string& page) {
+  return std::regex_replace(std::regex_replace(page, std::regex(R"(\\f.)"), ""),
+                            std::regex(R"(\\-)"), "-");
+}
+
+std::string sectionOf(const std::string& page, const std::string& heading) {
+  const std::size_t begin = page.find(".SH " + heading + '\n');
+  return page.substr(begin, page.find("\n.SH ", begin) - begin);
+}
+
+TEST_F(RealProgram, HasAPageForEachSubcommandOfItsHelpWithExactlyTheOptionsOfThatHelp) {
+  const std::string help = test_support::runTool({"--help"}).out;
+  ASSERT_FALSE(outline_.subcommands.empty());
+  for (const CommandOutline& command : outline_.subcommands) {
+    const std::string name = command.name.substr(command.name.find(' ') + 1);
+    EXPECT_NE(help.find("\n  " + name + ' '), std::string::npos) << name;
+    const std::string page = plain(update_metadata_tool::makeCommandPage(outline_, command, "0"));
+    const std::string ownHelp = test_support::runTool({name, "--help"}).out;
+    EXPECT_EQ(longOptionsIn(sectionOf(page, "OPTIONS")), longOptionsIn(listedOptions(ownHelp)))
+        << name;
+  }
+}
+
+TEST_F(RealProgram, TellsExamplesAndExitStatusOnEachPage) {
+  for (const CommandOutline& command : outline_.subcommands) {
+    const std::string page = update_metadata_tool::makeCommandPage(outline_, command, "0");
+    EXPECT_NE(page.find("\n.SH EXAMPLES\n"), std::string::npos) << command.name;
+    EXPECT_NE(page.find("\n.SH EXIT STATUS\n"), std::string::npos) << command.name;
+  }
+}
+
+TEST_F(RealProgram, CompletesEveryOptionOfEverySubcommand) {
+  std::set<std::string> options =
+      longOptionsIn(listedOptions(test_support::runTool({"--help"}).out));
+  for (const CommandOutline& command : outline_.subcommands) {
+    const std::string name = command.name.substr(command.name.find(' ') + 1);
+    const auto own = longOptionsIn(listedOptions(test_support::runTool({name, "--help"}).out));
+    options.insert(own.begin(), own.end());
+  }
+  for (const std::string& script : {update_metadata_tool::makeBashCompletion(outline_),
+                                    update_metadata_tool::makeZshCompletion(outline_)}) {
+    const std::set<std::string> completed = longOptionsIn(script);
+    std::set<std::string> missing;
+    std::set_difference(options.begin(), options.end(), completed.begin(), completed.end(),
+                        std::inserter(missing, missing.end()));
+    EXPECT_EQ(missing, std::set<std::string>());
+  }
+}
+
+}  // namespace

@@ -1,0 +1,20 @@
+#include "Program.h"
+
+#include <string>
+
+#include "install/update_metadata_parser/Version.h"
+
+namespace update_metadata_tool {
+
+void describeProgram(CLI::App& app) {
+  app.name("update-metadata");
+  app.description("Answers questions about update metadata documents.");
+  app.set_version_flag(
+      "--version", std::string("update-metadata ") + install::update_metadata_parser::version());
+  app.require_subcommand(0, 1);
+  app.footer(
+      "'update-metadata query --help' tells its options. Example:\n"
+      "  update-metadata query update.json --product-data /srv/product-data");
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "manual/Outline.h"
+
+namespace update_metadata_tool {
+
+/// The name of the page about a command, without its section: blanks become hyphens.
+std::string pageName(const CommandOutline& command);
+
+/// Writes the page about the program, which leads on to those about its subcommands.
+///
+/// The result is the input of man(1). The same outline gives the same bytes.
+std::string makeProgramPage(const ProgramOutline& program, const std::string& version);
+
+/// Writes the page about one subcommand.
+std::string makeCommandPage(const ProgramOutline& program, const CommandOutline& command,
+                            const std::string& version);
+
+}  // namespace update_metadata_tool

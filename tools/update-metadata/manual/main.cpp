@@ -1,0 +1,66 @@
+// Writes the manual pages and the completion of the program into a folder, as it is installed:
+// write-manual FOLDER
+
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <ios>
+#include <iostream>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "Program.h"
+#include "install/update_metadata_parser/Version.h"
+#include "manual/Completion.h"
+#include "manual/ManualPage.h"
+#include "manual/Outline.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace tool = update_metadata_tool;
+
+void write(const fs::path& path, const std::string& text) {
+  fs::create_directories(path.parent_path());
+  std::ofstream file;
+  file.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+  file.open(path, std::ios_base::binary);
+  file << text;
+  file.close();
+}
+
+void writeAll(const tool::ProgramOutline& program, const fs::path& folder) {
+  const std::string version = install::update_metadata_parser::version();
+  const fs::path pages = folder / "man" / "man1";
+  for (const tool::CommandOutline& subcommand : program.subcommands) {
+    write(pages / (tool::pageName(subcommand) + ".1"),
+          tool::makeCommandPage(program, subcommand, version));
+  }
+  write(folder / "bash-completion" / "completions" / "update-metadata",
+        tool::makeBashCompletion(program));
+  write(folder / "zsh" / "vendor-completions" / "_update-metadata",
+        tool::makeZshCompletion(program));
+  // Last, because the build takes this one for all of them.
+  write(pages / (tool::pageName(program.program) + ".1"), tool::makeProgramPage(program, version));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: write-manual FOLDER\n";
+    return 2;
+  }
+  try {
+    CLI::App app;
+    tool::describeProgram(app);
+    const auto commands = tool::addCommands(app);
+    writeAll(tool::outlineOf(app), argv[1]);
+    return 0;
+  } catch (const std::exception& failure) {
+    std::cerr << "write-manual: " << failure.what() << '\n';
+    return 1;
+  }
+}
