@@ -1,7 +1,8 @@
 # What an installation holds.
 #
 # Components: runtime (the shared library), development (headers, CMake package, pkg-config file, link for the linker),
-# tool (the companion command, and the schema of the document).
+# tool (the companion command with its manual pages and completion, and the schema of the document), documentation (pages,
+# examples and, if it is built, the reference).
 include(CMakePackageConfigHelpers)
 
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
@@ -88,3 +89,21 @@ install(
   FILES "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT development)
+
+# The documentation, in the layout of this tree, so that its links lead on.
+set(UMP_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/update-metadata-parser")
+install(
+  FILES README.md CHANGELOG.md
+  DESTINATION "${UMP_INSTALL_DOCDIR}"
+  COMPONENT documentation)
+install(
+  DIRECTORY docs examples
+  DESTINATION "${UMP_INSTALL_DOCDIR}"
+  COMPONENT documentation
+  REGEX "/docs/(CMakeLists.txt|Doxyfile.in)$" EXCLUDE)
+if(UMP_BUILD_REFERENCE)
+  install(
+    DIRECTORY "${PROJECT_BINARY_DIR}/docs/reference"
+    DESTINATION "${UMP_INSTALL_DOCDIR}"
+    COMPONENT documentation)
+endif()

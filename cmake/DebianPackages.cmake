@@ -1,0 +1,73 @@
+# Debian packages: library, development, command and documentation, made by "cpack -G DEB" of a build with
+# UMP_DEBIAN_PACKAGES and the prefix /usr. scripts/release makes them so that two runs give the same bytes.
+
+set(revision 1)
+set(library libupdate-metadata-parser${PROJECT_VERSION_MAJOR})
+set(UMP_DEBIAN_VERSION "${PROJECT_VERSION}-${revision}")
+set(UMP_DEBIAN_MAINTAINER "update_metadata_parser maintainers <maintainers@update-metadata-parser.example>")
+
+# What every package of Debian holds: its licence, and what changed in it. The time is SOURCE_DATE_EPOCH, if it is set.
+string(TIMESTAMP UMP_DEBIAN_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
+set(documents "${CMAKE_CURRENT_BINARY_DIR}/debian")
+configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/changelog.in" "${documents}/changelog.Debian" @ONLY)
+configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/copyright.in" "${documents}/copyright" @ONLY)
+configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${documents}/LICENSE" COPYONLY)
+configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${documents}/changelog" COPYONLY)
+# Until 1.0 a minor version may break what came before without a new SONAME: users depend on the version itself.
+configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/shlibs.in" "${documents}/shlibs" @ONLY)
+execute_process(COMMAND gzip -9nf changelog changelog.Debian WORKING_DIRECTORY "${documents}" COMMAND_ERROR_IS_FATAL ANY)
+
+# ump_add_debian_package(COMPONENT NAME SECTION SUMMARY TEXT)
+#
+# The package NAME of one component of the installation. The lines of TEXT have at most 79 characters.
+macro(ump_add_debian_package COMPONENT NAME SECTION SUMMARY TEXT)
+  install(
+    FILES "${documents}/copyright" "${documents}/changelog.gz" "${documents}/changelog.Debian.gz"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${NAME}"
+    COMPONENT ${COMPONENT})
+  string(TOUPPER ${COMPONENT} component)
+  list(APPEND CPACK_COMPONENTS_ALL ${COMPONENT})
+  set(CPACK_DEBIAN_${component}_PACKAGE_NAME ${NAME})
+  set(CPACK_DEBIAN_${component}_PACKAGE_SECTION ${SECTION})
+  set(CPACK_DEBIAN_${component}_DESCRIPTION "${SUMMARY}\n${about}\n${TEXT}")
+endmacro()
+
+set(about "An update metadata document describes an update from an installed release\nto a newer one.")
+set(CPACK_COMPONENTS_ALL "")
+ump_add_debian_package(
+  runtime ${library} libs "reads update metadata documents - shared library"
+  ".\nThis library reads one and tells which packages it deletes and extracts, and\nhow large they are.")
+ump_add_debian_package(
+  development libupdate-metadata-parser-dev libdevel "reads update metadata documents - development files"
+  ".\nThis package holds the headers of the library that reads one, its CMake\npackage and its pkg-config file.")
+ump_add_debian_package(
+  tool update-metadata utils "answers questions about update metadata documents"
+  ".\nThis command tells what one does, for people and for scripts.")
+ump_add_debian_package(
+  documentation libupdate-metadata-parser-doc doc "reads update metadata documents - documentation"
+  ".\nThis package holds the guide, the reference and the examples of the library\nthat reads one.")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME update-metadata-parser)
+set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_PACKAGING_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                                WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/PreparePackages.cmake")
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_PACKAGE_SOURCE update-metadata-parser)
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${revision})
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${UMP_DEBIAN_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${documents}/shlibs" "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${UMP_DEBIAN_VERSION})")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libupdate-metadata-parser-doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+include(CPack)
