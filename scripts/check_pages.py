@@ -98,7 +98,7 @@ def main():
     tool = Tool(os.path.abspath(sys.argv[1]))
     os.chdir(os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
     presets = {preset["name"] for preset in json.loads(read("CMakePresets.json"))["configurePresets"]}
-    sources = ["CMakeLists.txt", *glob.glob("cmake/*.cmake")]
+    sources = ["CMakeLists.txt", *glob.glob("cmake/*.cmake"), *glob.glob("bindings/*/CMakeLists.txt")]
     options = set().union(*(OPTION.findall(read(source)) for source in sources))
     pages = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.md"],
                            capture_output=True, text=True, check=True).stdout.split()

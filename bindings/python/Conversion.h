@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+
+#include <pybind11/pybind11.h>
+
+namespace update_metadata_python {
+
+/// Converts Python's text to UTF-16. A surrogate without its partner stays one.
+std::u16string toUtf16(const pybind11::str& text);
+
+/// Converts a path, a str or an object with __fspath__() that gives one, to UTF-16.
+///
+/// A path of bytes is a TypeError.
+std::u16string toPath(const pybind11::object& path);
+
+/// Converts an answer, or a part of one, to objects of the caller's own: text to str, sets to set,
+/// maps to dict, pairs to tuple.
+pybind11::object toPython(const std::u16string& text);
+pybind11::object toPython(std::int64_t number);
+
+template <class First, class Second>
+pybind11::object toPython(const std::pair<First, Second>& pair);
+
+template <class Key>
+pybind11::object toPython(const std::set<Key>& keys) {
+  pybind11::set result;
+  for (const Key& key : keys) {
+    result.add(toPython(key));
+  }
+  return std::move(result);
+}
+
+template <class Key, class Mapped>
+pybind11::object toPython(const std::map<Key, Mapped>& entries) {
+  pybind11::dict result;
+  for (const auto& [key, mapped] : entries) {
+    result[toPython(key)] = toPython(mapped);
+  }
+  return std::move(result);
+}
+
+template <class First, class Second>
+pybind11::object toPython(const std::pair<First, Second>& pair) {
+  return pybind11::make_tuple(toPython(pair.first), toPython(pair.second));
+}
+
+}  // namespace update_metadata_python
