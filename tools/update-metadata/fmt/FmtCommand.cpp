@@ -11,8 +11,8 @@
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"
+#include "FileReplacement.h"
 #include "Text.h"
-#include "fmt/FileReplacement.h"
 #include "fmt/Formatting.h"
 
 namespace update_metadata_tool {

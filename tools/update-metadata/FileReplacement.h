@@ -16,4 +16,13 @@ namespace update_metadata_tool {
 ///                            written, or the new one cannot be made beside it
 void replaceFile(const std::string& path, std::string_view content);
 
+/// Writes a file that may be there already, wholly or not at all: one that is there is replaced as
+/// by replaceFile(), a new one has the mode that the process gives new files.
+///
+/// A symbolic link that leads nowhere is replaced itself.
+///
+/// \throws std::system_error  nothing is changed: what stands there cannot be replaced, or no file
+///                            can be made beside it
+void writeFile(const std::string& path, std::string_view content);
+
 }  // namespace update_metadata_tool

@@ -1,8 +1,10 @@
-#include "fmt/FileReplacement.h"
+#include "FileReplacement.h"
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <ostream>
@@ -108,6 +110,71 @@ TEST_F(FileReplacement, FollowsLinksAndLeavesThemThere) {
   EXPECT_EQ(fs::read_symlink(folder_.nativePath("below/first")), "../second");
   EXPECT_EQ(fs::read_symlink(folder_.nativePath("second")), "file");
   EXPECT_EQ(namesIn(folder_.nativePath("below")), std::set<std::string>{"first"});
+}
+
+// --- files that may be new ------------------------------------------------------------------
+
+TEST_F(FileReplacement, OfWhatIsNotThereMakesAFileWithTheModeOfNewFiles) {
+  const mode_t before = ::umask(0027);
+  writeFile(folder_.nativePath("new"), "content");
+  ::umask(before);
+  EXPECT_EQ(readBytes(folder_.nativePath("new")), "content");
+  EXPECT_EQ(statusOf(folder_.nativePath("new")).st_mode & 07777U, 0640U);
+  EXPECT_EQ(namesIn(folder_.nativePath()), (std::set<std::string>{"file", "new"}));
+}
+
+TEST_F(FileReplacement, OfWhatMayBeThereKeepsItsMode) {
+  ASSERT_EQ(::chmod(file_.c_str(), 0604), 0);
+  writeFile(file_, "new");
+  EXPECT_EQ(readBytes(file_), "new");
+  EXPECT_EQ(statusOf(file_).st_mode & 07777U, 0604U);
+}
+
+TEST_F(FileReplacement, MakesAFileInTheWorkingFolder) {
+  const fs::path before = fs::current_path();
+  fs::current_path(folder_.nativePath());
+  writeFile("new", "content");
+  fs::current_path(before);
+  EXPECT_EQ(readBytes(folder_.nativePath("new")), "content");
+}
+
+TEST_F(FileReplacement, PutsAFileInPlaceOfALinkThatLeadsNowhere) {
+  folder_.makeLink("link", "nowhere");
+  writeFile(folder_.nativePath("link"), "content");
+  EXPECT_EQ(fs::symlink_status(folder_.nativePath("link")).type(), fs::file_type::regular);
+  EXPECT_EQ(readBytes(folder_.nativePath("link")), "content");
+}
+
+TEST_F(FileReplacement, NeverPutsAFileInPlaceOfSomethingElse) {
+  folder_.makeFolder("folder");
+  folder_.makeFifo("fifo");
+  for (const std::string& path :
+       {folder_.nativePath("folder"), folder_.nativePath("fifo"), std::string("/dev/null")}) {
+    EXPECT_THROW(writeFile(path, "x"), std::system_error) << path;
+  }
+  EXPECT_TRUE(fs::is_fifo(folder_.nativePath("fifo")));
+}
+
+TEST_F(FileReplacement, NeedsAFolderForANewFile) {
+  for (const char* name : {"missing/new", "file/new"}) {
+    EXPECT_THROW(writeFile(folder_.nativePath(name), "x"), std::system_error) << name;
+  }
+  EXPECT_EQ(namesIn(folder_.nativePath()), std::set<std::string>{"file"});
+}
+
+// A limit stands for a disk that is full.
+TEST_F(FileReplacement, LeavesTheOldFileIfThereIsNoRoomForTheNewOne) {
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit small{100, before.rlim_max};
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  EXPECT_THROW(writeFile(file_, std::string(1000, 'x')), std::system_error);
+  EXPECT_THROW(writeFile(folder_.nativePath("new"), std::string(1000, 'x')), std::system_error);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(readBytes(file_), "old");
+  EXPECT_EQ(namesIn(folder_.nativePath()), std::set<std::string>{"file"});
 }
 
 // --- failures -------------------------------------------------------------------------------

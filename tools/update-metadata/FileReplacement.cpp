@@ -1,4 +1,4 @@
-#include "fmt/FileReplacement.h"
+#include "FileReplacement.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -91,6 +91,15 @@ class TemporaryFile {
     }
   }
 
+  // Without this it would stay what it was made as, of this user alone.
+  void takeRightsOfNewFiles() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    if (::fchmod(file_.get(), 0666U & ~mask) != 0) {
+      fail("the new file cannot be given the mode of new files");
+    }
+  }
+
   // Its content is on the disk before it has the name.
   void rename(const std::string& to) {
     if (::fsync(file_.get()) != 0) {
@@ -117,6 +126,17 @@ void replaceFile(const std::string& path, std::string_view content) {
   file.write(content);
   file.takeRights(status);
   file.rename(target.string());
+}
+
+void writeFile(const std::string& path, std::string_view content) {
+  if (std::filesystem::exists(path)) {
+    replaceFile(path, content);
+    return;
+  }
+  TemporaryFile file(std::filesystem::path(path).parent_path());
+  file.write(content);
+  file.takeRightsOfNewFiles();
+  file.rename(path);
 }
 
 }  // namespace update_metadata_tool
