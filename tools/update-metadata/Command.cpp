@@ -3,6 +3,7 @@
 #include "fmt/FmtCommand.h"
 #include "lint/LintCommand.h"
 #include "query/QueryCommand.h"
+#include "report/ReportCommand.h"
 #include "schema/SchemaCommand.h"
 
 namespace update_metadata_tool {
@@ -10,6 +11,7 @@ namespace update_metadata_tool {
 std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<QueryCommand>(app));
+  commands.push_back(std::make_unique<ReportCommand>(app));
   commands.push_back(std::make_unique<LintCommand>(app));
   commands.push_back(std::make_unique<FmtCommand>(app));
   commands.push_back(std::make_unique<SchemaCommand>(app));

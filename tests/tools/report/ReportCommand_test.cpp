@@ -1,0 +1,95 @@
+#include "report/ReportCommand.h"
+
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Text.h"
+#include "report/Page.h"
+#include "report/ReportData.h"
+#include "summary/Document.h"
+#include "support/RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::readBytes;
+using test_support::runTool;
+using test_support::TemporaryFolder;
+using test_support::ToolRun;
+using test_support::ToolSurroundings;
+using ::testing::HasSubstr;
+
+const std::string kSample = UMP_SOURCE_DIR "/examples/documents/small/update.json";
+const std::string kProductData = UMP_SOURCE_DIR "/examples/documents/small/product-data";
+
+constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+
+std::string expectedPage(const std::optional<std::u16string>& productData) {
+  return makePage(
+      makeReportData(u"update.json", Document({toUtf16(kSample), productData}).gatherContents()));
+}
+
+class Report : public ::testing::Test {
+ protected:
+  Report() { around_.folder = folder_.nativePath(); }
+
+  TemporaryFolder folder_;
+  ToolSurroundings around_;
+};
+
+TEST_F(Report, IsWrittenToAFileWithoutAWord) {
+  EXPECT_EQ(
+      runTool({"report", kSample, "-o", "page.html", "--product-data", kProductData}, around_),
+      (ToolRun{0, "", ""}));
+  EXPECT_EQ(readBytes(folder_.nativePath("page.html")), expectedPage(toUtf16(kProductData)));
+}
+
+TEST_F(Report, IsWrittenToStandardOutput) {
+  EXPECT_EQ(runTool({"report", "--output=-", kSample}, around_),
+            (ToolRun{0, expectedPage(std::nullopt), ""}));
+}
+
+TEST_F(Report, OfADocumentThatDoesNotLoadIsNotWritten) {
+  folder_.writeFile("page.html", "as it was");
+  EXPECT_EQ(runTool({"report", "none.json", "-o", "page.html"}, around_),
+            (ToolRun{kTrouble, "",
+                     "Update MetaData Json file does not exist \n"
+                     "update-metadata: 'none.json' could not be loaded; check the path\n"}));
+  EXPECT_EQ(readBytes(folder_.nativePath("page.html")), "as it was");
+}
+
+TEST_F(Report, ThatCannotBeWrittenIsToldOf) {
+  EXPECT_EQ(runTool({"report", kSample, "-o", "missing/page.html"}, around_),
+            (ToolRun{kFailed, "",
+                     "update-metadata: 'missing/page.html' could not be written: no file can be "
+                     "made in its folder: No such file or directory; nothing was changed: name "
+                     "another file, or '-' for standard output\n"}));
+}
+
+TEST_F(Report, OnAFullDiskIsToldOf) {
+  around_.outFile = "/dev/full";
+  EXPECT_EQ(runTool({"report", kSample, "-o", "-"}, around_),
+            (ToolRun{kFailed, "",
+                     "update-metadata: standard output could not be written: No space left on "
+                     "device; what was written is not complete\n"}));
+}
+
+TEST_F(Report, NeedsAnOutput) {
+  EXPECT_EQ(
+      runTool({"report", kSample}, around_),
+      (ToolRun{kTrouble, "", "--output is required\nRun with --help for more information.\n"}));
+}
+
+TEST_F(Report, TellsInItsHelpHowToUseIt) {
+  const ToolRun help = runTool({"report", "--help"}, around_);
+  EXPECT_EQ(help.exitCode, 0);
+  EXPECT_THAT(help.out, HasSubstr("  update-metadata report update.json -o report.html\n"));
+  EXPECT_THAT(help.out, HasSubstr("Exit status: 0 written, 1 "));
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

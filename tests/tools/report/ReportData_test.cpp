@@ -1,0 +1,134 @@
+#include "report/ReportData.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "Text.h"
+#include "summary/Document.h"
+#include "summary/Totals.h"
+#include "support/PlainDocument.h"
+#include "support/RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::makeRandomDocument;
+using test_support::PlainDocument;
+using test_support::TemporaryFolder;
+using Json = nlohmann::ordered_json;
+
+Contents contentsOf(const std::string& document, std::optional<std::u16string> productData = {}) {
+  const TemporaryFolder folder;
+  return Document({folder.writeFile("update.json", document), std::move(productData)})
+      .gatherContents();
+}
+
+TEST(ReportData, TellEverythingAboutASample) {
+  const std::string small = UMP_SOURCE_DIR "/examples/documents/small/";
+  const Contents contents =
+      contentsOf(test_support::readBytes(small + "update.json"), toUtf16(small + "product-data"));
+  EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents)), Json::parse(R"({
+    "version": 1,
+    "file": "update.json",
+    "base": {"family": "Fernlight 7", "version": "7.1.0"},
+    "target": {"family": "Fernlight 7", "version": "7.2.0", "updateLevel": 3},
+    "arch": "x86_64",
+    "totals": {"packagesToExtract": 5, "packagesToDelete": 2, "bytesToFetch": "2499477",
+               "bytesUnpacked": "5842944", "bytesDeleted": "278528", "filesToDelete": 2},
+    "packagesToExtract": [["core_engine", 1572864, 4194304], ["core_fonts", 655360, 901120],
+                          ["editor_spelling", 222208, 614400], ["editor_toolbox", 48128, 131072],
+                          ["viewer_slideshow", 917, 2048]],
+    "packagesToDelete": [["core_legacy-formats", 73728], ["editor_spelling", 204800]],
+    "components": [
+      {"name": "core", "packagesToExtract": [0, 1], "packagesToDelete": [0],
+       "bytesToFetch": "2228224", "bytesUnpacked": "5095424", "bytesDeleted": "73728"},
+      {"name": "editor", "packagesToExtract": [2, 3], "packagesToDelete": [1],
+       "bytesToFetch": "270336", "bytesUnpacked": "745472", "bytesDeleted": "204800"},
+      {"name": "viewer", "packagesToExtract": [4], "packagesToDelete": [],
+       "bytesToFetch": "917", "bytesUnpacked": "2048", "bytesDeleted": "0"}],
+    "products": [
+      {"name": "Fernlight Editor", "baseCode": "FE", "componentsToExtract": [0, 1],
+       "componentsToDelete": [0, 1], "packagesToExtract": 4, "packagesToDelete": 2,
+       "bytesToFetch": "2498560", "bytesUnpacked": "5840896", "bytesDeleted": "278528"},
+      {"name": "Fernlight Viewer", "baseCode": "FV", "componentsToExtract": [0, 2],
+       "componentsToDelete": [], "packagesToExtract": 3, "packagesToDelete": 0,
+       "bytesToFetch": "2229141", "bytesUnpacked": "5097472", "bytesDeleted": "0"}],
+    "componentsWithFiles": [
+      {"name": "editor", "packages": [
+        {"key": "editor_manual", "size": 36864,
+         "files": ["manual/images/tour.png", "manual/old-index.html"]}]}]
+  })"));
+}
+
+TEST(ReportData, HaveEveryMemberForADocumentThatUpdatesNothing) {
+  EXPECT_EQ(makeReportData(u"", contentsOf(R"({"metadata":{"arch":"","base":null,"target":null},)"
+                                           R"("components":null,"products":null,)"
+                                           R"("componentsWithFilesDeleted":null})")),
+            R"({"version":1,"file":"","base":{"family":"","version":""},)"
+            R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
+            R"("totals":{"packagesToExtract":0,"packagesToDelete":0,"bytesToFetch":"0",)"
+            R"("bytesUnpacked":"0","bytesDeleted":"0","filesToDelete":0},"packagesToExtract":[],)"
+            R"("packagesToDelete":[],"components":[],"products":[],"componentsWithFiles":[]})");
+}
+
+TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsAsNull) {
+  constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+  Contents contents;
+  contents.packagesToExtract = {{u"c_1", kMax, -1}, {u"c_2", 1, 0}};
+  contents.packagesToDelete = {{u"c_1", kMax, 0}};
+  contents.components = {{u"c", {0}, {0, 1}}};
+  contents.products = {{u"p", std::nullopt, {0}, {}}};
+  const Json data = Json::parse(makeReportData(u"", contents));
+  const Json all = {{"packagesToExtract", 2},
+                    {"packagesToDelete", 1},
+                    {"bytesToFetch", nullptr},
+                    {"bytesUnpacked", "-1"},
+                    {"bytesDeleted", "9223372036854775807"},
+                    {"filesToDelete", 0}};
+  EXPECT_EQ(data["totals"], all);
+  EXPECT_EQ(data["components"][0]["bytesToFetch"], nullptr);
+  EXPECT_EQ(data["products"][0]["bytesToFetch"], "0");
+  EXPECT_EQ(data["products"][0]["baseCode"], nullptr);
+  EXPECT_EQ(data["packagesToDelete"], Json::parse(R"([["c_1",9223372036854775807]])"));
+}
+
+TEST(ReportData, ReplaceHalvesOfCharactersAndKeepEverythingElse) {
+  Contents contents;
+  contents.architecture = u"\xD800 \u2028<\"\\\n";
+  EXPECT_EQ(Json::parse(makeReportData(u"", contents))["arch"], "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
+}
+
+// What the page adds up for its picture, and what it lists, is in agreement with the totals.
+TEST(ReportData, AddUpToTheTotalsOfMadeUpDocuments) {
+  std::mt19937 random(6);
+  for (int round = 0; round != 300; ++round) {
+    const Contents contents = contentsOf(makeRandomDocument(random).json());
+    const Json data = Json::parse(makeReportData(u"", contents));
+    const Totals totals = Tally(contents).totalsOfAll();
+    std::int64_t toFetch = 0;
+    std::int64_t unpacked = 0;
+    std::int64_t deleted = 0;
+    for (const Json& package : data["packagesToExtract"]) {
+      toFetch += package[1].get<std::int64_t>();
+      unpacked += package[2].get<std::int64_t>();
+    }
+    for (const Json& package : data["packagesToDelete"]) {
+      deleted += package[1].get<std::int64_t>();
+    }
+    EXPECT_EQ(data["totals"]["bytesToFetch"], std::to_string(toFetch));
+    EXPECT_EQ(data["totals"]["bytesUnpacked"], std::to_string(unpacked));
+    EXPECT_EQ(data["totals"]["bytesDeleted"], std::to_string(deleted));
+    EXPECT_EQ(totals.bytesToFetch.value(), toFetch);
+    EXPECT_EQ(data["products"].size(), contents.products.size());
+  }
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

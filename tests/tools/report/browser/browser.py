@@ -1,0 +1,170 @@
+"""Drives a headless Chromium by its DevTools protocol, over the pipe that it offers for that."""
+
+import base64
+import json
+import os
+import fcntl
+import shutil
+import subprocess
+import tempfile
+
+# The pipe's ends in the browser: it reads commands from the one and writes to the other.
+COMMANDS, ANSWERS = 3, 4
+
+KEYS = {"ArrowLeft": 37, "ArrowUp": 38, "ArrowRight": 39, "ArrowDown": 40, "Enter": 13,
+        "Escape": 27, "Home": 36, "End": 35, "PageUp": 33, "PageDown": 34, "Tab": 9}
+
+
+class Browser:
+    """One browser with one page, for a with statement."""
+
+    def __init__(self, program="chromium"):
+        self._number = 0
+        self._events = []
+        self._unread = b""
+        self._profile = tempfile.mkdtemp(prefix="report-browser-")
+        command_end, self._commands = _pipe()
+        self._answers, answer_end = _pipe()
+
+        def set_up_pipes():
+            os.dup2(command_end, COMMANDS)
+            os.dup2(answer_end, ANSWERS)
+
+        # Containers run it as root, which it allows without its sandbox only. What it opens is
+        # ours.
+        arguments = [program, "--headless", "--no-sandbox", "--disable-gpu", "--no-first-run",
+                     "--disable-dev-shm-usage", "--remote-debugging-pipe",
+                     "--user-data-dir=" + self._profile, "about:blank"]
+        self._process = subprocess.Popen(arguments, pass_fds=(COMMANDS, ANSWERS),
+                                         preexec_fn=set_up_pipes, stdin=subprocess.DEVNULL,
+                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(command_end)
+        os.close(answer_end)
+        self._session = None
+        target = self.ask("Target.createTarget", url="about:blank")["targetId"]
+        self._session = self.ask("Target.attachToTarget", targetId=target,
+                                 flatten=True)["sessionId"]
+        for domain in ("Page", "Runtime", "Log", "Network"):
+            self.ask(domain + ".enable")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        os.close(self._commands)
+        self._process.terminate()
+        self._process.wait()
+        os.close(self._answers)
+        shutil.rmtree(self._profile, ignore_errors=True)
+
+    def ask(self, method, **parameters):
+        """Sends one command and returns its result."""
+        self._number += 1
+        command = {"id": self._number, "method": method, "params": parameters}
+        if self._session:
+            command["sessionId"] = self._session
+        os.write(self._commands, json.dumps(command).encode() + b"\0")
+        while True:
+            message = self._read()
+            if message.get("id") == self._number:
+                if "error" in message:
+                    raise RuntimeError("%s: %s" % (method, message["error"]["message"]))
+                return message["result"]
+            self._events.append(message)
+
+    def _read(self):
+        while b"\0" not in self._unread:
+            got = os.read(self._answers, 1 << 16)
+            if not got:
+                raise RuntimeError("the browser has ended")
+            self._unread += got
+        message, _, self._unread = self._unread.partition(b"\0")
+        return json.loads(message)
+
+    def open(self, path, width=1200, height=900, dark=False, phone=False):
+        """Opens a file in a window of that size and returns when it is loaded."""
+        self.ask("Emulation.setDeviceMetricsOverride", width=width, height=height,
+                 deviceScaleFactor=2 if phone else 1, mobile=phone)
+        self.set_dark(dark)
+        self._events.clear()
+        self.ask("Page.navigate", url="file://" + os.path.abspath(path))
+        while not any(event.get("method") == "Page.loadEventFired" for event in self._events):
+            self._events.append(self._read())
+        self.settle()
+
+    def set_dark(self, dark):
+        """Sets what the system says to prefer."""
+        self.ask("Emulation.setEmulatedMedia", features=[
+            {"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
+
+    def evaluate(self, expression):
+        """Returns the value of a JavaScript expression, once it is there."""
+        result = self.ask("Runtime.evaluate", expression=expression, returnByValue=True,
+                          awaitPromise=True)
+        if "exceptionDetails" in result:
+            raise RuntimeError(result["exceptionDetails"]["exception"].get("description"))
+        return result["result"].get("value")
+
+    def settle(self):
+        """Waits until what has been done so far is drawn."""
+        self.evaluate("new Promise((done) => requestAnimationFrame(() => "
+                      "requestAnimationFrame(done)))")
+
+    def press(self, key):
+        """Presses and lets go of one key where the focus is."""
+        names = {"key": key, "code": key, "windowsVirtualKeyCode": KEYS[key]}
+        text = {"text": "\r"} if key == "Enter" else {}
+        self.ask("Input.dispatchKeyEvent", type="keyDown", **names, **text)
+        self.ask("Input.dispatchKeyEvent", type="keyUp", **names)
+        self.settle()
+
+    def type(self, text):
+        """Enters text where the focus is."""
+        self.ask("Input.insertText", text=text)
+        self.settle()
+
+    def click(self, element):
+        """Clicks into the middle of the element that the expression gives."""
+        place = self.evaluate(
+            "(() => { const element = %s; element.scrollIntoView({block: 'center'}); "
+            "const box = element.getBoundingClientRect(); "
+            "return {x: box.x + box.width / 2, y: box.y + box.height / 2}; })()" % element)
+        for kind in ("mousePressed", "mouseReleased"):
+            self.ask("Input.dispatchMouseEvent", type=kind, button="left", clickCount=1, **place)
+        self.settle()
+
+    def screenshot(self, path):
+        """Writes a picture of the whole page."""
+        size = self.ask("Page.getLayoutMetrics")["cssContentSize"]
+        picture = self.ask("Page.captureScreenshot", captureBeyondViewport=True,
+                           clip={"x": 0, "y": 0, "width": size["width"], "height": size["height"],
+                                 "scale": 1})
+        with open(path, "wb") as file:
+            file.write(base64.b64decode(picture["data"]))
+
+    def complaints(self):
+        """What went wrong in the page since it was opened: exceptions, and entries of its log."""
+        found = []
+        for event in self._events:
+            if event.get("method") == "Runtime.exceptionThrown":
+                details = event["params"]["exceptionDetails"]
+                found.append(details.get("exception", {}).get("description", details["text"]))
+            elif event.get("method") == "Log.entryAdded":
+                found.append(event["params"]["entry"]["text"])
+            elif event.get("method") == "Runtime.consoleAPICalled":
+                found.append(str(event["params"]["args"]))
+        return found
+
+    def requests(self):
+        """The addresses that the page asked for since it was opened."""
+        return [event["params"]["request"]["url"] for event in self._events
+                if event.get("method") == "Network.requestWillBeSent"]
+
+
+def _pipe():
+    """A pipe whose ends are out of the way of the browser's numbers."""
+    ends = os.pipe()
+    moved = [fcntl.fcntl(end, fcntl.F_DUPFD_CLOEXEC, 10) for end in ends]
+    for end in ends:
+        os.close(end)
+    return moved

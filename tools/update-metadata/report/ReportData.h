@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "summary/Contents.h"
+
+namespace update_metadata_tool {
+
+/// Writes what the page shows of one document as JSON:
+///
+///     {"version": 1, "file": TEXT,
+///      "base": {"family": TEXT, "version": TEXT},
+///      "target": {"family": TEXT, "version": TEXT, "updateLevel": N}, "arch": TEXT,
+///      "totals": {SUMS, "filesToDelete": N},
+///      "packagesToExtract": [[KEY, SIZE, UNCOMPRESSED], ...],
+///      "packagesToDelete": [[KEY, SIZE], ...],
+///      "components": [{"name": TEXT, "packagesToExtract": [NUMBER, ...],
+///                      "packagesToDelete": [NUMBER, ...], BYTES}, ...],
+///      "products": [{"name": TEXT, "baseCode": TEXT or null, "componentsToExtract": [NUMBER, ...],
+///                    "componentsToDelete": [NUMBER, ...], SUMS}, ...],
+///      "componentsWithFiles": [{"name": TEXT, "packages": [{"key": KEY, "size": SIZE,
+///                               "files": [TEXT, ...]}, ...]}, ...]}
+///
+/// It mirrors Contents: a NUMBER is a place in the list of that name, from 0. SUMS are
+/// "packagesToExtract" and "packagesToDelete", numbers of packages, and BYTES; BYTES are
+/// "bytesToFetch", "bytesUnpacked" and "bytesDeleted". As a sum may need more bits than a number of
+/// the page's language has, it is a text of digits, or null if it needs more than 64. A SIZE is a
+/// number: those of a document always fit.
+///
+/// \param file  the document's name, to show
+std::string makeReportData(const std::u16string& file, const Contents& contents);
+
+}  // namespace update_metadata_tool

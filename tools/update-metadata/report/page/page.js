@@ -1,0 +1,277 @@
+// Draws the page. All of a document's texts reach it as text nodes and never as markup.
+
+// --- head and headline figures ---
+
+function describeRelease({family, version}) {
+  return family || version ? `${visible(family)} ${visible(version)}` : 'no release';
+}
+
+function showHead() {
+  const title = `${describeRelease(contents.base)} \u2192 ${describeRelease(contents.target)}`;
+  byId('title').textContent = title;
+  document.title = `${title} \u2013 update report`;
+  byId('subtitle').textContent = [
+    `Update level ${contents.target.updateLevel}`,
+    contents.arch && visible(contents.arch),
+    visible(contents.file),
+  ].filter(Boolean).join(' \u00b7 ');
+}
+
+function showFigures() {
+  const figures = [
+    ['To fetch', readable(totals.bytesToFetch), exact(totals.bytesToFetch)],
+    ['After unpacking', readable(totals.bytesUnpacked), exact(totals.bytesUnpacked)],
+    ['Of deleted packages', readable(totals.bytesDeleted), exact(totals.bytesDeleted)],
+    ['Packages to extract', totals.packagesToExtract.toLocaleString('en')],
+    ['Packages to delete', totals.packagesToDelete.toLocaleString('en')],
+    ['Single files to delete', totals.filesToDelete.toLocaleString('en')],
+  ];
+  for (const [term, figure, precisely] of figures) {
+    const card = make('div', {}, make('dt', {textContent: term}),
+                      make('dd', {className: 'large', textContent: figure}));
+    if (precisely && precisely !== figure) {
+      card.append(make('dd', {className: 'exact', textContent: precisely}));
+    }
+    byId('figures').append(card);
+  }
+  if (components.some((component) => component.products.length > 1)) {
+    byId('counting').textContent =
+        'A package that several products name counts once in these figures, and in full in the ' +
+        'figures of each product.';
+  }
+}
+
+// --- light and dark ---
+
+function setUpTheme() {
+  const button = byId('theme');
+  const system = matchMedia('(prefers-color-scheme: dark)');
+  const isDark = () => (document.documentElement.dataset.theme ||
+                        (system.matches ? 'dark' : 'light')) === 'dark';
+  const show = () => button.setAttribute('aria-pressed', String(isDark()));
+  button.addEventListener('click', () => {
+    document.documentElement.dataset.theme = isDark() ? 'light' : 'dark';
+    show();
+  });
+  system.addEventListener('change', show);
+  show();
+}
+
+// --- bars ---
+
+const MOST_PRODUCTS_WITH_BARS = 12;
+
+function showBars() {
+  const measures = [
+    ['Fetched', 'bytesToFetch', '--fetch'],
+    ['Unpacked', 'bytesUnpacked', '--unpack'],
+    ['Freed', 'bytesDeleted', '--freed'],
+  ];
+  const size = (product, measure) => product[measure] === null ? Infinity
+                                                               : Number(product[measure]);
+  const largest = [...products].sort(
+      (left, right) => size(right, 'bytesToFetch') - size(left, 'bytesToFetch'))
+                      .slice(0, MOST_PRODUCTS_WITH_BARS);
+  const longest = largest.reduce(
+      (most, product) => measures.reduce(
+          (now, [, measure]) => {
+            const bytes = size(product, measure);
+            return Number.isFinite(bytes) ? Math.max(now, bytes) : now;
+          }, most), 0);
+  byId('bars').className = 'bars';
+  for (const product of largest) {
+    const table = make('table', {}, make('caption', {className: 'name',
+                                                     textContent: nameProduct(product)}));
+    const body = table.createTBody();
+    for (const [term, measure, colour] of measures) {
+      const bar = make('span', {aria: {hidden: 'true'}});
+      const part = longest > 0 ? size(product, measure) / longest : 0;
+      bar.style.width = `${100 * Math.min(Math.max(part, 0), 1)}%`;
+      bar.style.background = `var(${colour})`;
+      body.append(make('tr', {}, make('th', {scope: 'row', textContent: term}),
+                       make('td', {className: 'bar'}, bar),
+                       make('td', {className: 'size', title: exact(product[measure]),
+                                   textContent: readable(product[measure])})));
+    }
+    byId('bars').append(table);
+  }
+  if (products.length === 0) {
+    byId('bars').textContent = 'The update is for no product.';
+  } else if (products.length > largest.length) {
+    byId('bars-note').textContent =
+        `The ${largest.length} products with the most to fetch; the table below lists all ` +
+        `${products.length.toLocaleString('en')}.`;
+  }
+}
+
+function nameProduct({name, baseCode}) {
+  return baseCode === null ? name : `${name} (${baseCode})`;
+}
+
+// --- which tables there are ---
+
+/** A column of sizes; null is a size that there is none. */
+function sizeColumn(title, get) {
+  return {
+    title,
+    className: 'number',
+    width: '8rem',
+    value: (row) => {
+      const bytes = get(row);
+      return bytes === null ? -Infinity : Number(bytes);
+    },
+    text: (row) => {
+      const bytes = get(row);
+      return bytes === null ? '\u2013' : readable(bytes);
+    },
+  };
+}
+
+function numberColumn(title, get) {
+  return {
+    title,
+    className: 'number minor',
+    width: '6.5rem',
+    value: get,
+    text: (row) => get(row).toLocaleString('en'),
+  };
+}
+
+/** The names of products as descriptions: the first few, and how many more. */
+function nameSome(named) {
+  const most = 20;
+  const names = named.slice(0, most).map(nameProduct);
+  return named.length > most ? [...names, counted(named.length - most, 'other')] : names;
+}
+
+function explainSizes({bytesToFetch, bytesUnpacked, bytesDeleted}) {
+  return [
+    ['To fetch', exact(bytesToFetch)],
+    ['After unpacking', exact(bytesUnpacked)],
+    ['Freed', exact(bytesDeleted)],
+  ];
+}
+
+const SUMS = [
+  sizeColumn('To fetch', (row) => row.bytesToFetch),
+  sizeColumn('Unpacked', (row) => row.bytesUnpacked),
+  sizeColumn('Freed', (row) => row.bytesDeleted),
+];
+
+function makeProductTable() {
+  const columns = [
+    {title: 'Product', text: (row) => row.name},
+    {title: 'Base code', className: 'minor', width: '7rem',
+     text: (row) => row.baseCode === null ? '' : row.baseCode},
+    numberColumn('Extracts', (row) => row.packagesToExtract),
+    numberColumn('Deletes', (row) => row.packagesToDelete),
+    ...SUMS,
+  ];
+  return new DataTable('Products', columns, products, (row) => [
+    ['Product', nameProduct(row)],
+    ['To extract', `${counted(row.packagesToExtract, 'package')} of ` +
+                   counted(row.componentsToExtract.length, 'component')],
+    ['To delete', `${counted(row.packagesToDelete, 'package')} of ` +
+                  counted(row.componentsToDelete.length, 'component')],
+    ...explainSizes(row),
+  ]);
+}
+
+function makeComponentTable() {
+  const columns = [
+    {title: 'Component', text: (row) => row.name},
+    numberColumn('Products', (row) => row.products.length),
+    numberColumn('Extracts', (row) => row.packagesToExtract.length),
+    numberColumn('Deletes', (row) => row.packagesToDelete.length),
+    ...SUMS,
+  ];
+  return new DataTable('Components', columns, components, (row) => [
+    ['Component', row.name],
+    ['To extract', counted(row.packagesToExtract.length, 'package')],
+    ['To delete', counted(row.packagesToDelete.length, 'package')],
+    ...explainSizes(row),
+    ['Products', ...nameSome(row.products)],
+  ]);
+}
+
+function makePackageTable() {
+  const componentsOf = (row) => row.components.map((component) => component.name);
+  const columns = [
+    {title: 'Package', text: (row) => row.key},
+    {title: 'Component', className: 'minor', width: '11rem',
+     text: (row) => componentsOf(row).join(', ')},
+    numberColumn('Products', (row) => productsOf(row).length),
+    sizeColumn('To fetch', (row) => row.fetch),
+    sizeColumn('Unpacked', (row) => row.unpacked),
+    sizeColumn('Freed', (row) => row.freed),
+  ];
+  const maybe = (term, bytes) => bytes === null ? [] : [[term, exact(bytes)]];
+  return new DataTable('Packages', columns, packages, (row) => [
+    ['Package', row.key],
+    ['Component', ...componentsOf(row)],
+    ...maybe('To fetch', row.fetch),
+    ...maybe('After unpacking', row.unpacked),
+    ...maybe('Freed', row.freed),
+    ['Products', ...nameSome(productsOf(row))],
+  ]);
+}
+
+function makeFileTable() {
+  const columns = [
+    {title: 'File to delete', text: (row) => row.path},
+    {title: 'Package', width: '40%', text: (row) => row.key},
+  ];
+  return new DataTable('Files', columns, listFiles(), (row) => [
+    ['File', row.path],
+    ['Package', row.key],
+    ['Component', row.component],
+  ]);
+}
+
+
+// --- findings ---
+
+function showFindings() {
+  const {findings} = contents;
+  if (!findings) {
+    return;
+  }
+  byId('findings-section').hidden = false;
+  const columns = [
+    {title: 'Message', text: (row) => row.message},
+    {title: 'Severity', width: '7rem', text: (row) => row.severity,
+     style: (row) => `severity-${row.severity}`},
+    {title: 'Rule', width: '13rem', text: (row) => row.rule},
+    {title: 'Line', className: 'number', width: '8rem', value: (row) => row.line,
+     text: (row) => `${row.line}:${row.column}`},
+  ];
+  const said = ['error', 'warning', 'info'].flatMap((severity) => {
+    const number = findings.filter((finding) => finding.severity === severity).length;
+    return number > 0 ? [counted(number, severity === 'info' ? 'remark' : severity)] : [];
+  });
+  byId('findings-text').textContent = said.length > 0 ? `${said.join(', ')}.` : 'None.';
+  if (findings.length > 0) {
+    byId('findings').append(new DataTable('Findings', columns, findings, (row) => [
+      ['Finding', `${row.message} [${row.rule}]`],
+      ...(row.item ? [['In', row.item]] : []),
+      ['At', `line ${row.line}, column ${row.column}`, ...(row.pointer ? [row.pointer] : [])],
+      ...(row.advice ? [['What to do', row.advice]] : []),
+    ]).element);
+  }
+}
+
+// --- all together ---
+
+setUpTheme();
+showHead();
+showFigures();
+showBars();
+const PACKAGES = 2;
+const tabs = new Tabs([
+  {title: 'Products', rows: products.length, makeTable: makeProductTable},
+  {title: 'Components', rows: components.length, makeTable: makeComponentTable},
+  {title: 'Packages', rows: packages.length, makeTable: makePackageTable},
+  {title: 'Files to delete', rows: totals.filesToDelete, makeTable: makeFileTable},
+]);
+new Treemap(makeTree(), (row) => tabs.choose(PACKAGES).show(row));
+showFindings();

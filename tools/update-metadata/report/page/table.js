@@ -1,0 +1,329 @@
+// Tables of any number of rows, and the tabs between them.
+
+// No browser shows an element of any height: beyond this many pixels a table scrolls in steps of
+// more than a row.
+const MOST_HEIGHT = 8000000;
+
+/**
+ * A table of any number of rows that can be searched and sorted; only the rows in view are there.
+ *
+ * A column is {title, text(row), value(row), width, className, style(row)}: `text` is what a cell
+ * shows, and what is searched and sorted, unless `value` gives a number to sort by; `style` is the
+ * class of one cell. `explain(row)` gives what is said about the row that is chosen, as lists of a
+ * term and its descriptions.
+ */
+class DataTable {
+  constructor(label, columns, rows, explain) {
+    this.label = label;
+    this.columns = columns;
+    this.rows = rows;
+    this.explain = explain;
+    this.shown = rows;
+    this.chosen = -1;
+    this.sorting = {column: -1, ascending: true};
+    this.elements = [];
+    this.element = this.build();
+    new ResizeObserver(() => this.draw()).observe(this.scroll);
+  }
+
+  build() {
+    this.input = make('input', {type: 'search', autocomplete: 'off', spellcheck: false});
+    this.input.addEventListener('input', () => this.search(this.input.value));
+    this.count = make('span', {className: 'muted', role: 'status'});
+
+    this.heads = this.columns.map((column, index) => {
+      const button = make('button', {type: 'button', textContent: column.title});
+      button.addEventListener('click', () => this.sort(index));
+      return make('th', {role: 'columnheader', scope: 'col', className: column.className || ''},
+                  button);
+    });
+    this.above = this.makeSpace();
+    this.below = this.makeSpace();
+    this.body = make('tbody', {role: 'rowgroup'}, this.above, this.below);
+    const head = make('thead', {role: 'rowgroup'}, make('tr', {role: 'row'}, ...this.heads));
+    head.firstChild.setAttribute('aria-rowindex', '1');
+    const widths = make('colgroup', {}, ...this.columns.map((column) => {
+      const width = make('col');
+      width.style.width = column.width || '';
+      return width;
+    }));
+    this.table = make('table', {role: 'grid', tabIndex: 0,
+                                aria: {label: this.label, colcount: this.columns.length}},
+                      widths, head, this.body);
+    this.table.addEventListener('keydown', (event) => this.onKey(event));
+    this.body.addEventListener('click', (event) => this.onClick(event));
+    this.scroll = make('div', {className: 'scroll'}, this.table);
+    this.scroll.addEventListener('scroll', () => this.drawSoon(), {passive: true});
+    this.details = make('dl', {className: 'details', aria: {live: 'polite'}});
+
+    const label = make('label', {textContent: 'Search '}, this.input);
+    return make('div', {}, make('div', {className: 'search'}, label, this.count), this.scroll,
+                this.details);
+  }
+
+  makeSpace() {
+    return make('tr', {className: 'space', role: 'presentation'},
+                make('td', {colSpan: this.columns.length, role: 'presentation'}));
+  }
+
+  /** Keeps the rows that hold every word of `text` in some column, whatever the case. */
+  search(text) {
+    const words = text.toLowerCase().split(/\s+/).filter(Boolean);
+    if (words.length > 0 && !this.texts) {
+      const searched = this.columns.filter((column) => !column.value);
+      this.texts = new Map(this.rows.map(
+          (row) => [row, searched.map((column) => column.text(row)).join('\n').toLowerCase()]));
+    }
+    this.shown = words.length === 0 ? this.rows : this.rows.filter((row) => {
+      const rowText = this.texts.get(row);
+      return words.every((word) => rowText.includes(word));
+    });
+    this.restart();
+  }
+
+  /** Sorts by a column: texts upwards first, numbers downwards; the other way the next time. */
+  sort(index) {
+    const {text, value} = this.columns[index];
+    const isSame = this.sorting.column === index;
+    const ascending = isSame ? !this.sorting.ascending : !value;
+    this.sorting = {column: index, ascending};
+    this.heads.forEach((head, other) => {
+      if (other === index) {
+        head.setAttribute('aria-sort', ascending ? 'ascending' : 'descending');
+      } else {
+        head.removeAttribute('aria-sort');
+      }
+    });
+    const keyed = this.rows.map((row) => [value ? value(row) : text(row).toLowerCase(), row]);
+    const sign = ascending ? 1 : -1;
+    keyed.sort(([left], [right]) => left < right ? -sign : left > right ? sign : 0);
+    this.rows = keyed.map(([, row]) => row);
+    this.search(this.input.value);
+  }
+
+  /** Shows the one row, whatever was searched for. */
+  show(row) {
+    this.input.value = '';
+    this.search('');
+    this.choose(this.shown.indexOf(row));
+    this.table.focus();
+  }
+
+  restart() {
+    this.chosen = -1;
+    this.details.replaceChildren();
+    this.table.removeAttribute('aria-activedescendant');
+    this.scroll.scrollTop = 0;
+    this.draw();
+  }
+
+  choose(index) {
+    if (index < 0 || index >= this.shown.length) {
+      return;
+    }
+    this.chosen = index;
+    this.bringIntoView(index);
+    this.draw();
+    this.details.replaceChildren(
+        ...this.explain(this.shown[index]).flatMap(([term, ...texts]) => defined(term, ...texts)));
+  }
+
+  onClick(event) {
+    const row = event.target.closest('tr.row');
+    if (row) {
+      this.choose(this.first + this.elements.indexOf(row));
+    }
+  }
+
+  onKey(event) {
+    if (event.target !== this.table) {
+      return;  // a button of the head
+    }
+    const page = Math.max(Math.floor(this.viewHeight() / this.rowHeight) - 1, 1);
+    const last = this.shown.length - 1;
+    const moves = {
+      ArrowUp: Math.max(this.chosen - 1, 0),
+      ArrowDown: this.chosen + 1,
+      PageUp: Math.max(this.chosen - page, 0),
+      PageDown: Math.min(this.chosen + page, last),
+      Home: 0,
+      End: last,
+    };
+    if (event.key in moves) {
+      event.preventDefault();
+      this.choose(moves[event.key]);
+    }
+  }
+
+  drawSoon() {
+    if (!this.isAwaited) {
+      this.isAwaited = true;
+      requestAnimationFrame(() => {
+        this.isAwaited = false;
+        this.draw();
+      });
+    }
+  }
+
+  headHeight() {
+    return this.heads[0].offsetHeight;
+  }
+
+  viewHeight() {
+    return Math.max(this.scroll.clientHeight - this.headHeight(), 0);
+  }
+
+  // How the pixels that scroll relate to those of all rows, were they there. There is a row.
+  measure() {
+    if (this.elements.length === 0) {
+      this.fill(0, 1);
+    }
+    this.rowHeight = this.elements[0].getBoundingClientRect().height;
+    const full = this.shown.length * this.rowHeight;
+    this.height = Math.min(full, MOST_HEIGHT);
+    const view = this.viewHeight();
+    this.scale = this.height > view && full > this.height ? (full - view) / (this.height - view)
+                                                          : 1;
+  }
+
+  bringIntoView(index) {
+    this.measure();
+    const view = this.viewHeight();
+    const top = this.scroll.scrollTop * this.scale;
+    const rowTop = index * this.rowHeight;
+    if (rowTop < top) {
+      this.scroll.scrollTop = rowTop / this.scale;
+    } else if (rowTop + this.rowHeight > top + view) {
+      this.scroll.scrollTop = Math.ceil((rowTop + this.rowHeight - view) / this.scale);
+    }
+  }
+
+  draw() {
+    if (this.scroll.clientHeight === 0) {
+      return;  // its tab is not chosen
+    }
+    this.table.setAttribute('aria-rowcount', String(this.shown.length + 1));
+    this.count.textContent = this.shown.length === this.rows.length
+        ? counted(this.rows.length, 'row')
+        : `${this.shown.length.toLocaleString('en')} of ${counted(this.rows.length, 'row')}`;
+    if (this.shown.length === 0) {
+      this.fill(0, 0);
+      this.setSpaces(0, 0);
+      return;
+    }
+    this.measure();
+    const view = this.viewHeight();
+    const scrolled = Math.min(this.scroll.scrollTop, Math.max(this.height - view, 0));
+    const top = scrolled * this.scale;
+    const wanted = Math.ceil(view / this.rowHeight) + 2;
+    const last = Math.max(this.shown.length - wanted, 0);
+    this.first = Math.min(Math.floor(top / this.rowHeight), last);
+    const count = Math.min(wanted, this.shown.length);
+    this.fill(this.first, count);
+    const above = Math.max(scrolled - (top - this.first * this.rowHeight), 0);
+    this.setSpaces(above, Math.max(this.height - above - count * this.rowHeight, 0));
+  }
+
+  setSpaces(above, below) {
+    this.above.style.height = `${above}px`;
+    this.below.style.height = `${below}px`;
+  }
+
+  // Makes the elements of `count` rows show those from `first` on.
+  fill(first, count) {
+    while (this.elements.length < count) {
+      this.elements.push(this.makeRow());
+    }
+    while (this.elements.length > count) {
+      this.elements.pop().remove();
+    }
+    if (count > 0 && this.elements[count - 1].nextSibling !== this.below) {
+      this.below.before(...this.elements);
+    }
+    this.elements.forEach((element, offset) => this.fillRow(element, first + offset));
+  }
+
+  makeRow() {
+    return make('tr', {className: 'row', role: 'row'}, ...this.columns.map(
+        (column, index) => make('td', {
+          role: 'gridcell',
+          className: column.className || '',
+          data: index > 0 ? {title: column.title} : {},
+        })));
+  }
+
+  fillRow(element, index) {
+    const row = this.shown[index];
+    element.id = `${this.label.replace(/\W/g, '-')}-${index}`;
+    element.setAttribute('aria-rowindex', String(index + 2));
+    element.setAttribute('aria-selected', String(index === this.chosen));
+    if (index === this.chosen) {
+      this.table.setAttribute('aria-activedescendant', element.id);
+    }
+    this.columns.forEach((column, place) => {
+      const cell = element.children[place];
+      const text = column.text(row);
+      if (cell.textContent !== text) {
+        cell.textContent = text;
+        cell.title = text;
+      }
+      if (column.style) {
+        cell.className = column.style(row);
+      }
+    });
+  }
+}
+
+/** Tabs, of which one shows its table. Each table is made when its tab is first chosen. */
+class Tabs {
+  constructor(tabs) {
+    this.tabs = tabs.map(({title, rows, makeTable}, index) => {
+      const button = make('button', {
+        type: 'button',
+        role: 'tab',
+        id: `tab-${index}`,
+        textContent: `${title} (${rows.toLocaleString('en')})`,
+        aria: {controls: `panel-${index}`},
+      });
+      const panel = make('div', {role: 'tabpanel', id: `panel-${index}`, hidden: true,
+                                 aria: {labelledby: button.id}});
+      button.addEventListener('click', () => this.choose(index));
+      return {button, panel, makeTable, table: null};
+    });
+    byId('tabs').append(...this.tabs.map((tab) => tab.button));
+    byId('tables').append(...this.tabs.map((tab) => tab.panel));
+    byId('tabs').addEventListener('keydown', (event) => this.onKey(event));
+    this.choose(0);
+  }
+
+  /** Shows one table and returns it. */
+  choose(index) {
+    this.chosen = index;
+    this.tabs.forEach(({button, panel}, other) => {
+      button.setAttribute('aria-selected', String(other === index));
+      button.tabIndex = other === index ? 0 : -1;
+      panel.hidden = other !== index;
+    });
+    const tab = this.tabs[index];
+    if (!tab.table) {
+      tab.table = tab.makeTable();
+      tab.panel.append(tab.table.element);
+    }
+    return tab.table;
+  }
+
+  onKey(event) {
+    const last = this.tabs.length - 1;
+    const moves = {
+      ArrowLeft: this.chosen === 0 ? last : this.chosen - 1,
+      ArrowRight: this.chosen === last ? 0 : this.chosen + 1,
+      Home: 0,
+      End: last,
+    };
+    if (event.key in moves) {
+      event.preventDefault();
+      this.choose(moves[event.key]);
+      this.tabs[this.chosen].button.focus();
+    }
+  }
+}

@@ -1,0 +1,351 @@
+// The picture of what is fetched: boxes in boxes, each as large as its share.
+
+// Boxes smaller than this many square pixels are put into one together.
+const LEAST_AREA = 260;
+const LEAST_INNER_AREA = 160;
+const HEAD_HEIGHT = 20;
+// Hues in steps of this angle never come back to where one was.
+const GOLDEN_ANGLE = 137.508;
+const FIRST_HUE = 210;
+const MOST_BUNDLES = 100;
+const MOST_PARTS_IN_WORDS = 5;
+
+/**
+ * Divides a rectangle into one for each weight, of proportional area and with sides as alike as
+ * slices allow, best if weights descend. They are above zero. Returns [x, y, width, height] of
+ * each.
+ */
+function squarify(weights, x, y, width, height) {
+  const rectangles = [];
+  const scale = width * height / weights.reduce((sum, weight) => sum + weight, 0);
+  for (let start = 0; start < weights.length;) {
+    const side = Math.min(width, height);
+    let area = 0;
+    let largest = 0;
+    let smallest = Infinity;
+    let worst = Infinity;
+    let end = start;
+    for (; end < weights.length; ++end) {
+      const next = weights[end] * scale;
+      const grown = area + next;
+      largest = Math.max(largest, next);
+      smallest = Math.min(smallest, next);
+      const ratio = Math.max(side * side * largest / (grown * grown),
+                             grown * grown / (side * side * smallest));
+      if (ratio > worst) {
+        break;
+      }
+      worst = ratio;
+      area = grown;
+    }
+    const thickness = area / side;
+    let along = 0;
+    for (; start < end; ++start) {
+      const length = weights[start] * scale / thickness;
+      rectangles.push(width >= height ? [x, y + along, thickness, length]
+                                      : [x + along, y, length, thickness]);
+      along += length;
+    }
+    if (width >= height) {
+      x += thickness;
+      width = Math.max(width - thickness, 0);
+    } else {
+      y += thickness;
+      height = Math.max(height - thickness, 0);
+    }
+  }
+  return rectangles;
+}
+
+// Of a node: what it is called, how much it weighs, and its parts, made when they are asked for,
+// the heaviest first. What weighs nothing is no part. `leaf` is the row of a package.
+function makeNode(name, kind, weight, listParts, leaf = null) {
+  let parts = null;
+  return {
+    name,
+    kind,
+    weight,
+    leaf,
+    hue: FIRST_HUE,
+    parts() {
+      parts = parts || listParts().filter((part) => part.weight > 0)
+                          .sort((left, right) => right.weight - left.weight);
+      return parts;
+    },
+  };
+}
+
+function weigh(nodes) {
+  return nodes.reduce((sum, node) => sum + Math.max(node.weight, 0), 0);
+}
+
+function makeTree() {
+  const componentNodes = components.map((component) => {
+    const nodes = component.extracted.map(
+        (row) => makeNode(row.name, 'package', row.fetch, () => [], row));
+    return makeNode(component.name, 'component', weigh(nodes), () => nodes);
+  });
+  const productNodes = products.map((product) => {
+    const named = product.componentsToExtract.map((index) => componentNodes[index]);
+    return makeNode(product.name, 'product', weigh(named), () => named);
+  });
+  return makeNode('All products', 'update', weigh(productNodes), () => productNodes);
+}
+
+/** One node for several, which are too small to be drawn each. */
+function bundle(nodes, name) {
+  return makeNode(name, 'bundle', weigh(nodes), () => nodes);
+}
+
+/** The parts that are drawn in an area: the heaviest, and one for all that are too small. */
+function partsInArea(node, area) {
+  const parts = node.parts();
+  const least = node.weight * LEAST_AREA / area;
+  const large = parts.findIndex((part) => part.weight < least);
+  if (large < 0 || parts.length - large < 2) {
+    return parts;
+  }
+  if (large > 0) {
+    const small = parts.slice(large);
+    return [...parts.slice(0, large), bundle(small, `${counted(small.length, 'smaller one')}`)];
+  }
+  // None is large enough: bundles of equally many are.
+  const size = Math.ceil(parts.length / MOST_BUNDLES);
+  const bundles = [];
+  for (let start = 0; start < parts.length; start += size) {
+    const bundled = parts.slice(start, start + size);
+    bundles.push(bundled.length === 1
+        ? bundled[0]
+        : bundle(bundled, `${bundled[0].name} and ${counted(bundled.length - 1, 'other')}`));
+  }
+  return bundles;
+}
+
+class Treemap {
+  constructor(root, showPackage) {
+    this.host = byId('treemap');
+    this.status = byId('treemap-status');
+    this.path = [root];
+    this.showPackage = showPackage;
+    this.host.addEventListener('keydown', (event) => this.onKey(event));
+    this.host.addEventListener('focusin', (event) => this.tell(this.nodeOf(event.target)));
+    this.host.addEventListener('pointerover', (event) => this.tell(this.nodeOf(event.target)));
+    this.host.addEventListener('pointerleave',
+                               () => this.tell(this.nodeOf(document.activeElement)));
+    this.host.addEventListener('click', (event) => this.enter(this.nodeOf(event.target)));
+    new ResizeObserver(() => {
+      const focused = this.boxes.indexOf(document.activeElement);
+      this.draw();
+      this.focus(Math.min(focused, this.boxes.length - 1));
+    }).observe(this.host);
+    this.draw();
+  }
+
+  get current() {
+    return this.path[this.path.length - 1];
+  }
+
+  nodeOf(element) {
+    const box = element && element.closest('.box');
+    return box ? this.nodes.get(box) : undefined;
+  }
+
+  /** Looks into a part; a package is shown in the table. */
+  enter(node) {
+    if (!node) {
+      return;
+    }
+    if (node.leaf) {
+      this.showPackage(node.leaf);
+      return;
+    }
+    this.path.push(node);
+    this.draw();
+    this.focus(0);
+  }
+
+  /** Goes back until the path has `length` steps. */
+  leaveTo(length) {
+    if (length < 1 || length >= this.path.length) {
+      return;
+    }
+    const left = this.path[length];
+    this.path.length = length;
+    this.draw();
+    const place = this.boxes.findIndex((box) => this.nodes.get(box) === left);
+    this.focus(Math.max(place, 0));
+  }
+
+  focus(index) {
+    const box = this.boxes[index];
+    if (box) {
+      this.boxes.forEach((other) => { other.tabIndex = other === box ? 0 : -1; });
+      box.focus();
+    }
+  }
+
+  onKey(event) {
+    const here = this.boxes.indexOf(document.activeElement);
+    const moves = {
+      ArrowLeft: () => this.neighbour(here, -1, 0),
+      ArrowRight: () => this.neighbour(here, 1, 0),
+      ArrowUp: () => this.neighbour(here, 0, -1),
+      ArrowDown: () => this.neighbour(here, 0, 1),
+      Home: () => 0,
+      End: () => this.boxes.length - 1,
+    };
+    if (moves[event.key]) {
+      event.preventDefault();
+      this.focus(moves[event.key]());
+    } else if (event.key === 'Escape' && this.path.length > 1) {
+      event.preventDefault();
+      this.leaveTo(this.path.length - 1);
+    }
+  }
+
+  /** The nearest box in one direction, or the same one if there is none. */
+  neighbour(index, right, down) {
+    const middle = (box) => [box.offsetLeft + box.offsetWidth / 2,
+                             box.offsetTop + box.offsetHeight / 2];
+    const [x, y] = middle(this.boxes[index]);
+    let best = index;
+    let least = Infinity;
+    this.boxes.forEach((box, other) => {
+      const [otherX, otherY] = middle(box);
+      const ahead = (otherX - x) * right + (otherY - y) * down;
+      const aside = Math.abs((otherX - x) * down) + Math.abs((otherY - y) * right);
+      if (ahead > 0.5 && ahead + 2 * aside < least) {
+        least = ahead + 2 * aside;
+        best = other;
+      }
+    });
+    return best;
+  }
+
+  /** Says what a box holds: on its label, and below the picture while it is looked at. */
+  describe(node) {
+    const parts = {update: 'product', product: 'component', component: 'package'}[node.kind];
+    const within = parts ? `, ${counted(node.parts().length, parts)}` : '';
+    const part = share(node.weight, this.current.weight);
+    return `${node.name}: ${readable(node.weight)}, ${part} of ${this.current.name}${within}`;
+  }
+
+  tell(node) {
+    this.status.textContent =
+        node ? this.describe(node) : `${this.current.name}: ${readable(this.current.weight)}`;
+  }
+
+  draw() {
+    const width = this.host.clientWidth;
+    const height = this.host.clientHeight;
+    this.boxes = [];
+    this.nodes = new Map();
+    this.drawPath();
+    const isEmpty = !(this.current.weight > 0);
+    this.host.classList.toggle('empty', isEmpty);
+    if (isEmpty) {
+      this.host.textContent = 'Nothing is fetched.';
+    } else if (width > 0 && height > 0) {
+      this.host.replaceChildren(...this.drawBoxes(width, height));
+    }
+    this.host.setAttribute('aria-label', `Bytes to fetch: ${this.current.name}`);
+    byId('treemap-text').textContent = this.alternative();
+    this.tell(undefined);
+  }
+
+  drawBoxes(width, height) {
+    const parts = partsInArea(this.current, width * height);
+    const places = squarify(parts.map((part) => part.weight), 0, 0, width, height);
+    parts.forEach((part, index) => {
+      const box = this.drawBox(part, index, places[index]);
+      this.boxes.push(box);
+      this.nodes.set(box, part);
+    });
+    return this.boxes;
+  }
+
+  drawBox(node, index, [x, y, width, height]) {
+    const box = make('button', {
+      type: 'button',
+      className: node.kind === 'bundle' ? 'box bundle' : 'box',
+      tabIndex: index === 0 ? 0 : -1,
+      aria: {label: this.describe(node)},
+    });
+    node.hue = this.hueOf(node, index);
+    box.style.setProperty('--hue', node.hue);
+    Object.assign(box.style, {left: `${x}px`, top: `${y}px`, width: `${width}px`,
+                              height: `${height}px`});
+    if (width > 40 && height > 18) {
+      box.append(make('span', {className: 'label'}, make('b', {textContent: node.name}),
+                      ` ${readable(node.weight)}`));
+    }
+    if (node.kind !== 'bundle') {
+      this.drawInner(box, node, width - 6, height - HEAD_HEIGHT - 5);
+    }
+    return box;
+  }
+
+  // What can be looked into has a hue of its own, of which its packages then are.
+  hueOf(node, index) {
+    return node.leaf || node.kind === 'bundle'
+        ? this.current.hue
+        : Math.round(FIRST_HUE + index * GOLDEN_ANGLE) % 360;
+  }
+
+  // What a box holds is only hinted at: it can be looked into.
+  drawInner(box, node, width, height) {
+    const parts = node.parts();
+    if (parts.length < 2 || width < 20 || height < 20) {
+      return;
+    }
+    const scale = width * height / node.weight;
+    const most = parts.findIndex((part) => part.weight * scale < LEAST_INNER_AREA);
+    const shown = most < 0 ? parts : parts.slice(0, most);
+    // The others get a place of their weight and no box.
+    const others = {weight: weigh(parts) - weigh(shown)};
+    const drawn = others.weight > 0 ? [...shown, others] : shown;
+    const places = squarify(drawn.map((part) => part.weight), 2, HEAD_HEIGHT, width, height);
+    drawn.forEach((part, index) => {
+      if (part === others) {
+        return;
+      }
+      const [x, y, innerWidth, innerHeight] = places[index];
+      const inner = make('i', {aria: {hidden: 'true'}});
+      if (innerWidth > 36 && innerHeight > 14) {
+        inner.textContent = part.name;
+      }
+      Object.assign(inner.style, {left: `${x + 1}px`, top: `${y + 1}px`,
+                                  width: `${Math.max(innerWidth - 2, 1)}px`,
+                                  height: `${Math.max(innerHeight - 2, 1)}px`});
+      box.append(inner);
+    });
+  }
+
+  drawPath() {
+    const steps = this.path.map((node, index) => {
+      if (node === this.current) {
+        return make('span', {className: 'name', textContent: node.name,
+                             aria: {current: 'location'}});
+      }
+      const step = make('button', {type: 'button', className: 'name', textContent: node.name});
+      step.addEventListener('click', () => this.leaveTo(index + 1));
+      return step;
+    });
+    byId('treemap-path').replaceChildren(
+        ...steps.flatMap((step, index) => index === 0 ? [step] : ['\u203a', step]));
+  }
+
+  /** The picture in words. */
+  alternative() {
+    const {weight} = this.current;
+    const parts = this.current.parts();
+    if (parts.length === 0) {
+      return '';
+    }
+    const largest = parts.slice(0, MOST_PARTS_IN_WORDS).map(
+        (part) => `${part.name} ${readable(part.weight)} (${share(part.weight, weight)})`);
+    const others = parts.length - largest.length;
+    const more = others > 0 ? ` and ${counted(others, 'other')}` : '';
+    return `The largest parts: ${largest.join(', ')}${more}. The tables below list all of them.`;
+  }
+}
