@@ -1,5 +1,6 @@
 #include "Command.h"
 
+#include "diff/DiffCommand.h"
 #include "fmt/FmtCommand.h"
 #include "lint/LintCommand.h"
 #include "query/QueryCommand.h"
@@ -11,6 +12,7 @@ namespace update_metadata_tool {
 std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<QueryCommand>(app));
+  commands.push_back(std::make_unique<DiffCommand>(app));
   commands.push_back(std::make_unique<ReportCommand>(app));
   commands.push_back(std::make_unique<LintCommand>(app));
   commands.push_back(std::make_unique<FmtCommand>(app));

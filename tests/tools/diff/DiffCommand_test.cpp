@@ -1,0 +1,275 @@
+#include "diff/DiffCommand.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "support/RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::readBytes;
+using test_support::runTool;
+using test_support::TemporaryFolder;
+using test_support::ToolRun;
+using test_support::ToolSurroundings;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+const std::string kSourceDir = UMP_SOURCE_DIR;
+const std::string kGolden = kSourceDir + "/tests/golden/tool/diff/";
+const std::string kSmall = "small/update.json";
+const std::string kRealistic = "realistic/update.json";
+const std::string kNext = kGolden + "next.json";
+
+constexpr int kSame = 0;
+constexpr int kDifferent = static_cast<int>(ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+
+ToolRun runOnSamples(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "diff");
+  ToolSurroundings around;
+  around.folder = kSourceDir + "/examples/documents";
+  return runTool(arguments, around);
+}
+
+// --- the sample documents -------------------------------------------------------------------
+
+struct SampleDiff {
+  const char* name;
+  std::vector<std::string> arguments;  ///< in the folder of the sample documents
+  const char* expected;                ///< file in tests/golden/tool/diff
+};
+
+std::ostream& operator<<(std::ostream& out, const SampleDiff& row) {
+  return out << row.name;
+}
+
+class SampleDiffs : public ::testing::TestWithParam<SampleDiff> {};
+
+TEST_P(SampleDiffs, AreAsStored) {
+  EXPECT_EQ(runOnSamples(GetParam().arguments),
+            (ToolRun{kDifferent, readBytes(kGolden + GetParam().expected), ""}));
+}
+
+const SampleDiff kSampleDiffs[] = {
+    {"NextForPeople", {kSmall, kNext, "--product-data", "small/product-data"}, "next.txt"},
+    {"NextForPrograms",
+     {kSmall, kNext, "--product-data", "small/product-data", "--format", "json"},
+     "next-answer.json"},
+    {"OthersForPeople", {kSmall, kRealistic}, "small-realistic.txt"},
+    {"OthersForPrograms", {kSmall, kRealistic, "--format=json"}, "small-realistic.json"},
+};
+INSTANTIATE_TEST_SUITE_P(Samples, SampleDiffs, ::testing::ValuesIn(kSampleDiffs),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Diff, OfADocumentAndItselfSaysSo) {
+  EXPECT_EQ(runOnSamples({kRealistic, kRealistic}),
+            (ToolRun{kSame, "Both documents say the same.\n", ""}));
+  const ToolRun run = runOnSamples({kRealistic, kRealistic, "--format", "json"});
+  EXPECT_EQ(run.exitCode, kSame);
+  EXPECT_THAT(run.out, StartsWith(R"({"version":1,"different":false,"totals":{"before":{)"));
+}
+
+TEST(Diff, ShowsInTheDocumentationWhatItWrites) {
+  EXPECT_THAT(readBytes(kSourceDir + "/docs/diff.md"), HasSubstr(readBytes(kGolden + "next.txt")));
+}
+
+// --- the limit of growth --------------------------------------------------------------------
+
+struct Limited {
+  const char* name;
+  std::vector<std::string> arguments;
+  int exitCode;
+  const char* lastLine;
+};
+
+std::ostream& operator<<(std::ostream& out, const Limited& row) {
+  return out << row.name;
+}
+
+class LimitedDiffs : public ::testing::TestWithParam<Limited> {};
+
+TEST_P(LimitedDiffs, FailOnlyIfThereIsMoreToFetchThanIsAllowed) {
+  const ToolRun run = runOnSamples(GetParam().arguments);
+  EXPECT_EQ(run.exitCode, GetParam().exitCode) << run;
+  const std::size_t lastLine = run.out.rfind('\n', run.out.size() - 2) + 1;
+  EXPECT_EQ(run.out.substr(lastLine), GetParam().lastLine);
+}
+
+const Limited kLimited[] = {
+    {"Less",
+     {kNext, kSmall, "--fail-if-larger", "0"},
+     kSame,
+     "Growth of the bytes to fetch: -593920 bytes (-580.0 KiB); allowed: 0 bytes; within the "
+     "limit\n"},
+    {"TheSame",
+     {kSmall, kSmall, "--fail-if-larger=0%"},
+     kSame,
+     "Growth of the bytes to fetch: 0 bytes; allowed: 0 bytes; within the limit\n"},
+    {"AsManyBytesAsAllowed",
+     {kSmall, kNext, "--fail-if-larger", "593920"},
+     kSame,
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 593920 bytes (580.0 KiB); "
+     "within the limit\n"},
+    {"OneByteMore",
+     {kSmall, kNext, "--fail-if-larger", "593919"},
+     kDifferent,
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 593919 bytes (580.0 KiB); "
+     "too much\n"},
+    {"LargerShare",
+     {kSmall, kNext, "--fail-if-larger", "20%"},
+     kDifferent,
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 499895 bytes (488.2 KiB); "
+     "too much\n"},
+    {"SmallerShare",
+     {kSmall, kNext, "--fail-if-larger", "23.77%"},
+     kSame,
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 594125 bytes (580.2 KiB); "
+     "within the limit\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Limits, LimitedDiffs, ::testing::ValuesIn(kLimited),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(LimitedDiff, TellsProgramsOfTheGrowth) {
+  const ToolRun run = runOnSamples({kSmall, kNext, "--fail-if-larger=20%", "--format=json"});
+  EXPECT_EQ(run.exitCode, kDifferent);
+  EXPECT_EQ(
+      nlohmann::json::parse(run.out)["growth"],
+      nlohmann::json::parse(R"({"bytesToFetch": 593920, "allowed": 499895, "tooLarge": true})"));
+}
+
+// --- trouble --------------------------------------------------------------------------------
+
+constexpr const char* kMissing =
+    "Update MetaData Json file does not exist \n"
+    "update-metadata: 'none.json' could not be loaded; check the path\n";
+
+TEST(Diff, OfADocumentThatDoesNotLoadIsTrouble) {
+  EXPECT_EQ(runOnSamples({"none.json", kSmall}), (ToolRun{kTrouble, "", kMissing}));
+  EXPECT_EQ(runOnSamples({kSmall, "none.json"}), (ToolRun{kTrouble, "", kMissing}));
+  EXPECT_EQ(runOnSamples({"none.json", "none.json", "--format=json"}),
+            (ToolRun{kTrouble, "", std::string(kMissing) + kMissing}));
+}
+
+TEST(Diff, TakesNoShareOfMoreThanSixtyFourBitsHold) {
+  const TemporaryFolder folder;
+  folder.writeFile("vast.json",
+                   R"({"metadata":{"arch":"","base":null,"target":null},"components":{"c":)"
+                   R"({"delete":{},"extract":{"a":{"size":9e18,"uncompressedBytes":1},)"
+                   R"("b":{"size":9e18,"uncompressedBytes":1}}}},)"
+                   R"("products":{"p":{"delete":[],"extract":["c"]}},)"
+                   R"("componentsWithFilesDeleted":null})");
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  EXPECT_EQ(runTool({"diff", "vast.json", "vast.json", "--fail-if-larger", "1%"}, around),
+            (ToolRun{kTrouble, "",
+                     "update-metadata: 'vast.json' has more to fetch than 64 bits hold, of which "
+                     "no share can be taken; give --fail-if-larger a number of bytes\n"}));
+  EXPECT_EQ(runTool({"diff", "vast.json", "vast.json", "--fail-if-larger", "1"}, around),
+            (ToolRun{kSame,
+                     "Both documents say the same.\n\n"
+                     "Growth of the bytes to fetch: 0 bytes; allowed: 1 byte; within the limit\n",
+                     ""}));
+}
+
+struct WrongUsage {
+  const char* name;
+  std::vector<std::string> arguments;
+  const char* message;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
+  return out << row.name;
+}
+
+class WrongUsagesOfDiff : public ::testing::TestWithParam<WrongUsage> {};
+
+TEST_P(WrongUsagesOfDiff, AreTrouble) {
+  EXPECT_EQ(
+      runOnSamples(GetParam().arguments),
+      (ToolRun{kTrouble, "",
+               std::string(GetParam().message) + "\nRun with --help for more information.\n"}));
+}
+
+const WrongUsage kWrongUsages[] = {
+    {"OneDocument", {kSmall}, "NEW is required"},
+    {"UnknownFormat", {kSmall, kSmall, "--format=xml"}, "--format: xml not in {text,json}"},
+    {"BadLimit",
+     {kSmall, kSmall, "--fail-if-larger", "5x"},
+     "--fail-if-larger: give a number of bytes, 1048576, or a share, 2.5%"},
+    {"NegativeLimit",
+     {kSmall, kSmall, "--fail-if-larger=-1"},
+     "--fail-if-larger: give a number of bytes, 1048576, or a share, 2.5%"},
+};
+INSTANTIATE_TEST_SUITE_P(Usages, WrongUsagesOfDiff, ::testing::ValuesIn(kWrongUsages),
+                         [](const auto& row) { return row.param.name; });
+
+// --- names ----------------------------------------------------------------------------------
+
+// Documents that differ in what odd names belong to.
+std::string makeOddDocument(const std::string& size) {
+  const std::string name = R"("\u001b[2J\u202e")";
+  return R"({"metadata":{"arch":)" + name + R"(,"base":null,"target":null},"components":{)" + name +
+         R"(:{"delete":{"":{"size":)" + size + R"(}},"extract":{)" + name + R"(:{"size":)" + size +
+         R"(,"uncompressedBytes":0}}}},"products":{)" + name + R"(:{"delete":[)" + name +
+         R"(],"extract":[)" + name + R"(]}},"componentsWithFilesDeleted":{"c":{"p":{"size":1,)" +
+         R"("files":[")" + size + R"(\u009b"]}}}})";
+}
+
+TEST(DiffForPeople, ShowsControlCharactersByTheirCode) {
+  const TemporaryFolder folder;
+  folder.writeFile("old.json", makeOddDocument("1"));
+  folder.writeFile("new.json", makeOddDocument("3"));
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  EXPECT_EQ(runTool({"diff", "old.json", "new.json"}, around),
+            (ToolRun{kDifferent,
+                     "In all\n"
+                     "  to fetch: 1 byte -> 3 bytes, +2 bytes\n"
+                     "  unpacked: 0 bytes -> 0 bytes\n"
+                     "  deleted: 1 byte -> 3 bytes, +2 bytes\n"
+                     "  packages to extract: 1 -> 1\n"
+                     "  packages to delete: 1 -> 1\n"
+                     "  files to delete: 1 -> 1\n"
+                     "\n"
+                     "Products: 0 added, 0 removed, 1 changed\n"
+                     "  * <U+001B>[2J<U+202E>\n"
+                     "      to fetch: 1 byte -> 3 bytes, +2 bytes\n"
+                     "      deleted: 1 byte -> 3 bytes, +2 bytes\n"
+                     "\n"
+                     "Components: 0 added, 0 removed, 1 changed\n"
+                     "  * <U+001B>[2J<U+202E>\n"
+                     "      to fetch: 1 byte -> 3 bytes, +2 bytes\n"
+                     "      deleted: 1 byte -> 3 bytes, +2 bytes\n"
+                     "\n"
+                     "Packages to extract: 0 added, 0 removed, 1 changed\n"
+                     "  * <U+001B>[2J<U+202E>_<U+001B>[2J<U+202E>\n"
+                     "      to fetch: 1 byte -> 3 bytes, +2 bytes\n"
+                     "\n"
+                     "Packages to delete: 0 added, 0 removed, 1 changed\n"
+                     "  * <U+001B>[2J<U+202E>_\n"
+                     "      deleted: 1 byte -> 3 bytes, +2 bytes\n"
+                     "\n"
+                     "Packages with single files to delete: 0 added, 0 removed, 1 changed\n"
+                     "  * c_p: 1 file added, 1 removed\n"
+                     "      + 3<U+009B>\n"
+                     "      - 1<U+009B>\n",
+                     ""}));
+}
+
+TEST(DiffHelp, SaysWhatTheExitStatusMeans) {
+  const ToolRun help = runTool({"diff", "--help"});
+  EXPECT_EQ(help.exitCode, 0);
+  EXPECT_THAT(help.out, HasSubstr("  update-metadata diff old.json new.json\n"));
+  EXPECT_THAT(help.out, HasSubstr("Exit status: 0 both say the same, 1 they differ, 2 "));
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

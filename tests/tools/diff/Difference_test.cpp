@@ -1,0 +1,312 @@
+#include "diff/Difference.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Text.h"
+#include "diff/JsonOutput.h"
+#include "summary/Document.h"
+#include "support/PlainDocument.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::makeRandomDocument;
+using test_support::PlainDocument;
+using test_support::TemporaryFolder;
+
+Contents contentsOf(const PlainDocument& document) {
+  const TemporaryFolder folder;
+  return Document({folder.writeFile("update.json", document.json()), std::nullopt})
+      .gatherContents();
+}
+
+std::string textOf(const std::optional<ByteSum>& sum) {
+  return sum ? std::to_string(sum->value().value()) : "-";
+}
+
+// "name fetch>fetch", of every product or component that changed, in their order.
+template <class Item>
+std::vector<std::string> changesOf(const std::vector<Item>& items) {
+  std::vector<std::string> texts;
+  for (const Item& item : items) {
+    const auto fetch = [](const std::optional<Totals>& side) {
+      return side ? std::optional(side->bytesToFetch) : std::nullopt;
+    };
+    texts.push_back(toUtf8(item.name) + ' ' + textOf(fetch(item.before)) + '>' +
+                    textOf(fetch(item.after)));
+  }
+  return texts;
+}
+
+std::string textOf(const std::optional<PackageSizes>& sizes) {
+  return sizes ? std::to_string(sizes->size) + '/' + std::to_string(sizes->uncompressedBytes) : "-";
+}
+
+std::vector<std::string> changesOf(const std::vector<PackageChange>& packages) {
+  std::vector<std::string> texts;
+  for (const PackageChange& package : packages) {
+    texts.push_back(toUtf8(package.key) + ' ' + textOf(package.before) + '>' +
+                    textOf(package.after));
+  }
+  return texts;
+}
+
+using Texts = std::vector<std::string>;
+
+PlainDocument makeBase() {
+  PlainDocument document;
+  document.components["core"] = {{{"old", {5, 0}}}, {{"engine", {100, 200}}, {"fonts", {10, 20}}}};
+  document.components["view"] = {{}, {{"show", {7, 8}}}};
+  document.products["Editor"] = {{"core"}, {"core"}};
+  document.products["Viewer"] = {{}, {"view"}};
+  document.componentsWithFiles["core"]["manual"] = {50, {"a", "b"}};
+  return document;
+}
+
+// What makeBase() and a document that was made of it differ in.
+Difference differenceOf(const std::function<void(PlainDocument&)>& change) {
+  PlainDocument after = makeBase();
+  change(after);
+  return compare(contentsOf(makeBase()), contentsOf(after));
+}
+
+TEST(Difference, IsEmptyIfNothingDiffers) {
+  EXPECT_TRUE(differenceOf([](PlainDocument&) {}).isEmpty());
+}
+
+TEST(Difference, TakesNoNoticeOfOrdersRepeatsAndWhatNoProductNames) {
+  const Difference difference = differenceOf([](PlainDocument& after) {
+    after.products["Editor"].toExtract = {"core", "core"};
+    after.componentsWithFiles["core"]["manual"].files = {"b", "a", "b"};
+    after.components["unused"] = {{}, {{"package", {1, 2}}}};
+    after.products["Nothing"] = {};
+  });
+  EXPECT_TRUE(difference.isEmpty());
+}
+
+TEST(Difference, IsOfAPackageThatHasAnotherSizeAndOfAllThatHoldIt) {
+  const Difference difference = differenceOf(
+      [](PlainDocument& after) { after.components["core"].toExtract["engine"].size = 130; });
+  EXPECT_EQ(changesOf(difference.packagesToExtract), Texts{"core_engine 100/200>130/200"});
+  EXPECT_EQ(changesOf(difference.components), Texts{"core 110>140"});
+  EXPECT_EQ(changesOf(difference.products), Texts{"Editor 110>140"});
+  EXPECT_TRUE(difference.packagesToDelete.empty());
+  EXPECT_TRUE(difference.products[0].componentsToExtract.isEmpty());
+  EXPECT_EQ(difference.totals.before.bytesToFetch, ByteSum(117));
+  EXPECT_EQ(difference.totals.after.bytesToFetch, ByteSum(147));
+}
+
+TEST(Difference, IsSeenThoughAllSumsAreTheSame) {
+  const Difference difference = differenceOf([](PlainDocument& after) {
+    std::swap(after.components["core"].toExtract["engine"],
+              after.components["core"].toExtract["fonts"]);
+  });
+  EXPECT_EQ(changesOf(difference.components), Texts{"core 110>110"});
+  EXPECT_EQ(changesOf(difference.products), Texts{"Editor 110>110"});
+}
+
+TEST(Difference, OfWhatIsDeletedIsNoneOfAProductThatOnlyExtracts) {
+  const Difference difference = differenceOf([](PlainDocument& after) {
+    after.components["view"].toDelete["show"].size = 3;
+    after.products["Editor"].toDelete = {"core", "view"};
+  });
+  EXPECT_EQ(changesOf(difference.packagesToDelete), Texts{"view_show ->3/0"});
+  EXPECT_EQ(changesOf(difference.components), Texts{"view 7>7"});
+  EXPECT_EQ(changesOf(difference.products), Texts{"Editor 110>110"});
+  EXPECT_EQ(difference.products[0].componentsToDelete.added, std::vector<std::u16string>{u"view"});
+}
+
+TEST(Difference, TellsWhatWasAddedAndRemovedWithTheLargestFirst) {
+  const Difference difference = differenceOf([](PlainDocument& after) {
+    after.components["draw"] = {{}, {{"canvas", {60, 1}}}};
+    after.products["Draw"] = {{}, {"draw"}};
+    after.products.erase("Viewer");
+    after.products["Editor"].toExtract = {"draw"};
+  });
+  EXPECT_EQ(changesOf(difference.products), (Texts{"Draw ->60", "Editor 110>60", "Viewer 7>-"}));
+  EXPECT_EQ(changesOf(difference.components), (Texts{"core 110>0", "draw ->60", "view 7>-"}));
+  EXPECT_EQ(changesOf(difference.packagesToExtract),
+            (Texts{"core_engine 100/200>-", "draw_canvas ->60/1", "core_fonts 10/20>-",
+                   "view_show 7/8>-"}));
+  EXPECT_EQ(changeOf(difference.products[0]), Change::kAdded);
+  EXPECT_EQ(changeOf(difference.products[1]), Change::kChanged);
+  EXPECT_EQ(changeOf(difference.products[2]), Change::kRemoved);
+}
+
+TEST(Difference, OrdersChangesOfOneExtentByName) {
+  const Difference difference = differenceOf([](PlainDocument& after) {
+    after.components["view"].toExtract = {
+        {"show", {7, 8}}, {"z", {1, 0}}, {"a", {-1, 0}}, {"m", {1, 0}}, {"b", {1, 1}}};
+  });
+  EXPECT_EQ(changesOf(difference.packagesToExtract),
+            (Texts{"view_b ->1/1", "view_a ->-1/0", "view_m ->1/0", "view_z ->1/0"}));
+}
+
+TEST(Difference, TellsFilesByTheirPackage) {
+  const Difference difference = differenceOf([](PlainDocument& after) {
+    after.componentsWithFiles["core"]["manual"] = {51, {"b", "c", "d"}};
+    after.componentsWithFiles["view"]["tips"] = {1, {}};
+  });
+  ASSERT_EQ(difference.packagesWithFiles.size(), 2U);
+  const FilesChange& manual = difference.packagesWithFiles[0];
+  EXPECT_EQ(manual.key, u"core_manual");
+  EXPECT_EQ(manual.before, 50);
+  EXPECT_EQ(manual.after, 51);
+  EXPECT_EQ(manual.files.added, (std::vector<std::u16string>{u"c", u"d"}));
+  EXPECT_EQ(manual.files.removed, std::vector<std::u16string>{u"a"});
+  EXPECT_EQ(difference.packagesWithFiles[1].key, u"view_tips");
+  EXPECT_EQ(changeOf(difference.packagesWithFiles[1]), Change::kAdded);
+  EXPECT_EQ(difference.filesToDelete.before, 2U);
+  EXPECT_EQ(difference.filesToDelete.after, 3U);
+  EXPECT_TRUE(difference.products.empty());
+}
+
+TEST(Difference, OfTheReleasesNamesTheField) {
+  Contents before;
+  Contents after;
+  after.base = {u"F", u"1"};
+  after.target = {u"G", u"2"};
+  after.targetUpdateLevel = -56;
+  after.architecture = u"arm64";
+  const Difference difference = compare(before, after);
+  std::vector<std::tuple<std::string, std::u16string, std::u16string>> changes;
+  for (const ReleaseChange& change : difference.releases) {
+    changes.emplace_back(change.field, change.before, change.after);
+  }
+  const decltype(changes) expected = {
+      {"base.family", u"", u"F"},           {"base.version", u"", u"1"},
+      {"target.family", u"", u"G"},         {"target.version", u"", u"2"},
+      {"target.updateLevel", u"0", u"-56"}, {"arch", u"", u"arm64"}};
+  EXPECT_EQ(changes, expected);
+  EXPECT_FALSE(difference.isEmpty());
+}
+
+TEST(Difference, ComparesProductsOfOneNameInTheirOrder) {
+  Contents before;
+  before.components = {{u"c", {}, {}}, {u"d", {}, {}}};
+  before.products = {{u"P", std::nullopt, {}, {0}}, {u"P", std::nullopt, {}, {1}}};
+  Contents after = before;
+  EXPECT_TRUE(compare(before, after).isEmpty());
+  after.products[1].componentsToExtract = {0, 1};
+  const Difference difference = compare(before, after);
+  ASSERT_EQ(difference.products.size(), 1U);
+  EXPECT_EQ(difference.products[0].componentsToExtract.added, std::vector<std::u16string>{u"c"});
+}
+
+// --- made-up documents ----------------------------------------------------------------------
+
+// The sizes of packages to extract by key, by the rule that the first counts.
+std::map<std::string, std::pair<std::int64_t, std::int64_t>> extractedBy(
+    const PlainDocument& document) {
+  std::map<std::string, std::pair<std::int64_t, std::int64_t>> packages;
+  for (const auto& product : document.products) {
+    for (const std::string& name : product.second.toExtract) {
+      const auto component = document.components.find(name);
+      if (component == document.components.end()) {
+        continue;
+      }
+      for (const auto& [package, sizes] : component->second.toExtract) {
+        packages.emplace(name + '_' + package, std::pair(sizes.size, sizes.uncompressedBytes));
+      }
+    }
+  }
+  return packages;
+}
+
+std::string jsonOf(const Difference& difference) {
+  std::ostringstream out;
+  writeJson(difference, std::nullopt, out);
+  return out.str();
+}
+
+TEST(DifferenceOfMadeUpDocuments, IsEmptyOfADocumentAndItself) {
+  std::mt19937 random(3);
+  for (int round = 0; round != 300; ++round) {
+    const Contents contents = contentsOf(makeRandomDocument(random));
+    EXPECT_TRUE(compare(contents, contents).isEmpty());
+  }
+}
+
+TEST(DifferenceOfMadeUpDocuments, ListsEveryPackageThatDiffersAndAddsUpToTheTotals) {
+  std::mt19937 random(4);
+  for (int round = 0; round != 300; ++round) {
+    const PlainDocument old = makeRandomDocument(random);
+    const PlainDocument recent = makeRandomDocument(random);
+    const Difference difference = compare(contentsOf(old), contentsOf(recent));
+    const auto before = extractedBy(old);
+    const auto after = extractedBy(recent);
+    std::map<std::string, int> expected;
+    for (const auto& [key, sizes] : before) {
+      const auto found = after.find(key);
+      if (found == after.end() || found->second != sizes) {
+        ++expected[key];
+      }
+    }
+    for (const auto& entry : after) {
+      expected[entry.first] += before.count(entry.first) == 0 ? 1 : 0;
+    }
+    std::map<std::string, int> listed;
+    ByteSum fetch;
+    ByteSum unpacked;
+    for (const PackageChange& package : difference.packagesToExtract) {
+      ++listed[toUtf8(package.key)];
+      const PackageSizes none;
+      fetch +=
+          ByteSum(package.after.value_or(none).size) - ByteSum(package.before.value_or(none).size);
+      unpacked += ByteSum(package.after.value_or(none).uncompressedBytes) -
+                  ByteSum(package.before.value_or(none).uncompressedBytes);
+    }
+    for (const auto& entry : after) {
+      listed[entry.first] += 0;  // what is the same on both sides is in none of the lists
+    }
+    EXPECT_EQ(listed, expected);
+    const Sides<Totals>& totals = difference.totals;
+    EXPECT_EQ(fetch, totals.after.bytesToFetch - totals.before.bytesToFetch);
+    EXPECT_EQ(unpacked, totals.after.bytesUnpacked - totals.before.bytesUnpacked);
+  }
+}
+
+TEST(DifferenceOfMadeUpDocuments, IsTheSameTheOtherWayRoundWithItsSidesExchanged) {
+  std::mt19937 random(5);
+  for (int round = 0; round != 300; ++round) {
+    const Contents one = contentsOf(makeRandomDocument(random));
+    const Contents other = contentsOf(makeRandomDocument(random));
+    Difference there = compare(one, other);
+    const Difference back = compare(other, one);
+    const auto exchange = [](auto& items) {
+      for (auto& item : items) {
+        std::swap(item.before, item.after);
+      }
+    };
+    exchange(there.products);
+    exchange(there.components);
+    exchange(there.packagesToDelete);
+    exchange(there.packagesToExtract);
+    exchange(there.packagesWithFiles);
+    std::swap(there.totals.before, there.totals.after);
+    std::swap(there.filesToDelete.before, there.filesToDelete.after);
+    for (ProductChange& product : there.products) {
+      std::swap(product.componentsToDelete.added, product.componentsToDelete.removed);
+      std::swap(product.componentsToExtract.added, product.componentsToExtract.removed);
+    }
+    for (FilesChange& package : there.packagesWithFiles) {
+      std::swap(package.files.added, package.files.removed);
+    }
+    EXPECT_EQ(jsonOf(there), jsonOf(back));
+  }
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

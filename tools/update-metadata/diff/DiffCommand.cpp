@@ -1,0 +1,110 @@
+#include "diff/DiffCommand.h"
+
+#include <ostream>
+
+#include "Arguments.h"
+#include "ReadableSize.h"
+#include "Text.h"
+#include "diff/Difference.h"
+#include "diff/Growth.h"
+#include "diff/JsonOutput.h"
+#include "diff/SumText.h"
+#include "diff/TextOutput.h"
+#include "summary/Document.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kJson = "json";
+constexpr const char* kText = "text";
+
+constexpr const char* kExamples = R"(Examples:
+  update-metadata diff old.json new.json
+  update-metadata diff old.json new.json --product-data /srv/product-data --format json
+  update-metadata diff old.json new.json --fail-if-larger 5%
+
+Exit status: 0 both say the same, 1 they differ, 2 wrong usage, or a document could not be loaded or
+compared. With --fail-if-larger, 1 says that the bytes to fetch grow by more than is allowed, and 0
+that they do not. 1 says, too, that the output could not be written; standard error tells.)";
+
+CLI::Validator isGrowthLimit() {
+  const auto refuse = [](const std::string& argument) {
+    return GrowthLimit::parse(argument)
+               ? std::string()
+               : std::string("give a number of bytes, 1048576, or a share, 2.5%");
+  };
+  return CLI::Validator(refuse, "");
+}
+
+void writeGrowth(const Growth& growth, std::ostream& out) {
+  out << "\nGrowth of the bytes to fetch: " << describeDifference(growth.bytes)
+      << "; allowed: " << toReadableSize(growth.allowed) << "; "
+      << (growth.isTooLarge() ? "too much" : "within the limit") << '\n';
+}
+
+}  // namespace
+
+DiffCommand::DiffCommand(CLI::App& app)
+    : Command(app, "diff", "Tell in what two documents differ") {
+  const CLI::Validator isText = isUtf8Argument();
+  subcommand()
+      .add_option("OLD", old_, "The update metadata document (JSON) to compare with")
+      ->required()
+      ->type_name("")
+      ->check(isText);
+  subcommand()
+      .add_option("NEW", new_, "The document that is compared")
+      ->required()
+      ->type_name("")
+      ->check(isText);
+  subcommand()
+      .add_option("--product-data", productData_,
+                  "Folder with the product data, for the base codes of the products")
+      ->type_name("DIR")
+      ->check(isText);
+  subcommand()
+      .add_option("--fail-if-larger", limit_,
+                  "Fail only if there is more to fetch by more than so many bytes, or so large a "
+                  "share")
+      ->type_name("BYTES|N%")
+      ->check(isGrowthLimit());
+  subcommand()
+      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({kText, kJson}))
+      ->capture_default_str();
+  subcommand().footer(kExamples);
+}
+
+ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
+  const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
+  const auto before = readContents({toUtf16(old_), productData}, err);
+  const auto after = readContents({toUtf16(new_), productData}, err);
+  if (!before || !after) {
+    return ExitCode::kTrouble;
+  }
+  const Difference difference = compare(*before, *after);
+  std::optional<Growth> growth;
+  if (limit_) {
+    growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());
+    if (!growth) {
+      err << "update-metadata: '" << toVisible(toUtf16(old_))
+          << "' has more to fetch than 64 bits hold, of which no share can be taken; give "
+             "--fail-if-larger a number of bytes\n";
+      return ExitCode::kTrouble;
+    }
+  }
+  if (format_ == kJson) {
+    writeJson(difference, growth, out);
+  } else {
+    writeText(difference, out);
+    if (growth) {
+      writeGrowth(*growth, out);
+    }
+  }
+  out.flush();
+  const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();
+  return isFailed ? ExitCode::kFailed : ExitCode::kDone;
+}
+
+}  // namespace update_metadata_tool

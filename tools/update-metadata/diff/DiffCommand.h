@@ -1,0 +1,31 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "ExitCode.h"
+
+namespace update_metadata_tool {
+
+/// The subcommand `diff`: tells in what two documents differ.
+class DiffCommand : public Command {
+ public:
+  explicit DiffCommand(CLI::App& app);
+
+  /// Nothing is written on `out` before everything is known. A document that cannot be loaded is
+  /// told of on `err` as by readContents(); the other one is looked at, too.
+  ExitCode run(std::ostream& out, std::ostream& err) const override;
+
+ private:
+  std::string old_;
+  std::string new_;
+  std::optional<std::string> productData_;
+  std::optional<std::string> limit_;
+  std::string format_ = "text";
+};
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,64 @@
+#include "diff/GrowthLimit.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <string>
+#include <system_error>
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr std::int64_t kMillion = 1'000'000;
+constexpr std::size_t kDecimals = 4;  // a ten-thousandth of a percent is a millionth
+constexpr std::int64_t kLargestShare = kMillion * 10'000;
+
+std::optional<std::int64_t> parseDigits(std::string_view text) {
+  if (text.empty() || text.find_first_not_of("0123456789") != std::string_view::npos) {
+    return std::nullopt;
+  }
+  std::int64_t number = 0;
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+  return parsed.ec == std::errc() ? std::optional(number) : std::nullopt;
+}
+
+// Percent with or without a point, in millionths.
+std::optional<std::int64_t> parsePercent(std::string_view text) {
+  const std::size_t point = text.find('.');
+  std::string digits(text.substr(0, point));
+  std::string_view decimals;
+  if (point != std::string_view::npos) {
+    decimals = text.substr(point + 1);
+    if (digits.empty() || decimals.empty() || decimals.size() > kDecimals) {
+      return std::nullopt;
+    }
+  }
+  digits += decimals;
+  digits.append(kDecimals - decimals.size(), '0');
+  const auto millionths = text.empty() ? std::nullopt : parseDigits(digits);
+  return millionths && *millionths <= kLargestShare ? millionths : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<GrowthLimit> GrowthLimit::parse(std::string_view text) {
+  const bool isShare = !text.empty() && text.back() == '%';
+  const auto number = isShare ? parsePercent(text.substr(0, text.size() - 1)) : parseDigits(text);
+  return number ? std::optional(GrowthLimit(isShare, *number)) : std::nullopt;
+}
+
+std::int64_t GrowthLimit::allowedGrowth(std::int64_t before) const {
+  if (!isShare_) {
+    return number_;
+  }
+  const std::int64_t whole = std::max<std::int64_t>(before, 0);
+  // Millions and what is left of them each by itself: the product needs more than 64 bits.
+  const std::int64_t ofRest = whole % kMillion * number_ / kMillion;
+  constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
+  if (number_ != 0 && whole / kMillion > (kLargest - ofRest) / number_) {
+    return kLargest;
+  }
+  return whole / kMillion * number_ + ofRest;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+
+#include "diff/Difference.h"
+#include "diff/Growth.h"
+
+namespace update_metadata_tool {
+
+/// Writes in what two documents differ as one line of JSON and a line feed, in UTF-8: docs/diff.md
+/// tells its members. The numbers are those of the text; one that does not fit into 64 bits is
+/// null.
+///
+/// \param growth  what became of the limit, if the user gave one
+void writeJson(const Difference& difference, const std::optional<Growth>& growth,
+               std::ostream& out);
+
+}  // namespace update_metadata_tool
