@@ -1,12 +1,12 @@
 #include "fmt/Formatting.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <new>
 #include <string_view>
 
 #include "Advice.h"
 #include "fmt/LoadRecord.h"
+#include "source/LineIndex.h"
 #include "source/SourceTree.h"
 
 namespace update_metadata_tool {
@@ -29,12 +29,9 @@ std::size_t findEnd(const SourceTree& tree) {
   return isAlone ? tree[SourceTree::kRoot].end : size;
 }
 
-// "line 3, column 9", both from 1, the column in bytes, as the library counts.
 std::string describePlace(std::string_view text, std::size_t offset) {
-  const std::string_view before = text.substr(0, offset);
-  const auto lines = std::count(before.begin(), before.end(), '\n');
-  const std::size_t lineBegin = before.rfind('\n') + 1;  // 0 if there is none
-  return "line " + std::to_string(lines + 1) + ", column " + std::to_string(offset - lineBegin + 1);
+  const Position position = LineIndex(text).positionOf(offset);
+  return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
 }
 
 std::string adviseOn(const SourceTree& tree, const std::exception& failure) {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "lint/JsonPieces.h"
-#include "lint/LineIndex.h"
+#include "source/LineIndex.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -9,7 +9,7 @@
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"
-#include "lint/LineIndex.h"
+#include "source/LineIndex.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "Text.h"
-#include "lint/LineIndex.h"
 #include "lint/MarkedLine.h"
+#include "source/LineIndex.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -1,4 +1,4 @@
-#include "lint/LineIndex.h"
+#include "source/LineIndex.h"
 
 #include <cstddef>
 #include <ostream>
