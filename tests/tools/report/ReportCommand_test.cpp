@@ -1,11 +1,15 @@
 #include "report/ReportCommand.h"
 
+#include <fstream>
+#include <optional>
 #include <string>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Text.h"
+#include "lint/Linter.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"
@@ -29,8 +33,11 @@ constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
 constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
 
 std::string expectedPage(const std::optional<std::u16string>& productData) {
-  return makePage(
-      makeReportData(u"update.json", Document({toUtf16(kSample), productData}).gatherContents()));
+  LintOptions options;
+  options.productData = productData;
+  return makePage(makeReportData(u"update.json",
+                                 Document({toUtf16(kSample), productData}).gatherContents(),
+                                 lintDocument(kSample, readBytes(kSample), options)));
 }
 
 class Report : public ::testing::Test {
@@ -51,6 +58,16 @@ TEST_F(Report, IsWrittenToAFileWithoutAWord) {
 TEST_F(Report, IsWrittenToStandardOutput) {
   EXPECT_EQ(runTool({"report", "--output=-", kSample}, around_),
             (ToolRun{0, expectedPage(std::nullopt), ""}));
+}
+
+// As a shell makes one of the output of another command.
+TEST_F(Report, OfAPipeReadsItOnce) {
+  folder_.makeFifo("update.json");
+  std::thread writer(
+      [&] { std::ofstream(folder_.nativePath("update.json")) << readBytes(kSample); });
+  const ToolRun run = runTool({"report", "update.json", "-o", "-"}, around_);
+  writer.join();
+  EXPECT_EQ(run, (ToolRun{0, expectedPage(std::nullopt), ""}));
 }
 
 TEST_F(Report, OfADocumentThatDoesNotLoadIsNotWritten) {

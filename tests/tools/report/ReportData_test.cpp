@@ -30,11 +30,16 @@ Contents contentsOf(const std::string& document, std::optional<std::u16string> p
       .gatherContents();
 }
 
+// The report of a document without a fault.
+FileReport faultless() {
+  return {"", "", true, std::nullopt, "", {}, {}};
+}
+
 TEST(ReportData, TellEverythingAboutASample) {
   const std::string small = UMP_SOURCE_DIR "/examples/documents/small/";
   const Contents contents =
       contentsOf(test_support::readBytes(small + "update.json"), toUtf16(small + "product-data"));
-  EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents)), Json::parse(R"({
+  EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents, faultless())), Json::parse(R"({
     "version": 1,
     "file": "update.json",
     "base": {"family": "Fernlight 7", "version": "7.1.0"},
@@ -63,19 +68,24 @@ TEST(ReportData, TellEverythingAboutASample) {
     "componentsWithFiles": [
       {"name": "editor", "packages": [
         {"key": "editor_manual", "size": 36864,
-         "files": ["manual/images/tour.png", "manual/old-index.html"]}]}]
+         "files": ["manual/images/tour.png", "manual/old-index.html"]}]}],
+    "findings": [],
+    "omittedFindings": 0
   })"));
 }
 
 TEST(ReportData, HaveEveryMemberForADocumentThatUpdatesNothing) {
-  EXPECT_EQ(makeReportData(u"", contentsOf(R"({"metadata":{"arch":"","base":null,"target":null},)"
-                                           R"("components":null,"products":null,)"
-                                           R"("componentsWithFilesDeleted":null})")),
+  EXPECT_EQ(makeReportData(u"",
+                           contentsOf(R"({"metadata":{"arch":"","base":null,"target":null},)"
+                                      R"("components":null,"products":null,)"
+                                      R"("componentsWithFilesDeleted":null})"),
+                           faultless()),
             R"({"version":1,"file":"","base":{"family":"","version":""},)"
             R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
             R"("totals":{"packagesToExtract":0,"packagesToDelete":0,"bytesToFetch":"0",)"
             R"("bytesUnpacked":"0","bytesDeleted":"0","filesToDelete":0},"packagesToExtract":[],)"
-            R"("packagesToDelete":[],"components":[],"products":[],"componentsWithFiles":[]})");
+            R"("packagesToDelete":[],"components":[],"products":[],"componentsWithFiles":[],)"
+            R"("findings":[],"omittedFindings":0})");
 }
 
 TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsAsNull) {
@@ -85,7 +95,7 @@ TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsAsNull) {
   contents.packagesToDelete = {{u"c_1", kMax, 0}};
   contents.components = {{u"c", {0}, {0, 1}}};
   contents.products = {{u"p", std::nullopt, {0}, {}}};
-  const Json data = Json::parse(makeReportData(u"", contents));
+  const Json data = Json::parse(makeReportData(u"", contents, faultless()));
   const Json all = {{"packagesToExtract", 2},
                     {"packagesToDelete", 1},
                     {"bytesToFetch", nullptr},
@@ -102,7 +112,33 @@ TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsAsNull) {
 TEST(ReportData, ReplaceHalvesOfCharactersAndKeepEverythingElse) {
   Contents contents;
   contents.architecture = u"\xD800 \u2028<\"\\\n";
-  EXPECT_EQ(Json::parse(makeReportData(u"", contents))["arch"], "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
+  EXPECT_EQ(Json::parse(makeReportData(u"", contents, faultless()))["arch"],
+            "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
+}
+
+TEST(ReportData, TellFindingsByLineAndColumn) {
+  FileReport linting = faultless();
+  linting.text = "{\n  \"a\": 1}";
+  Finding finding{Rule::kRepeatedKey, Severity::kWarning, 4,    3, "/a",
+                  "member \"a\"",     "it \xFF",          "go", {}};
+  linting.findings = {finding};
+  linting.omitted[0] = 7;
+  linting.omitted[5] = 2;
+  const Json data = Json::parse(makeReportData(u"", Contents(), linting));
+  EXPECT_EQ(data["findings"], Json::parse(R"([{
+    "severity": "warning", "rule": "repeated-key", "line": 2, "column": 3,
+    "message": "it \ufffd", "advice": "go", "item": "member \"a\"", "pointer": "/a"}])"));
+  EXPECT_EQ(data["omittedFindings"], 9);
+}
+
+TEST(ReportData, HoldTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
+  FileReport linting = faultless();
+  linting.text = "{}";
+  linting.findings.assign(10'005, {Rule::kEmptyName, Severity::kInfo, 0, 1, "", "", "m", "", {}});
+  linting.omitted[3] = 5;
+  const Json data = Json::parse(makeReportData(u"", Contents(), linting));
+  EXPECT_EQ(data["findings"].size(), 10'000U);
+  EXPECT_EQ(data["omittedFindings"], 10);
 }
 
 // What the page adds up for its picture, and what it lists, is in agreement with the totals.
@@ -110,7 +146,7 @@ TEST(ReportData, AddUpToTheTotalsOfMadeUpDocuments) {
   std::mt19937 random(6);
   for (int round = 0; round != 300; ++round) {
     const Contents contents = contentsOf(makeRandomDocument(random).json());
-    const Json data = Json::parse(makeReportData(u"", contents));
+    const Json data = Json::parse(makeReportData(u"", contents, faultless()));
     const Totals totals = Tally(contents).totalsOfAll();
     std::int64_t toFetch = 0;
     std::int64_t unpacked = 0;

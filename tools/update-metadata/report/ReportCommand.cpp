@@ -1,12 +1,17 @@
 #include "report/ReportCommand.h"
 
+#include <exception>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
+#include <utility>
 
+#include "Advice.h"
 #include "Arguments.h"
+#include "DocumentText.h"
 #include "FileReplacement.h"
 #include "Text.h"
+#include "lint/Linter.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"
@@ -26,13 +31,19 @@ The page needs no network: one file, for any browser of today, to keep or to sen
 Exit status: 0 written, 1 the page could not be written, 2 wrong usage, or the document could not be
 loaded or answered.)";
 
+// The folders that a document lies in are nobody else's business.
+std::u16string nameToShow(const std::string& file) {
+  return file == kStandardInput ? u"standard input"
+                                : std::filesystem::path(toUtf16(file)).filename().u16string();
+}
+
 }  // namespace
 
 ReportCommand::ReportCommand(CLI::App& app)
     : Command(app, "report", "Write a page about one document, to look at in a browser") {
   const CLI::Validator isText = isUtf8Argument();
   subcommand()
-      .add_option("FILE", file_, "The update metadata document (JSON)")
+      .add_option("FILE", file_, "The update metadata document (JSON); - is standard input")
       ->required()
       ->type_name("")
       ->check(isText);
@@ -49,21 +60,39 @@ ReportCommand::ReportCommand(CLI::App& app)
   subcommand().footer(kExamples);
 }
 
-ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
-  const DocumentSource source{toUtf16(file_), toOptionalUtf16(productData_)};
-  const std::optional<Contents> contents = readContents(source, err);
+// The page; nothing, after a complaint on `err`, if the document could not be loaded or answered.
+std::optional<std::string> ReportCommand::makeReport(std::ostream& err) const {
+  const std::u16string file = toUtf16(file_);
+  const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
+  std::string text;
+  try {
+    text = readDocument(file_);
+  } catch (const std::exception& failure) {
+    reportUnloaded(failure, file, err);
+    return std::nullopt;
+  }
+  const std::optional<Contents> contents = readContents({file, productData, text}, err);
   if (!contents) {
+    return std::nullopt;
+  }
+  LintOptions options;
+  options.productData = productData;
+  const FileReport linting = lintDocument(file_, std::move(text), options);
+  return makePage(makeReportData(nameToShow(file_), *contents, linting));
+}
+
+ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
+  const std::optional<std::string> page = makeReport(err);
+  if (!page) {
     return ExitCode::kTrouble;
   }
-  const std::u16string name = std::filesystem::path(source.file).filename().u16string();
-  const std::string page = makePage(makeReportData(name, *contents));
   if (output_ == kStandardOutput) {
-    out << page;
+    out << *page;
     out.flush();
     return ExitCode::kDone;
   }
   try {
-    writeFile(output_, page);
+    writeFile(output_, *page);
   } catch (const std::system_error& failure) {
     err << "update-metadata: '" << toVisible(toUtf16(output_))
         << "' could not be written: " << failure.what()

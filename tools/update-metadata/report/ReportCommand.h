@@ -20,6 +20,8 @@ class ReportCommand : public Command {
   ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
+  std::optional<std::string> makeReport(std::ostream& err) const;
+
   std::string file_;
   std::string output_;
   std::optional<std::string> productData_;

@@ -1,18 +1,23 @@
 #include "report/ReportData.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <optional>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "Text.h"
+#include "lint/LineIndex.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
+
+constexpr std::size_t kMostFindings = 10'000;
 
 Json toJson(const Release& release) {
   return {{"family", toUtf8(release.family)}, {"version", toUtf8(release.version)}};
@@ -101,9 +106,33 @@ Json listComponentsWithFiles(const Contents& contents) {
   return list;
 }
 
+Json toJson(const Finding& finding, const LineIndex& lines) {
+  const Position position = lines.positionOf(finding.offset);
+  return {{"severity", nameOf(finding.severity)},
+          {"rule", describe(finding.rule).id},
+          {"line", position.line},
+          {"column", position.column},
+          {"message", finding.message},
+          {"advice", finding.advice},
+          {"item", finding.item},
+          {"pointer", finding.pointer}};
+}
+
+void addFindings(const FileReport& linting, Json& data) {
+  const LineIndex lines(linting.text);
+  const std::size_t listed = std::min(linting.findings.size(), kMostFindings);
+  Json& list = data["findings"] = Json::array();
+  for (std::size_t place = 0; place != listed; ++place) {
+    list.push_back(toJson(linting.findings[place], lines));
+  }
+  data["omittedFindings"] = std::accumulate(linting.omitted.begin(), linting.omitted.end(),
+                                            linting.findings.size() - listed);
+}
+
 }  // namespace
 
-std::string makeReportData(const std::u16string& file, const Contents& contents) {
+std::string makeReportData(const std::u16string& file, const Contents& contents,
+                           const FileReport& linting) {
   Tally tally(contents);
   Json data = {{"version", 1},
                {"file", toUtf8(file)},
@@ -119,7 +148,9 @@ std::string makeReportData(const std::u16string& file, const Contents& contents)
   data["components"] = listComponents(contents, tally);
   data["products"] = listProducts(contents, tally);
   data["componentsWithFiles"] = listComponentsWithFiles(contents);
-  return data.dump();
+  addFindings(linting, data);
+  // Findings quote the document, which may hold bytes that are no UTF-8.
+  return data.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace update_metadata_tool

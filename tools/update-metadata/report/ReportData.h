@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "lint/Finding.h"
 #include "summary/Contents.h"
 
 namespace update_metadata_tool {
@@ -19,15 +20,21 @@ namespace update_metadata_tool {
 ///      "products": [{"name": TEXT, "baseCode": TEXT or null, "componentsToExtract": [NUMBER, ...],
 ///                    "componentsToDelete": [NUMBER, ...], SUMS}, ...],
 ///      "componentsWithFiles": [{"name": TEXT, "packages": [{"key": KEY, "size": SIZE,
-///                               "files": [TEXT, ...]}, ...]}, ...]}
+///                               "files": [TEXT, ...]}, ...]}, ...],
+///      "findings": [{"severity": TEXT, "rule": TEXT, "line": N, "column": N, "message": TEXT,
+///                    "advice": TEXT, "item": TEXT, "pointer": TEXT}, ...],
+///      "omittedFindings": N}
 ///
 /// It mirrors Contents: a NUMBER is a place in the list of that name, from 0. SUMS are
 /// "packagesToExtract" and "packagesToDelete", numbers of packages, and BYTES; BYTES are
 /// "bytesToFetch", "bytesUnpacked" and "bytesDeleted". As a sum may need more bits than a number of
 /// the page's language has, it is a text of digits, or null if it needs more than 64. A SIZE is a
-/// number: those of a document always fit.
+/// number: those of a document always fit. Of the findings there are the first ten thousand, and
+/// the number of the others.
 ///
-/// \param file  the document's name, to show
-std::string makeReportData(const std::u16string& file, const Contents& contents);
+/// \param file     the document's name, to show
+/// \param linting  what the linter says of the document
+std::string makeReportData(const std::u16string& file, const Contents& contents,
+                           const FileReport& linting);
 
 }  // namespace update_metadata_tool

@@ -14,17 +14,25 @@ namespace {
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
 
-/// Has the document loaded into a handler that it is told.
+/// Has the document loaded into a handler that it is told, from a text if it is told one.
 class SummaryParser : public UpdateMetaDataJsonParser {
  public:
-  SummaryParser(const std::u16string& file, std::shared_ptr<SummaryHandler> handlerToFill)
-      : UpdateMetaDataJsonParser(file), handlerToFill_(std::move(handlerToFill)) {}
+  SummaryParser(const std::u16string& file, std::optional<std::string> text,
+                std::shared_ptr<SummaryHandler> handlerToFill)
+      : UpdateMetaDataJsonParser(file),
+        text_(std::move(text)),
+        handlerToFill_(std::move(handlerToFill)) {}
+
+  std::string readFile(const std::u16string& path) override {
+    return text_ ? std::move(*text_) : UpdateMetaDataJsonParser::readFile(path);
+  }
 
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
     return handlerToFill_;
   }
 
  private:
+  std::optional<std::string> text_;
   std::shared_ptr<SummaryHandler> handlerToFill_;
 };
 
@@ -32,7 +40,8 @@ class SummaryParser : public UpdateMetaDataJsonParser {
 
 Document::Document(DocumentSource source)
     : source_(std::move(source)), handler_(std::make_shared<SummaryHandler>()) {
-  SummaryParser(source_.file, handler_).parseUpdateMetaDataJson();
+  SummaryParser(source_.file, std::exchange(source_.text, std::nullopt), handler_)
+      .parseUpdateMetaDataJson();
 }
 
 Contents Document::gatherContents() const {

@@ -16,6 +16,9 @@ class SummaryHandler;
 struct DocumentSource {
   std::u16string file;
   std::optional<std::u16string> productData;
+
+  /// The document's bytes, if they were read already: the file is not opened then.
+  std::optional<std::string> text = std::nullopt;
 };
 
 /// A document that the library has loaded and that can be asked.
@@ -24,6 +27,7 @@ class Document {
   /// Loads the document. What the library throws passes through.
   explicit Document(DocumentSource source);
 
+  /// What it was loaded from, without the text.
   const DocumentSource& source() const { return source_; }
 
   /// Gathers everything that the document says from the library's model. Base codes come from the

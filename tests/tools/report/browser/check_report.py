@@ -400,6 +400,46 @@ class HostileNames(PageTest):
         self.assertEqual(BROWSER.evaluate("document.documentElement.scrollWidth"), 360)
 
 
+class Findings(PageTest):
+    def test_of_a_document_without_a_fault_are_none(self):
+        self.open("small", SMALL)
+        self.assertEqual(self.texts("#findings-text"), ["The linter finds nothing to say."])
+
+    def test_are_counted_listed_and_explained(self):
+        self.open("realistic", REALISTIC)
+        linting = json.loads(subprocess.run(
+            [TOOL, "lint", "--format", "json", "--product-data", REALISTIC + "/product-data",
+             REALISTIC + "/update.json"], check=False, stdout=subprocess.PIPE).stdout)
+        findings = linting["files"][0]["findings"]
+        warnings = sum(finding["severity"] == "warning" for finding in findings)
+        self.assertEqual(self.texts("#findings-text"), [
+            "%d warnings, %d remarks." % (warnings, len(findings) - warnings)])
+        rows = BROWSER.evaluate(
+            "[...document.querySelectorAll('#findings tr.row')].map("
+            "(row) => [...row.children].map((cell) => cell.textContent))")
+        self.assertGreater(len(rows), 10)
+        for row, finding in zip(rows, findings):
+            self.assertEqual(row, [
+                finding["message"], finding["severity"], finding["rule"],
+                "%d:%d" % (finding["line"], finding["column"])])
+        BROWSER.click("document.querySelector('#findings tr.row')")
+        self.assertIn(findings[0]["advice"], self.texts("#findings .details dd"))
+        self.assertIn(findings[0]["pointer"], self.texts("#findings .details dd"))
+
+    def test_are_searched_and_sorted_by_severity(self):
+        self.open("realistic", REALISTIC)
+        BROWSER.evaluate("document.querySelector('#findings input').focus()")
+        BROWSER.type("info")
+        severities = set(self.texts("#findings tr.row td:nth-child(2)"))
+        self.assertEqual(severities, {"info"})
+        BROWSER.evaluate("document.activeElement.select()")
+        BROWSER.type("i")
+        BROWSER.click("document.querySelectorAll('#findings th button')[1]")
+        self.assertEqual(self.texts("#findings tr.row td:nth-child(2)")[0], "warning")
+        BROWSER.click("document.querySelectorAll('#findings th button')[1]")
+        self.assertEqual(self.texts("#findings tr.row td:nth-child(2)")[0], "info")
+
+
 class OddNumbers(PageTest):
     def test_are_told_as_they_are(self):
         self.open("odd", documents.make_odd())

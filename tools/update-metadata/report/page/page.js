@@ -231,33 +231,59 @@ function makeFileTable() {
 
 // --- findings ---
 
-function showFindings() {
-  const {findings} = contents;
-  if (!findings) {
-    return;
-  }
-  byId('findings-section').hidden = false;
+const SEVERITIES = ['error', 'warning', 'info'];
+
+/** What the linter found, with texts to show. */
+function listFindings() {
+  const show = (text) => text === '' ? '' : visible(text);
+  return contents.findings.map((finding) => ({
+    ...finding,
+    message: show(finding.message),
+    advice: show(finding.advice),
+    item: show(finding.item),
+    pointer: show(finding.pointer),
+  }));
+}
+
+/** How many findings there are: "1 error, 2 warnings". */
+function countFindings(findings) {
+  const counts = SEVERITIES.flatMap((severity) => {
+    const number = findings.filter((finding) => finding.severity === severity).length;
+    return number > 0 ? [counted(number, severity === 'info' ? 'remark' : severity)] : [];
+  });
+  const others = contents.omittedFindings;
+  return others > 0
+      ? `The first ${findings.length.toLocaleString('en')}: ${counts.join(', ')}. ` +
+            `${counted(others, 'more finding')} are told by update-metadata lint.`
+      : `${counts.join(', ')}.`;
+}
+
+function makeFindingTable(findings) {
   const columns = [
     {title: 'Message', text: (row) => row.message},
     {title: 'Severity', width: '7rem', text: (row) => row.severity,
+     value: (row) => -SEVERITIES.indexOf(row.severity),
      style: (row) => `severity-${row.severity}`},
     {title: 'Rule', width: '13rem', text: (row) => row.rule},
     {title: 'Line', className: 'number', width: '8rem', value: (row) => row.line,
      text: (row) => `${row.line}:${row.column}`},
   ];
-  const said = ['error', 'warning', 'info'].flatMap((severity) => {
-    const number = findings.filter((finding) => finding.severity === severity).length;
-    return number > 0 ? [counted(number, severity === 'info' ? 'remark' : severity)] : [];
-  });
-  byId('findings-text').textContent = said.length > 0 ? `${said.join(', ')}.` : 'None.';
-  if (findings.length > 0) {
-    byId('findings').append(new DataTable('Findings', columns, findings, (row) => [
-      ['Finding', `${row.message} [${row.rule}]`],
-      ...(row.item ? [['In', row.item]] : []),
-      ['At', `line ${row.line}, column ${row.column}`, ...(row.pointer ? [row.pointer] : [])],
-      ...(row.advice ? [['What to do', row.advice]] : []),
-    ]).element);
+  return new DataTable('Findings', columns, findings, (row) => [
+    ['Finding', `${row.message} [${row.rule}]`],
+    ...(row.item ? [['In', row.item]] : []),
+    ['At', `line ${row.line}, column ${row.column}`, ...(row.pointer ? [row.pointer] : [])],
+    ...(row.advice ? [['What to do', row.advice]] : []),
+  ]);
+}
+
+function showFindings() {
+  const findings = listFindings();
+  if (findings.length === 0) {
+    byId('findings-text').textContent = 'The linter finds nothing to say.';
+    return;
   }
+  byId('findings-text').textContent = countFindings(findings);
+  byId('findings').append(makeFindingTable(findings).element);
 }
 
 // --- all together ---

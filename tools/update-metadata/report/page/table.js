@@ -4,13 +4,17 @@
 // more than a row.
 const MOST_HEIGHT = 8000000;
 
+function isNumber({className = ''}) {
+  return className.split(' ').includes('number');
+}
+
 /**
  * A table of any number of rows that can be searched and sorted; only the rows in view are there.
  *
  * A column is {title, text(row), value(row), width, className, style(row)}: `text` is what a cell
- * shows, and what is searched and sorted, unless `value` gives a number to sort by; `style` is the
- * class of one cell. `explain(row)` gives what is said about the row that is chosen, as lists of a
- * term and its descriptions.
+ * shows, and what is sorted, unless `value` gives a number to sort by; what is not of the class
+ * "number" is searched; `style` is the class of one cell. `explain(row)` gives what is said about
+ * the row that is chosen, as lists of a term and its descriptions.
  */
 class DataTable {
   constructor(label, columns, rows, explain) {
@@ -70,7 +74,7 @@ class DataTable {
   search(text) {
     const words = text.toLowerCase().split(/\s+/).filter(Boolean);
     if (words.length > 0 && !this.texts) {
-      const searched = this.columns.filter((column) => !column.value);
+      const searched = this.columns.filter((column) => !isNumber(column));
       this.texts = new Map(this.rows.map(
           (row) => [row, searched.map((column) => column.text(row)).join('\n').toLowerCase()]));
     }
