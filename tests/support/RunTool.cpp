@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <grp.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -78,7 +79,8 @@ int waitForEnd(pid_t child) {
 /// A terminal that keeps what is written to it, byte by byte.
 class Terminal {
  public:
-  Terminal() : reader_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+  explicit Terminal(unsigned short columns)
+      : reader_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
     if (reader_ >= 0 && ::grantpt(reader_) == 0 && ::unlockpt(reader_) == 0) {
       writer_ = ::open(::ptsname(reader_), O_RDWR | O_NOCTTY | O_CLOEXEC);
     }
@@ -88,6 +90,8 @@ class Terminal {
     }
     ::cfmakeraw(&settings);
     ::tcsetattr(writer_, TCSANOW, &settings);
+    const winsize size{0, columns, 0, 0};
+    ::ioctl(writer_, TIOCSWINSZ, &size);
   }
 
   ~Terminal() {
@@ -164,7 +168,7 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
   argv.push_back(nullptr);
   std::optional<Terminal> terminal;
   if (around.isOnTerminal) {
-    terminal.emplace();
+    terminal.emplace(around.terminalColumns);
   }
 
   const pid_t child = ::fork();

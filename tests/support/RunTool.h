@@ -30,6 +30,7 @@ struct ToolSurroundings {
 
   /// Both outputs lead to one terminal; what the terminal gets is told as `out`.
   bool isOnTerminal = false;
+  unsigned short terminalColumns = 0;  ///< what that terminal tells of its width; 0: nothing
 
   std::vector<std::string> environment;  ///< added to that of the test: NAME=VALUE
 };

@@ -99,5 +99,14 @@ TEST(Utf8Check, RefusesWhatIsNotWellFormed) {
   EXPECT_FALSE(isUtf8("\xED\xA0\x80"));
 }
 
+TEST(Utf16Check, RefusesUnpairedSurrogates) {
+  EXPECT_TRUE(isUtf16(u""));
+  EXPECT_TRUE(isUtf16(std::u16string(u"a\0\U0001F5FA", 4)));
+  EXPECT_FALSE(isUtf16(std::u16string{0xD83D}));
+  EXPECT_FALSE(isUtf16(std::u16string{0xD83D, u'x'}));
+  EXPECT_FALSE(isUtf16(std::u16string{0xDC00, u'x'}));
+  EXPECT_FALSE(isUtf16(std::u16string{0xD83D, 0xDC00, 0xDC00}));
+}
+
 }  // namespace
 }  // namespace update_metadata_tool

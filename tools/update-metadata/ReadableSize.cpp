@@ -19,21 +19,33 @@ std::string toOneDecimal(double number) {
   return std::string(digits.data(), written.ptr);
 }
 
-}  // namespace
+bool needsUnit(std::int64_t bytes) {
+  return bytes <= -1024 || bytes >= 1024;
+}
 
-std::string toReadableSize(std::int64_t bytes) {
-  std::string shown = std::to_string(bytes) + (bytes == 1 || bytes == -1 ? " byte" : " bytes");
-  if (bytes > -1024 && bytes < 1024) {
-    return shown;
-  }
+// \pre needsUnit(bytes)
+std::string inLargestUnit(std::int64_t bytes) {
   double magnitude = static_cast<double>(bytes) / kUnitStep;
   const char* const* unit = kUnits;
   while (magnitude >= kUnitEnd || magnitude <= -kUnitEnd) {
     magnitude /= kUnitStep;
     ++unit;
   }
-  shown += " (" + toOneDecimal(magnitude) + ' ' + *unit + ')';
+  return toOneDecimal(magnitude) + ' ' + *unit;
+}
+
+}  // namespace
+
+std::string toReadableSize(std::int64_t bytes) {
+  std::string shown = std::to_string(bytes) + (bytes == 1 || bytes == -1 ? " byte" : " bytes");
+  if (needsUnit(bytes)) {
+    shown += " (" + inLargestUnit(bytes) + ')';
+  }
   return shown;
+}
+
+std::string toShortSize(std::int64_t bytes) {
+  return needsUnit(bytes) ? inLargestUnit(bytes) : std::to_string(bytes) + " B";
 }
 
 }  // namespace update_metadata_tool

@@ -11,4 +11,7 @@ namespace update_metadata_tool {
 /// to one decimal: 1048575 is 1.0 MiB. Independent of the locale.
 std::string toReadableSize(std::int64_t bytes);
 
+/// Tells it in as little room as possible, where the bytes stand elsewhere: "17 B", "1.5 KiB".
+std::string toShortSize(std::int64_t bytes);
+
 }  // namespace update_metadata_tool

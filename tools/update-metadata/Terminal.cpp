@@ -1,16 +1,38 @@
 #include "Terminal.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <string_view>
+#include <system_error>
 
 namespace update_metadata_tool {
 namespace {
 
+constexpr std::size_t kUsualColumns = 80;
+constexpr std::size_t kFewestColumns = 20;
+
 std::string_view environment(const char* name) {
   const char* const value = std::getenv(name);
   return value != nullptr ? value : "";
+}
+
+// 0 if the environment does not tell.
+std::size_t columnsOfEnvironment() {
+  const std::string_view text = environment("COLUMNS");
+  const char* const end = text.data() + text.size();
+  std::size_t columns = 0;
+  const auto [stop, error] = std::from_chars(text.data(), end, columns);
+  return error == std::errc() && stop == end ? columns : 0;
+}
+
+// 0 if standard output is no terminal, or one that does not tell.
+std::size_t columnsOfTerminal() {
+  winsize size{};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 }  // namespace
@@ -22,6 +44,14 @@ bool isOutputColoured() {
 
 bool isErrorTerminal() {
   return ::isatty(STDERR_FILENO) == 1;
+}
+
+std::size_t outputColumns() {
+  std::size_t columns = columnsOfEnvironment();
+  if (columns == 0) {
+    columns = columnsOfTerminal();
+  }
+  return columns == 0 ? kUsualColumns : std::max(columns, kFewestColumns);
 }
 
 }  // namespace update_metadata_tool

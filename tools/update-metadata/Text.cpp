@@ -84,6 +84,20 @@ std::size_t lengthOfUtf8(std::string_view text) {
   return static_cast<std::size_t>(utf8::find_invalid(text.begin(), text.end()) - text.begin());
 }
 
+bool isUtf16(std::u16string_view text) {
+  for (std::size_t index = 0; index < text.size(); ++index) {
+    if (isHighSurrogate(text[index])) {
+      ++index;
+      if (index == text.size() || !isLowSurrogate(text[index])) {
+        return false;
+      }
+    } else if (isLowSurrogate(text[index])) {
+      return false;
+    }
+  }
+  return true;
+}
+
 std::u16string toUtf16(std::string_view text) {
   return utf8::utf8to16(text);
 }

@@ -12,6 +12,9 @@ bool isUtf8(std::string_view text);
 /// The number of bytes before the first that is not well-formed UTF-8; all if there is none.
 std::size_t lengthOfUtf8(std::string_view text);
 
+/// Tells whether `text` is well-formed UTF-16: without unpaired surrogates.
+bool isUtf16(std::u16string_view text);
+
 /// Converts UTF-8 to UTF-16.
 ///
 /// \pre isUtf8(text); anything else is an exception of the conversion library

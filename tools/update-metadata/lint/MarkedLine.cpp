@@ -4,6 +4,7 @@
 #include <iterator>
 #include <vector>
 
+#include "DisplayWidth.h"
 #include "Text.h"
 
 namespace update_metadata_tool {
@@ -14,34 +15,6 @@ constexpr std::size_t kColumnsFromPlaceOn = 40;
 constexpr std::size_t kBytesAround = 4 * kColumns;  // four bytes make the longest character
 constexpr const char* kLeftOut = "...";
 constexpr const char* kTab = "    ";
-
-struct Range {
-  char32_t first;
-  char32_t last;
-};
-
-// Characters that stand above or below the one before them, or are not seen at all.
-constexpr Range kWithoutWidth[] = {
-    {0x0300, 0x036F},  // combining marks
-    {0x200B, 0x200D},  // zero width space, non-joiner and joiner
-    {0x20D0, 0x20FF},  // combining marks for symbols
-    {0xFE00, 0xFE0F},  // variation selectors
-    {0xFE20, 0xFE2F},  // combining half marks
-};
-
-// Characters of East Asian scripts, and pictures, which take two columns.
-constexpr Range kTwiceAsWide[] = {
-    {0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xAC00, 0xD7A3},
-    {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},
-    {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
-};
-
-template <std::size_t kSize>
-bool isIn(const Range (&ranges)[kSize], char32_t character) {
-  return std::any_of(std::begin(ranges), std::end(ranges), [character](const Range& range) {
-    return character >= range.first && character <= range.last;
-  });
-}
 
 // One character of the line, as it is shown.
 struct Cell {
@@ -64,13 +37,7 @@ Cell makeCell(std::string_view line, std::size_t begin) {
     appendVisible(character, cell.shown);
   }
   const bool isAsItStands = cell.shown.size() == character.bytes && character.bytes != 1;
-  if (isAsItStands && isIn(kWithoutWidth, character.code)) {
-    cell.columns = 0;
-  } else if (isAsItStands) {
-    cell.columns = isIn(kTwiceAsWide, character.code) ? 2 : 1;
-  } else {
-    cell.columns = cell.shown.size();
-  }
+  cell.columns = isAsItStands ? displayWidth(character.code) : cell.shown.size();
   return cell;
 }
 

@@ -1,0 +1,101 @@
+#include "DisplayWidth.h"
+
+#include <ostream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace update_metadata_tool {
+namespace {
+
+const std::string kEllipsis = "\xE2\x80\xA6";
+const std::string kUmlaut = "\xC3\xBC";           // one column
+const std::string kAcute = "\xCC\x81";            // a mark: none
+const std::string kIdeograph = "\xE4\xB8\x80";    // two
+const std::string kPicture = "\xF0\x9F\x97\xBA";  // two
+
+struct CutText {
+  const char* name;
+  std::string text;
+  std::size_t width;  ///< of the whole text
+  std::size_t room;
+  std::string cut;
+};
+
+std::ostream& operator<<(std::ostream& out, const CutText& row) {
+  return out << row.name;
+}
+
+class CutTexts : public ::testing::TestWithParam<CutText> {};
+
+TEST_P(CutTexts, AreMeasuredInColumns) {
+  EXPECT_EQ(displayWidth(GetParam().text), GetParam().width);
+}
+
+TEST_P(CutTexts, LoseTheirMiddleWhereTheyDoNotFit) {
+  const std::string cut = cutInTheMiddle(GetParam().text, GetParam().room);
+  EXPECT_EQ(cut, GetParam().cut);
+  EXPECT_LE(displayWidth(cut), GetParam().room);
+}
+
+const CutText kCutTexts[] = {
+    {"Empty", "", 0, 0, ""},
+    {"NoRoom", "abc", 3, 0, ""},
+    {"RoomForTheEllipsis", "abc", 3, 1, kEllipsis},
+    {"RoomForOneMore", "abc", 3, 2, "a" + kEllipsis},
+    {"Fits", "abc", 3, 3, "abc"},
+    {"OneTooLong", "abcd", 4, 3, "a" + kEllipsis + "d"},
+    {"EvenRoom", "abcdefgh", 8, 6, "abc" + kEllipsis + "gh"},
+    {"OddRoom", "abcdefgh", 8, 7, "abc" + kEllipsis + "fgh"},
+    {"TwoBytesOneColumn", kUmlaut + kUmlaut + kUmlaut, 3, 2, kUmlaut + kEllipsis},
+    {"WideCharacters", kIdeograph + kIdeograph + kIdeograph, 6, 5,
+     kIdeograph + kEllipsis + kIdeograph},
+    {"HalfAWideCharacter", kIdeograph + kIdeograph + kIdeograph, 6, 4, kIdeograph + kEllipsis},
+    {"NoRoomForAWideOne", kPicture + kPicture, 4, 2, kEllipsis},
+    {"MarksStayWithTheirCharacters", "a" + kAcute + "bcd" + kAcute, 4, 3,
+     "a" + kAcute + kEllipsis + "d" + kAcute},
+    {"MarkInFront", kAcute + "abc", 3, 2, kAcute + "a" + kEllipsis},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, CutTexts, ::testing::ValuesIn(kCutTexts),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Padding, CountsColumns) {
+  EXPECT_EQ(padRight(kIdeograph, 4), kIdeograph + "  ");
+  EXPECT_EQ(padLeft(kIdeograph, 4), "  " + kIdeograph);
+  EXPECT_EQ(padRight("abc", 2), "abc");
+  EXPECT_EQ(padLeft("abc", 2), "abc");
+}
+
+struct WrappedText {
+  const char* name;
+  std::string text;
+  std::size_t width;
+  std::string wrapped;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrappedText& row) {
+  return out << row.name;
+}
+
+class WrappedTexts : public ::testing::TestWithParam<WrappedText> {};
+
+TEST_P(WrappedTexts, BreakAtBlanks) {
+  EXPECT_EQ(wrap(GetParam().text, GetParam().width, 1), GetParam().wrapped);
+}
+
+const WrappedText kWrappedTexts[] = {
+    {"Empty", "", 5, ""},
+    {"OneWord", "abc", 3, "abc"},
+    {"LongWord", "abcdef", 3, "abcdef"},
+    {"Fits", "a bc d", 6, "a bc d"},
+    {"Breaks", "a bc d", 5, "a bc\n d"},
+    {"IndentCounts", "a bcd e", 4, "a\n bcd\n e"},
+    {"LongWordInTheMiddle", "a bcdefg h", 4, "a\n bcdefg\n h"},
+    {"BlanksBetweenStay", "a:   b", 6, "a:   b"},
+    {"WideCharacters", kIdeograph + " " + kIdeograph, 4, kIdeograph + "\n " + kIdeograph},
+};
+INSTANTIATE_TEST_SUITE_P(Texts, WrappedTexts, ::testing::ValuesIn(kWrappedTexts),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace update_metadata_tool

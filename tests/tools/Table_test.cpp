@@ -1,0 +1,97 @@
+#include "Table.h"
+
+#include <ostream>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+namespace update_metadata_tool {
+namespace {
+
+const std::string kEllipsis = "\xE2\x80\xA6";
+const std::string kIdeograph = "\xE4\xB8\x80";  // two columns
+
+Table makeTable() {
+  Table table({"Name", "Count", "Size"});
+  table.addRow({{"a rather long name", "  with a line below"}, {"1"}, {"1.0 KiB", "1024"}});
+  table.addRow({{kIdeograph}, {"12345"}, {}});
+  return table;
+}
+
+std::string written(const Table& table, std::size_t width) {
+  std::ostringstream out;
+  table.write(width, out);
+  return out.str();
+}
+
+struct WrittenTable {
+  const char* name;
+  std::size_t width;
+  std::string text;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrittenTable& row) {
+  return out << row.name;
+}
+
+class WrittenTables : public ::testing::TestWithParam<WrittenTable> {};
+
+TEST_P(WrittenTables, KeepToTheWidth) {
+  EXPECT_EQ(written(makeTable(), GetParam().width), GetParam().text);
+}
+
+const std::string kWhole =
+    "Name                 Count     Size\n"
+    "a rather long name       1  1.0 KiB\n"
+    "  with a line below            1024\n" +
+    kIdeograph + "                   12345\n";
+
+const std::string kOneBelowTheOther =
+    "Name\n"
+    "  a rather long name\n"
+    "    with a line below\n"
+    "    Count        1\n"
+    "    Size   1.0 KiB  1024\n"
+    "  " +
+    kIdeograph +
+    "\n"
+    "    Count    12345\n";
+
+const WrittenTable kWrittenTables[] = {
+    {"Wide", 200, kWhole},
+    {"JustWideEnough", 35, kWhole},
+    {"NamesCut", 34,
+     "Name                Count     Size\n"
+     "a rather long name      1  1.0 KiB\n"
+     "  with a " +
+         kEllipsis + "ne below            1024\n" + kIdeograph + "                  12345\n"},
+    {"NamesCutAsFarAsIsUseful", 32,
+     "Name              Count     Size\n"
+     "a rather" +
+         kEllipsis +
+         "ng name      1  1.0 KiB\n"
+         "  with a" +
+         kEllipsis + "e below            1024\n" + kIdeograph + "                12345\n"},
+    {"TooNarrowForColumns", 31, kOneBelowTheOther},
+    {"NarrowerStill", 20,
+     "Name\n"
+     "  a rather long name\n"
+     "    with a " +
+         kEllipsis +
+         "ne below\n"
+         "    Count        1\n"
+         "    Size   1.0 KiB  1024\n"
+         "  " +
+         kIdeograph + "\n    Count    12345\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Widths, WrittenTables, ::testing::ValuesIn(kWrittenTables),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Table, WritesNothingWithoutRows) {
+  EXPECT_EQ(written(Table({"Name", "Size"}), 80), "");
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace update_metadata_tool {
+
+/// The number of columns that a terminal needs for a character that is no control character.
+///
+/// Combining marks, joiners and variation selectors take no column, East Asian wide characters and
+/// pictographs take two, all others one. This is what terminals mostly do: the marks of rare
+/// scripts are taken for characters, and parts of a joined pictograph are counted one by one.
+std::size_t displayWidth(char32_t character);
+
+/// The same for a whole text, UTF-8 without control characters.
+std::size_t displayWidth(std::string_view text);
+
+/// Cuts `text` to at most `width` columns by putting an ellipsis in place of its middle. A mark
+/// stays with its character. A text that fits comes back as it is.
+std::string cutInTheMiddle(std::string_view text, std::size_t width);
+
+/// Adds blanks behind, or in front of, `text` up to `width` columns.
+std::string padRight(std::string_view text, std::size_t width);
+std::string padLeft(std::string_view text, std::size_t width);
+
+/// Breaks `text` into lines of at most `width` columns at its blanks; the lines after the first are
+/// indented by `indent` blanks. A longer word gets a line of its own. Without a final line feed.
+std::string wrap(std::string_view text, std::size_t width, std::size_t indent);
+
+}  // namespace update_metadata_tool
