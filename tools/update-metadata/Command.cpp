@@ -6,6 +6,7 @@
 #include "query/QueryCommand.h"
 #include "report/ReportCommand.h"
 #include "schema/SchemaCommand.h"
+#include "show/ShowCommand.h"
 
 namespace update_metadata_tool {
 
@@ -14,6 +15,7 @@ std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   commands.push_back(std::make_unique<QueryCommand>(app));
   commands.push_back(std::make_unique<DiffCommand>(app));
   commands.push_back(std::make_unique<ReportCommand>(app));
+  commands.push_back(std::make_unique<ShowCommand>(app));
   commands.push_back(std::make_unique<LintCommand>(app));
   commands.push_back(std::make_unique<FmtCommand>(app));
   commands.push_back(std::make_unique<SchemaCommand>(app));

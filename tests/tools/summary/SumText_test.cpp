@@ -1,0 +1,50 @@
+#include "summary/SumText.h"
+
+#include <cstdint>
+#include <limits>
+#include <ostream>
+
+#include <gtest/gtest.h>
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
+
+struct ToldSum {
+  const char* name;
+  ByteSum sum;
+  const char* plain;
+  const char* shortly;
+  const char* readable;
+};
+
+std::ostream& operator<<(std::ostream& out, const ToldSum& row) {
+  return out << row.name;
+}
+
+class ToldSums : public ::testing::TestWithParam<ToldSum> {};
+
+TEST_P(ToldSums, SayByWhichBoundTheyAreTooLarge) {
+  EXPECT_EQ(toPlainNumber(GetParam().sum), GetParam().plain);
+  EXPECT_EQ(toShortSize(GetParam().sum), GetParam().shortly);
+  EXPECT_EQ(toReadableSize(GetParam().sum), GetParam().readable);
+}
+
+const ToldSum kToldSums[] = {
+    {"Zero", ByteSum(), "0", "0 B", "0 bytes"},
+    {"One", ByteSum(1), "1", "1 B", "1 byte"},
+    {"Negative", ByteSum(-1536), "-1536", "-1.5 KiB", "-1536 bytes (-1.5 KiB)"},
+    {"Largest", ByteSum(kMax), "9223372036854775807", "8.0 EiB",
+     "9223372036854775807 bytes (8.0 EiB)"},
+    {"TooLarge", ByteSum(kMax) + ByteSum(1), ">9223372036854775807", ">8.0 EiB",
+     "more than 9223372036854775807 bytes (8.0 EiB)"},
+    {"TooSmall", ByteSum(kMin) - ByteSum(1), "<-9223372036854775808", "<-8.0 EiB",
+     "less than -9223372036854775808 bytes (-8.0 EiB)"},
+};
+INSTANTIATE_TEST_SUITE_P(Sums, ToldSums, ::testing::ValuesIn(kToldSums),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace update_metadata_tool

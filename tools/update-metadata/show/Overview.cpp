@@ -1,0 +1,115 @@
+#include "show/Overview.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace update_metadata_tool {
+namespace {
+
+bool isLarger(const NamedTotals& left, const NamedTotals& right) {
+  const Totals& ours = left.totals;
+  const Totals& others = right.totals;
+  return std::tie(others.bytesToFetch, others.bytesUnpacked, others.bytesDeleted, left.name) <
+         std::tie(ours.bytesToFetch, ours.bytesUnpacked, ours.bytesDeleted, right.name);
+}
+
+bool isLarger(const LargePackage& left, const LargePackage& right) {
+  return std::tie(right.package.size, right.package.uncompressedBytes, left.package.key,
+                  left.isDeleted) < std::tie(left.package.size, left.package.uncompressedBytes,
+                                             right.package.key, right.isDeleted);
+}
+
+const std::u16string& nameOf(const NamedTotals& row) {
+  return row.name;
+}
+
+const std::u16string& nameOf(const LargePackage& row) {
+  return row.package.key;
+}
+
+// Rows that are equal in everything stay in model order.
+template <class Row>
+void sortRows(std::vector<Row>& rows, RowOrder order) {
+  std::stable_sort(rows.begin(), rows.end(), [order](const Row& left, const Row& right) {
+    const int names = order == RowOrder::kName ? nameOf(left).compare(nameOf(right)) : 0;
+    return names != 0 ? names < 0 : isLarger(left, right);
+  });
+}
+
+template <class Row>
+void keepLargest(std::vector<Row>& rows, const OverviewOptions& options) {
+  sortRows(rows, RowOrder::kSize);
+  rows.resize(std::min(rows.size(), options.top));
+  sortRows(rows, options.order);
+}
+
+std::vector<LargePackage> listPackages(const Contents& contents) {
+  std::vector<LargePackage> packages;
+  packages.reserve(contents.packagesToDelete.size() + contents.packagesToExtract.size());
+  for (const Package& package : contents.packagesToDelete) {
+    packages.push_back({package, true});
+  }
+  for (const Package& package : contents.packagesToExtract) {
+    packages.push_back({package, false});
+  }
+  return packages;
+}
+
+/// Counts how many of a number of packages were met more than once.
+class MeetingCounts {
+ public:
+  explicit MeetingCounts(std::size_t packages) : meetings_(packages) {}
+
+  void meet(const std::vector<std::size_t>& packages) {
+    for (const std::size_t package : packages) {
+      ++meetings_[package];
+    }
+  }
+
+  std::size_t metRepeatedly() const {
+    return static_cast<std::size_t>(std::count_if(
+        meetings_.begin(), meetings_.end(), [](std::size_t meetings) { return meetings > 1; }));
+  }
+
+ private:
+  std::vector<std::size_t> meetings_;
+};
+
+void addProducts(const Contents& contents, Tally& tally, Overview& overview) {
+  MeetingCounts toDelete(contents.packagesToDelete.size());
+  MeetingCounts toExtract(contents.packagesToExtract.size());
+  for (std::size_t number = 0; number < contents.products.size(); ++number) {
+    const Product& product = contents.products[number];
+    const Selection selection = tally.select({number});
+    toDelete.meet(selection.packagesToDelete);
+    toExtract.meet(selection.packagesToExtract);
+    overview.products.push_back({product.name, product.baseCode, tally.totalsOf(selection)});
+  }
+  overview.sharedPackagesToDelete = toDelete.metRepeatedly();
+  overview.sharedPackagesToExtract = toExtract.metRepeatedly();
+}
+
+}  // namespace
+
+Overview makeOverview(const Contents& contents, const OverviewOptions& options) {
+  Overview overview;
+  Tally tally(contents);
+  overview.totals = tally.totalsOfAll();
+  overview.filesToDelete = countFilesToDelete(contents);
+  for (const ComponentWithFiles& component : contents.componentsWithFiles) {
+    overview.packagesWithFiles += component.packages.size();
+  }
+  overview.doubtfulSizes = countDoubtfulSizes(contents, tally.selectAll());
+  addProducts(contents, tally, overview);
+  sortRows(overview.products, options.order);
+  for (std::size_t number = 0; number < contents.components.size(); ++number) {
+    overview.largestComponents.push_back(
+        {contents.components[number].name, std::nullopt, tally.totalsOfComponent(number)});
+  }
+  keepLargest(overview.largestComponents, options);
+  overview.largestPackages = listPackages(contents);
+  keepLargest(overview.largestPackages, options);
+  return overview;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,79 @@
+#include "show/ShowCommand.h"
+
+#include <ostream>
+
+#include "Arguments.h"
+#include "Terminal.h"
+#include "Text.h"
+#include "show/JsonOutput.h"
+#include "show/Overview.h"
+#include "show/TextOutput.h"
+#include "summary/Document.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kJson = "json";
+constexpr const char* kText = "text";
+constexpr const char* kBySize = "size";
+constexpr const char* kByName = "name";
+
+constexpr const char* kExamples = R"(Examples:
+  update-metadata show update.json
+  update-metadata show update.json --product-data /srv/product-data --top 20
+  update-metadata show update.json --sort name
+  update-metadata show update.json --format json | jq .totals.bytesToFetch
+
+Exit status: 0 shown, 1 the output could not be written, 2 wrong usage, or the document
+could not be loaded.)";
+
+}  // namespace
+
+ShowCommand::ShowCommand(CLI::App& app)
+    : Command(app, "show", "Tell what one document does, with totals") {
+  const CLI::Validator isText = isUtf8Argument();
+  subcommand()
+      .add_option("FILE", file_, "The update metadata document (JSON)")
+      ->required()
+      ->type_name("")
+      ->check(isText);
+  subcommand()
+      .add_option("--product-data", productData_,
+                  "Folder with the product data, from which the base codes come")
+      ->type_name("DIR")
+      ->check(isText);
+  subcommand()
+      .add_option("--sort", sort_, "Order rows by 'size', the largest first, or by 'name'")
+      ->type_name("ORDER")
+      ->check(CLI::IsMember({kBySize, kByName}))
+      ->capture_default_str();
+  subcommand()
+      .add_option("--top", top_, "How many of the largest components and packages to tell")
+      ->type_name("N")
+      ->check(isCountArgument())
+      ->capture_default_str();
+  subcommand()
+      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({kText, kJson}))
+      ->capture_default_str();
+  subcommand().footer(kExamples);
+}
+
+ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
+  const auto contents = readContents({toUtf16(file_), toOptionalUtf16(productData_)}, err);
+  if (!contents) {
+    return ExitCode::kTrouble;
+  }
+  const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
+  const Overview overview = makeOverview(*contents, {order, top_});
+  if (format_ == kJson) {
+    writeJson(*contents, overview, out);
+  } else {
+    writeText(*contents, overview, outputColumns(), out);
+  }
+  out.flush();
+  return ExitCode::kDone;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "ExitCode.h"
+
+namespace update_metadata_tool {
+
+/// The subcommand `show`: tells on one screen what one document does and how large it is.
+class ShowCommand : public Command {
+ public:
+  explicit ShowCommand(CLI::App& app);
+
+  /// Nothing is written on `out` before everything is known. Failures are told on `err` as by
+  /// readContents().
+  ExitCode run(std::ostream& out, std::ostream& err) const override;
+
+ private:
+  std::string file_;
+  std::optional<std::string> productData_;
+  std::string sort_ = "size";
+  std::size_t top_ = 5;
+  std::string format_ = "text";
+};
+
+}  // namespace update_metadata_tool

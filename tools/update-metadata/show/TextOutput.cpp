@@ -1,0 +1,108 @@
+#include "show/TextOutput.h"
+
+#include <ostream>
+#include <string>
+#include <utility>
+
+#include "Table.h"
+#include "Text.h"
+#include "summary/SumText.h"
+#include "summary/SummaryText.h"
+
+namespace update_metadata_tool {
+namespace {
+
+Cell sizeCell(const ByteSum& sum) {
+  return {toShortSize(sum), toPlainNumber(sum)};
+}
+
+Cell sizeCell(std::int64_t bytes) {
+  return {toMarkedSize(bytes), std::to_string(bytes)};
+}
+
+void addRow(Cell name, const Totals& totals, Table& table) {
+  table.addRow({std::move(name),
+                {std::to_string(totals.packagesToDelete)},
+                {std::to_string(totals.packagesToExtract)},
+                sizeCell(totals.bytesToFetch),
+                sizeCell(totals.bytesUnpacked),
+                sizeCell(totals.bytesDeleted)});
+}
+
+std::string describeProduct(const NamedTotals& product) {
+  const std::string components = count(product.totals.components, "component");
+  return product.baseCode ? toVisible(*product.baseCode) + ", " + components : components;
+}
+
+void writeProducts(const Overview& overview, std::size_t width, std::ostream& out) {
+  out << '\n';
+  Table table({"Products", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
+  for (const NamedTotals& product : overview.products) {
+    addRow({toVisible(product.name), "  " + describeProduct(product)}, product.totals, table);
+  }
+  addRow({"In all", "  " + count(overview.totals.components, "component")}, overview.totals, table);
+  table.write(width, out);
+  out << "Files to delete: " << overview.filesToDelete;
+  if (overview.packagesWithFiles != 0) {
+    out << ", of " << count(overview.packagesWithFiles, "package");
+  }
+  out << '\n';
+}
+
+void writeLargest(const Overview& overview, std::size_t width, std::ostream& out) {
+  if (!overview.largestComponents.empty()) {
+    out << '\n';
+    Table table({"Largest components", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
+    for (const NamedTotals& component : overview.largestComponents) {
+      addRow({toVisible(component.name)}, component.totals, table);
+    }
+    table.write(width, out);
+  }
+  if (!overview.largestPackages.empty()) {
+    out << '\n';
+    Table table({"Largest packages", "Action", "Size", "Unpacked"});
+    for (const LargePackage& large : overview.largestPackages) {
+      table.addRow({{toVisible(large.package.key)},
+                    {large.isDeleted ? "delete" : "extract"},
+                    sizeCell(large.package.size),
+                    large.isDeleted ? Cell() : sizeCell(large.package.uncompressedBytes)});
+    }
+    table.write(width, out);
+  }
+}
+
+// "3 packages to delete and 1 package to extract", without what there is none of.
+std::string describeShared(const Overview& overview) {
+  std::string text;
+  if (overview.sharedPackagesToDelete != 0) {
+    text = count(overview.sharedPackagesToDelete, "package") + " to delete";
+  }
+  if (overview.sharedPackagesToExtract != 0) {
+    text += (text.empty() ? "" : " and ") + count(overview.sharedPackagesToExtract, "package") +
+            " to extract";
+  }
+  return text;
+}
+
+// Says what the reader of the tables cannot see from them.
+void writeNotes(const Overview& overview, std::size_t width, std::ostream& out) {
+  const std::string shared = describeShared(overview);
+  if (!shared.empty()) {
+    writeNote("Several products name " + shared + ": in all, each counts once.", width, out);
+  }
+  if (overview.doubtfulSizes.areAny()) {
+    writeNote(describe(overview.doubtfulSizes), width, out);
+  }
+}
+
+}  // namespace
+
+void writeText(const Contents& contents, const Overview& overview, std::size_t width,
+               std::ostream& out) {
+  writeReleases(contents, width, out);
+  writeProducts(overview, width, out);
+  writeLargest(overview, width, out);
+  writeNotes(overview, width, out);
+}
+
+}  // namespace update_metadata_tool

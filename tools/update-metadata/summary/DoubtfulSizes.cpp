@@ -1,0 +1,58 @@
+#include "summary/DoubtfulSizes.h"
+
+#include <limits>
+#include <vector>
+
+namespace update_metadata_tool {
+namespace {
+
+// What the library takes a size for that does not fit.
+constexpr std::int64_t kTruncated = std::numeric_limits<std::int64_t>::min();
+
+void countAmong(const std::vector<Package>& packages, const std::vector<std::size_t>& numbers,
+                DoubtfulSizes& sizes) {
+  for (const std::size_t number : numbers) {
+    const Package& package = packages[number];
+    if (package.size == kTruncated || package.uncompressedBytes == kTruncated) {
+      ++sizes.truncated;
+    } else if (isDoubtful(package)) {
+      ++sizes.negative;
+    }
+  }
+}
+
+std::string count(std::size_t number) {
+  return std::to_string(number) + (number == 1 ? " package" : " packages");
+}
+
+}  // namespace
+
+bool isDoubtful(std::int64_t size) {
+  return size < 0;
+}
+
+bool isDoubtful(const Package& package) {
+  return isDoubtful(package.size) || isDoubtful(package.uncompressedBytes);
+}
+
+DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& selection) {
+  DoubtfulSizes sizes;
+  countAmong(contents.packagesToDelete, selection.packagesToDelete, sizes);
+  countAmong(contents.packagesToExtract, selection.packagesToExtract, sizes);
+  return sizes;
+}
+
+std::string describe(const DoubtfulSizes& sizes) {
+  std::string text = "'!' marks doubtful sizes: ";
+  if (sizes.negative != 0) {
+    text += count(sizes.negative) + " with a negative size";
+  }
+  if (sizes.truncated != 0) {
+    text += (sizes.negative == 0 ? "" : ", ") + count(sizes.truncated) +
+            " with a size that does not fit into 64 bits and was taken for " +
+            std::to_string(kTruncated);
+  }
+  return text + ". The sums count them as they stand.";
+}
+
+}  // namespace update_metadata_tool

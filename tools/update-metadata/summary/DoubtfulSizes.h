@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "summary/Contents.h"
+#include "summary/Totals.h"
+
+namespace update_metadata_tool {
+
+/// Tells whether a size is none that a package can have: below zero, or the number that stands for
+/// one that does not fit into 64 bits.
+bool isDoubtful(std::int64_t size);
+
+/// Tells whether one of the two sizes of a package is doubtful.
+bool isDoubtful(const Package& package);
+
+/// How many packages have such sizes. Nothing is left out of any sum for it.
+struct DoubtfulSizes {
+  std::size_t negative = 0;   ///< packages with a negative size that fits
+  std::size_t truncated = 0;  ///< packages with a size that did not fit into 64 bits
+
+  bool areAny() const { return negative + truncated != 0; }
+};
+
+/// Counts them among the packages of a selection. A package with sizes of both kinds counts as
+/// truncated.
+DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& selection);
+
+/// The mark in front of a doubtful size.
+constexpr const char* kDoubtMark = "! ";
+
+/// Says what the mark means and how many packages it is about, for people, in one line.
+///
+/// \pre sizes.areAny()
+std::string describe(const DoubtfulSizes& sizes);
+
+}  // namespace update_metadata_tool

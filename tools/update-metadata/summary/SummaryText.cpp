@@ -1,0 +1,33 @@
+#include "summary/SummaryText.h"
+
+#include <ostream>
+
+#include "DisplayWidth.h"
+#include "ReadableSize.h"
+#include "Text.h"
+#include "summary/DoubtfulSizes.h"
+
+namespace update_metadata_tool {
+
+std::string count(std::size_t number, const std::string& thing) {
+  return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
+}
+
+std::string toMarkedSize(std::int64_t bytes) {
+  return (isDoubtful(bytes) ? kDoubtMark : "") + toShortSize(bytes);
+}
+
+void writeReleases(const Contents& contents, std::size_t width, std::ostream& out) {
+  constexpr std::size_t kIndent = 2;
+  const std::string target = describeRelease(contents.target) + ", update level " +
+                             std::to_string(contents.targetUpdateLevel);
+  out << wrap("Base release:   " + describeRelease(contents.base), width, kIndent) << '\n'
+      << wrap("Target release: " + target, width, kIndent) << '\n'
+      << wrap("Architecture:   " + toVisible(contents.architecture), width, kIndent) << '\n';
+}
+
+void writeNote(const std::string& note, std::size_t width, std::ostream& out) {
+  out << '\n' << wrap("Note: " + note, width, 0) << '\n';
+}
+
+}  // namespace update_metadata_tool
