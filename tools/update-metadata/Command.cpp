@@ -3,6 +3,7 @@
 #include "diff/DiffCommand.h"
 #include "fmt/FmtCommand.h"
 #include "lint/LintCommand.h"
+#include "plan/PlanCommand.h"
 #include "query/QueryCommand.h"
 #include "report/ReportCommand.h"
 #include "schema/SchemaCommand.h"
@@ -16,6 +17,7 @@ std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   commands.push_back(std::make_unique<DiffCommand>(app));
   commands.push_back(std::make_unique<ReportCommand>(app));
   commands.push_back(std::make_unique<ShowCommand>(app));
+  commands.push_back(std::make_unique<PlanCommand>(app));
   commands.push_back(std::make_unique<LintCommand>(app));
   commands.push_back(std::make_unique<FmtCommand>(app));
   commands.push_back(std::make_unique<SchemaCommand>(app));

@@ -1,0 +1,370 @@
+#include "plan/PlanCommand.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <ostream>
+#include <random>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "support/PlainDocument.h"
+#include "support/PlainTotals.h"
+#include "support/RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using test_support::PlainDocument;
+using test_support::PlainTotals;
+using test_support::readBytes;
+using test_support::runTool;
+using test_support::TemporaryFolder;
+using test_support::ToolRun;
+using test_support::ToolSurroundings;
+using ::testing::HasSubstr;
+
+const std::string kSourceDir = UMP_SOURCE_DIR;
+
+// --- the sample documents -------------------------------------------------------------------
+
+struct SamplePlan {
+  const char* name;
+  std::vector<std::string> arguments;  ///< in the folder of the sample documents
+  const char* columns;
+  const char* expected;  ///< file in tests/golden/tool
+};
+
+std::ostream& operator<<(std::ostream& out, const SamplePlan& row) {
+  return out << row.name;
+}
+
+class SamplePlans : public ::testing::TestWithParam<SamplePlan> {};
+
+TEST_P(SamplePlans, AreAsStored) {
+  ToolSurroundings around;
+  around.folder = kSourceDir + "/examples/documents";
+  around.environment = {std::string("COLUMNS=") + GetParam().columns};
+  EXPECT_EQ(runTool(GetParam().arguments, around),
+            (ToolRun{0, readBytes(kSourceDir + "/tests/golden/tool/" + GetParam().expected), ""}));
+}
+
+const std::string kSmall = "small/update.json";
+const std::string kSmallProducts = "small/product-data";
+const std::string kRealistic = "realistic/update.json";
+const std::string kRealisticProducts = "realistic/product-data";
+
+const SamplePlan kSamplePlans[] = {
+    {"Small", {"plan", kSmall, "--product-data", kSmallProducts}, "80", "plan-small.txt"},
+    {"SmallOnANarrowTerminal",
+     {"plan", kSmall, "--product-data", kSmallProducts},
+     "40",
+     "plan-small-narrow.txt"},
+    {"SmallForPrograms",
+     {"plan", kSmall, "--product-data", kSmallProducts, "--format=json"},
+     "80",
+     "plan-small.json"},
+    {"OneProduct",
+     {"plan", "--product-data", kSmallProducts, "--product", "FV", kSmall},
+     "80",
+     "plan-small-one-product.txt"},
+    {"Realistic",
+     {"plan", kRealistic, "--product-data", kRealisticProducts},
+     "80",
+     "plan-realistic.txt"},
+    {"RealisticForPrograms",
+     {"plan", kRealistic, "--product-data", kRealisticProducts, "--format=json"},
+     "80",
+     "plan-realistic.json"},
+    {"TwoProductsOneOfWhichSharesItsCode",
+     {"plan", kRealistic, "--product-data", kRealisticProducts, "--product=FP", "--product=FA",
+      "--product=FP"},
+     "80",
+     "plan-realistic-two-products.txt"},
+    {"TwoProductsForPrograms",
+     {"plan", kRealistic, "--product-data", kRealisticProducts, "--product=FP", "--product=FA",
+      "--format=json"},
+     "80",
+     "plan-realistic-two-products.json"},
+};
+INSTANTIATE_TEST_SUITE_P(Samples, SamplePlans, ::testing::ValuesIn(kSamplePlans),
+                         [](const auto& row) { return row.param.name; });
+
+// --- single properties ----------------------------------------------------------------------
+
+ToolRun plan(const std::string& document, std::vector<std::string> options,
+             const std::string& products = "\n") {
+  const TemporaryFolder folder;
+  folder.writeFile("update.json", document);
+  folder.writeFile("products.tsv", products);
+  options.insert(options.begin(), {"plan", "update.json", "--product-data", "."});
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  around.environment = {"COLUMNS=80"};
+  return runTool(options, around);
+}
+
+const std::string kNothing =
+    R"({"metadata":{"arch":"","base":null,"target":null},"components":null,"products":null,)"
+    R"("componentsWithFilesDeleted":null})";
+
+TEST(PlanForPeople, SaysThatThereIsNothingToDo) {
+  EXPECT_EQ(plan(kNothing, {}),
+            (ToolRun{0,
+                     "Base release:   none\n"
+                     "Target release: none, update level 0\n"
+                     "Architecture:   (empty)\n"
+                     "\nProducts: 0\n"
+                     "\nPackages to delete: 0\n"
+                     "\nFiles to delete: 0\n"
+                     "\nPackages to extract: 0\n"
+                     "\nThis fetches 0 bytes, unpacks 0 bytes and frees 0 bytes: a net change of "
+                     "0\nbytes, with a peak need of 0 bytes before anything is freed.\n",
+                     ""}));
+}
+
+TEST(PlanForPrograms, HasEveryMemberForAnEmptyDocument) {
+  EXPECT_EQ(plan(kNothing, {"--format", "json"}),
+            (ToolRun{0,
+                     R"({"version":1,"base":{"family":"","version":""},)"
+                     R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
+                     R"("products":[],"packagesToDelete":[],"packagesToExtract":[],)"
+                     R"("filesToDelete":[],"totals":{"bytesToFetch":0,"bytesUnpacked":0,)"
+                     R"("bytesDeleted":0,"netChange":0,"peakNeed":0},)"
+                     R"("doubtfulSizes":{"negative":0,"truncated":0}})"
+                     "\n",
+                     ""}));
+}
+
+PlainDocument makeDoubtfulDocument() {
+  PlainDocument document;
+  document.components["c\\u001b[2J"] = {
+      {{"old", {-5, 0}}},
+      {{"huge", {9'000'000'000'000'000'000, 9'000'000'000'000'000'000}}, {"small", {1, 2}}}};
+  document.products["p\\n"] = {{"c\\u001b[2J"}, {"c\\u001b[2J"}};
+  document.componentsWithFiles["c\\u001b[2J"]["kept"] = {-1, {"", "a\\u001b"}};
+  return document;
+}
+
+TEST(PlanForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
+  EXPECT_EQ(plan(makeDoubtfulDocument().json(), {}).out,
+            "Base release:   Old, version 1\n"
+            "Target release: New, version 2, update level 3\n"
+            "Architecture:   x86_64\n"
+            "\n"
+            "Products: 1\n"
+            "  p<U+000A>\n"
+            "\n"
+            "Packages to delete: 1\n"
+            "  ! -5 B  -5  c<U+001B>[2J_old\n"
+            "\n"
+            "Files to delete: 2, of 1 package that otherwise stays\n"
+            "  ! -1 B  -1  c<U+001B>[2J_kept\n"
+            "    (empty)\n"
+            "    a<U+001B>\n"
+            "\n"
+            "Packages to extract: 2, with bytes to fetch and bytes after unpacking\n"
+            "  7.8 EiB  9000000000000000000  7.8 EiB  9000000000000000000  c<U+001B>[2J_huge\n"
+            "      1 B                    1      2 B                    2  c<U+001B>[2J_small\n"
+            "\n"
+            "Note: '!' marks doubtful sizes: 1 package with a negative size. The sums count\n"
+            "them as they stand.\n"
+            "\n"
+            "This fetches 9000000000000000001 bytes (7.8 EiB), unpacks 9000000000000000002\n"
+            "bytes (7.8 EiB) and frees -5 bytes: a net change of 9000000000000000007 bytes\n"
+            "(7.8 EiB), with a peak need of more than 9223372036854775807 bytes (8.0 EiB)\n"
+            "before anything is freed.\n");
+}
+
+TEST(PlanForPrograms, HasNullForASumThatDoesNotFit) {
+  const Json planned = Json::parse(plan(makeDoubtfulDocument().json(), {"--format=json"}).out);
+  EXPECT_EQ(planned["totals"].dump(),
+            R"({"bytesToFetch":9000000000000000001,"bytesUnpacked":9000000000000000002,)"
+            R"("bytesDeleted":-5,"netChange":9000000000000000007,"peakNeed":null})");
+  EXPECT_EQ(planned["doubtfulSizes"].dump(), R"({"negative":1,"truncated":0})");
+}
+
+TEST(Plan, ListsTheFilesOfComponentsThatAChosenProductOrNoneNames) {
+  PlainDocument document;
+  document.products["A"] = {{"deleted by a"}, {"extracted by a"}};
+  document.products["B"] = {{"deleted by b"}, {"extracted by b", "extracted by a"}};
+  for (const char* component :
+       {"deleted by a", "extracted by a", "deleted by b", "extracted by b", "named by none"}) {
+    document.componentsWithFiles[component]["p"] = {1, {"file"}};
+  }
+  const std::string products = "\nA\tA\t1\t\nB\tB\t2\t\n";
+  const auto keys = [&](std::vector<std::string> options) {
+    options.push_back("--format=json");
+    std::string text;
+    const Json planned = Json::parse(plan(document.json(), options, products).out);
+    for (const Json& package : planned["filesToDelete"]) {
+      text += package["key"].get<std::string>() + '\n';
+    }
+    return text;
+  };
+  EXPECT_EQ(keys({"--product", "A"}), "deleted by a_p\nextracted by a_p\nnamed by none_p\n");
+  EXPECT_EQ(keys({"--product", "B"}),
+            "deleted by b_p\nextracted by a_p\nextracted by b_p\nnamed by none_p\n");
+  EXPECT_EQ(
+      keys({}),
+      "deleted by a_p\ndeleted by b_p\nextracted by a_p\nextracted by b_p\nnamed by none_p\n");
+}
+
+TEST(Plan, IncludesAProductInNoCatalogueIfItIsForAll) {
+  PlainDocument document;
+  document.products["Unknown"] = {{}, {"c"}};
+  const Json planned = Json::parse(plan(document.json(), {"--format=json"}).out);
+  EXPECT_EQ(planned["products"].dump(), R"([{"name":"Unknown","baseCode":null}])");
+  EXPECT_THAT(plan(document.json(), {}).out, HasSubstr("\nProducts: 1\n  Unknown\n"));
+}
+
+// The library chooses by the name that the product data give for a code.
+TEST(Plan, ChoosesAProductByAnyCodeThatLeadsToItsName) {
+  PlainDocument document;
+  document.products["Editor"] = {{}, {"c"}};
+  const Json planned = Json::parse(plan(document.json(), {"--product=E2", "--format=json"},
+                                        "\nE1\tEditor\t1\t\nE2\tEditor\t2\t\n")
+                                       .out);
+  EXPECT_EQ(planned["products"].dump(), R"([{"name":"Editor","baseCode":"E1"}])");
+}
+
+// --- made-up documents against a plain computation and the library's answers -----------------
+
+Json expectedPlan(const PlainDocument& document, const std::vector<std::string>& chosen) {
+  const PlainTotals plain(document);
+  Json expected;
+  Json& toDelete = expected["packagesToDelete"] = Json::array();
+  for (const auto& [key, sizes] : plain.toDelete(chosen)) {
+    toDelete.push_back({{"key", key}, {"size", sizes.size}});
+  }
+  Json& toExtract = expected["packagesToExtract"] = Json::array();
+  for (const auto& [key, sizes] : plain.toExtract(chosen)) {
+    toExtract.push_back(
+        {{"key", key}, {"size", sizes.size}, {"uncompressedBytes", sizes.uncompressedBytes}});
+  }
+  std::set<std::string> components[2];  // named by some product, by a chosen one
+  for (const std::string& name : plain.products()) {
+    const PlainDocument::Product& product = document.products.at(name);
+    const bool isChosen = std::find(chosen.begin(), chosen.end(), name) != chosen.end();
+    for (const auto& names : {product.toDelete, product.toExtract}) {
+      components[false].insert(names.begin(), names.end());
+      if (isChosen) {
+        components[true].insert(names.begin(), names.end());
+      }
+    }
+  }
+  std::map<std::string, Json> files;  // null for a package that is not planned
+  for (const auto& [component, packages] : document.componentsWithFiles) {
+    const bool isPlanned =
+        components[true].count(component) != 0 || components[false].count(component) == 0;
+    for (const auto& [name, package] : packages) {
+      const std::string key = component + '_' + name;
+      const std::set<std::string> paths(package.files.begin(), package.files.end());
+      const Json entry = {{"key", key}, {"size", package.size}, {"files", paths}};
+      files.emplace(key, isPlanned ? entry : Json());
+    }
+  }
+  Json& toDeleteSingly = expected["filesToDelete"] = Json::array();
+  for (const auto& entry : files) {
+    if (!entry.second.is_null()) {
+      toDeleteSingly.push_back(entry.second);
+    }
+  }
+  const PlainTotals::Sums sums = plain.of(chosen);
+  expected["totals"] = {{"bytesToFetch", sums.bytesToFetch},
+                        {"bytesUnpacked", sums.bytesUnpacked},
+                        {"bytesDeleted", sums.bytesDeleted},
+                        {"netChange", sums.bytesUnpacked - sums.bytesDeleted},
+                        {"peakNeed", sums.bytesToFetch + sums.bytesUnpacked}};
+  return expected;
+}
+
+Json numbersOf(const Json& planned) {
+  Json numbers;
+  for (const char* member : {"packagesToDelete", "packagesToExtract", "filesToDelete", "totals"}) {
+    numbers[member] = planned[member];
+  }
+  return numbers;
+}
+
+TEST(PlansForMadeUpDocuments, AgreeWithAPlainComputation) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 40; ++round) {
+    const PlainDocument document = test_support::makeRandomDocument(random);
+    const std::vector<std::string> names = PlainTotals(document).products();
+    std::string catalogue = "\n";
+    std::vector<std::string> chosen;
+    std::vector<std::string> options = {"--format=json"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      catalogue += std::to_string(i) + '\t' + names[i] + '\t' + std::to_string(i) + "\t\n";
+      if (random() % 2 == 0) {
+        chosen.push_back(names[i]);
+        options.push_back("--product=" + std::to_string(i));
+      }
+    }
+    const std::string text = document.json();
+    const Json ofAll = Json::parse(plan(text, {"--format=json"}, catalogue).out);
+    EXPECT_EQ(numbersOf(ofAll).dump(1), expectedPlan(document, names).dump(1)) << text;
+    if (!chosen.empty()) {
+      const Json ofSome = Json::parse(plan(text, options, catalogue).out);
+      EXPECT_EQ(numbersOf(ofSome).dump(1), expectedPlan(document, chosen).dump(1)) << text;
+    }
+  }
+}
+
+TEST(PlansForMadeUpDocuments, HoldForAllProductsWhatQueryAnswers) {
+  std::mt19937 random(12);
+  for (int round = 0; round < 40; ++round) {
+    const TemporaryFolder folder;
+    folder.writeFile("update.json", test_support::makeRandomDocument(random).json());
+    ToolSurroundings around;
+    around.folder = folder.nativePath();
+    const Json planned = Json::parse(
+        runTool({"plan", "update.json", "--product-data", ".", "--format=json"}, around).out);
+    const Json answered =
+        Json::parse(runTool({"query", "update.json", "--format=json"}, around).out);
+
+    std::set<std::string> deleted;
+    for (const Json& keys : answered["componentsToDelete"]) {
+      deleted.insert(keys.begin(), keys.end());
+    }
+    std::set<std::string> plannedDeleted;
+    for (const Json& package : planned["packagesToDelete"]) {
+      plannedDeleted.insert(package["key"].get<std::string>());
+    }
+    EXPECT_EQ(plannedDeleted, deleted);
+
+    Json sizes = Json::object();
+    std::set<std::string> plannedExtracted;
+    for (const Json& package : planned["packagesToExtract"]) {
+      plannedExtracted.insert(package["key"].get<std::string>());
+      sizes[package["key"].get<std::string>()] = {
+          {"size", package["size"]}, {"uncompressedBytes", package["uncompressedBytes"]}};
+    }
+    EXPECT_EQ(sizes, answered["updateSizeForComponentsToExtract"]);
+    std::set<std::string> extracted;
+    for (const Json& keys : answered["componentsToExtract"]) {
+      extracted.insert(keys.begin(), keys.end());
+    }
+    EXPECT_EQ(plannedExtracted, extracted);
+
+    Json files = Json::object();
+    for (const Json& package : planned["filesToDelete"]) {
+      files[package["key"].get<std::string>()] = {{"size", package["size"]},
+                                                  {"files", package["files"]}};
+    }
+    EXPECT_EQ(files, answered["componentsWithFilesToDelete"]);
+  }
+}
+
+}  // namespace
+}  // namespace update_metadata_tool

@@ -1,0 +1,153 @@
+#include "plan/InstalledTree.h"
+
+#include <cstddef>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "Text.h"
+
+namespace update_metadata_tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+// As many as the system follows before it takes them for a cycle.
+constexpr int kMostLinks = 40;
+
+// Puts the parts of `path` on the stack of those that are still to be followed, the first on top.
+void pushParts(std::string_view path, std::vector<std::string>& parts) {
+  for (std::size_t end = path.size(); end != std::string_view::npos;) {
+    const std::size_t slash = end == 0 ? std::string_view::npos : path.rfind('/', end - 1);
+    const std::size_t begin = slash == std::string_view::npos ? 0 : slash + 1;
+    if (begin != end) {
+      parts.emplace_back(path.substr(begin, end - begin));
+    }
+    end = slash;
+  }
+}
+
+// The status of what is at `path` itself, where a name that is too long is one that is not there.
+//
+// Throws std::filesystem::filesystem_error if the system does not tell.
+fs::file_status statusOf(const std::string& path) {
+  std::error_code error;
+  const fs::file_status status = fs::symlink_status(path, error);
+  if (error == std::errc::filename_too_long) {
+    return fs::file_status(fs::file_type::not_found);
+  }
+  if (status.type() == fs::file_type::none) {
+    throw fs::filesystem_error("cannot look for", path, error);
+  }
+  return status;
+}
+
+/// Follows a path part by part.
+class PathWalk {
+ public:
+  /// \param start  an absolute path without links, from which a relative one leads on
+  explicit PathWalk(std::string start) : resolved_(std::move(start)) { dropRootSlash(); }
+
+  /// The absolute path that `path` leads to, without links and without "..".
+  ///
+  /// Throws std::filesystem::filesystem_error if the system does not let it be followed.
+  std::string follow(std::string_view path) {
+    enter(path);
+    while (!parts_.empty()) {
+      const std::string part = std::move(parts_.back());
+      parts_.pop_back();
+      if (part == "..") {
+        leave();
+      } else if (part != ".") {
+        step(part);
+      }
+    }
+    return resolved_.empty() ? "/" : resolved_;
+  }
+
+ private:
+  void enter(std::string_view path) {
+    if (!path.empty() && path.front() == '/') {
+      resolved_.clear();
+    }
+    pushParts(path, parts_);
+  }
+
+  void leave() {
+    const std::size_t slash = resolved_.rfind('/');
+    if (slash != std::string::npos) {
+      resolved_.erase(slash);
+    }
+    if (resolved_.size() < missingFrom_) {
+      missingFrom_ = std::string::npos;
+    }
+  }
+
+  void step(const std::string& part) {
+    const std::size_t size = resolved_.size();
+    resolved_.append(1, '/').append(part);
+    if (missingFrom_ != std::string::npos) {
+      return;  // nothing is below what is not there
+    }
+    const fs::file_status status = statusOf(resolved_);
+    if (!fs::exists(status)) {
+      missingFrom_ = resolved_.size();
+    } else if (fs::is_symlink(status)) {
+      if (++links_ > kMostLinks) {
+        throw fs::filesystem_error("cannot look for", resolved_,
+                                   std::make_error_code(std::errc::too_many_symbolic_link_levels));
+      }
+      const std::string target = fs::read_symlink(resolved_).string();
+      resolved_.erase(size);
+      enter(target);
+    }
+  }
+
+  void dropRootSlash() {
+    if (resolved_ == "/") {
+      resolved_.clear();
+    }
+  }
+
+  std::string resolved_;                         // empty for the root
+  std::vector<std::string> parts_;               // still to be followed, the next one last
+  std::size_t missingFrom_ = std::string::npos;  // the size of the path that is not there
+  int links_ = 0;
+};
+
+}  // namespace
+
+InstalledTree::InstalledTree(const fs::path& folder) : root_(fs::canonical(folder).string()) {
+  if (!fs::is_directory(root_)) {
+    throw fs::filesystem_error("cannot look into", folder,
+                               std::make_error_code(std::errc::not_a_directory));
+  }
+}
+
+bool InstalledTree::isInside(const std::string& resolved) const {
+  if (root_ == "/") {
+    return resolved != "/";
+  }
+  return resolved.size() > root_.size() && resolved.compare(0, root_.size(), root_) == 0 &&
+         resolved[root_.size()] == '/';
+}
+
+InstalledFile InstalledTree::find(std::u16string_view path) const {
+  if (!isUtf16(path) || path.find(u'\0') != std::u16string_view::npos) {
+    return {FileState::kMissing, "no file can have this name"};
+  }
+  const std::string name = toUtf8(path);
+  try {
+    const std::string resolved = PathWalk(root_).follow(name);
+    if (!isInside(resolved)) {
+      return {FileState::kOutside, resolved};
+    }
+    const bool isAbsolute = !name.empty() && name.front() == '/';
+    const fs::file_status status = statusOf(isAbsolute ? name : root_ + '/' + name);
+    return {fs::exists(status) ? FileState::kPresent : FileState::kMissing};
+  } catch (const fs::filesystem_error& failure) {
+    return {FileState::kUnknown, failure.code().message()};
+  }
+}
+
+}  // namespace update_metadata_tool

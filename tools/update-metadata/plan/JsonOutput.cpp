@@ -1,0 +1,109 @@
+#include "plan/JsonOutput.h"
+
+#include <ostream>
+#include <utility>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "Text.h"
+#include "summary/SummaryJson.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json productsToJson(const std::vector<Product>& products) {
+  Json array = Json::array();
+  for (const Product& product : products) {
+    array.push_back({{"name", toUtf8(product.name)}, {"baseCode", toJson(product.baseCode)}});
+  }
+  return array;
+}
+
+Json packagesToDeleteToJson(const std::vector<Package>& packages) {
+  Json array = Json::array();
+  for (const Package& package : packages) {
+    array.push_back({{"key", toUtf8(package.key)}, {"size", package.size}});
+  }
+  return array;
+}
+
+Json packagesToExtractToJson(const std::vector<Package>& packages) {
+  Json array = Json::array();
+  for (const Package& package : packages) {
+    array.push_back({{"key", toUtf8(package.key)},
+                     {"size", package.size},
+                     {"uncompressedBytes", package.uncompressedBytes}});
+  }
+  return array;
+}
+
+const char* nameOf(FileState state) {
+  switch (state) {
+    case FileState::kPresent:
+      return "present";
+    case FileState::kMissing:
+      return "missing";
+    case FileState::kOutside:
+      return "outside";
+    case FileState::kUnknown:
+      break;
+  }
+  return "unknown";
+}
+
+// With the state of each file, in the same order, if they were looked for.
+Json filesToDeleteToJson(const std::vector<PlannedFiles>& packages, bool areLookedFor) {
+  Json array = Json::array();
+  for (const PlannedFiles& package : packages) {
+    Json files = Json::array();
+    Json states = Json::array();
+    for (const PlannedFile& file : package.files) {
+      files.push_back(toUtf8(file.path));
+      if (file.installed) {
+        states.push_back(nameOf(file.installed->state));
+      }
+    }
+    array.push_back(
+        {{"key", toUtf8(package.key)}, {"size", package.size}, {"files", std::move(files)}});
+    if (areLookedFor) {
+      array.back()["states"] = std::move(states);
+    }
+  }
+  return array;
+}
+
+Json totalsToJson(const Totals& totals) {
+  return {{"bytesToFetch", toJson(totals.bytesToFetch)},
+          {"bytesUnpacked", toJson(totals.bytesUnpacked)},
+          {"bytesDeleted", toJson(totals.bytesDeleted)},
+          {"netChange", toJson(totals.netChange())},
+          {"peakNeed", toJson(totals.peakNeed())}};
+}
+
+}  // namespace
+
+void writeJson(const Contents& contents, const Plan& plan,
+               const std::optional<InstalledCounts>& counts, std::ostream& out) {
+  Json document = {{"version", 1}};
+  document["base"] = toJson(contents.base);
+  document["target"] = targetToJson(contents);
+  document["arch"] = toUtf8(contents.architecture);
+  document["products"] = productsToJson(plan.products);
+  document["packagesToDelete"] = packagesToDeleteToJson(plan.packagesToDelete);
+  document["packagesToExtract"] = packagesToExtractToJson(plan.packagesToExtract);
+  document["filesToDelete"] = filesToDeleteToJson(plan.filesToDelete, counts.has_value());
+  document["totals"] = totalsToJson(plan.totals);
+  document["doubtfulSizes"] = toJson(plan.doubtfulSizes);
+  if (counts) {
+    document["installed"] = {{"present", counts->present},
+                             {"missing", counts->missing},
+                             {"outside", counts->outside},
+                             {"unknown", counts->unknown}};
+  }
+  out << document << '\n';
+}
+
+}  // namespace update_metadata_tool

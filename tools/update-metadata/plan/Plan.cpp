@@ -1,0 +1,106 @@
+#include "plan/Plan.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <set>
+#include <string_view>
+
+namespace update_metadata_tool {
+namespace {
+
+template <class Keyed>
+void sortByKey(std::vector<Keyed>& rows) {
+  std::sort(rows.begin(), rows.end(),
+            [](const Keyed& left, const Keyed& right) { return left.key < right.key; });
+}
+
+std::vector<Package> pickPackages(const std::vector<Package>& packages,
+                                  const std::vector<std::size_t>& numbers) {
+  std::vector<Package> picked;
+  picked.reserve(numbers.size());
+  for (const std::size_t number : numbers) {
+    picked.push_back(packages[number]);
+  }
+  sortByKey(picked);
+  return picked;
+}
+
+std::vector<Product> pickProducts(const Contents& contents,
+                                  const std::vector<std::size_t>& numbers) {
+  std::vector<Product> picked;
+  for (const std::size_t number : numbers) {
+    picked.push_back(contents.products[number]);
+  }
+  return picked;
+}
+
+// The names of the components that some product names, but none of the chosen ones.
+std::set<std::u16string_view> findForeignComponents(const Contents& contents,
+                                                    const Selection& chosen) {
+  std::set<std::u16string_view> names;
+  for (std::size_t number = 0; number < contents.components.size(); ++number) {
+    if (!std::binary_search(chosen.components.begin(), chosen.components.end(), number)) {
+      names.insert(contents.components[number].name);
+    }
+  }
+  return names;
+}
+
+PlannedFiles planFiles(const PackageWithFiles& package) {
+  PlannedFiles planned{package.key, package.size, {}};
+  planned.files.reserve(package.files.size());
+  for (const std::u16string& file : package.files) {
+    planned.files.push_back({file, std::nullopt});
+  }
+  return planned;
+}
+
+}  // namespace
+
+Plan makePlan(const Contents& contents, const ProductChoice& choice) {
+  Tally tally(contents);
+  const Selection selection = tally.select(choice.products);
+  Plan plan;
+  plan.products = pickProducts(contents, choice.products);
+  plan.leftOut = pickProducts(contents, choice.leftOut);
+  plan.packagesToDelete = pickPackages(contents.packagesToDelete, selection.packagesToDelete);
+  plan.packagesToExtract = pickPackages(contents.packagesToExtract, selection.packagesToExtract);
+  const std::set<std::u16string_view> foreign = findForeignComponents(contents, selection);
+  for (const ComponentWithFiles& component : contents.componentsWithFiles) {
+    if (foreign.count(component.name) == 0) {
+      for (const PackageWithFiles& package : component.packages) {
+        plan.filesToDelete.push_back(planFiles(package));
+      }
+    }
+  }
+  sortByKey(plan.filesToDelete);
+  plan.totals = tally.totalsOf(selection);
+  plan.doubtfulSizes = countDoubtfulSizes(contents, selection);
+  return plan;
+}
+
+InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree) {
+  InstalledCounts counts;
+  for (PlannedFiles& package : plan.filesToDelete) {
+    for (PlannedFile& file : package.files) {
+      file.installed = tree.find(file.path);
+      switch (file.installed->state) {
+        case FileState::kPresent:
+          ++counts.present;
+          break;
+        case FileState::kMissing:
+          ++counts.missing;
+          break;
+        case FileState::kOutside:
+          ++counts.outside;
+          break;
+        case FileState::kUnknown:
+          ++counts.unknown;
+          break;
+      }
+    }
+  }
+  return counts;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,144 @@
+#include "plan/PlanCommand.h"
+
+#include <filesystem>
+#include <ostream>
+#include <utility>
+
+#include "Arguments.h"
+#include "Terminal.h"
+#include "Text.h"
+#include "plan/InstalledTree.h"
+#include "plan/JsonOutput.h"
+#include "plan/ProductChoice.h"
+#include "plan/TextOutput.h"
+#include "summary/Document.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kJson = "json";
+constexpr const char* kText = "text";
+
+constexpr const char* kExamples = R"(Examples:
+  update-metadata plan update.json --product-data /srv/product-data
+  update-metadata plan update.json --product-data /srv/product-data --product ED --product VI
+  update-metadata plan update.json --product-data /srv/product-data --installed /opt/fernlight
+  update-metadata plan update.json --product-data /srv/product-data --format json > plan.json
+
+Nothing is ever fetched, extracted or deleted.
+
+Exit status: 0 planned, 1 a file to delete lies outside the installation or could not be
+looked for, or the output could not be written, 2 wrong usage, an unknown product, no such
+installation, or the document could not be loaded.)";
+
+// Nothing, after a complaint, if the folder cannot be looked into.
+std::optional<InstalledTree> openTree(const std::string& folder, std::ostream& err) {
+  try {
+    return InstalledTree(std::filesystem::path(folder));
+  } catch (const std::filesystem::filesystem_error& failure) {
+    err << "update-metadata: '" << toVisible(folder) << "' is no folder that can be looked "
+        << "into: " << failure.code().message()
+        << "; name the folder of the installation with --installed\n";
+    return std::nullopt;
+  }
+}
+
+std::string countFiles(std::size_t files) {
+  return std::to_string(files) + (files == 1 ? " file" : " files") + " to delete";
+}
+
+// Tells on `err` what keeps the plan from being carried out there, if anything does.
+ExitCode judge(const InstalledCounts& counts, const std::string& folder, std::ostream& err) {
+  const std::string tree = '\'' + toVisible(folder) + '\'';
+  if (counts.outside != 0) {
+    err << "update-metadata: " << countFiles(counts.outside)
+        << (counts.outside == 1 ? " lies" : " lie") << " outside " << tree
+        << " once links and '..' are resolved; do not apply this document there\n";
+  }
+  if (counts.unknown != 0) {
+    err << "update-metadata: " << countFiles(counts.unknown) << " could not be looked for in "
+        << tree << "; the plan tells why, check the permissions and links there\n";
+  }
+  return counts.outside + counts.unknown == 0 ? ExitCode::kDone : ExitCode::kFailed;
+}
+
+}  // namespace
+
+PlanCommand::PlanCommand(CLI::App& app)
+    : Command(app, "plan", "List what an installer would do, without doing it") {
+  const CLI::Validator isText = isUtf8Argument();
+  subcommand()
+      .add_option("FILE", file_, "The update metadata document (JSON)")
+      ->required()
+      ->type_name("")
+      ->check(isText);
+  subcommand()
+      .add_option("--product-data", productData_, "Folder with the product data")
+      ->required()
+      ->type_name("DIR")
+      ->check(isText);
+  subcommand()
+      .add_option("--product", baseCodes_,
+                  "Base code of a product to plan for; may be given several times; without it, the "
+                  "plan is for all products")
+      ->type_name("CODE")
+      ->allow_extra_args(false)
+      ->check(isText);
+  subcommand()
+      .add_option("--installed", installed_,
+                  "Folder of an installation in which the files to delete are looked for")
+      ->type_name("DIR");
+  subcommand()
+      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({kText, kJson}))
+      ->capture_default_str();
+  subcommand().footer(kExamples);
+}
+
+std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
+    std::ostream& err) const {
+  std::vector<std::u16string> baseCodes;
+  for (const std::string& code : baseCodes_) {
+    baseCodes.push_back(toUtf16(code));
+  }
+  std::optional<PlannedDocument> planned;
+  askDocument(
+      {toUtf16(file_), toUtf16(productData_)},
+      [&](const Document& document) {
+        Contents contents = document.gatherContents();
+        const std::optional<ProductChoice> choice =
+            baseCodes.empty() ? chooseAllProducts(contents)
+                              : chooseProducts(document, contents, baseCodes, err);
+        if (choice) {
+          Plan plan = makePlan(contents, *choice);
+          planned = {std::move(contents), std::move(plan)};
+        }
+      },
+      err);
+  return planned;
+}
+
+ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
+  std::optional<PlannedDocument> planned = makePlannedDocument(err);
+  if (!planned) {
+    return ExitCode::kTrouble;
+  }
+  std::optional<InstalledCounts> counts;
+  if (installed_) {
+    const std::optional<InstalledTree> tree = openTree(*installed_, err);
+    if (!tree) {
+      return ExitCode::kTrouble;
+    }
+    counts = lookForFiles(planned->plan, *tree);
+  }
+  if (format_ == kJson) {
+    writeJson(planned->contents, planned->plan, counts, out);
+  } else {
+    writeText(planned->contents, planned->plan, outputColumns(), out);
+  }
+  out.flush();
+  return counts ? judge(*counts, *installed_, err) : ExitCode::kDone;
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "Command.h"
+#include "ExitCode.h"
+#include "plan/Plan.h"
+#include "summary/Contents.h"
+
+namespace update_metadata_tool {
+
+/// The subcommand `plan`: lists what an installer would do for some products or for all, and looks
+/// into an installation for the files that would go.
+class PlanCommand : public Command {
+ public:
+  explicit PlanCommand(CLI::App& app);
+
+  /// Nothing is written on `out` before the whole plan is known. Failures are told on `err`, those
+  /// of the document as by askDocument(). A file outside the installation, or one that could not be
+  /// looked for, is a failure, but the plan is written.
+  ExitCode run(std::ostream& out, std::ostream& err) const override;
+
+ private:
+  struct PlannedDocument {
+    Contents contents;
+    Plan plan;
+  };
+
+  std::optional<PlannedDocument> makePlannedDocument(std::ostream& err) const;
+
+  std::string file_;
+  std::string productData_;
+  std::vector<std::string> baseCodes_;
+  std::optional<std::string> installed_;
+  std::string format_ = "text";
+};
+
+}  // namespace update_metadata_tool
