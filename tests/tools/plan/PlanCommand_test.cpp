@@ -167,7 +167,7 @@ TEST(PlanForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
             "Packages to delete: 1\n"
             "  ! -5 B  -5  c<U+001B>[2J_old\n"
             "\n"
-            "Files to delete: 2, of 1 package that otherwise stays\n"
+            "Files to delete: 2, of 1 package kept otherwise\n"
             "  ! -1 B  -1  c<U+001B>[2J_kept\n"
             "    (empty)\n"
             "    a<U+001B>\n"

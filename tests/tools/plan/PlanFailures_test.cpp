@@ -141,7 +141,7 @@ TEST_F(PlanForAnInstallation, TellsWhichFilesAreThere) {
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(filesPart(run.out),
-            "Files to delete: 4, of 1 package that otherwise stays\n"
+            "Files to delete: 4, of 1 package kept otherwise\n"
             "  5 B  5  c_p\n"
             "    not there  docs/gone.txt\n"
             "    there      docs/there.txt\n"
@@ -159,7 +159,7 @@ TEST_F(PlanForAnInstallation, FailsForFilesOutsideOfIt) {
             "update-metadata: 2 files to delete lie outside 'tree' once links and '..' are "
             "resolved; do not apply this document there\n");
   EXPECT_EQ(filesPart(run.out),
-            "Files to delete: 3, of 1 package that otherwise stays\n"
+            "Files to delete: 3, of 1 package kept otherwise\n"
             "  5 B  5  c_p\n"
             "    OUTSIDE    docs/../../other/secret.txt, leads to " +
                 secret +

@@ -142,7 +142,7 @@ void writeFilesToDelete(const Plan& plan, std::size_t width, std::ostream& out) 
   }
   std::string title = "Files to delete: " + std::to_string(files);
   if (!plan.filesToDelete.empty()) {
-    title += ", of " + count(plan.filesToDelete.size(), "package") + " that otherwise stays";
+    title += ", of " + count(plan.filesToDelete.size(), "package") + " kept otherwise";
   }
   writeTitle(title, width, out);
   for (const PlannedFiles& package : plan.filesToDelete) {
