@@ -14,10 +14,10 @@ namespace update_metadata_tool {
 std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<QueryCommand>(app));
-  commands.push_back(std::make_unique<DiffCommand>(app));
-  commands.push_back(std::make_unique<ReportCommand>(app));
   commands.push_back(std::make_unique<ShowCommand>(app));
   commands.push_back(std::make_unique<PlanCommand>(app));
+  commands.push_back(std::make_unique<DiffCommand>(app));
+  commands.push_back(std::make_unique<ReportCommand>(app));
   commands.push_back(std::make_unique<LintCommand>(app));
   commands.push_back(std::make_unique<FmtCommand>(app));
   commands.push_back(std::make_unique<SchemaCommand>(app));
