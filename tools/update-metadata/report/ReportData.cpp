@@ -9,7 +9,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Text.h"
-#include "lint/LineIndex.h"
+#include "source/LineIndex.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool {
