@@ -20,6 +20,11 @@ std::string_view environment(const char* name) {
   return value != nullptr ? value : "";
 }
 
+// A dumb terminal shows escape sequences as they stand.
+bool isCleverTerminal(int descriptor) {
+  return ::isatty(descriptor) == 1 && environment("TERM") != "dumb";
+}
+
 // 0 if the environment does not tell.
 std::size_t columnsOfEnvironment() {
   const std::string_view text = environment("COLUMNS");
@@ -38,12 +43,11 @@ std::size_t columnsOfTerminal() {
 }  // namespace
 
 bool isOutputColoured() {
-  return ::isatty(STDOUT_FILENO) == 1 && environment("NO_COLOR").empty() &&
-         environment("TERM") != "dumb";
+  return isCleverTerminal(STDOUT_FILENO) && environment("NO_COLOR").empty();
 }
 
 bool isErrorTerminal() {
-  return ::isatty(STDERR_FILENO) == 1;
+  return isCleverTerminal(STDERR_FILENO);
 }
 
 std::size_t outputColumns() {

@@ -75,6 +75,13 @@ class Sarif(unittest.TestCase):
                 self.check(log)
                 self.assertEqual(len(log["runs"][0]["artifacts"]), 1)
 
+    def test_keeps_to_the_schema_for_a_file_that_is_named_twice(self):
+        path = os.path.join(FAULTS, "null-value/document.json")
+        log = lint(path, path)
+        self.check(log)
+        self.assertEqual(len(log["runs"][0]["artifacts"]), 1)
+        self.assertEqual(len(log["runs"][0]["results"]), 2 * len(lint(path)["runs"][0]["results"]))
+
     def test_keeps_to_the_schema_for_a_file_that_cannot_be_read(self):
         log = lint("nowhere.json")
         self.check(log)

@@ -152,8 +152,13 @@ SarifReport::SarifReport(std::ostream& out) : out_(out) {
 }
 
 void SarifReport::write(const FileReport& report) {
-  const std::size_t artifact = artifacts_.size();
-  artifacts_.push_back({toUri(report.file), report.loads, report.exception, report.omitted});
+  const std::string uri = toUri(report.file);
+  // A file may be linted twice, but no artifact may stand there twice.
+  const auto [known, isNew] = artifactsByUri_.try_emplace(uri, artifacts_.size());
+  const std::size_t artifact = known->second;
+  if (isNew) {
+    artifacts_.push_back({uri, report.loads, report.exception, report.omitted});
+  }
   if (report.findings.empty()) {
     return;
   }
@@ -161,7 +166,7 @@ void SarifReport::write(const FileReport& report) {
   for (const Finding& finding : report.findings) {
     out_ << (isFirstResult_ ? "" : ",");
     isFirstResult_ = false;
-    writeJson(toJson(finding, regions, artifacts_.back().uri, artifact), out_);
+    writeJson(toJson(finding, regions, uri, artifact), out_);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <iosfwd>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,6 +37,7 @@ class SarifReport : public ReportWriter {
   std::ostream& out_;
   bool isFirstResult_ = true;
   std::vector<Artifact> artifacts_;
+  std::map<std::string, std::size_t> artifactsByUri_;
   std::vector<UnreadableFile> unreadable_;
 };
 
