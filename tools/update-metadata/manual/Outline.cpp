@@ -79,7 +79,7 @@ Completion completionOf(const std::string& argument) {
   if (argument == "DIR") {
     return Completion::kFolder;
   }
-  return argument == "FILE" ? Completion::kFile : Completion::kNothing;
+  return argument == "FILE" || argument == "PAGE" ? Completion::kFile : Completion::kNothing;
 }
 
 }  // namespace update_metadata_tool
