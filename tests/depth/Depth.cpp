@@ -1,12 +1,19 @@
-#include "support/SmallStack.h"
+#include "depth/Depth.h"
 
 #include <pthread.h>
 
+#include <cstdlib>
 #include <exception>
 #include <system_error>
 
 namespace test_support {
 namespace {
+
+// The number that a variable of the environment holds, if it is there.
+std::size_t numberFromEnvironment(const char* name, std::size_t otherwise) {
+  const char* const text = std::getenv(name);
+  return text != nullptr ? std::stoul(text) : otherwise;
+}
 
 struct Work {
   const std::function<void()>& run;
@@ -31,10 +38,15 @@ void check(int error) {
 
 }  // namespace
 
+std::size_t levels() {
+  return numberFromEnvironment("UMP_DEPTH_LEVELS", 1000000);
+}
+
 void runWithSmallStack(const std::function<void()>& work) {
   pthread_attr_t attributes;
   check(pthread_attr_init(&attributes));
-  check(pthread_attr_setstacksize(&attributes, kSmallStackBytes));
+  check(
+      pthread_attr_setstacksize(&attributes, numberFromEnvironment("UMP_DEPTH_STACK", 256 * 1024)));
   Work shared{work, nullptr};
   pthread_t thread;
   check(pthread_create(&thread, &attributes, runWork, &shared));
@@ -43,6 +55,15 @@ void runWithSmallStack(const std::function<void()>& work) {
   if (shared.error) {
     std::rethrow_exception(shared.error);
   }
+}
+
+std::string repeated(std::string_view text, std::size_t times) {
+  std::string result;
+  result.reserve(text.size() * times);
+  for (; times != 0; --times) {
+    result += text;
+  }
+  return result;
 }
 
 }  // namespace test_support

@@ -1,3 +1,6 @@
+// Values of very many levels. Everything that walks one works in a thread whose stack is far too
+// small for a frame a level.
+
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
@@ -9,31 +12,21 @@
 
 #include <gtest/gtest.h>
 
+#include "depth/Depth.h"
 #include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
 #include "support/JsonOutcome.h"
-#include "support/SmallStack.h"
-
-// Everything that walks a value works in a thread whose stack is far too small for a frame a level.
 
 namespace foundation::json {
 namespace {
 
 using test_support::JsonOutcome;
 using test_support::outcomeOf;
+using test_support::repeated;
 using test_support::runWithSmallStack;
 
-constexpr std::size_t kLevels = 1000000;
-
-std::string repeated(std::string_view text, std::size_t times) {
-  std::string result;
-  result.reserve(text.size() * times);
-  for (; times != 0; --times) {
-    result += text;
-  }
-  return result;
-}
+const std::size_t kLevels = test_support::levels();
 
 /// Texts of `kLevels` levels, in steps that open and close some levels each.
 struct Nesting {
