@@ -14,13 +14,11 @@
 #include <iostream>
 #include <string>
 
+#include "support/Sanitizers.h"
+
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kHasSanitizer = true;
-#else
-constexpr bool kHasSanitizer = false;
-#endif
+using test_support::kHasSanitizer;
 
 // A sanitizer takes ten times as long, and what it keeps for its reports grows.
 constexpr int kRounds = kHasSanitizer ? 100 : 1000;
