@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -175,6 +176,10 @@ struct WrongTarget {
   std::u16string typeName;
   std::string text;
 };
+
+void PrintTo(const WrongTarget& target, std::ostream* stream) {
+  *stream << target.name;
+}
 
 class PlaceholderRefuses : public ::testing::TestWithParam<WrongTarget> {};
 
