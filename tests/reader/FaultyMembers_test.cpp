@@ -51,6 +51,10 @@ struct MemberOfADocument {
   std::size_t callsBefore;  ///< how many of the sample's calls the handler gets before it is read
 };
 
+void PrintTo(const MemberOfADocument& member, std::ostream* stream) {
+  *stream << member.name;
+}
+
 const std::string kObject = traits<Object>::name;
 const std::string kArray = traits<Array>::name;
 const std::string kString = traits<std::string>::name;
