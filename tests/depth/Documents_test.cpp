@@ -10,9 +10,9 @@
 
 #include <gtest/gtest.h>
 
-#include "depth/Depth.h"
 #include "foundation/json/Value.h"
 #include "reader/SampleDocument.h"
+#include "support/Depth.h"
 #include "support/LoadOutcome.h"
 
 namespace install::update_metadata_parser {

@@ -12,10 +12,10 @@
 
 #include <gtest/gtest.h>
 
-#include "depth/Depth.h"
 #include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
+#include "support/Depth.h"
 #include "support/JsonOutcome.h"
 
 namespace foundation::json {

@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 
 #include "RandomDocument.h"
+#include "support/Depth.h"
 #include "support/Effort.h"
 #include "support/LoadOutcome.h"
 #include "support/RunTool.h"
-#include "support/SmallStack.h"
 
 namespace update_metadata_tool {
 namespace {

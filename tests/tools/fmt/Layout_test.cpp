@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "source/SourceTree.h"
+#include "support/Depth.h"
 #include "support/RandomJsonText.h"
-#include "support/SmallStack.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -1,4 +1,4 @@
-#include "depth/Depth.h"
+#include "support/Depth.h"
 
 #include <pthread.h>
 
