@@ -3,12 +3,10 @@
 #include <ostream>
 
 #include "Arguments.h"
-#include "ReadableSize.h"
 #include "Text.h"
 #include "diff/Difference.h"
 #include "diff/Growth.h"
 #include "diff/JsonOutput.h"
-#include "diff/SumText.h"
 #include "diff/TextOutput.h"
 #include "summary/Document.h"
 
@@ -34,12 +32,6 @@ CLI::Validator isGrowthLimit() {
                : std::string("give a number of bytes, 1048576, or a share, 2.5%");
   };
   return CLI::Validator(refuse, "");
-}
-
-void writeGrowth(const Growth& growth, std::ostream& out) {
-  out << "\nGrowth of the bytes to fetch: " << describeDifference(growth.bytes)
-      << "; allowed: " << toReadableSize(growth.allowed) << "; "
-      << (growth.isTooLarge() ? "too much" : "within the limit") << '\n';
 }
 
 }  // namespace
@@ -97,10 +89,7 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   if (format_ == kJson) {
     writeJson(difference, growth, out);
   } else {
-    writeText(difference, out);
-    if (growth) {
-      writeGrowth(*growth, out);
-    }
+    writeText(difference, growth, out);
   }
   out.flush();
   const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();

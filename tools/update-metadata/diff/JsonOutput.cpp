@@ -9,16 +9,12 @@
 #include <nlohmann/json.hpp>
 
 #include "Text.h"
+#include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-Json sumToJson(const ByteSum& sum) {
-  const std::optional<std::int64_t> bytes = sum.value();
-  return bytes ? Json(*bytes) : Json();
-}
 
 Json namesToJson(const std::vector<std::u16string>& names) {
   Json array = Json::array();
@@ -40,17 +36,17 @@ Json countDifference(std::size_t before, std::size_t after) {
 Json totalsToJson(const Totals& totals) {
   return {{"packagesToDelete", totals.packagesToDelete},
           {"packagesToExtract", totals.packagesToExtract},
-          {"bytesToFetch", sumToJson(totals.bytesToFetch)},
-          {"bytesUnpacked", sumToJson(totals.bytesUnpacked)},
-          {"bytesDeleted", sumToJson(totals.bytesDeleted)}};
+          {"bytesToFetch", toJson(totals.bytesToFetch)},
+          {"bytesUnpacked", toJson(totals.bytesUnpacked)},
+          {"bytesDeleted", toJson(totals.bytesDeleted)}};
 }
 
 Json differenceToJson(const Totals& before, const Totals& after) {
   return {{"packagesToDelete", countDifference(before.packagesToDelete, after.packagesToDelete)},
           {"packagesToExtract", countDifference(before.packagesToExtract, after.packagesToExtract)},
-          {"bytesToFetch", sumToJson(after.bytesToFetch - before.bytesToFetch)},
-          {"bytesUnpacked", sumToJson(after.bytesUnpacked - before.bytesUnpacked)},
-          {"bytesDeleted", sumToJson(after.bytesDeleted - before.bytesDeleted)}};
+          {"bytesToFetch", toJson(after.bytesToFetch - before.bytesToFetch)},
+          {"bytesUnpacked", toJson(after.bytesUnpacked - before.bytesUnpacked)},
+          {"bytesDeleted", toJson(after.bytesDeleted - before.bytesDeleted)}};
 }
 
 // Adds both sides of `item`, null where there is none, and their difference; with 0 for a side that
@@ -63,16 +59,15 @@ void addTotals(const Item& item, Json& object) {
       differenceToJson(item.before.value_or(Totals()), item.after.value_or(Totals()));
 }
 
-Json toJson(const ProductChange& product) {
-  Json object = {{"name", toUtf8(product.name)},
-                 {"baseCode", product.baseCode ? Json(toUtf8(*product.baseCode)) : Json()}};
+Json productToJson(const ProductChange& product) {
+  Json object = {{"name", toUtf8(product.name)}, {"baseCode", toJson(product.baseCode)}};
   addTotals(product, object);
   object["componentsToDelete"] = namesToJson(product.componentsToDelete);
   object["componentsToExtract"] = namesToJson(product.componentsToExtract);
   return object;
 }
 
-Json toJson(const ComponentChange& component) {
+Json componentToJson(const ComponentChange& component) {
   Json object = {{"name", toUtf8(component.name)}};
   addTotals(component, object);
   return object;
@@ -88,9 +83,9 @@ Json packageToExtractToJson(const PackageChange& package) {
           {"before", package.before ? sizes(before) : Json()},
           {"after", package.after ? sizes(after) : Json()},
           {"difference",
-           {{"size", sumToJson(ByteSum(after.size) - ByteSum(before.size))},
+           {{"size", toJson(ByteSum(after.size) - ByteSum(before.size))},
             {"uncompressedBytes",
-             sumToJson(ByteSum(after.uncompressedBytes) - ByteSum(before.uncompressedBytes))}}}};
+             toJson(ByteSum(after.uncompressedBytes) - ByteSum(before.uncompressedBytes))}}}};
 }
 
 // What is known of a package is its size alone: of one to delete, and of one with files.
@@ -103,7 +98,7 @@ Json sizeToJson(const std::u16string& key, const std::optional<std::int64_t>& be
   return {{"key", toUtf8(key)},
           {"before", side(before)},
           {"after", side(after)},
-          {"difference", {{"size", sumToJson(difference)}}}};
+          {"difference", {{"size", toJson(difference)}}}};
 }
 
 Json packageToDeleteToJson(const PackageChange& package) {
@@ -113,7 +108,7 @@ Json packageToDeleteToJson(const PackageChange& package) {
   return sizeToJson(package.key, size(package.before), size(package.after));
 }
 
-Json toJson(const FilesChange& package) {
+Json filesToJson(const FilesChange& package) {
   Json object = sizeToJson(package.key, package.before, package.after);
   object["files"] = namesToJson(package.files);
   return object;
@@ -161,20 +156,19 @@ Json releasesToJson(const std::vector<ReleaseChange>& releases) {
 
 void writeJson(const Difference& difference, const std::optional<Growth>& growth,
                std::ostream& out) {
-  const auto itemToJson = [](const auto& item) { return toJson(item); };
   Json document = {{"version", 1}, {"different", !difference.isEmpty()}};
   if (growth) {
-    document["growth"] = {{"bytesToFetch", sumToJson(growth->bytes)},
+    document["growth"] = {{"bytesToFetch", toJson(growth->bytes)},
                           {"allowed", growth->allowed},
                           {"tooLarge", growth->isTooLarge()}};
   }
   document["totals"] = totalsToJson(difference);
   document["releases"] = releasesToJson(difference.releases);
-  document["products"] = listsToJson(difference.products, itemToJson);
-  document["components"] = listsToJson(difference.components, itemToJson);
+  document["products"] = listsToJson(difference.products, productToJson);
+  document["components"] = listsToJson(difference.components, componentToJson);
   document["packagesToDelete"] = listsToJson(difference.packagesToDelete, packageToDeleteToJson);
   document["packagesToExtract"] = listsToJson(difference.packagesToExtract, packageToExtractToJson);
-  document["filesToDelete"] = listsToJson(difference.packagesWithFiles, itemToJson);
+  document["filesToDelete"] = listsToJson(difference.packagesWithFiles, filesToJson);
   out << document << '\n';
 }
 

@@ -7,8 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "ReadableSize.h"
 #include "Text.h"
-#include "diff/SumText.h"
+#include "summary/SumText.h"
+#include "summary/SummaryText.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -25,14 +27,15 @@ char markOf(Change change) {
   return '*';
 }
 
-std::string count(std::size_t number, const char* thing) {
-  return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
-}
-
 // --- both sides of a number -----------------------------------------------------------------
 
+// With its sign: "+17 bytes", "-1536 bytes (-1.5 KiB)", "0 bytes".
+std::string describeDifference(const ByteSum& difference) {
+  return (ByteSum() < difference ? "+" : "") + toReadableSize(difference);
+}
+
 std::string describeSides(const ByteSum& before, const ByteSum& after) {
-  std::string text = describeSum(before) + " -> " + describeSum(after);
+  std::string text = toReadableSize(before) + " -> " + toReadableSize(after);
   if (before != after) {
     text += ", " + describeDifference(after - before);
   }
@@ -85,7 +88,7 @@ std::string describe(const std::vector<Measure>& measures, ByteSum Measure::*sid
   for (const Measure& measure : measures) {
     if (measure.*side != ByteSum()) {
       text += (text.empty() ? "" : "; ") + std::string(measure.name) + ' ';
-      text += describeSum(measure.*side);
+      text += toReadableSize(measure.*side);
     }
   }
   return text.empty() ? "no bytes" : text;
@@ -221,13 +224,7 @@ void writeFiles(const std::vector<FilesChange>& packages, std::ostream& out) {
   }
 }
 
-}  // namespace
-
-void writeText(const Difference& difference, std::ostream& out) {
-  if (difference.isEmpty()) {
-    out << "Both documents say the same.\n";
-    return;
-  }
+void writeDifference(const Difference& difference, std::ostream& out) {
   writeTotals(difference, out);
   writeReleases(difference.releases, out);
   writeProducts(difference.products, out);
@@ -235,6 +232,26 @@ void writeText(const Difference& difference, std::ostream& out) {
   writePackagesToExtract(difference.packagesToExtract, out);
   writePackagesToDelete(difference.packagesToDelete, out);
   writeFiles(difference.packagesWithFiles, out);
+}
+
+void writeGrowth(const Growth& growth, std::ostream& out) {
+  out << "\nGrowth of the bytes to fetch: " << describeDifference(growth.bytes)
+      << "; allowed: " << toReadableSize(growth.allowed) << "; "
+      << (growth.isTooLarge() ? "too much" : "within the limit") << '\n';
+}
+
+}  // namespace
+
+void writeText(const Difference& difference, const std::optional<Growth>& growth,
+               std::ostream& out) {
+  if (difference.isEmpty()) {
+    out << "Both documents say the same.\n";
+  } else {
+    writeDifference(difference, out);
+  }
+  if (growth) {
+    writeGrowth(*growth, out);
+  }
 }
 
 }  // namespace update_metadata_tool

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 
 #include "diff/Difference.h"
+#include "diff/Growth.h"
 
 namespace update_metadata_tool {
 
@@ -10,6 +12,9 @@ namespace update_metadata_tool {
 ///
 /// A plus sign marks what was added, a minus sign what was removed, a star what changed. Names are
 /// shown by toVisible(), so that no document can send anything but text to a terminal.
-void writeText(const Difference& difference, std::ostream& out);
+///
+/// \param growth  what became of the limit, if the user gave one; told in the last line
+void writeText(const Difference& difference, const std::optional<Growth>& growth,
+               std::ostream& out);
 
 }  // namespace update_metadata_tool
