@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "Text.h"
 #include "lint/Linter.h"
@@ -68,6 +69,38 @@ TEST_F(Report, OfAPipeReadsItOnce) {
   const ToolRun run = runTool({"report", "update.json", "-o", "-"}, around_);
   writer.join();
   EXPECT_EQ(run, (ToolRun{0, expectedPage(std::nullopt), ""}));
+}
+
+// The totals of a page, and those of its products, are the ones that show tells.
+TEST_F(Report, HasTheFiguresOfShow) {
+  const std::string realistic = UMP_SOURCE_DIR "/examples/documents/realistic/";
+  for (const std::string& file : {kSample, realistic + "update.json"}) {
+    const auto shown =
+        nlohmann::json::parse(runTool({"show", file, "--format", "json"}, around_).out);
+    const std::string page = runTool({"report", file, "-o", "-"}, around_).out;
+    const std::string begin = "id=\"contents\">";
+    const std::size_t data = page.find(begin) + begin.size();
+    const auto reported =
+        nlohmann::json::parse(page.substr(data, page.find("</script>", data) - data));
+    const auto expectSame = [](const nlohmann::json& one, const nlohmann::json& other) {
+      for (const char* count : {"packagesToDelete", "packagesToExtract"}) {
+        EXPECT_EQ(one[count], other[count]) << count;
+      }
+      for (const char* sum : {"bytesToFetch", "bytesUnpacked", "bytesDeleted"}) {
+        EXPECT_EQ(one[sum].dump(), other[sum].get<std::string>()) << sum;
+      }
+    };
+    expectSame(shown["totals"], reported["totals"]);
+    EXPECT_EQ(shown["totals"]["filesToDelete"], reported["totals"]["filesToDelete"]);
+    for (const nlohmann::json& product : shown["products"]) {
+      for (const nlohmann::json& other : reported["products"]) {
+        if (product["name"] == other["name"]) {
+          expectSame(product, other);
+        }
+      }
+    }
+    EXPECT_EQ(shown["products"].size(), reported["products"].size());
+  }
 }
 
 TEST_F(Report, OfADocumentThatDoesNotLoadIsNotWritten) {
