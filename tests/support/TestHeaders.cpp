@@ -1,0 +1,1 @@
+// Nothing: what is compiled here are the headers that the tests share.
