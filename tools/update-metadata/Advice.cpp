@@ -25,10 +25,11 @@ constexpr Advice kAdvice[] = {
      "its text is not one JSON object: check the syntax, and that nothing stands before or after "
      "the object, not even a byte-order mark or a final line feed"},
     {"Invalid data provided for '",
-     "correct the document: that member is missing somewhere or has a value of the wrong kind"},
+     "correct the document: that member is missing somewhere or has a value of the wrong kind; "
+     "'update-metadata lint' tells where"},
     {"invalid conversion: ",
      "correct the document: some value, maybe a missing one, has the first kind and must have the "
-     "second"},
+     "second; 'update-metadata lint' tells where"},
     {"map::at",
      "add what is missing of \"metadata\", \"components\", \"products\" and "
      "\"componentsWithFilesDeleted\" at the top of the document"},

@@ -1,6 +1,7 @@
 #include "lint/Linter.h"
 
 #include <utility>
+#include <vector>
 
 #include "lint/FindingList.h"
 #include "lint/Prediction.h"
@@ -20,8 +21,12 @@ void goOn(const LintOptions& options) {
   }
 }
 
-void checkDocument(const SourceTree& tree, const LintOptions& options, FindingList& findings) {
+void checkDocument(const MendedText& text, const LintOptions& options, FindingList& findings) {
+  const SourceTree& tree = text.tree;
   checkEncoding(tree, findings);
+  if (!text.isNestingSure) {
+    return;
+  }
   SourceDocument document(tree);
   checkRepeatedKeys(document, findings);
   goOn(options);
@@ -39,9 +44,9 @@ void checkDocument(const SourceTree& tree, const LintOptions& options, FindingLi
   goOn(options);
   // Half a document says nothing of what does not fit together.
   if (tree.isWhole()) {
-    checkReferences(document, sections, findings);
-    if (sections.products && options.productData) {
-      checkProductData(document, *sections.products, *options.productData, findings);
+    const std::vector<ProductWork> products = checkReferences(document, sections, findings);
+    if (options.productData) {
+      checkProductData(document, products, *options.productData, findings);
     }
   }
 }
@@ -57,17 +62,17 @@ FileReport lintDocument(std::string file, std::string text, const LintOptions& o
   goOn(options);
   FindingList findings;
   std::string mended;
-  const SourceTree tree = readMending(report.text, mended, report.readerMessage, findings);
+  const MendedText read = readMending(report.text, mended, report.readerMessage, findings);
   goOn(options);
-  if (!tree.nodes().empty()) {
-    checkDocument(tree, options, findings);
+  if (!read.tree.nodes().empty()) {
+    checkDocument(read, options, findings);
   }
   if (report.exception && !findings.hasErrors()) {
     findings.addAt(Rule::kRefused, 0, 1,
                    {"the library refuses the document: " + report.exception->text,
                     "report this, with the document, to those who maintain this program"});
   }
-  report.findings = findings.take(tree);
+  report.findings = findings.take(read.tree);
   report.omitted = findings.omitted();
   return report;
 }

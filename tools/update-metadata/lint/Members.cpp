@@ -35,17 +35,18 @@ std::size_t editDistance(std::string_view left, std::string_view right) {
   return row.back();
 }
 
-// The listed member that a name resembles, if any.
+// The listed member that a name resembles, if any; of those that are not there anyway.
 const ListedMember* findResembling(std::string_view name, const ListedMember* listed,
-                                   std::size_t count) {
+                                   std::size_t count, const std::vector<bool>& isThere) {
   if (name.size() > kLongestResembling) {
     return nullptr;
   }
   const ListedMember* nearest = nullptr;
-  std::size_t least = name.size() <= 3 ? 1 : 2;
+  std::size_t least = name.size() <= 4 ? 1 : 2;
   for (const ListedMember* member = listed; member != listed + count; ++member) {
     const std::size_t distance = editDistance(name, member->name);
-    if (distance <= least && (nearest == nullptr || distance < least)) {
+    if (!isThere[static_cast<std::size_t>(member - listed)] && distance <= least &&
+        (nearest == nullptr || distance < least)) {
       nearest = member;
       least = distance;
     }
@@ -58,11 +59,11 @@ std::string quotedName(const ListedMember& member) {
 }
 
 void reportUnlisted(const SourceDocument& document, std::size_t key, std::string_view name,
-                    const ListedMember* listed, std::size_t count, const DescribeItem& item,
-                    FindingList& findings) {
+                    const ListedMember* listed, const std::vector<bool>& isThere,
+                    const DescribeItem& item, FindingList& findings) {
   std::string message = quote(name) + " is not read";
   std::string advice = "take it out if it is not meant for another reader";
-  if (const ListedMember* meant = findResembling(name, listed, count)) {
+  if (const ListedMember* meant = findResembling(name, listed, isThere.size(), isThere)) {
     message += "; it resembles " + quotedName(*meant);
     advice = "write " + quotedName(*meant) + " if that is meant";
   }
@@ -101,12 +102,13 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
   const SourceTree& tree = document.tree();
   std::string buffer;
   std::vector<bool> isThere(count);
+  std::vector<std::size_t> unlisted;
   document.forEachMember(object, [&](std::size_t key) {
     const std::string_view name = tree.decodedInto(key, buffer);
     const ListedMember* const member = std::find_if(
         listed, listed + count, [&](const ListedMember& each) { return each.name == name; });
     if (member == listed + count) {
-      reportUnlisted(document, key, name, listed, count, item, findings);
+      unlisted.push_back(key);
       return;
     }
     const auto index = static_cast<std::size_t>(member - listed);
@@ -126,6 +128,9 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
       values[index] = value;
     }
   });
+  for (const std::size_t key : unlisted) {
+    reportUnlisted(document, key, tree.decodedInto(key, buffer), listed, isThere, item, findings);
+  }
   if (!tree[object].isClosed) {
     return;
   }

@@ -1,7 +1,9 @@
 #include "lint/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -29,27 +31,50 @@ bool isBeyondTwoTo53(double number, std::string_view written) {
          (std::abs(number) == kTwoTo53 && written.substr(digits) == "9007199254740993");
 }
 
+// Tells whether a number as it is written is no integer, also where the nearest double is one.
+bool hasFraction(std::string_view written) {
+  const std::size_t exponentSign = std::min(written.find_first_of("eE"), written.size());
+  const std::string_view mantissa = written.substr(0, exponentSign);
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const std::size_t lastDigit = mantissa.find_last_not_of("0.-");
+  if (lastDigit == std::string_view::npos) {
+    return false;  // zero
+  }
+  // How many places the last digit that is not 0 stands behind the point.
+  const auto places =
+      static_cast<double>(lastDigit) - static_cast<double>(point) + (lastDigit > point ? 0.0 : 1.0);
+  // An exponent of any length is a double, if an infinite one.
+  const double exponent =
+      exponentSign == written.size()
+          ? 0.0
+          : std::strtod(std::string(written.substr(exponentSign + 1)).c_str(), nullptr);
+  return places > exponent;
+}
+
 }  // namespace
 
-std::int64_t checkSize(const SourceDocument& document, std::size_t number, const char* name,
-                       const DescribeItem& item, FindingList& findings) {
+std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_t number,
+                                      const char* name, const DescribeItem& item,
+                                      FindingList& findings) {
   const SourceTree& tree = document.tree();
   const double written = tree.number(number);
   const auto read = truncated<std::int64_t>(written, kTwoTo63);
+  bool isSound = true;
   const auto report = [&](Rule rule, const std::string& message, const char* advice) {
+    isSound = false;
     findings.add(rule, tree, number, {'\'' + std::string(name) + "' " + message, advice, item()});
   };
   if (!(written >= -kTwoTo63 && written < kTwoTo63)) {
     report(Rule::kSizeOutOfRange,
            "does not fit into 64 bits and is read as " + std::to_string(read),
            "write a number of bytes below 9223372036854775808");
-    return read;
+    return std::nullopt;
   }
-  if (written != std::trunc(written)) {
+  if (hasFraction(tree.written(number))) {
     report(Rule::kFractionalSize, "has a fraction and is read as " + std::to_string(read),
            "write a whole number of bytes");
   }
-  if (written < 0) {
+  if (read < 0) {
     report(Rule::kNegativeSize, "is negative and is kept so: " + std::to_string(read),
            "write a number of bytes from 0 on");
   }
@@ -59,7 +84,7 @@ std::int64_t checkSize(const SourceDocument& document, std::size_t number, const
                std::to_string(read),
            "check whether that is the size that is meant");
   }
-  return read;
+  return isSound ? std::optional(read) : std::nullopt;
 }
 
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings) {
@@ -72,7 +97,7 @@ void checkUpdateLevel(const SourceDocument& document, std::size_t number, Findin
   constexpr double kTwoTo31 = 2147483648.0;
   handler.setTargetUpdateLevelForQorv(truncated<int>(written, kTwoTo31));
   const int read = handler.getTargetUpdateLevelForQorv();
-  if (static_cast<double>(read) != written) {
+  if (static_cast<double>(read) != written || hasFraction(tree.written(number))) {
     findings.add(Rule::kUpdateLevel, tree, number,
                  {"the update level is read back as " + std::to_string(read),
                   "write a whole number from -128 to 127", "target release"});

@@ -12,9 +12,10 @@
 namespace update_metadata_tool {
 
 /// Reports what a number of bytes loses when the library reads it, and negative ones. Returns what
-/// it is read as.
-std::int64_t checkSize(const SourceDocument& document, std::size_t number, const char* name,
-                       const DescribeItem& item, FindingList& findings);
+/// it is read as, if nothing is to be said of it.
+std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_t number,
+                                      const char* name, const DescribeItem& item,
+                                      FindingList& findings);
 
 /// Reports an update level that is not read back as it is written.
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings);

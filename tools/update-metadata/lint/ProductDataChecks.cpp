@@ -1,10 +1,8 @@
 #include "lint/ProductDataChecks.h"
 
-#include <algorithm>
 #include <map>
 #include <new>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "Text.h"
@@ -34,39 +32,47 @@ bool open(UpdateMetaDataHandler& handler, const std::u16string& productData,
 
 }  // namespace
 
-void checkProductData(SourceDocument& document, std::size_t products,
+void checkProductData(SourceDocument& document, const std::vector<ProductWork>& products,
                       const std::u16string& productData, FindingList& findings) {
   UpdateMetaDataHandler handler;
   if (!open(handler, productData, findings)) {
     return;
   }
   const SourceTree& tree = document.tree();
-  // In the order in which the library takes products into the model.
-  std::vector<std::pair<std::string, std::size_t>> inOrder;
-  document.forEachMember(products,
-                         [&](std::size_t key) { inOrder.emplace_back(tree.decoded(key), key); });
-  std::sort(inOrder.begin(), inOrder.end());
-  std::map<std::u16string, std::size_t> firstByCode;
-  for (const auto& [bytes, key] : inOrder) {
-    const std::string_view product = document.nameOf(key);
+  // The first product of each base code that an answer has packages of.
+  std::map<std::u16string, std::size_t> firstToDelete;
+  std::map<std::u16string, std::size_t> firstToExtract;
+  for (const ProductWork& work : products) {
+    const std::string_view product = document.nameOf(work.key);
     const std::u16string code = handler.getProductBaseCode(toUtf16(product), productData);
     if (code.empty()) {
-      findings.add(Rule::kUnknownProduct, tree, key,
+      findings.add(Rule::kUnknownProduct, tree, work.key,
                    {"the product data do not know the product " + quote(product),
                     "correct the name, or add the product to the product data: without a base "
                     "code it has the empty one",
                     describeProduct(product)});
       continue;
     }
-    const auto [first, isNew] = firstByCode.try_emplace(code, key);
-    if (!isNew) {
-      findings.add(Rule::kSharedBaseCode, tree, key,
+    const auto report = [&](std::size_t first, const char* what) {
+      findings.add(Rule::kSharedBaseCode, tree, work.key,
                    {"the base code " + quote(toUtf8(code)) + " is that of the product " +
-                        quote(document.nameOf(first->second)) +
-                        " as well; answers by base code leave this product out",
+                        quote(document.nameOf(first)) + " as well; the packages to " + what +
+                        " by base code are those of that one alone",
                     "give each product a base code of its own",
                     describeProduct(product),
-                    {{tree[first->second].begin, "the product that is answered stands here"}}});
+                    {{tree[first].begin, "the product that is answered stands here"}}});
+    };
+    if (work.hasPackagesToDelete) {
+      const auto [first, isNew] = firstToDelete.try_emplace(code, work.key);
+      if (!isNew) {
+        report(first->second, "delete");
+      }
+    }
+    if (work.hasPackagesToExtract) {
+      const auto [first, isNew] = firstToExtract.try_emplace(code, work.key);
+      if (!isNew) {
+        report(first->second, "extract");
+      }
     }
   }
 }

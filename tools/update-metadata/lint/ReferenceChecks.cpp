@@ -30,8 +30,10 @@ class NameTable {
     document.forEachMember(object, [&](std::size_t key) {
       entries_.push_back({document.nameOf(key), key});
     });
-    const auto isBefore = [](const Entry& left, const Entry& right) {
-      return std::tie(left.name, left.key) < std::tie(right.name, right.key);
+    const SourceTree& tree = document.tree();
+    const auto isBefore = [&tree](const Entry& left, const Entry& right) {
+      const int order = left.name.compare(right.name);
+      return order < 0 || (order == 0 && tree.decoded(left.key) < tree.decoded(right.key));
     };
     std::sort(entries_.begin(), entries_.end(), isBefore);
   }
@@ -62,7 +64,7 @@ class ReferenceChecks {
     }
   }
 
-  void check() {
+  std::vector<ProductWork> check() {
     if (sections_.products) {
       checkProducts();
     }
@@ -79,6 +81,7 @@ class ReferenceChecks {
       checkCollisions(files, nullptr);
       checkChangedPackages(files);
     }
+    return std::move(works_);
   }
 
  private:
@@ -119,12 +122,30 @@ class ReferenceChecks {
       const std::string_view product = document_.nameOf(key);
       checkNamed(toDelete, "delete", product, &Use::toDelete);
       checkNamed(toExtract, "extract", product, &Use::toExtract);
+      works_.push_back(
+          {key, namesPackages(toDelete, "delete"), namesPackages(toExtract, "extract")});
       if (isEmpty(toDelete) && isEmpty(toExtract)) {
         findings_.add(Rule::kProductWithoutWork, tree_, key,
                       {"the product names no component and does not come into the model",
                        "take the product out, or name its components", describeProduct(product)});
       }
     }
+  }
+
+  // Tells whether one of the components that an array names has packages.
+  bool namesPackages(std::size_t array, const char* member) {
+    bool isAny = false;
+    document_.forEachElement(array, [&](std::size_t element) {
+      if (isAny || !document_.isA(SourceKind::kString, element)) {
+        return;
+      }
+      const std::size_t component = components_.find(document_.nameOf(element));
+      if (component != kNever) {
+        const std::size_t packages = packagesOf(components_.entries()[component].key + 1, member);
+        isAny = packages != kNever && !isEmpty(packages);
+      }
+    });
+    return isAny;
   }
 
   bool isEmpty(std::size_t container) const { return tree_[container].next == container + 1; }
@@ -198,6 +219,7 @@ class ReferenceChecks {
   // A component whose name others continue, and its packages once they are needed.
   struct Beginning {
     const NameTable::Entry* component;
+    std::optional<std::size_t> object = {};  // of its packages; kNever if there is none
     std::optional<NameTable> packages = {};
   };
 
@@ -224,7 +246,10 @@ class ReferenceChecks {
 
   void checkPair(Beginning& beginning, const NameTable::Entry& longer, const char* member) {
     const NameTable::Entry& shorter = *beginning.component;
-    const std::size_t ofShorter = packagesOf(shorter.key + 1, member);
+    if (!beginning.object) {
+      beginning.object = packagesOf(shorter.key + 1, member);
+    }
+    const std::size_t ofShorter = *beginning.object;
     const std::size_t ofLonger = packagesOf(longer.key + 1, member);
     if (ofShorter == kNever || ofLonger == kNever || isEmpty(ofShorter) || isEmpty(ofLonger)) {
       return;
@@ -297,8 +322,12 @@ class ReferenceChecks {
         continue;
       }
       const std::size_t described = components_.entries()[component].key + 1;
-      checkChanged(withFiles, memberOf(described, "delete", SourceKind::kObject), "deleted");
-      checkChanged(withFiles, memberOf(described, "extract", SourceKind::kObject), "extracted");
+      if (uses_[component].toDelete != kNever) {
+        checkChanged(withFiles, memberOf(described, "delete", SourceKind::kObject), "deleted");
+      }
+      if (uses_[component].toExtract != kNever) {
+        checkChanged(withFiles, memberOf(described, "extract", SourceKind::kObject), "extracted");
+      }
     }
   }
 
@@ -328,7 +357,8 @@ class ReferenceChecks {
   const Sections& sections_;
   FindingList& findings_;
   NameTable components_;
-  std::vector<Use> uses_;         // by the components' places in their table
+  std::vector<Use> uses_;  // by the components' places in their table
+  std::vector<ProductWork> works_;
   std::size_t named_ = 0;         // how many components have been named
   bool isEveryNameKnown_ = true;  // no product is broken, so that it might name any component
   mutable std::string buffer_;
@@ -336,8 +366,9 @@ class ReferenceChecks {
 
 }  // namespace
 
-void checkReferences(SourceDocument& document, const Sections& sections, FindingList& findings) {
-  ReferenceChecks(document, sections, findings).check();
+std::vector<ProductWork> checkReferences(SourceDocument& document, const Sections& sections,
+                                         FindingList& findings) {
+  return ReferenceChecks(document, sections, findings).check();
 }
 
 }  // namespace update_metadata_tool

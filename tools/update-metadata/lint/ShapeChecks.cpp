@@ -123,19 +123,18 @@ void checkPackageToDelete(SourceDocument& document, std::size_t package, const D
 void checkPackageToExtract(SourceDocument& document, std::size_t package, const DescribeItem& item,
                            FindingList& findings) {
   const auto [size, unpacked] = checkMembers(document, package, kPackageToExtract, item, findings);
-  std::int64_t bytes = 0;
+  std::optional<std::int64_t> bytes;
+  std::optional<std::int64_t> unpackedBytes;
   if (size) {
     bytes = checkSize(document, *size, "size", item, findings);
   }
-  if (!unpacked) {
-    return;
+  if (unpacked) {
+    unpackedBytes = checkSize(document, *unpacked, "uncompressedBytes", item, findings);
   }
-  const std::int64_t unpackedBytes =
-      checkSize(document, *unpacked, "uncompressedBytes", item, findings);
-  if (size && unpackedBytes < bytes) {
+  if (bytes && unpackedBytes && *unpackedBytes < *bytes) {
     findings.add(Rule::kUnpackedSmaller, document.tree(), *unpacked,
-                 {"unpacked, the package has " + std::to_string(unpackedBytes) + " bytes, packed " +
-                      std::to_string(bytes),
+                 {"unpacked, the package has " + std::to_string(*unpackedBytes) +
+                      " bytes, packed " + std::to_string(*bytes),
                   "check whether the two numbers have been exchanged", item()});
   }
 }

@@ -1,8 +1,11 @@
 #include "lint/SyntaxChecks.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "lint/Words.h"
 
@@ -35,32 +38,43 @@ std::string describeSpace(std::string_view space) {
   return "white space";
 }
 
+// What stands behind a value inside an object or array: the document has been closed too early.
+bool isOfObject(char byte) {
+  return std::string_view(",}]:\"").find(byte) != std::string_view::npos;
+}
+
+// Tells whether a fault lies in a single value, so that no bracket can be its reason.
+bool isInsideValue(const SyntaxFault& fault) {
+  return fault.isTypeNoString || fault.isInPayload || fault.isInEscape || fault.isInNumber;
+}
+
 /// Reads one text, mending it.
 class Mending {
  public:
   Mending(std::string_view text, std::string& mended, FindingList& findings)
       : text_(text), mended_(mended), findings_(findings) {}
 
-  SourceTree read(std::string& readerMessage) {
+  MendedText read(std::string& readerMessage) {
     SourceTree untouched(text_);
     if (!untouched.fault()) {
-      return untouched;
+      return {std::move(untouched), true};
     }
     readerMessage = untouched.fault()->message;
     begin_ = skipWhatStandsBefore();
     for (int round = 0;; ++round) {
       SourceTree tree(text_, begin_, allowComments_);
       if (!tree.fault()) {
-        return tree;
+        return {std::move(tree), true};
       }
-      const SyntaxFault& fault = *tree.fault();
+      const SyntaxFault fault = *tree.fault();
       if (tree.isWhole()) {
         checkWhatStandsBehind(fault.offset);
-        return tree;
+        const std::size_t next = skipSpace(text_, fault.offset);
+        return {std::move(tree), next == text_.size() || !isOfObject(text_[next])};
       }
       if (round == kMostMendings || !mend(fault)) {
-        report(fault);
-        return tree;
+        report(fault, tree);
+        return {std::move(tree), isInsideValue(fault)};
       }
     }
   }
@@ -173,7 +187,7 @@ class Mending {
   }
 
   // Reports a fault that ends the reading.
-  void report(const SyntaxFault& fault) {
+  void report(const SyntaxFault& fault, const SourceTree& tree) {
     if (fault.isTypeNoString) {
       findings_.addAt(Rule::kTypeNameNotAString, fault.offset, 1,
                       {"the value of \"qztype\" is not a string",
@@ -189,8 +203,46 @@ class Mending {
            "checked"});
       return;
     }
+    if (const std::optional<std::size_t> string = findOverrunning(tree)) {
+      findings_.addAt(
+          Rule::kMalformedText, fault.offset, 1,
+          {lowered(fault.why),
+           "close the string before this on its line, with a quotation mark; nothing "
+           "else has been checked",
+           "",
+           {{*string, "the string that goes on over the end of its line begins here"}}});
+      return;
+    }
+    std::vector<RelatedPlace> related;
+    if (!isInsideValue(fault)) {
+      related = findOpen(tree);
+    }
+    const char* const rest = isInsideValue(fault) ? "; what follows has not been checked"
+                                                  : "; nothing else has been checked";
     findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                    {lowered(fault.why), advise(fault) + "; what follows has not been checked"});
+                    {lowered(fault.why), advise(fault) + rest, "", std::move(related)});
+  }
+
+  // Where the string begins that was read last, if it goes on over the end of its line: most often
+  // its own quotation mark is missing, and the next one has been taken for it.
+  std::optional<std::size_t> findOverrunning(const SourceTree& tree) const {
+    if (tree.nodes().empty() || tree.nodes().back().kind != SourceKind::kString ||
+        tree.written(tree.nodes().size() - 1).find('\n') == std::string_view::npos) {
+      return std::nullopt;
+    }
+    return tree.nodes().back().begin;
+  }
+
+  // The innermost bracket that is not closed.
+  std::vector<RelatedPlace> findOpen(const SourceTree& tree) const {
+    const auto& nodes = tree.nodes();
+    const auto open = std::find_if(nodes.rbegin(), nodes.rend(),
+                                   [](const SourceNode& node) { return !node.isClosed; });
+    if (open == nodes.rend()) {
+      return {};
+    }
+    return {{open->begin, std::string("the innermost '") + text_[open->begin] +
+                              "' that is not closed stands here"}};
   }
 
   std::string advise(const SyntaxFault& fault) const {
@@ -198,11 +250,15 @@ class Mending {
     if (text_.empty()) {
       return "write the document into the file, which is empty";
     }
+    if (skipSpace(text_, begin_) == text_.size()) {
+      return "write the document into the file, which holds none";
+    }
     if (rest.empty()) {
       return "add what is missing: the text ends within a string, an array or an object";
     }
-    if (startsWith(text_, "\xFF\xFE") || startsWith(text_, "\xFE\xFF")) {
-      return "save the file as UTF-8: this is UTF-16";
+    if (fault.isInEscape) {
+      return "write a backslash as \\\\; only \" \\ / b f n r t stand behind one, and u with four "
+             "hexadecimal digits, in pairs for characters beyond \\uffff";
     }
     if (rest[0] == '\'') {
       return "write strings between double quotation marks";
@@ -212,7 +268,7 @@ class Mending {
     }
     for (const std::string_view word : {"NaN", "Infinity", "undefined"}) {
       if (startsWith(rest, word)) {
-        return "write a number, or null: JSON has no " + std::string(word);
+        return "write a number: JSON has no " + std::string(word);
       }
     }
     for (const auto& [word, meant] :
@@ -238,7 +294,7 @@ class Mending {
 
 }  // namespace
 
-SourceTree readMending(std::string_view text, std::string& mended, std::string& readerMessage,
+MendedText readMending(std::string_view text, std::string& mended, std::string& readerMessage,
                        FindingList& findings) {
   return Mending(text, mended, findings).read(readerMessage);
 }

@@ -67,11 +67,15 @@ class RepeatedKeys {
 
   void report(const Key& first, const Key& later) {
     document_.lose(later.node);
-    const bool isPayload = later.bytes == "qzdata";
-    std::string message = "the key " + quote(later.bytes) + " stands in this object already; " +
-                          (isPayload ? "the first value is kept, unless a \"qztype\" behind has "
-                                       "this one read in its place"
-                                     : "the first value is kept, this one is lost");
+    std::string message = "the key " + quote(later.bytes) + " stands in this object already; ";
+    if (later.bytes == "qzdata") {
+      message +=
+          "the first value is kept, unless a \"qztype\" behind has this one read in its place";
+    } else if (later.bytes == "qztype") {
+      message += "the first value is kept, but this one, too, says what \"qzdata\" must be";
+    } else {
+      message += "the first value is kept, this one is lost";
+    }
     findings_.add(Rule::kRepeatedKey, tree_, later.node,
                   {std::move(message),
                    "take one of the two out, or give it another name",

@@ -1,5 +1,8 @@
 #include "source/SourceTree.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "fl/i18n.h"
 #include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
@@ -18,7 +21,11 @@ namespace json = foundation::json;
 SyntaxFault describeTypeNoString(const char* kind, std::size_t offset) {
   const std::string message =
       std::string("invalid conversion: ") + kind + " to " + json::traits<std::string>::name;
-  return {json::kSuccess, offset, false, true, message, "Expected a string"};
+  return {json::kSuccess, offset, false, false, false, true, message, "Expected a string"};
+}
+
+bool isOneOf(int code, std::initializer_list<int> codes) {
+  return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
 SyntaxFault describe(std::string_view text, const json::ReadOutcome& outcome, bool isInPayload) {
@@ -28,6 +35,8 @@ SyntaxFault describe(std::string_view text, const json::ReadOutcome& outcome, bo
                               : json::get_parse_result_description(outcome.code);
   return {outcome.code,
           static_cast<std::size_t>(outcome.position - begin),
+          isOneOf(outcome.code, {json::kBadEscape, json::kBadUnicodeEscape}),
+          isOneOf(outcome.code, {json::kNoDigit, json::kNoFractionDigit, json::kNoExponentDigit}),
           isInPayload,
           false,
           json::ParserException::format_message(begin, outcome.position, begin + text.size(),

@@ -38,6 +38,8 @@ struct SourceNode {
 struct SyntaxFault {
   int code;             ///< the text reader's; 0 if a whole value was read
   std::size_t offset;   ///< of the first byte that was not accepted
+  bool isInEscape;      ///< in an escape of a string
+  bool isInNumber;      ///< in a number that has begun
   bool isInPayload;     ///< what should be an array of integers, as a "qztype" says, is none
   bool isTypeNoString;  ///< a "qztype" that is not a string; the library's exception says only that
   std::string message;  ///< of the library's exception, also behind a NUL, which ends its what()
