@@ -1,9 +1,12 @@
 #include "report/ReportCommand.h"
 
+#include <filesystem>
 #include <fstream>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -111,6 +114,57 @@ TEST_F(Report, OfADocumentThatDoesNotLoadIsNotWritten) {
                      "update-metadata: 'none.json' could not be loaded; check the path\n"}));
   EXPECT_EQ(readBytes(folder_.nativePath("page.html")), "as it was");
 }
+
+struct ReplacedInput {
+  const char* name;
+  std::vector<std::string> arguments;  ///< the last one is the output
+  const char* input;                   ///< what that is
+};
+
+std::ostream& operator<<(std::ostream& out, const ReplacedInput& row) {
+  return out << row.name;
+}
+
+class ReplacedInputs : public Report, public ::testing::WithParamInterface<ReplacedInput> {};
+
+TEST_P(ReplacedInputs, AreLeftAsTheyAre) {
+  const std::string document = readBytes(kSample);
+  const std::string table = readBytes(kProductData + "/products.tsv");
+  folder_.writeFile("in.json", document);
+  folder_.writeFile("data/products.tsv", table);
+  folder_.makeLink("link.json", "in.json");
+  std::filesystem::create_hard_link(folder_.nativePath("in.json"),
+                                    folder_.nativePath("other-name.json"));
+  around_.inFile = folder_.nativePath("in.json");
+  std::vector<std::string> arguments = GetParam().arguments;
+  const std::string output = arguments.back();
+  arguments.insert(arguments.end() - 1, "--output");
+  arguments.insert(arguments.begin(), "report");
+  EXPECT_EQ(runTool(arguments, around_),
+            (ToolRun{kTrouble, "",
+                     "update-metadata: '" + output + "' is " + GetParam().input +
+                         " itself, which the page would replace; nothing was changed: name "
+                         "another file with --output\n"}));
+  EXPECT_EQ(readBytes(folder_.nativePath("in.json")), document);
+  EXPECT_EQ(readBytes(folder_.nativePath("data/products.tsv")), table);
+}
+
+const ReplacedInput kReplacedInputs[] = {
+    {"Document", {"in.json", "in.json"}, "the document"},
+    {"DocumentByAnotherPath", {"in.json", "data/../in.json"}, "the document"},
+    {"DocumentByALink", {"in.json", "link.json"}, "the document"},
+    {"LinkedDocument", {"link.json", "in.json"}, "the document"},
+    {"DocumentByAnotherName", {"in.json", "other-name.json"}, "the document"},
+    {"StandardInput", {"-", "in.json"}, "the document"},
+    {"TableInItsFolder",
+     {"in.json", "--product-data", "data", "data/products.tsv"},
+     "the product data"},
+    {"Table",
+     {"in.json", "--product-data", "data/products.tsv", "data/products.tsv"},
+     "the product data"},
+};
+INSTANTIATE_TEST_SUITE_P(Inputs, ReplacedInputs, ::testing::ValuesIn(kReplacedInputs),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(Report, ThatCannotBeWrittenIsToldOf) {
   EXPECT_EQ(runTool({"report", kSample, "-o", "missing/page.html"}, around_),

@@ -28,13 +28,19 @@ constexpr const char* kExamples = R"(Examples:
 
 The page needs no network: one file, for any browser of today, to keep or to send.
 
-Exit status: 0 written, 1 the page could not be written, 2 wrong usage, or the document could not be
-loaded or answered.)";
+Exit status: 0 written, 1 the page could not be written, 2 wrong usage, also a page in place of the
+document or of the product data, or the document could not be loaded or answered.)";
 
 // The folders that a document lies in are nobody else's business.
 std::u16string nameToShow(const std::string& file) {
   return file == kStandardInput ? u"standard input"
                                 : std::filesystem::path(toUtf16(file)).filename().u16string();
+}
+
+// Tells whether both are one file, by whatever names and links. What is not there is not.
+bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(one, other, ignored);
 }
 
 }  // namespace
@@ -60,6 +66,23 @@ ReportCommand::ReportCommand(CLI::App& app)
   subcommand().footer(kExamples);
 }
 
+// What the page would replace that it is made from; nothing if it is written elsewhere.
+const char* ReportCommand::findReplacedInput() const {
+  if (output_ == kStandardOutput) {
+    return nullptr;
+  }
+  if (isSameFile(file_ == kStandardInput ? "/dev/stdin" : file_, output_)) {
+    return "the document";
+  }
+  // The user names their folder or their table.
+  if (productData_ &&
+      (isSameFile(*productData_, output_) ||
+       isSameFile(std::filesystem::path(*productData_) / "products.tsv", output_))) {
+    return "the product data";
+  }
+  return nullptr;
+}
+
 // The page; nothing, after a complaint on `err`, if the document could not be loaded or answered.
 std::optional<std::string> ReportCommand::makeReport(std::ostream& err) const {
   const std::u16string file = toUtf16(file_);
@@ -82,6 +105,12 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err) const {
 }
 
 ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
+  if (const char* const input = findReplacedInput()) {
+    err << "update-metadata: '" << toVisible(toUtf16(output_)) << "' is " << input
+        << " itself, which the page would replace; nothing was changed: name another file with "
+           "--output\n";
+    return ExitCode::kTrouble;
+  }
   const std::optional<std::string> page = makeReport(err);
   if (!page) {
     return ExitCode::kTrouble;

@@ -17,9 +17,11 @@ class ReportCommand : public Command {
   explicit ReportCommand(CLI::App& app);
 
   /// The page is complete before anything of it is written; a file appears whole or not at all.
+  /// What the page is made from is not replaced by it.
   ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
+  const char* findReplacedInput() const;
   std::optional<std::string> makeReport(std::ostream& err) const;
 
   std::string file_;
