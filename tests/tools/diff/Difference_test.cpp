@@ -1,5 +1,7 @@
 #include "diff/Difference.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -203,6 +205,38 @@ TEST(Difference, ComparesProductsOfOneNameInTheirOrder) {
   const Difference difference = compare(before, after);
   ASSERT_EQ(difference.products.size(), 1U);
   EXPECT_EQ(difference.products[0].componentsToExtract.added, std::vector<std::u16string>{u"c"});
+}
+
+// Every product is held against the changes of its own components alone: with all changes for each
+// of them, this takes minutes.
+TEST(Difference, OfManyProductsAndManyChangesTellsEachProductByItsOwnComponents) {
+  constexpr std::size_t kProducts = 40'000;
+  const auto makeContents = [](std::int64_t oddSize) {
+    Contents contents;
+    for (std::size_t number = 0; number != kProducts; ++number) {
+      const std::u16string name = toUtf16(std::to_string(number));
+      const bool isOdd = number % 2 != 0;
+      contents.packagesToExtract.push_back({name + u"_p", isOdd ? oddSize : 1, 1});
+      contents.components.push_back({name, {}, {number}});
+      // The names of the products do not go with those of the components.
+      contents.products.push_back({u"P" + name, std::nullopt, {}, {kProducts - 1 - number}});
+    }
+    return contents;
+  };
+  const Contents before = makeContents(1);
+  const Contents after = makeContents(2);
+  const Difference difference = compare(before, after);
+  std::vector<std::u16string> products;
+  for (const ProductChange& product : difference.products) {
+    products.push_back(product.name);
+  }
+  std::vector<std::u16string> expected;
+  for (std::size_t number = 0; number != kProducts; number += 2) {
+    expected.push_back(u"P" + toUtf16(std::to_string(number)));
+  }
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(products, expected);
+  EXPECT_EQ(difference.components.size(), kProducts / 2);
 }
 
 // --- made-up documents ----------------------------------------------------------------------

@@ -216,10 +216,11 @@ SizesByKey packagesOf(const Numbers& places, const std::vector<Package>& package
   return sizes;
 }
 
-// The names, in order, of the components of which something else is deleted, or extracted.
+// Of which components of the new document something else is deleted, or extracted, than before.
+// Only those that both documents have are marked.
 struct ChangedComponents {
-  Names toDelete;
-  Names toExtract;
+  std::vector<bool> toDelete;
+  std::vector<bool> toExtract;
 };
 
 struct ComponentComparison {
@@ -230,6 +231,8 @@ struct ComponentComparison {
 ComponentComparison compareComponents(const Contents& before, const Contents& after,
                                       const Tally& tallyBefore, const Tally& tallyAfter) {
   ComponentComparison comparison;
+  comparison.changed.toDelete.resize(after.components.size());
+  comparison.changed.toExtract.resize(after.components.size());
   for (const Match& found : match(before.components, after.components)) {
     ComponentChange change{eitherOf(found, before.components, after.components).name, {}, {}};
     if (found.before && found.after) {
@@ -239,12 +242,8 @@ ComponentComparison compareComponents(const Contents& before, const Contents& af
                                   packagesOf(recent.packagesToDelete, after.packagesToDelete);
       const bool isExtractedAlike = packagesOf(old.packagesToExtract, before.packagesToExtract) ==
                                     packagesOf(recent.packagesToExtract, after.packagesToExtract);
-      if (!isDeletedAlike) {
-        comparison.changed.toDelete.push_back(recent.name);
-      }
-      if (!isExtractedAlike) {
-        comparison.changed.toExtract.push_back(recent.name);
-      }
+      comparison.changed.toDelete[*found.after] = !isDeletedAlike;
+      comparison.changed.toExtract[*found.after] = !isExtractedAlike;
       if (isDeletedAlike && isExtractedAlike) {
         continue;
       }
@@ -273,16 +272,9 @@ Names namesOf(const Numbers& places, const Contents& contents) {
   return names;
 }
 
-// Both lists are in order.
-bool haveNameInCommon(const Names& left, const Names& right) {
-  for (auto i = left.begin(), j = right.begin(); i != left.end() && j != right.end();) {
-    const int order = i->compare(*j);
-    if (order == 0) {
-      return true;
-    }
-    order < 0 ? ++i : ++j;
-  }
-  return false;
+bool isAnyMarked(const Numbers& places, const std::vector<bool>& marks) {
+  return std::any_of(places.begin(), places.end(),
+                     [&marks](std::size_t place) { return marks[place]; });
 }
 
 std::vector<ProductChange> compareProducts(const Contents& before, const Contents& after,
@@ -293,15 +285,16 @@ std::vector<ProductChange> compareProducts(const Contents& before, const Content
   for (const Match& found : match(before.products, after.products)) {
     const Product& old = found.before ? before.products[*found.before] : kNoProduct;
     const Product& recent = found.after ? after.products[*found.after] : kNoProduct;
-    const Names deleted = namesOf(recent.componentsToDelete, after);
-    const Names extracted = namesOf(recent.componentsToExtract, after);
     const Product& either = eitherOf(found, before.products, after.products);
     ProductChange change{either.name, either.baseCode, {}, {}, {}, {}};
-    change.componentsToDelete = compareNames(namesOf(old.componentsToDelete, before), deleted);
-    change.componentsToExtract = compareNames(namesOf(old.componentsToExtract, before), extracted);
+    change.componentsToDelete = compareNames(namesOf(old.componentsToDelete, before),
+                                             namesOf(recent.componentsToDelete, after));
+    change.componentsToExtract = compareNames(namesOf(old.componentsToExtract, before),
+                                              namesOf(recent.componentsToExtract, after));
     if (found.before && found.after && change.componentsToDelete.isEmpty() &&
-        change.componentsToExtract.isEmpty() && !haveNameInCommon(deleted, changed.toDelete) &&
-        !haveNameInCommon(extracted, changed.toExtract)) {
+        change.componentsToExtract.isEmpty() &&
+        !isAnyMarked(recent.componentsToDelete, changed.toDelete) &&
+        !isAnyMarked(recent.componentsToExtract, changed.toExtract)) {
       continue;
     }
     if (found.before) {
