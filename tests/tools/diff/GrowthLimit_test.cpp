@@ -112,5 +112,16 @@ TEST(Growth, IsExactBeyondSixtyFourBits) {
       << "a share of what 64 bits do not hold";
 }
 
+TEST(Growth, MayBeNoShareOfWhatIsBelowZeroHoweverFar) {
+  const GrowthLimit half = GrowthLimit::parse("50%").value();
+  for (const ByteSum& before : {ByteSum(-1), ByteSum(kMin), ByteSum(kMin) + ByteSum(-1)}) {
+    const auto same = measureGrowth(toFetch(before, before), half);
+    ASSERT_TRUE(same.has_value());
+    EXPECT_EQ(same->allowed, 0);
+    EXPECT_FALSE(same->isTooLarge());
+    EXPECT_TRUE(measureGrowth(toFetch(before, before + ByteSum(1)), half)->isTooLarge());
+  }
+}
+
 }  // namespace
 }  // namespace update_metadata_tool

@@ -16,10 +16,11 @@ struct Growth {
   bool isTooLarge() const { return ByteSum(allowed) < bytes; }
 };
 
-/// Holds a limit against two documents. Nothing if it is a share of more bytes than 64 bits hold.
+/// Holds a limit against two documents. Nothing if it is a share of more bytes than 64 bits hold;
+/// of a sum below zero, however far, a share is zero.
 inline std::optional<Growth> measureGrowth(const Sides<Totals>& totals, const GrowthLimit& limit) {
   const std::optional<std::int64_t> before = totals.before.bytesToFetch.value();
-  if (limit.isShare() && !before) {
+  if (limit.isShare() && !before && !totals.before.bytesToFetch.isNegative()) {
     return std::nullopt;
   }
   return Growth{totals.after.bytesToFetch - totals.before.bytesToFetch,
