@@ -31,6 +31,10 @@ class Command {
   /// What `out` throws passes through.
   virtual ExitCode run(std::ostream& out, std::ostream& err) const = 0;
 
+  /// How the program ends if run() throws: the output could not be written, or the memory does not
+  /// suffice.
+  virtual ExitCode troubleCode() const { return ExitCode::kFailed; }
+
  protected:
   Command(CLI::App& app, const std::string& name, const std::string& description)
       : subcommand_(*app.add_subcommand(name, description)) {}

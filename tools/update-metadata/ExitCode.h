@@ -6,7 +6,8 @@ namespace update_metadata_tool {
 /// mean there.
 enum class ExitCode {
   kDone = 0,
-  kFailed = 1,   ///< done, but not to the user's liking; also an output that was not written
+  kFailed = 1,   ///< done, but not to the user's liking; also an output that was not written,
+                 ///< unless the subcommand has another Command::troubleCode()
   kTrouble = 2,  ///< the arguments were not understood, and nothing was done, or there is no answer
 };
 

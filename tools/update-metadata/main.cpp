@@ -16,6 +16,34 @@ namespace {
 
 using update_metadata_tool::ExitCode;
 
+void reportUnwrittenOutput(int error) {
+  std::cerr << "update-metadata: standard output could not be written";
+  if (error != 0) {
+    std::cerr << ": " << std::generic_category().message(error);
+  }
+  std::cerr << "; what was written is not complete\n";
+}
+
+// Runs `action`. What it throws is told on standard error and ends it with `troubleCode`.
+template <class Action>
+ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
+  try {
+    errno = 0;
+    return action();
+  } catch (const std::ios_base::failure&) {
+    // Only standard output throws this; the last system call was its write.
+    const int error = errno;
+    // Standard error flushes standard output first, which would throw again.
+    std::cout.exceptions(std::ios_base::goodbit);
+    reportUnwrittenOutput(error);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "update-metadata: there is not enough memory\n";
+  } catch (const std::exception& failure) {
+    std::cerr << "update-metadata: " << failure.what() << '\n';
+  }
+  return troubleCode;
+}
+
 ExitCode runCommand(int argc, const char* const* argv) {
   CLI::App app;
   update_metadata_tool::describeProgram(app);
@@ -38,15 +66,7 @@ ExitCode runCommand(int argc, const char* const* argv) {
     std::cout.flush();
     return code == 0 ? ExitCode::kDone : ExitCode::kTrouble;
   }
-  return chosen->run(std::cout, std::cerr);
-}
-
-void reportUnwrittenOutput(int error) {
-  std::cerr << "update-metadata: standard output could not be written";
-  if (error != 0) {
-    std::cerr << ": " << std::generic_category().message(error);
-  }
-  std::cerr << "; what was written is not complete\n";
+  return runGuarded([chosen] { return chosen->run(std::cout, std::cerr); }, chosen->troubleCode());
 }
 
 }  // namespace
@@ -58,19 +78,7 @@ int main(int argc, char** argv) {
   std::signal(SIGXFSZ, SIG_IGN);
   std::ios_base::sync_with_stdio(false);
   std::cout.exceptions(std::ios_base::badbit);
-  try {
-    errno = 0;
-    return static_cast<int>(runCommand(argc, argv));
-  } catch (const std::ios_base::failure&) {
-    // Only standard output throws this out of a command; the last system call was its write.
-    const int error = errno;
-    // Standard error flushes standard output first, which would throw again.
-    std::cout.exceptions(std::ios_base::goodbit);
-    reportUnwrittenOutput(error);
-  } catch (const std::bad_alloc&) {
-    std::cerr << "update-metadata: there is not enough memory\n";
-  } catch (const std::exception& failure) {
-    std::cerr << "update-metadata: " << failure.what() << '\n';
-  }
-  return static_cast<int>(ExitCode::kFailed);
+  // Also before a subcommand is known, as while the help is written.
+  return static_cast<int>(
+      runGuarded([argc, argv] { return runCommand(argc, argv); }, ExitCode::kFailed));
 }

@@ -179,6 +179,27 @@ TEST(Diff, TakesNoShareOfMoreThanSixtyFourBitsHold) {
                      ""}));
 }
 
+TEST(Diff, WhoseOutputIsNotWrittenIsTrouble) {
+  ToolSurroundings around;
+  around.folder = kSourceDir + "/examples/documents";
+  for (const std::string& recent : {kSmall, kRealistic}) {
+    for (const char* format : {"--format=text", "--format=json"}) {
+      around.outFile = "/dev/full";
+      around.isOutClosedPipe = false;
+      EXPECT_EQ(runTool({"diff", kSmall, recent, format}, around),
+                (ToolRun{kTrouble, "",
+                         "update-metadata: standard output could not be written: No space left on "
+                         "device; what was written is not complete\n"}));
+      around.outFile.reset();
+      around.isOutClosedPipe = true;
+      EXPECT_EQ(runTool({"diff", kSmall, recent, format}, around),
+                (ToolRun{kTrouble, "",
+                         "update-metadata: standard output could not be written: Broken pipe; "
+                         "what was written is not complete\n"}));
+    }
+  }
+}
+
 struct WrongUsage {
   const char* name;
   std::vector<std::string> arguments;

@@ -22,8 +22,8 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata diff old.json new.json --fail-if-larger 5%
 
 Exit status: 0 both say the same, 1 they differ, 2 wrong usage, or a document could not be loaded or
-compared. With --fail-if-larger, 1 says that the bytes to fetch grow by more than is allowed, and 0
-that they do not. 1 says, too, that the output could not be written; standard error tells.)";
+compared, or the output could not be written. With --fail-if-larger, 1 says that the bytes to fetch
+grow by more than is allowed, and 0 that they do not.)";
 
 CLI::Validator isGrowthLimit() {
   const auto refuse = [](const std::string& argument) {

@@ -20,6 +20,9 @@ class DiffCommand : public Command {
   /// told of on `err` as by readContents(); the other one is looked at, too.
   ExitCode run(std::ostream& out, std::ostream& err) const override;
 
+  /// Not the code of documents that differ.
+  ExitCode troubleCode() const override { return ExitCode::kTrouble; }
+
  private:
   std::string old_;
   std::string new_;
