@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <map>
 #include <optional>
 #include <ostream>
@@ -176,8 +178,8 @@ TEST(PlanForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
             "  7.8 EiB  9000000000000000000  7.8 EiB  9000000000000000000  c<U+001B>[2J_huge\n"
             "      1 B                    1      2 B                    2  c<U+001B>[2J_small\n"
             "\n"
-            "Note: '!' marks doubtful sizes: 1 package with a negative size. The sums count\n"
-            "them as they stand.\n"
+            "Note: '!' marks doubtful sizes: 2 packages with a negative size. Sums take sizes\n"
+            "as they stand.\n"
             "\n"
             "This fetches 9000000000000000001 bytes (7.8 EiB), unpacks 9000000000000000002\n"
             "bytes (7.8 EiB) and frees -5 bytes: a net change of 9000000000000000007 bytes\n"
@@ -190,7 +192,24 @@ TEST(PlanForPrograms, HasNullForASumThatDoesNotFit) {
   EXPECT_EQ(planned["totals"].dump(),
             R"({"bytesToFetch":9000000000000000001,"bytesUnpacked":9000000000000000002,)"
             R"("bytesDeleted":-5,"netChange":9000000000000000007,"peakNeed":null})");
-  EXPECT_EQ(planned["doubtfulSizes"].dump(), R"({"negative":1,"truncated":0})");
+  EXPECT_EQ(planned["doubtfulSizes"].dump(), R"({"negative":2,"truncated":0})");
+}
+
+TEST(Plan, CountsTheDoubtfulSizesOfThePackagesWhoseFilesItDeletes) {
+  PlainDocument document;
+  document.products["A"] = {{"a"}, {}};
+  document.products["B"] = {{"b"}, {}};
+  document.componentsWithFiles["a"] = {
+      {"p", {-1, {"file"}}}, {"q", {std::numeric_limits<std::int64_t>::min(), {}}}, {"r", {0, {}}}};
+  document.componentsWithFiles["b"]["p"] = {-1, {"file"}};
+  const auto doubtfulSizes = [&](std::vector<std::string> options) {
+    options.push_back("--format=json");
+    const std::string text = plan(document.json(), options, "\nA\tA\t1\t\nB\tB\t2\t\n").out;
+    return Json::parse(text)["doubtfulSizes"].dump();
+  };
+  EXPECT_EQ(doubtfulSizes({}), R"({"negative":2,"truncated":1})");
+  EXPECT_EQ(doubtfulSizes({"--product", "A"}), R"({"negative":1,"truncated":1})");
+  EXPECT_EQ(doubtfulSizes({"--product", "B"}), R"({"negative":1,"truncated":0})");
 }
 
 TEST(Plan, ListsTheFilesOfComponentsThatAChosenProductOrNoneNames) {

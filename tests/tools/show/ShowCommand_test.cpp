@@ -249,8 +249,8 @@ TEST(ShownForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
             "                                9000000000000000000         3\n"
             "\n"
             "Note: '!' marks doubtful sizes: 1 package with a negative size, 1 package with a\n"
-            "size that does not fit into 64 bits and was taken for -9223372036854775808. The\n"
-            "sums count them as they stand.\n");
+            "size that does not fit into 64 bits and was taken for -9223372036854775808. Sums\n"
+            "take sizes as they stand.\n");
 }
 
 TEST(ShownForPeople, PutsTheMarkInFrontOfTheSize) {

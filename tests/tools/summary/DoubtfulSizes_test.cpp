@@ -27,7 +27,7 @@ TEST(DoubtfulSizes, AreCountedByPackageAndByKind) {
 
 TEST(DoubtfulSizes, AreDescribedByTheKindsThatThereAre) {
   const std::string beginning = "'!' marks doubtful sizes: ";
-  const std::string end = ". The sums count them as they stand.";
+  const std::string end = ". Sums take sizes as they stand.";
   const std::string truncated =
       " with a size that does not fit into 64 bits and was taken for -9223372036854775808";
   EXPECT_EQ(describe({1, 0}), beginning + "1 package with a negative size" + end);

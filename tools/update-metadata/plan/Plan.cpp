@@ -65,17 +65,18 @@ Plan makePlan(const Contents& contents, const ProductChoice& choice) {
   plan.leftOut = pickProducts(contents, choice.leftOut);
   plan.packagesToDelete = pickPackages(contents.packagesToDelete, selection.packagesToDelete);
   plan.packagesToExtract = pickPackages(contents.packagesToExtract, selection.packagesToExtract);
+  plan.doubtfulSizes = countDoubtfulSizes(contents, selection);
   const std::set<std::u16string_view> foreign = findForeignComponents(contents, selection);
   for (const ComponentWithFiles& component : contents.componentsWithFiles) {
     if (foreign.count(component.name) == 0) {
       for (const PackageWithFiles& package : component.packages) {
         plan.filesToDelete.push_back(planFiles(package));
+        plan.doubtfulSizes.count(package.size);
       }
     }
   }
   sortByKey(plan.filesToDelete);
   plan.totals = tally.totalsOf(selection);
-  plan.doubtfulSizes = countDoubtfulSizes(contents, selection);
   return plan;
 }
 

@@ -36,7 +36,7 @@ struct Plan {
   std::vector<PlannedFiles> filesToDelete;
   std::vector<Package> packagesToExtract;
   Totals totals;
-  DoubtfulSizes doubtfulSizes;
+  DoubtfulSizes doubtfulSizes;  ///< of packages with files, too, though no sum counts these
 };
 
 /// How many of the files to delete were found how.

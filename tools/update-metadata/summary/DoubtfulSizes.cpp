@@ -12,16 +12,11 @@ constexpr std::int64_t kTruncated = std::numeric_limits<std::int64_t>::min();
 void countAmong(const std::vector<Package>& packages, const std::vector<std::size_t>& numbers,
                 DoubtfulSizes& sizes) {
   for (const std::size_t number : numbers) {
-    const Package& package = packages[number];
-    if (package.size == kTruncated || package.uncompressedBytes == kTruncated) {
-      ++sizes.truncated;
-    } else if (isDoubtful(package)) {
-      ++sizes.negative;
-    }
+    sizes.count(packages[number].size, packages[number].uncompressedBytes);
   }
 }
 
-std::string count(std::size_t number) {
+std::string countPackages(std::size_t number) {
   return std::to_string(number) + (number == 1 ? " package" : " packages");
 }
 
@@ -35,6 +30,14 @@ bool isDoubtful(const Package& package) {
   return isDoubtful(package.size) || isDoubtful(package.uncompressedBytes);
 }
 
+void DoubtfulSizes::count(std::int64_t size, std::int64_t uncompressedBytes) {
+  if (size == kTruncated || uncompressedBytes == kTruncated) {
+    ++truncated;
+  } else if (isDoubtful(size) || isDoubtful(uncompressedBytes)) {
+    ++negative;
+  }
+}
+
 DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& selection) {
   DoubtfulSizes sizes;
   countAmong(contents.packagesToDelete, selection.packagesToDelete, sizes);
@@ -45,14 +48,14 @@ DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& sele
 std::string describe(const DoubtfulSizes& sizes) {
   std::string text = "'!' marks doubtful sizes: ";
   if (sizes.negative != 0) {
-    text += count(sizes.negative) + " with a negative size";
+    text += countPackages(sizes.negative) + " with a negative size";
   }
   if (sizes.truncated != 0) {
-    text += (sizes.negative == 0 ? "" : ", ") + count(sizes.truncated) +
+    text += (sizes.negative == 0 ? "" : ", ") + countPackages(sizes.truncated) +
             " with a size that does not fit into 64 bits and was taken for " +
             std::to_string(kTruncated);
   }
-  return text + ". The sums count them as they stand.";
+  return text + ". Sums take sizes as they stand.";
 }
 
 }  // namespace update_metadata_tool

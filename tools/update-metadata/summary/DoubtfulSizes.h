@@ -22,10 +22,12 @@ struct DoubtfulSizes {
   std::size_t truncated = 0;  ///< packages with a size that did not fit into 64 bits
 
   bool areAny() const { return negative + truncated != 0; }
+
+  /// Counts one package, if a size of it is doubtful: as truncated if that holds for one of them.
+  void count(std::int64_t size, std::int64_t uncompressedBytes = 0);
 };
 
-/// Counts them among the packages of a selection. A package with sizes of both kinds counts as
-/// truncated.
+/// Counts them among the packages of a selection, to which packages with files do not belong.
 DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& selection);
 
 /// The mark in front of a doubtful size.
