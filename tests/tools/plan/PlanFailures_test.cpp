@@ -94,6 +94,30 @@ TEST_F(PlanFailure, OfAProductSaysThatTheProductDataKnowNone) {
                      "--product-data, or leave out --product to plan for all\n"}));
 }
 
+// The product data give one code to two products, and the document has only the second.
+TEST_F(PlanFailure, OfACodeThatIsGivenToAnotherProductFirstTellsBoth) {
+  PlainDocument document;
+  document.products["Viewer Light"] = {{}, {"c"}};
+  writeDocument(document);
+  const std::string complaint =
+      "update-metadata: 'update.json' has no product that the base code 'VI' chooses: it has "
+      "'Viewer Light' with that code, but the product data give the code to 'Viewer' first\n";
+  const std::string othersFirst =
+      "The product data at '.' give the codes of its products to others first: correct them, or "
+      "leave out --product to plan for all\n";
+  EXPECT_EQ(plan({"--product", "VI"}), (ToolRun{2, "", complaint + othersFirst}));
+  EXPECT_EQ(plan({"--product", "vi2"}),
+            (ToolRun{2, "",
+                     "update-metadata: 'update.json' has no product with the base code 'vi2'\n" +
+                         othersFirst}));
+  document.products["Editor"] = {{}, {"c"}};
+  writeDocument(document);
+  EXPECT_EQ(plan({"--product", "VI"}),
+            (ToolRun{2, "",
+                     complaint + "Name another one with --product; the nearest in the document: ED "
+                                 "(Editor)\n"}));
+}
+
 // --- files ----------------------------------------------------------------------------------
 
 /// A tree with some of the files that the document deletes.

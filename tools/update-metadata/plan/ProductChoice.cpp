@@ -56,21 +56,42 @@ std::vector<const Product*> findNearProducts(const Document& document, const Con
   return nearest;
 }
 
-// The second line tells how to go on.
-void complain(const Document& document, const Contents& contents, const std::u16string& code,
-              const std::u16string& nameOfCode, std::ostream& err) {
-  const DocumentSource& source = document.source();
-  err << "update-metadata: '" << toVisible(source.file) << "' has no product with the base code '"
-      << toVisible(code) << "'";
+// Says that `code`, which the product data give to `nameOfCode`, if to any, chooses nothing.
+void describeFailure(const Document& document, const Contents& contents, const std::u16string& code,
+                     const std::u16string& nameOfCode, std::ostream& err) {
+  const auto holder =
+      std::find_if(contents.products.begin(), contents.products.end(),
+                   [&code](const Product& product) { return product.baseCode == code; });
+  const std::string file = toVisible(document.source().file);
+  if (holder != contents.products.end()) {
+    err << "update-metadata: '" << file << "' has no product that the base code '"
+        << toVisible(code) << "' chooses: it has '" << toVisible(holder->name)
+        << "' with that code, but the product data give the code to '" << toVisible(nameOfCode)
+        << "' first\n";
+    return;
+  }
+  err << "update-metadata: '" << file << "' has no product with the base code '" << toVisible(code)
+      << "'";
   if (!nameOfCode.empty()) {
     err << ", which is that of '" << toVisible(nameOfCode) << "'";
   }
   err << '\n';
+}
+
+// The second line tells how to go on.
+void complain(const Document& document, const Contents& contents, const std::u16string& code,
+              const std::u16string& nameOfCode, std::ostream& err) {
+  describeFailure(document, contents, code, nameOfCode, err);
   const std::vector<const Product*> nearest = findNearProducts(document, contents, code);
   if (nearest.empty()) {
-    err << "The product data at '" << toVisible(source.productData.value_or(std::u16string()))
-        << "' know none of its products: check --product-data, or leave out --product to plan for "
-           "all\n";
+    const bool isAnyKnown =
+        std::any_of(contents.products.begin(), contents.products.end(),
+                    [](const Product& product) { return product.baseCode.has_value(); });
+    err << "The product data at '"
+        << toVisible(document.source().productData.value_or(std::u16string()))
+        << (isAnyKnown ? "' give the codes of its products to others first: correct them"
+                       : "' know none of its products: check --product-data")
+        << ", or leave out --product to plan for all\n";
     return;
   }
   err << "Name another one with --product; the nearest in the document:";

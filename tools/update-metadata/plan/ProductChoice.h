@@ -28,7 +28,7 @@ ProductChoice chooseAllProducts(const Contents& contents);
 /// data give for the code.
 ///
 /// If the document has no product for some code, there is no choice; `err` is told which code that
-/// is and which products of the document come close to it, or that the product data know none.
+/// is and which products of the document come close to it, or why no code chooses any.
 ///
 /// \param contents  those of `document`, which has product data; their exceptions pass through
 std::optional<ProductChoice> chooseProducts(const Document& document, const Contents& contents,
