@@ -386,6 +386,7 @@ class HostileNames(PageTest):
                 self.assertIn(name + "_" + name, shown)
         self.assertIn("line<U+2028>and<U+2029>paragraph", shown)
         self.assertIn("turned <U+202E>gnp.exe", shown)
+        self.assertIn("marked <U+FEFF>name", shown)
         self.assertIn("nul<U+0000>, escape<U+001B>[31m, return<U+000D><U+000A>", shown)
         self.assertIn("(empty)", shown)
 

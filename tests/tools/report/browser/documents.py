@@ -53,6 +53,7 @@ HOSTILE_NAMES = [
     "${document.hostile = true}",
     "line\u2028and\u2029paragraph",
     "turned \u202egnp.exe",
+    "marked \ufeffname",
     "nul\u0000, escape\u001b[31m, return\r\n",
     "__proto__",
     "constructor",

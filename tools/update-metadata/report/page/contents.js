@@ -7,8 +7,10 @@
 const contents = JSON.parse(document.getElementById('contents').textContent);
 
 // What a name may hold and a reader would not see, or see something else than it is: controls,
-// separators of lines, and what turns the direction of writing.
-const UNSEEN = /[\u0000-\u001f\u007f-\u009f\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069]/g;
+// separators of lines, what turns the direction of writing, and the byte-order mark. The same as
+// those of Text.cpp.
+const UNSEEN =
+    /[\u0000-\u001f\u007f-\u009f\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069\ufeff]/g;
 
 /** A name as it is shown: what would not be seen as its code, <U+202E>. */
 function visible(name) {
