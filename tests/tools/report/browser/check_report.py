@@ -505,6 +505,17 @@ class ManyPackages(PageTest):
                          ["component0399_package00249"])
         BROWSER.screenshot(os.path.join(FOLDER, "many.png"))
 
+    def test_share_the_list_of_their_products(self):
+        self.open("replaced", documents.make_replaced(300, 100000))
+        self.choose_tab(2)
+        milliseconds = BROWSER.evaluate(
+            "(() => { const before = performance.now();"
+            "document.querySelectorAll('#panel-2 th button')[2].click();"
+            "return performance.now() - before; })()")
+        print("\n100,000 packages of 300 products: sorted by products in %.0f ms" % milliseconds)
+        self.assertEqual(self.rows(2)[0][2], "300")
+        self.assertEqual(BROWSER.evaluate("new Set(packages.map(productsOf)).size"), 1)
+
     def test_that_are_all_small_are_drawn_in_bundles(self):
         self.open("even", documents.make_even(100000))
         for _ in range(2):

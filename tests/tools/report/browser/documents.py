@@ -32,6 +32,16 @@ def make_large(products, components, packages):
          for number in range(products)})
 
 
+def make_replaced(products, packages):
+    """One component of packages that every product deletes and extracts anew."""
+    names = ["package%06d" % number for number in range(packages)]
+    return make_document(
+        {"all": {"delete": {name: {"size": 100} for name in names},
+                 "extract": {name: extracted(1000) for name in names}}},
+        {"Product %03d" % number: {"delete": ["all"], "extract": ["all"]}
+         for number in range(products)})
+
+
 def make_even(packages):
     """One component of packages that are all alike, so that none is large enough to be drawn."""
     return make_document(

@@ -54,6 +54,15 @@ function uniteProducts(lists) {
   return lists.length === 1 ? lists[0] : [...new Set(lists.flat())];
 }
 
+/** Where productLists has the products that extract a component, and those that delete it. */
+function extractionsOf(component) {
+  return 2 * component;
+}
+
+function deletionsOf(component) {
+  return 2 * component + 1;
+}
+
 /**
  * One row for each package, whether it is extracted, deleted or both: its key, its own name in the
  * first of its components, and its sizes, null where nothing is done. Gives each component the
@@ -61,37 +70,41 @@ function uniteProducts(lists) {
  */
 function listPackages(components) {
   const rows = new Map();
-  const note = (key, component, rawComponent, products, sizes) => {
+  const note = (key, component, rawComponent, productList, sizes) => {
     let row = rows.get(key);
     if (!row) {
       const name = visible(key.slice(rawComponent.name.length + 1));
-      row = {key: visible(key), name, components: [], products: [], fetch: null, unpacked: null,
-             freed: null};
+      row = {key: visible(key), name, components: [], productLists: [], fetch: null,
+             unpacked: null, freed: null};
       rows.set(key, row);
     }
     if (row.components[row.components.length - 1] !== component) {
       row.components.push(component);
     }
-    row.products.push(products);
+    row.productLists.push(productList);
     return Object.assign(row, sizes);
   };
   components.forEach((component, index) => {
     const raw = contents.components[index];
     component.extracted = raw.packagesToExtract.map((number) => {
       const [key, fetch, unpacked] = contents.packagesToExtract[number];
-      return note(key, component, raw, component.extractedBy, {fetch, unpacked});
+      return note(key, component, raw, extractionsOf(index), {fetch, unpacked});
     });
     for (const number of raw.packagesToDelete) {
       const [key, freed] = contents.packagesToDelete[number];
-      note(key, component, raw, component.deletedBy, {freed});
+      note(key, component, raw, deletionsOf(index), {freed});
     }
   });
   return [...rows.values()];
 }
 
-/** The products that extract or delete a package. */
+/** The products that extract or delete a package; one list for all packages that have the same. */
 function productsOf(row) {
-  return uniteProducts(row.products);
+  const key = row.productLists.join();
+  if (!unitedProducts.has(key)) {
+    unitedProducts.set(key, uniteProducts(row.productLists.map((list) => productLists[list])));
+  }
+  return unitedProducts.get(key);
 }
 
 /** One row for each file to delete. */
@@ -107,4 +120,6 @@ function listFiles() {
 const {totals} = contents;
 const products = listProducts();
 const components = listComponents(products);
+const productLists = components.flatMap(({extractedBy, deletedBy}) => [extractedBy, deletedBy]);
+const unitedProducts = new Map();
 const packages = listPackages(components);
