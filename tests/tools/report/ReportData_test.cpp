@@ -88,22 +88,23 @@ TEST(ReportData, HaveEveryMemberForADocumentThatUpdatesNothing) {
             R"("findings":[],"omittedFindings":0})");
 }
 
-TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsAsNull) {
+TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsByItsBound) {
   constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+  constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
   Contents contents;
-  contents.packagesToExtract = {{u"c_1", kMax, -1}, {u"c_2", 1, 0}};
+  contents.packagesToExtract = {{u"c_1", kMax, kMin}, {u"c_2", 1, -1}};
   contents.packagesToDelete = {{u"c_1", kMax, 0}};
   contents.components = {{u"c", {0}, {0, 1}}};
   contents.products = {{u"p", std::nullopt, {0}, {}}};
   const Json data = Json::parse(makeReportData(u"", contents, faultless()));
   const Json all = {{"packagesToExtract", 2},
                     {"packagesToDelete", 1},
-                    {"bytesToFetch", nullptr},
-                    {"bytesUnpacked", "-1"},
+                    {"bytesToFetch", ">9223372036854775807"},
+                    {"bytesUnpacked", "<-9223372036854775808"},
                     {"bytesDeleted", "9223372036854775807"},
                     {"filesToDelete", 0}};
   EXPECT_EQ(data["totals"], all);
-  EXPECT_EQ(data["components"][0]["bytesToFetch"], nullptr);
+  EXPECT_EQ(data["components"][0]["bytesToFetch"], ">9223372036854775807");
   EXPECT_EQ(data["products"][0]["bytesToFetch"], "0");
   EXPECT_EQ(data["products"][0]["baseCode"], nullptr);
   EXPECT_EQ(data["packagesToDelete"], Json::parse(R"([["c_1",9223372036854775807]])"));

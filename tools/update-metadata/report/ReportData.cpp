@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <numeric>
-#include <optional>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "Text.h"
 #include "source/LineIndex.h"
+#include "summary/SumText.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool {
@@ -23,15 +23,10 @@ Json toJson(const Release& release) {
   return {{"family", toUtf8(release.family)}, {"version", toUtf8(release.version)}};
 }
 
-Json toJson(const ByteSum& sum) {
-  const std::optional<std::int64_t> bytes = sum.value();
-  return bytes ? Json(std::to_string(*bytes)) : Json(nullptr);
-}
-
 void addBytes(const Totals& totals, Json& object) {
-  object["bytesToFetch"] = toJson(totals.bytesToFetch);
-  object["bytesUnpacked"] = toJson(totals.bytesUnpacked);
-  object["bytesDeleted"] = toJson(totals.bytesDeleted);
+  object["bytesToFetch"] = toPlainNumber(totals.bytesToFetch);
+  object["bytesUnpacked"] = toPlainNumber(totals.bytesUnpacked);
+  object["bytesDeleted"] = toPlainNumber(totals.bytesDeleted);
 }
 
 void addSums(const Totals& totals, Json& object) {

@@ -458,6 +458,26 @@ class OddNumbers(PageTest):
         BROWSER.click("document.querySelector('#panel-2 tr.row')")
         self.assertIn("9,000,000,000,000,000,000 bytes", self.texts("#panel-2 .details dd"))
 
+    def test_beyond_64_bits_are_told_and_sorted_as_what_they_are(self):
+        self.open("beyond", documents.make_beyond())
+        def fetched():
+            return [[row[0], row[4]] for row in self.rows(0)]
+        descending = [["Vast", "beyond 64 bits"], ["Large", "3.9 EiB"], ["Plain", "1.0 KiB"],
+                      ["Deep", "beyond 64 bits"]]
+        BROWSER.click("document.querySelectorAll('#panel-0 th button')[4]")
+        self.assertEqual(fetched(), descending)
+        BROWSER.click("document.querySelectorAll('#panel-0 th button')[4]")
+        self.assertEqual(fetched(), descending[::-1])
+
+    def test_beyond_64_bits_have_full_bars_or_none(self):
+        self.open("beyond", documents.make_beyond())
+        bars = BROWSER.evaluate(
+            "[...document.querySelectorAll('#bars table')].map((table) => ["
+            "table.caption.textContent, parseFloat(table.querySelector('.bar span').style.width)])")
+        self.assertEqual([name for name, _ in bars], ["Vast", "Large", "Plain", "Deep"])
+        for (_, width), expected in zip(bars, [100, 100 * 4.5e18 / 2 ** 63, 0, 0]):
+            self.assertAlmostEqual(width, expected, delta=0.01)
+
     def test_of_an_empty_document_leave_a_page_that_says_so(self):
         self.open("empty", documents.make_empty())
         self.assertEqual(self.texts("h1"), ["no release \u2192 no release"])

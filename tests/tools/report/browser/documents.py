@@ -100,6 +100,16 @@ def make_odd():
          "Nothing": {"delete": ["a"], "extract": []}})
 
 
+def make_beyond():
+    """Sums beyond 64 bits at both ends, and what lies between."""
+    sizes = {"deep": [-9e18, -9e18], "plain": [1000, 24], "large": [4.5e18], "vast": [9e18, 9e18]}
+    return make_document(
+        {name: {"delete": {}, "extract": {"p%d" % place: extracted(size, 0)
+                                          for place, size in enumerate(those)}}
+         for name, those in sizes.items()},
+        {name.capitalize(): {"delete": [], "extract": [name]} for name in sizes})
+
+
 def make_empty():
     """A document that updates nothing."""
     return {"metadata": {"arch": "", "base": None, "target": None}, "components": None,

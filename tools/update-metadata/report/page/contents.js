@@ -1,8 +1,8 @@
 // What the document says, as the rows that the page shows.
 //
 // The element "contents" holds the object that ReportData.h describes. A size is a number, exact as
-// the document's are; a sum is a text of digits, which may need more bits than a number here has,
-// or null if it needs more than 64.
+// the document's are; a sum is a text of digits, which may need more bits than a number here has.
+// One that needs more than 64 is told by the bound that it passes: ">" or "<" and its digits.
 
 const contents = JSON.parse(document.getElementById('contents').textContent);
 

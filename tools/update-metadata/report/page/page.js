@@ -60,6 +60,8 @@ function setUpTheme() {
 // --- bars ---
 
 const MOST_PRODUCTS_WITH_BARS = 12;
+// What the length of a bar stands for at most: a sum beyond 64 bits is drawn as this.
+const LONGEST_BAR = 2 ** 63;
 
 function showBars() {
   const measures = [
@@ -67,17 +69,13 @@ function showBars() {
     ['Unpacked', 'bytesUnpacked', '--unpack'],
     ['Freed', 'bytesDeleted', '--freed'],
   ];
-  const size = (product, measure) => product[measure] === null ? Infinity
-                                                               : Number(product[measure]);
+  const length = (product, measure) => Math.min(Math.max(magnitudeOf(product[measure]), 0),
+                                                LONGEST_BAR);
   const largest = [...products].sort(
-      (left, right) => size(right, 'bytesToFetch') - size(left, 'bytesToFetch'))
+      (left, right) => length(right, 'bytesToFetch') - length(left, 'bytesToFetch'))
                       .slice(0, MOST_PRODUCTS_WITH_BARS);
-  const longest = largest.reduce(
-      (most, product) => measures.reduce(
-          (now, [, measure]) => {
-            const bytes = size(product, measure);
-            return Number.isFinite(bytes) ? Math.max(now, bytes) : now;
-          }, most), 0);
+  const longest = Math.max(0, ...largest.flatMap(
+      (product) => measures.map(([, measure]) => length(product, measure))));
   byId('bars').className = 'bars';
   for (const product of largest) {
     const table = make('table', {}, make('caption', {className: 'name',
@@ -85,8 +83,7 @@ function showBars() {
     const body = table.createTBody();
     for (const [term, measure, colour] of measures) {
       const bar = make('span', {aria: {hidden: 'true'}});
-      const part = longest > 0 ? size(product, measure) / longest : 0;
-      bar.style.width = `${100 * Math.min(Math.max(part, 0), 1)}%`;
+      bar.style.width = `${longest > 0 ? 100 * length(product, measure) / longest : 0}%`;
       bar.style.background = `var(${colour})`;
       body.append(make('tr', {}, make('th', {scope: 'row', textContent: term}),
                        make('td', {className: 'bar'}, bar),
@@ -118,7 +115,7 @@ function sizeColumn(title, get) {
     width: '8rem',
     value: (row) => {
       const bytes = get(row);
-      return bytes === null ? -Infinity : Number(bytes);
+      return bytes === null ? -Infinity : magnitudeOf(bytes);
     },
     text: (row) => {
       const bytes = get(row);

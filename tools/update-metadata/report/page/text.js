@@ -3,9 +3,22 @@
 const UNITS = ['bytes', 'KiB', 'MiB', 'GiB', 'TiB', 'PiB', 'EiB'];
 const TOO_LARGE = 'beyond 64 bits';
 
+/** Whether a sum is told by the bound of 64 bits that it passes. */
+function isBeyond(bytes) {
+  return typeof bytes === 'string' && /^[<>]/.test(bytes);
+}
+
+/** Bytes to compare: a sum beyond 64 bits is infinite, below zero if it passes the lower bound. */
+function magnitudeOf(bytes) {
+  if (isBeyond(bytes)) {
+    return bytes.startsWith('<') ? -Infinity : Infinity;
+  }
+  return Number(bytes);
+}
+
 /** Tells bytes for people: "917 bytes", "1.5 MiB". */
 function readable(bytes) {
-  if (bytes === null) {
+  if (isBeyond(bytes)) {
     return TOO_LARGE;
   }
   let magnitude = Number(bytes);
@@ -22,7 +35,7 @@ function readable(bytes) {
 
 /** Tells bytes to the last one: "1,572,864 bytes". */
 function exact(bytes) {
-  return bytes === null ? TOO_LARGE : counted(BigInt(bytes), 'byte');
+  return isBeyond(bytes) ? TOO_LARGE : counted(BigInt(bytes), 'byte');
 }
 
 /** Tells a number of things: "1 package", "1,200 packages". */
