@@ -155,17 +155,18 @@ class SmallSample(PageTest):
     def test_draws_products_in_proportion_to_what_they_fetch(self):
         (first, first_area), (second, second_area) = self.boxes()
         self.assertEqual(first,
-                         "Fernlight Editor: 2.4 MiB, 53 % of All products, 2 components")
+                         "Fernlight Editor: 2.4 MiB, 53 % of what is drawn, 2 components")
         self.assertEqual(second,
-                         "Fernlight Viewer: 2.1 MiB, 47 % of All products, 2 components")
+                         "Fernlight Viewer: 2.1 MiB, 47 % of what is drawn, 2 components")
         self.assertAlmostEqual(first_area / second_area, 2498560 / 2229141, delta=0.01)
 
     def test_describes_each_picture_in_words(self):
         self.assertEqual(self.attribute("#treemap", "aria-label"), "Bytes to fetch: All products")
         self.assertIn("treemap-text", self.attribute("#treemap", "aria-describedby"))
         self.assertEqual(self.texts("#treemap-text"), [
-            "The largest parts: Fernlight Editor 2.4 MiB (53 %), Fernlight Viewer 2.1 MiB (47 %). "
-            "The tables below list all of them."])
+            "The largest parts of what is drawn: Fernlight Editor 2.4 MiB (53 %), Fernlight Viewer "
+            "2.1 MiB (47 %). The tables below list all of them."])
+        self.assertEqual(self.texts("#treemap-status"), ["All products: 2.4 MiB"])
         self.assertEqual(self.texts("#bars caption"),
                          ["Fernlight Editor (FE)", "Fernlight Viewer (FV)"])
         self.assertEqual(self.texts("#bars td.size"), ["2.4 MiB", "5.6 MiB", "272.0 KiB",
@@ -188,7 +189,7 @@ class Zoom(PageTest):
         BROWSER.click("document.querySelector('.box')")
         self.assertEqual(self.path(), ["All products", "Fernlight Editor", "core"])
         self.assertEqual([label for label, _ in self.boxes()],
-                         ["engine: 1.5 MiB, 71 % of core", "fonts: 640.0 KiB, 29 % of core"])
+                         ["engine: 1.5 MiB, 71 % of what is drawn", "fonts: 640.0 KiB, 29 % of what is drawn"])
         BROWSER.click("document.querySelector('#treemap-path button')")
         self.assertEqual(self.path(), ["All products"])
         self.assertEqual(len(self.boxes()), 2)
@@ -223,7 +224,7 @@ class Zoom(PageTest):
         BROWSER.evaluate("document.querySelectorAll('.box')[1].dispatchEvent("
                          "new PointerEvent('pointerover', {bubbles: true}))")
         self.assertEqual(self.texts("#treemap-status"),
-                         ["Fernlight Viewer: 2.1 MiB, 47 % of All products, 2 components"])
+                         ["Fernlight Viewer: 2.1 MiB, 47 % of what is drawn, 2 components"])
 
 
 class SearchAndSort(PageTest):
@@ -457,6 +458,32 @@ class OddNumbers(PageTest):
         self.search(2, "vast_p")
         BROWSER.click("document.querySelector('#panel-2 tr.row')")
         self.assertIn("9,000,000,000,000,000,000 bytes", self.texts("#panel-2 .details dd"))
+
+    def test_are_drawn_with_the_figures_of_the_tables(self):
+        self.open("odd", documents.make_odd())
+        self.assertEqual(self.texts("#treemap-status"), ["All products: beyond 64 bits"])
+        self.assertEqual([label for label, _ in self.boxes()], [
+            "Vast: beyond 64 bits, 100 % of what is drawn, 1 component",
+            "Small: 693 bytes, under 1 % of what is drawn, 2 components"])
+
+    def test_of_two_packages_with_one_key_are_drawn_once_in_a_product(self):
+        self.open("colliding", documents.make_colliding())
+        self.assertEqual(self.texts("#figures .large")[0], "1,000 bytes")
+        self.assertEqual(self.texts("#treemap-status"), ["All products: 1,000 bytes"])
+        self.assertEqual([label for label, _ in self.boxes()], [
+            "Both: 1,000 bytes, 50 % of what is drawn, 2 components",
+            "Second: 1,000 bytes, 50 % of what is drawn, 1 component"])
+        BROWSER.click("document.querySelector('.box')")
+        self.assertEqual(sorted(label for label, _ in self.boxes()), [
+            "a: 700 bytes, 70 % of what is drawn, 1 package",
+            "a_b: 1,000 bytes, 30 % of what is drawn, 2 packages"])
+
+    def test_that_are_none_above_zero_leave_no_picture_and_say_so(self):
+        self.open("zero", documents.make_document(
+            {"a": {"delete": {}, "extract": {"b": documents.extracted(0)}}},
+            {"P": {"delete": [], "extract": ["a"]}}))
+        self.assertEqual(self.texts("#treemap"),
+                         ["Nothing that is fetched has a size above zero."])
 
     def test_beyond_64_bits_are_told_and_sorted_as_what_they_are(self):
         self.open("beyond", documents.make_beyond())

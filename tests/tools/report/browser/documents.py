@@ -100,6 +100,15 @@ def make_odd():
          "Nothing": {"delete": ["a"], "extract": []}})
 
 
+def make_colliding():
+    """Packages of two components with one key; the first one's size counts in each product."""
+    return make_document(
+        {"a": {"delete": {}, "extract": {"b_c": extracted(700)}},
+         "a_b": {"delete": {}, "extract": {"c": extracted(900), "d": extracted(300)}}},
+        {"Both": {"delete": [], "extract": ["a", "a_b"]},
+         "Second": {"delete": [], "extract": ["a_b"]}})
+
+
 def make_beyond():
     """Sums beyond 64 bits at both ends, and what lies between."""
     sizes = {"deep": [-9e18, -9e18], "plain": [1000, 24], "large": [4.5e18], "vast": [9e18, 9e18]}

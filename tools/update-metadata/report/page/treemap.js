@@ -57,16 +57,14 @@ function squarify(weights, x, y, width, height) {
   return rectangles;
 }
 
-// Of a node: what it is called, how much it weighs, and its parts, made when they are asked for,
-// the heaviest first. What weighs nothing is no part. `leaf` is the row of a package.
-function makeNode(name, kind, weight, listParts, leaf = null) {
+// Of a node: what it is called; `figure`, the bytes that the data tell of it; `weight`, the bytes
+// that are drawn of it; `size`, how many parts it has; and its parts that weigh something, made
+// when they are asked for, the heaviest first. `leaf` is the row of a package.
+function makeNode({listParts = () => [], ...properties}) {
   let parts = null;
   return {
-    name,
-    kind,
-    weight,
-    leaf,
     hue: FIRST_HUE,
+    ...properties,
     parts() {
       parts = parts || listParts().filter((part) => part.weight > 0)
                           .sort((left, right) => right.weight - left.weight);
@@ -76,25 +74,64 @@ function makeNode(name, kind, weight, listParts, leaf = null) {
 }
 
 function weigh(nodes) {
-  return nodes.reduce((sum, node) => sum + Math.max(node.weight, 0), 0);
+  return nodes.reduce((sum, node) => sum + node.weight, 0);
 }
 
+function weightOf(row) {
+  return Math.max(row.fetch, 0);
+}
+
+function makePackageNode(row) {
+  return makeNode({name: row.name, kind: 'package', figure: row.fetch, weight: weightOf(row),
+                   leaf: row});
+}
+
+/** A component of which `rows` are drawn. */
+function makeComponentNode({name, bytesToFetch, extracted}, rows) {
+  return makeNode({
+    name,
+    kind: 'component',
+    figure: bytesToFetch,
+    weight: rows.reduce((sum, row) => sum + weightOf(row), 0),
+    size: extracted.length,
+    listParts: () => rows.map(makePackageNode),
+  });
+}
+
+/** Of each component, the rows that another one extracts, too. */
+function listSharedRows() {
+  const extractions = new Map();
+  for (const row of components.flatMap(({extracted}) => extracted)) {
+    extractions.set(row, (extractions.get(row) || 0) + 1);
+  }
+  return components.map(({extracted}) => extracted.filter((row) => extractions.get(row) > 1));
+}
+
+/** The tree of what is drawn: a package once in each product, in the first component that has it. */
 function makeTree() {
-  const componentNodes = components.map((component) => {
-    const nodes = component.extracted.map(
-        (row) => makeNode(row.name, 'package', row.fetch, () => [], row));
-    return makeNode(component.name, 'component', weigh(nodes), () => nodes);
-  });
+  const whole = components.map((component) => makeComponentNode(component, component.extracted));
+  const shared = listSharedRows();
   const productNodes = products.map((product) => {
-    const named = product.componentsToExtract.map((index) => componentNodes[index]);
-    return makeNode(product.name, 'product', weigh(named), () => named);
+    const drawn = new Set();
+    const named = product.componentsToExtract.map((index) => {
+      const repeated = new Set(shared[index].filter((row) => drawn.has(row)));
+      shared[index].forEach((row) => drawn.add(row));
+      const {extracted} = components[index];
+      return repeated.size === 0
+          ? whole[index]
+          : makeComponentNode(components[index], extracted.filter((row) => !repeated.has(row)));
+    });
+    return makeNode({name: product.name, kind: 'product', figure: product.bytesToFetch,
+                     weight: weigh(named), size: named.length, listParts: () => named});
   });
-  return makeNode('All products', 'update', weigh(productNodes), () => productNodes);
+  return makeNode({name: 'All products', kind: 'update', figure: totals.bytesToFetch,
+                   weight: weigh(productNodes), listParts: () => productNodes});
 }
 
 /** One node for several, which are too small to be drawn each. */
 function bundle(nodes, name) {
-  return makeNode(name, 'bundle', weigh(nodes), () => nodes);
+  const weight = weigh(nodes);
+  return makeNode({name, kind: 'bundle', figure: weight, weight, listParts: () => nodes});
 }
 
 /** The parts that are drawn in an area: the heaviest, and one for all that are too small. */
@@ -224,15 +261,15 @@ class Treemap {
 
   /** Says what a box holds: on its label, and below the picture while it is looked at. */
   describe(node) {
-    const parts = {update: 'product', product: 'component', component: 'package'}[node.kind];
-    const within = parts ? `, ${counted(node.parts().length, parts)}` : '';
+    const parts = {product: 'component', component: 'package'}[node.kind];
+    const within = parts ? `, ${counted(node.size, parts)}` : '';
     const part = share(node.weight, this.current.weight);
-    return `${node.name}: ${readable(node.weight)}, ${part} of ${this.current.name}${within}`;
+    return `${node.name}: ${readable(node.figure)}, ${part} of what is drawn${within}`;
   }
 
   tell(node) {
     this.status.textContent =
-        node ? this.describe(node) : `${this.current.name}: ${readable(this.current.weight)}`;
+        node ? this.describe(node) : `${this.current.name}: ${readable(this.current.figure)}`;
   }
 
   draw() {
@@ -244,7 +281,9 @@ class Treemap {
     const isEmpty = !(this.current.weight > 0);
     this.host.classList.toggle('empty', isEmpty);
     if (isEmpty) {
-      this.host.textContent = 'Nothing is fetched.';
+      this.host.textContent = totals.packagesToExtract === 0
+          ? 'Nothing is fetched.'
+          : 'Nothing that is fetched has a size above zero.';
     } else if (width > 0 && height > 0) {
       this.host.replaceChildren(...this.drawBoxes(width, height));
     }
@@ -277,7 +316,7 @@ class Treemap {
                               height: `${height}px`});
     if (width > 40 && height > 18) {
       box.append(make('span', {className: 'label'}, make('b', {textContent: node.name}),
-                      ` ${readable(node.weight)}`));
+                      ` ${readable(node.figure)}`));
     }
     if (node.kind !== 'bundle') {
       this.drawInner(box, node, width - 6, height - HEAD_HEIGHT - 5);
@@ -343,9 +382,9 @@ class Treemap {
       return '';
     }
     const largest = parts.slice(0, MOST_PARTS_IN_WORDS).map(
-        (part) => `${part.name} ${readable(part.weight)} (${share(part.weight, weight)})`);
+        (part) => `${part.name} ${readable(part.figure)} (${share(part.weight, weight)})`);
     const others = parts.length - largest.length;
     const more = others > 0 ? ` and ${counted(others, 'other')}` : '';
-    return `The largest parts: ${largest.join(', ')}${more}. The tables below list all of them.`;
+    return `The largest parts of what is drawn: ${largest.join(', ')}${more}. The tables below list all of them.`;
   }
 }
