@@ -47,6 +47,7 @@ TEST(ReportData, TellEverythingAboutASample) {
     "arch": "x86_64",
     "totals": {"packagesToExtract": 5, "packagesToDelete": 2, "bytesToFetch": "2499477",
                "bytesUnpacked": "5842944", "bytesDeleted": "278528", "filesToDelete": 2},
+    "doubtfulSizes": null,
     "packagesToExtract": [["core_engine", 1572864, 4194304], ["core_fonts", 655360, 901120],
                           ["editor_spelling", 222208, 614400], ["editor_toolbox", 48128, 131072],
                           ["viewer_slideshow", 917, 2048]],
@@ -83,8 +84,9 @@ TEST(ReportData, HaveEveryMemberForADocumentThatUpdatesNothing) {
             R"({"version":1,"file":"","base":{"family":"","version":""},)"
             R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
             R"("totals":{"packagesToExtract":0,"packagesToDelete":0,"bytesToFetch":"0",)"
-            R"("bytesUnpacked":"0","bytesDeleted":"0","filesToDelete":0},"packagesToExtract":[],)"
-            R"("packagesToDelete":[],"components":[],"products":[],"componentsWithFiles":[],)"
+            R"("bytesUnpacked":"0","bytesDeleted":"0","filesToDelete":0},"doubtfulSizes":null,)"
+            R"("packagesToExtract":[],"packagesToDelete":[],"components":[],)"
+            R"("products":[],"componentsWithFiles":[],)"
             R"("findings":[],"omittedFindings":0})");
 }
 
@@ -108,6 +110,18 @@ TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsByItsBound) {
   EXPECT_EQ(data["products"][0]["bytesToFetch"], "0");
   EXPECT_EQ(data["products"][0]["baseCode"], nullptr);
   EXPECT_EQ(data["packagesToDelete"], Json::parse(R"([["c_1",9223372036854775807]])"));
+}
+
+TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
+  Contents contents;
+  contents.packagesToExtract = {{u"c_1", -7, 1}, {u"c_2", 1, 1}};
+  contents.packagesToDelete = {{u"c_3", std::numeric_limits<std::int64_t>::min(), 0}};
+  contents.components = {{u"c", {0}, {0, 1}}};
+  const Json data = Json::parse(makeReportData(u"", contents, faultless()));
+  EXPECT_EQ(data["doubtfulSizes"],
+            "'!' marks doubtful sizes: 1 package with a negative size, 1 package with a size that "
+            "does not fit into 64 bits and was taken for -9223372036854775808. The sums count them "
+            "as they stand.");
 }
 
 TEST(ReportData, ReplaceHalvesOfCharactersAndKeepEverythingElse) {

@@ -9,6 +9,7 @@
 
 #include "Text.h"
 #include "source/LineIndex.h"
+#include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/Totals.h"
 
@@ -138,6 +139,8 @@ std::string makeReportData(const std::u16string& file, const Contents& contents,
   Json& totals = data["totals"];
   addSums(tally.totalsOfAll(), totals);
   totals["filesToDelete"] = countFilesToDelete(contents);
+  const DoubtfulSizes doubtful = countDoubtfulSizes(contents, tally.selectAll());
+  data["doubtfulSizes"] = doubtful.areAny() ? Json(describe(doubtful)) : Json(nullptr);
   data["packagesToExtract"] = listPackagesToExtract(contents);
   data["packagesToDelete"] = listPackagesToDelete(contents);
   data["components"] = listComponents(contents, tally);

@@ -450,14 +450,37 @@ class OddNumbers(PageTest):
         self.choose_tab(2)
         self.assertEqual(sorted(self.rows(2)), [
             ["a_b_c", "a, a_b", "1", "700 bytes", "2.1 KiB", "\u2013"],
-            ["a_below", "a", "1", "-7 bytes", "-21 bytes", "\u2013"],
+            ["a_below", "a", "1", "! -7 bytes", "! -21 bytes", "\u2013"],
             ["a_nothing", "a", "1", "0 bytes", "0 bytes", "\u2013"],
-            ["a_x", "a", "2", "\u2013", "\u2013", "-5 bytes"],
+            ["a_x", "a", "2", "\u2013", "\u2013", "! -5 bytes"],
             ["vast_p", "vast", "1", "7.8 EiB", "7.8 EiB", "\u2013"],
             ["vast_q", "vast", "1", "7.8 EiB", "1 byte", "\u2013"]])
         self.search(2, "vast_p")
         BROWSER.click("document.querySelector('#panel-2 tr.row')")
         self.assertIn("9,000,000,000,000,000,000 bytes", self.texts("#panel-2 .details dd"))
+
+    def test_that_no_package_can_have_are_marked_explained_and_counted(self):
+        self.open("doubtful", documents.make_document(
+            {"c": {"delete": {}, "extract": {"a": documents.extracted(5, 5),
+                                             "b": documents.extracted(1e300, -2)}}},
+            {"P": {"delete": [], "extract": ["c"]}}))
+        self.choose_tab(2)
+        self.assertEqual(self.rows(2), [
+            ["c_a", "c", "1", "5 bytes", "5 bytes", "\u2013"],
+            ["c_b", "c", "1", "! -8.0 EiB", "! -2 bytes", "\u2013"]])
+        truncated = ("A size that does not fit into 64 bits: it was taken for "
+                     "-9223372036854775808.")
+        self.assertEqual(
+            BROWSER.evaluate("[...document.querySelectorAll('#panel-2 tr.row')].map("
+                             "(row) => [row.children[3].title, row.children[4].title])"),
+            [["5 bytes", "5 bytes"], [truncated, "A size below zero."]])
+        BROWSER.click("document.querySelectorAll('#panel-2 tr.row')[1]")
+        self.assertEqual(self.texts("#panel-2 .details dd"), [
+            "c_b", "c", "-9,223,372,036,854,775,808 bytes", truncated, "-2 bytes",
+            "A size below zero.", "P"])
+        self.assertEqual(self.texts("#tables-note"), [
+            "'!' marks doubtful sizes: 1 package with a size that does not fit into 64 bits and was "
+            "taken for -9223372036854775808. The sums count them as they stand."])
 
     def test_are_drawn_with_the_figures_of_the_tables(self):
         self.open("odd", documents.make_odd())

@@ -124,6 +124,16 @@ function sizeColumn(title, get) {
   };
 }
 
+/** A column of sizes of packages: marks those that are doubtful. */
+function packageSizeColumn(title, get) {
+  const column = sizeColumn(title, get);
+  return {
+    ...column,
+    text: (row) => doubtOf(get(row)) ? `! ${column.text(row)}` : column.text(row),
+    hint: (row) => doubtOf(get(row)),
+  };
+}
+
 function numberColumn(title, get) {
   return {
     title,
@@ -198,11 +208,13 @@ function makePackageTable() {
     {title: 'Component', className: 'minor', width: '11rem',
      text: (row) => componentsOf(row).join(', ')},
     numberColumn('Products', (row) => productsOf(row).length),
-    sizeColumn('To fetch', (row) => row.fetch),
-    sizeColumn('Unpacked', (row) => row.unpacked),
-    sizeColumn('Freed', (row) => row.freed),
+    packageSizeColumn('To fetch', (row) => row.fetch),
+    packageSizeColumn('Unpacked', (row) => row.unpacked),
+    packageSizeColumn('Freed', (row) => row.freed),
   ];
-  const maybe = (term, bytes) => bytes === null ? [] : [[term, exact(bytes)]];
+  const maybe = (term, bytes) => bytes === null
+      ? []
+      : [[term, exact(bytes), ...[doubtOf(bytes)].filter(Boolean)]];
   return new DataTable('Packages', columns, packages, (row) => [
     ['Package', row.key],
     ['Component', ...componentsOf(row)],
@@ -289,6 +301,7 @@ setUpTheme();
 showHead();
 showFigures();
 showBars();
+byId('tables-note').textContent = contents.doubtfulSizes || '';
 const PACKAGES = 2;
 const tabs = new Tabs([
   {title: 'Products', rows: products.length, makeTable: makeProductTable},

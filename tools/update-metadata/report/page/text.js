@@ -38,6 +38,17 @@ function exact(bytes) {
   return isBeyond(bytes) ? TOO_LARGE : counted(BigInt(bytes), 'byte');
 }
 
+// What stands for a size that does not fit into 64 bits.
+const TRUNCATED = -(2 ** 63);
+
+/** Why a size of a package is none that it can have; nothing if it may be. */
+function doubtOf(bytes) {
+  if (bytes === TRUNCATED) {
+    return `A size that does not fit into 64 bits: it was taken for ${BigInt(TRUNCATED)}.`;
+  }
+  return bytes < 0 ? 'A size below zero.' : '';
+}
+
 /** Tells a number of things: "1 package", "1,200 packages". */
 function counted(number, thing) {
   return `${number.toLocaleString('en')} ${thing}${number == 1 || number == -1 ? '' : 's'}`;
