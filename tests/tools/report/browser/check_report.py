@@ -189,7 +189,8 @@ class Zoom(PageTest):
         BROWSER.click("document.querySelector('.box')")
         self.assertEqual(self.path(), ["All products", "Fernlight Editor", "core"])
         self.assertEqual([label for label, _ in self.boxes()],
-                         ["engine: 1.5 MiB, 71 % of what is drawn", "fonts: 640.0 KiB, 29 % of what is drawn"])
+                         ["engine: 1.5 MiB, 71 % of what is drawn",
+                          "fonts: 640.0 KiB, 29 % of what is drawn"])
         BROWSER.click("document.querySelector('#treemap-path button')")
         self.assertEqual(self.path(), ["All products"])
         self.assertEqual(len(self.boxes()), 2)
@@ -479,8 +480,8 @@ class OddNumbers(PageTest):
             "c_b", "c", "-9,223,372,036,854,775,808 bytes", truncated, "-2 bytes",
             "A size below zero.", "P"])
         self.assertEqual(self.texts("#tables-note"), [
-            "'!' marks doubtful sizes: 1 package with a size that does not fit into 64 bits and was "
-            "taken for -9223372036854775808. The sums count them as they stand."])
+            "'!' marks doubtful sizes: 1 package with a size that does not fit into 64 bits and "
+            "was taken for -9223372036854775808. The sums count them as they stand."])
 
     def test_are_drawn_with_the_figures_of_the_tables(self):
         self.open("odd", documents.make_odd())

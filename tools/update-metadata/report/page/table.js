@@ -11,10 +11,10 @@ function isNumber({className = ''}) {
 /**
  * A table of any number of rows that can be searched and sorted; only the rows in view are there.
  *
- * A column is {title, text(row), value(row), hint(row), width, className, style(row)}: `text` is what a cell
- * shows, and what is sorted, unless `value` gives a number to sort by; what is not of the class
- * "number" is searched; `hint` is what a cell tells when it is pointed at, if not its text;
- * `style` is the class of one cell. `explain(row)` gives what is said about
+ * A column is {title, text(row), value(row), hint(row), width, className, style(row)}: `text` is
+ * what a cell shows, and what is sorted, unless `value` gives a number to sort by; what
+ * is not of the class "number" is searched; `hint` is what a cell tells when it is pointed at, if
+ * not its text; `style` is the class of one cell. `explain(row)` gives what is said about
  * the row that is chosen, as lists of a term and its descriptions.
  */
 class DataTable {

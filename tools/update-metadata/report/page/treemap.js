@@ -107,7 +107,7 @@ function listSharedRows() {
   return components.map(({extracted}) => extracted.filter((row) => extractions.get(row) > 1));
 }
 
-/** The tree of what is drawn: a package once in each product, in the first component that has it. */
+/** What is drawn: a package once in each product, in the first component that has it. */
 function makeTree() {
   const whole = components.map((component) => makeComponentNode(component, component.extracted));
   const shared = listSharedRows();
@@ -385,6 +385,7 @@ class Treemap {
         (part) => `${part.name} ${readable(part.figure)} (${share(part.weight, weight)})`);
     const others = parts.length - largest.length;
     const more = others > 0 ? ` and ${counted(others, 'other')}` : '';
-    return `The largest parts of what is drawn: ${largest.join(', ')}${more}. The tables below list all of them.`;
+    return `The largest parts of what is drawn: ${largest.join(', ')}${more}. ` +
+        'The tables below list all of them.';
   }
 }
