@@ -191,10 +191,10 @@ const Refusal kRefusals[] = {
      "\"componentsWithFilesDeleted\" at the top of the document"},
     {"MissingMember", R"({"metadata":{}})",
      "Invalid data provided for 'arch'; correct the document: that member is missing somewhere or "
-     "has a value of the wrong kind"},
+     "has a value of the wrong kind; 'update-metadata lint' tells where"},
     {"NullMember", R"({"metadata":{"arch":null}})",
      "invalid conversion: null to string; correct the document: some value, maybe a missing one, "
-     "has the first kind and must have the second"},
+     "has the first kind and must have the second; 'update-metadata lint' tells where"},
 };
 INSTANTIATE_TEST_SUITE_P(Texts, Refusals, ::testing::ValuesIn(kRefusals),
                          [](const auto& row) { return row.param.name; });

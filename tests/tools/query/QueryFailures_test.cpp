@@ -124,14 +124,15 @@ const RefusedDocument kRefusedDocuments[] = {
      {},
      "Invalid data provided for 'arch'\n"
      "update-metadata: 'x.json' could not be loaded; correct the document: that member is missing "
-     "somewhere or has a value of the wrong kind\n"},
+     "somewhere or has a value of the wrong kind; 'update-metadata lint' tells where\n"},
     {"NullMember",
      "x.json",
      R"({"metadata":{"arch":null}})",
      {},
      "invalid conversion: null to string\n"
      "update-metadata: 'x.json' could not be loaded; correct the document: some value, maybe a "
-     "missing one, has the first kind and must have the second\n"},
+     "missing one, has the first kind and must have the second; 'update-metadata lint' tells "
+     "where\n"},
     {"BadProductData",
      "good.json",
      "",

@@ -12,10 +12,10 @@ never closed, a comment.
 
 The library reads nothing of such a document and fails with
 "Error while parsing PATH". Its text reader knows more; the linter shows that
-message in full. A comma before a closing bracket, a missing one before a string, and
-comments are reported and passed over, up to twenty of them. Behind any other
-fault nothing is judged, because nobody knows what was meant; and where a bracket
-or a quotation mark may be the fault, nothing before it either.
+message in full. A comma before a closing bracket, a missing one before a
+string, and comments are reported and passed over, up to twenty of them. Behind
+any other fault nothing is judged, because nobody knows what was meant; and
+where a bracket or a quotation mark may be the fault, nothing before it either.
 
     {"delete": ["core",], "extract": []}
 
