@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "lint/Words.h"
+
 namespace update_metadata_tool {
 namespace {
 
@@ -155,6 +157,9 @@ std::vector<Finding> FindingList::take(const SourceTree& tree) {
       entry.finding.pointer = entry.isBeside
                                   ? pointers.pointerAround(entry.node, entry.finding.offset)
                                   : pointers.pointerTo(entry.node);
+      if (entry.finding.item.empty()) {
+        entry.finding.item = describePlace(entry.finding.pointer);
+      }
     }
   }
   const auto byPlace = [](const Entry& left, const Entry& right) {

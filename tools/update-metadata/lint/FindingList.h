@@ -15,7 +15,7 @@ namespace update_metadata_tool {
 struct FindingWords {
   std::string message;
   std::string advice;
-  std::string item = {};  ///< what the value is, in words; may be empty
+  std::string item = {};  ///< what the value is, in words; told by its place if this is empty
   std::vector<RelatedPlace> related = {};
 };
 

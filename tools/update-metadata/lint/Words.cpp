@@ -1,9 +1,31 @@
 #include "lint/Words.h"
 
+#include <vector>
+
 namespace update_metadata_tool {
 namespace {
 
 constexpr std::size_t kLongestQuote = 60;
+
+// The names that a pointer leads through, at most the first four.
+std::vector<std::string> firstNames(std::string_view pointer) {
+  constexpr std::size_t kMost = 4;
+  std::vector<std::string> names;
+  for (std::size_t at = 0; at < pointer.size(); ++at) {
+    if (pointer[at] == '/') {
+      if (names.size() == kMost) {
+        break;
+      }
+      names.emplace_back();
+    } else if (pointer[at] == '~' && at + 1 < pointer.size()) {
+      ++at;
+      names.back() += pointer[at] == '1' ? '/' : '~';
+    } else {
+      names.back() += pointer[at];
+    }
+  }
+  return names;
+}
 
 bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -53,6 +75,30 @@ std::string describeProduct(std::string_view product) {
 std::string describePackage(std::string_view package, const char* what,
                             std::string_view component) {
   return "package " + quote(package) + ' ' + what + " of component " + quote(component);
+}
+
+std::string describePlace(std::string_view pointer) {
+  const std::vector<std::string> names = firstNames(pointer);
+  const std::size_t depth = names.size();
+  if (depth >= 2 && names[0] == "metadata" && (names[1] == "target" || names[1] == "base")) {
+    return names[1] + " release";
+  }
+  if (depth >= 2 && names[0] == "products") {
+    return describeProduct(names[1]);
+  }
+  if (depth >= 4 && names[0] == "components" && (names[2] == "delete" || names[2] == "extract")) {
+    return describePackage(names[3], ("to " + names[2]).c_str(), names[1]);
+  }
+  if (depth >= 3 && names[0] == "componentsWithFilesDeleted") {
+    return describePackage(names[2], "with files to delete", names[1]);
+  }
+  if (depth >= 2 && (names[0] == "components" || names[0] == "componentsWithFilesDeleted")) {
+    return describeComponent(names[1]);
+  }
+  const bool isSection =
+      depth >= 1 && (names[0] == "metadata" || names[0] == "components" || names[0] == "products" ||
+                     names[0] == "componentsWithFilesDeleted");
+  return isSection ? "section " + quote(names[0]) : "";
 }
 
 }  // namespace update_metadata_tool

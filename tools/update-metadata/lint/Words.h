@@ -21,4 +21,8 @@ std::string describeProduct(std::string_view product);
 /// \param what  "to delete", "to extract" or "with files to delete"
 std::string describePackage(std::string_view package, const char* what, std::string_view component);
 
+/// What the value at a JSON Pointer is or belongs to, in words, as far as the pointer tells; empty
+/// for the document itself and for what is not read.
+std::string describePlace(std::string_view pointer);
+
 }  // namespace update_metadata_tool
