@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -216,6 +217,12 @@ class ReferenceChecks {
     return document_.isA(SourceKind::kObject, component) ? component : kNever;
   }
 
+  struct Package {
+    const NameTable::Entry* component;
+    std::string_view name;
+    std::size_t key;
+  };
+
   // A component whose name others continue, and its packages once they are needed.
   struct Beginning {
     const NameTable::Entry* component;
@@ -242,6 +249,9 @@ class ReferenceChecks {
       }
       beginnings.push_back({&longer});
     }
+    for (auto& [key, packages] : std::exchange(collisions_, {})) {
+      reportCollision(key, packages, member);
+    }
   }
 
   void checkPair(Beginning& beginning, const NameTable::Entry& longer, const char* member) {
@@ -264,42 +274,52 @@ class ReferenceChecks {
       const std::size_t other = packages.find(rest + std::string(package));
       if (other != kNever) {
         const NameTable::Entry& same = packages.entries()[other];
-        reportCollision({shorter, same.name, same.key}, {longer, package, key}, member);
+        std::vector<Package>& colliding =
+            collisions_[std::string(longer.name) + '_' + std::string(package)];
+        colliding.push_back({&shorter, same.name, same.key});
+        colliding.push_back({&longer, package, key});
       }
     });
   }
 
-  struct Package {
-    const NameTable::Entry& component;
-    std::string_view name;
-    std::size_t key;
-  };
-
   // Where in the model a component comes first; kNever if it does not.
   std::size_t rankOf(const NameTable::Entry& component, const char* member) const {
     if (member == nullptr) {
-      return component.key;  // every component with files comes into the model
+      return 0;  // every component with files comes into the model, in the order of their names
     }
     const Use& use = uses_[components_.find(component.name)];
     return *member == 'd' ? use.toDelete : use.toExtract;
   }
 
-  void reportCollision(const Package& left, const Package& right, const char* member) {
-    const bool isOrdered = member != nullptr;
-    const std::size_t leftRank = rankOf(left.component, member);
-    const std::size_t rightRank = rankOf(right.component, member);
-    // Components with files come in the order of their names, so the shorter one first.
-    const bool isLeftFirst = isOrdered ? leftRank <= rightRank : true;
-    const Package& kept = isLeftFirst ? left : right;
-    const Package& lost = isLeftFirst ? right : left;
-    const bool isInModel = leftRank != kNever && rightRank != kNever;
+  // Reports all packages of one key but the one that the answers keep, the first in the model.
+  void reportCollision(const std::string& key, std::vector<Package>& packages, const char* member) {
+    const auto isBefore = [&](const Package& left, const Package& right) {
+      const std::size_t leftRank = rankOf(*left.component, member);
+      const std::size_t rightRank = rankOf(*right.component, member);
+      return std::tie(leftRank, left.component->name) < std::tie(rightRank, right.component->name);
+    };
+    const auto isSame = [](const Package& left, const Package& right) {
+      return left.key == right.key;
+    };
+    std::sort(packages.begin(), packages.end(), isBefore);
+    packages.erase(std::unique(packages.begin(), packages.end(), isSame), packages.end());
+    const Package& kept = packages.front();
+    for (const Package& lost : packages) {
+      if (lost.key != kept.key) {
+        reportLost(key, kept, lost, member);
+      }
+    }
+  }
+
+  void reportLost(const std::string& key, const Package& kept, const Package& lost,
+                  const char* member) {
     const char* const what = member == nullptr ? "with files to delete"
                              : *member == 'd'  ? "to delete"
                                                : "to extract";
     std::string message = "this package has the same key as " +
-                          describePackage(kept.name, what, kept.component.name) + ", " +
-                          quote(std::string(kept.component.name) + '_' + std::string(kept.name));
-    if (!isInModel) {
+                          describePackage(kept.name, what, kept.component->name) + ", " +
+                          quote(key);
+    if (rankOf(*lost.component, member) == kNever) {
       message += "; no product names both components yet";
     } else if (member == nullptr) {
       message += "; the answers keep the files and the size of that one and lose these";
@@ -311,7 +331,7 @@ class ReferenceChecks {
     findings_.add(Rule::kPackageKeyCollision, tree_, lost.key,
                   {std::move(message),
                    "rename one of the components or packages",
-                   describePackage(lost.name, what, lost.component.name),
+                   describePackage(lost.name, what, lost.component->name),
                    {{tree_[kept.key].begin, "the package that comes first stands here"}}});
   }
 
@@ -358,6 +378,7 @@ class ReferenceChecks {
   FindingList& findings_;
   NameTable components_;
   std::vector<Use> uses_;  // by the components' places in their table
+  std::map<std::string, std::vector<Package>> collisions_;  // by key
   std::vector<ProductWork> works_;
   std::size_t named_ = 0;         // how many components have been named
   bool isEveryNameKnown_ = true;  // no product is broken, so that it might name any component
