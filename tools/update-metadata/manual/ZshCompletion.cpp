@@ -5,7 +5,7 @@
 namespace update_metadata_tool {
 namespace {
 
-// Text inside single quotes, in a specification of _arguments or _describe.
+// Text inside single quotes, in an argument of _arguments or _describe.
 std::string inQuotes(std::string_view text) {
   std::string result;
   for (const char character : text) {
