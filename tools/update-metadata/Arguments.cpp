@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <system_error>
 
+#include <CLI/CLI.hpp>
+
 #include "Text.h"
 
 namespace update_metadata_tool {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include <CLI/CLI.hpp>
+#include "CommandLineFwd.h"
 
 namespace update_metadata_tool {
 

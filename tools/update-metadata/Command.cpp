@@ -1,5 +1,7 @@
 #include "Command.h"
 
+#include <CLI/CLI.hpp>
+
 #include "diff/DiffCommand.h"
 #include "fmt/FmtCommand.h"
 #include "lint/LintCommand.h"
@@ -10,6 +12,13 @@
 #include "show/ShowCommand.h"
 
 namespace update_metadata_tool {
+
+Command::Command(CLI::App& app, const std::string& name, const std::string& description)
+    : subcommand_(*app.add_subcommand(name, description)) {}
+
+bool Command::isChosen() const {
+  return subcommand_.parsed();
+}
 
 std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
+#include "CommandLineFwd.h"
 #include "ExitCode.h"
 
 namespace update_metadata_tool {
@@ -22,7 +21,7 @@ class Command {
   Command& operator=(const Command&) = delete;
 
   /// Tells whether the parsed arguments name this subcommand.
-  bool isChosen() const { return subcommand_.parsed(); }
+  bool isChosen() const;
 
   /// Does its work, with its results on `out`, which is flushed, and its complaints on `err`.
   ///
@@ -36,8 +35,7 @@ class Command {
   virtual ExitCode troubleCode() const { return ExitCode::kFailed; }
 
  protected:
-  Command(CLI::App& app, const std::string& name, const std::string& description)
-      : subcommand_(*app.add_subcommand(name, description)) {}
+  Command(CLI::App& app, const std::string& name, const std::string& description);
 
   CLI::App& subcommand() { return subcommand_; }
 

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <CLI/CLI.hpp>
+
 #include "install/update_metadata_parser/Version.h"
 
 namespace update_metadata_tool {

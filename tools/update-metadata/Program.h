@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "CommandLineFwd.h"
 
 namespace update_metadata_tool {
 

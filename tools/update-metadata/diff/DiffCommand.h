@@ -4,8 +4,6 @@
 #include <optional>
 #include <string>
 
-#include <CLI/CLI.hpp>
-
 #include "Command.h"
 #include "ExitCode.h"
 

@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include <CLI/CLI.hpp>
+
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "Command.h"
 #include "ExitCode.h"
 #include "fmt/Layout.h"

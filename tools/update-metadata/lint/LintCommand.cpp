@@ -7,6 +7,8 @@
 #include <ostream>
 #include <variant>
 
+#include <CLI/CLI.hpp>
+
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"

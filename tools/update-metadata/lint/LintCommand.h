@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "Command.h"
 #include "ExitCode.h"
 #include "lint/ReportWriter.h"

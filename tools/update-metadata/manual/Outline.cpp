@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include <CLI/CLI.hpp>
+
 namespace update_metadata_tool {
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
+#include "CommandLineFwd.h"
 
 namespace update_metadata_tool {
 

@@ -4,6 +4,8 @@
 #include <ostream>
 #include <utility>
 
+#include <CLI/CLI.hpp>
+
 #include "Arguments.h"
 #include "Terminal.h"
 #include "Text.h"

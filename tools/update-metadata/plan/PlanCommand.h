@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "Command.h"
 #include "ExitCode.h"
 #include "plan/Plan.h"

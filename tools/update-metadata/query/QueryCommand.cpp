@@ -4,6 +4,8 @@
 #include <memory>
 #include <ostream>
 
+#include <CLI/CLI.hpp>
+
 #include "Advice.h"
 #include "Arguments.h"
 #include "Text.h"

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include <CLI/CLI.hpp>
+
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"

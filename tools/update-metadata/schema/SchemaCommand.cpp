@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include <CLI/CLI.hpp>
+
 #include "schema/SchemaText.h"
 
 namespace update_metadata_tool {

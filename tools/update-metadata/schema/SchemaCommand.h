@@ -2,8 +2,6 @@
 
 #include <iosfwd>
 
-#include <CLI/CLI.hpp>
-
 #include "Command.h"
 #include "ExitCode.h"
 

@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include <CLI/CLI.hpp>
+
 #include "Arguments.h"
 #include "Terminal.h"
 #include "Text.h"
