@@ -84,11 +84,13 @@ install_missing() {
   quietly apt-install "${apt[@]}" install --no-install-recommends "${missing[@]}"
 }
 
-# build_preset NAME: configures and builds a preset, quietly.
+# build_preset NAME [TARGET...]: configures a preset and builds it, or these targets of it, quietly.
 build_preset() {
+  local targets=()
+  (($# == 1)) || targets=(--target "${@:2}")
   say "Building build/$1"
   quietly "configure-$1" cmake --preset "$1"
-  quietly "build-$1" cmake --build --preset "$1"
+  quietly "build-$1" cmake --build --preset "$1" "${targets[@]}"
 }
 
 # run_exhaustive SUITES: runs the suites, a filter of the test library, of the tests that take minutes
@@ -96,9 +98,7 @@ build_preset() {
 run_exhaustive() {
   local shards share pids=() status=0 log=build/logs/exhaustive
   shards="$(nproc)"
-  say "Building build/release"
-  quietly configure-release cmake --preset release
-  quietly build-exhaustive cmake --build build/release --target exhaustive_tests
+  build_preset release exhaustive_tests
   say "Running $1 with $shards cores"
   for ((share = 0; share < shards; ++share)); do
     GTEST_TOTAL_SHARDS="$shards" GTEST_SHARD_INDEX="$share" \
