@@ -100,7 +100,7 @@ install(
   DIRECTORY docs examples
   DESTINATION "${UMP_INSTALL_DOCDIR}"
   COMPONENT documentation
-  REGEX "/docs/(CMakeLists.txt|.*[.]in)$" EXCLUDE)
+  REGEX "/docs/(CMakeLists.txt|.*[.]in|.*[.]dox)$" EXCLUDE)
 if(UMP_BUILD_REFERENCE)
   install(
     DIRECTORY "${PROJECT_BINARY_DIR}/docs/reference"

@@ -23,6 +23,7 @@ namespace install::update_metadata_parser {
 template <class Pkg>
 class KeyedPackages {
  public:
+  /// A package, as it is read in place.
   using Element = typename Pkg::Impl;
 
   /// Notes one component with its packages. Components come in model order.

@@ -11,8 +11,8 @@ constexpr std::u16string_view kKeySeparator = u"_";
 /// The two names whose package key, the component's name, the separator and the package's name, is
 /// compared without being built.
 struct PackageKey {
-  std::u16string_view component;
-  std::u16string_view package;
+  std::u16string_view component;  ///< name of the component
+  std::u16string_view package;    ///< name of the package
 
   /// Builds the key, with no memory to spare.
   std::u16string text() const;

@@ -15,8 +15,8 @@ namespace foundation::json {
 /// repeated in an object keeps its first value. In an object with a member "qztype" that names an
 /// integer type, the member "qzdata" is an array of 64-bit integers (json/TypedValues.h).
 ///
-/// Give the text away with std::move to save a copy; the result keeps it.
-///
+/// \param text           the whole of it; give it away with std::move to save a copy, because the
+///                       result keeps it
 /// \param allowComments  lets // and /* */ comments stand wherever white space may
 ///
 /// \throws ParserException     malformed text: code, byte offset, line and column (from 1)

@@ -31,8 +31,10 @@ class ParserException : public std::runtime_error {
   ParserException(const char* begin, const char* position, const char* end, ParseResult code,
                   std::string_view description);
 
-  // Copied where others would be moved, so that no exception is ever without its context.
+  /// Copied where others would be moved, so that no exception is ever without its context.
   ParserException(const ParserException&) noexcept = default;
+
+  /// As copying.
   ParserException& operator=(const ParserException&) noexcept = default;
 
   /// What is wrong; 0 if a value was read but is followed by something.

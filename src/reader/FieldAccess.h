@@ -21,6 +21,8 @@ namespace install::update_metadata_parser {
 /// A null passes the first test and fails in the conversion: so a null is told from a member that
 /// is absent or of another kind.
 ///
+/// \param key      of the member, in UTF-8
+/// \param object   where it is looked up
 /// \param context  put before the key in the message
 ///
 /// \throws std::runtime_error  "Invalid data provided for '...'": the member is absent or holds

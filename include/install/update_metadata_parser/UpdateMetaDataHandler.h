@@ -31,7 +31,9 @@ namespace install::update_metadata_parser {
 /// catalogue pass through, and so does std::bad_alloc, which leaves the tree as it was but for what
 /// had been attached to the root before.
 ///
-/// All strings are UTF-16 and are stored unchanged; all sizes are bytes.
+/// All strings are UTF-16 and are stored unchanged; all sizes are bytes. Every result is the
+/// caller's own copy, but for handles, which share the model. An operation that says no more of it
+/// takes constant time, but for copying strings, and throws std::bad_alloc alone.
 class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
  public:
   /// Sizes of packages to delete, by component name, then by package name.
@@ -135,7 +137,7 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// delete, also when `pkgs` is empty.
   ///
   /// A package of another handler's model is refused with the model framework's exception; the root
-  /// is then unchanged.
+  /// is then unchanged. Linear in `pkgs`.
   virtual void setComponentDataWithFilesToDelete(
       const std::u16string& name,
       const std::vector<datamodels::product_update::PkgDataWithFilesToDelete>& pkgs) const;
@@ -157,7 +159,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// Lists the packages to extract of the products whose name is getProductName(productBaseCode).
   ///
   /// Calls getProductName() once for each product of the model, not once for all; an empty model
-  /// never opens the catalogue. All products of that name contribute.
+  /// never opens the catalogue. All products of that name contribute. O(n log n) comparisons for
+  /// their n packages.
   virtual std::set<std::u16string> getComponentsToExtract(
       const std::u16string& productBaseCode, const std::u16string& productDataLocation);
 
@@ -172,14 +175,15 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Lists the packages with single files to delete: the files, then the package's size in bytes,
   /// by package key. A package without files has an entry with an empty set; of two packages with
-  /// one key the first in model order has the entry.
+  /// one key the first in model order has the entry. O(n log n) comparisons for n packages and
+  /// files.
   virtual std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>>
   getComponentsWithFilesToDelete() const;
 
   /// Tells each package to extract its size and its unpacked size in bytes, by package key.
   ///
   /// Nothing is added up: of two packages with one key, also in two products, the first in model
-  /// order keeps its two numbers.
+  /// order keeps its two numbers. O(n log n) comparisons for n packages.
   virtual std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>
   getUpdateSizeForComponentsToExtract() const;
 
@@ -202,6 +206,7 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
                                             const std::u16string& productDataLocation);
 
   /// Adds a component to delete to `product` for each name, with its packages, in the given order.
+  /// This and the next three: constant time for each package added.
   void setCompsToDelete(const datamodels::product_update::ProductDeltaData& product,
                         const std::vector<std::u16string>& names,
                         const PkgsToDelete& pkgsToDelete) const;

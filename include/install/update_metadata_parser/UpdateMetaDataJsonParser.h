@@ -20,6 +20,10 @@ namespace install::update_metadata_parser {
 ///
 /// All failures are exceptions, nothing is logged, and nothing is rolled back: what was handed to
 /// the handler before a failure stays there. A parser belongs to one thread at a time.
+///
+/// The operations that read a part of the document throw as parseUpdateMetaDataJson() does, and
+/// take time in proportion to what they read and make, as it does. They are not virtual, and nobody
+/// need call them: they are the steps of a load, for a derived parser that makes one of its own.
 class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
  public:
   /// Keeps a copy of `metaDataFilePath`, in UTF-16, and does nothing else: no input, no output.

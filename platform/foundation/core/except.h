@@ -25,7 +25,11 @@ class FOUNDATION_EXPORT IMsgIDException {
 
  protected:
   IMsgIDException() = default;
+
+  /// Copied by what derives from it alone.
   IMsgIDException(const IMsgIDException&) = default;
+
+  /// As copying.
   IMsgIDException& operator=(const IMsgIDException&) = default;
 };
 
@@ -36,11 +40,14 @@ class FOUNDATION_EXPORT IMsgIDException {
 template <class Message>
 class FOUNDATION_EXPORT Exception : public std::exception, public IMsgIDException {
  public:
+  /// Takes the message over and composes its text, once. \throws std::bad_alloc
   explicit Exception(Message message)
       : content_(std::make_shared<const Content>(Content{message.text(), std::move(message)})) {}
 
-  // Copied where others would be moved, so that no exception is ever without its message.
+  /// Copied where others would be moved, so that no exception is ever without its message.
   Exception(const Exception&) noexcept = default;
+
+  /// As copying.
   Exception& operator=(const Exception&) noexcept = default;
 
   /// The message with its arguments; lives as long as any copy of the exception.

@@ -14,7 +14,7 @@ namespace foundation::json::detail {
 /// A member is two slots, its key, which is a string, and its value.
 class MemberOrder {
  public:
-  static constexpr std::size_t kSlotsOfMember = 2;
+  static constexpr std::size_t kSlotsOfMember = 2;  ///< the key, then the value
 
   /// Finds the order of `count` members. Linear in the bytes that tell their keys apart, for each
   /// eight of which a key is looked at once, and n log n at most beyond that.

@@ -25,6 +25,7 @@ using ParseResult = int;
   RESULT(kEndOfText, 19, "Unexpected end of text")                                        \
   RESULT(kNoInteger, 20, "Expected an integer without fraction or exponent")
 
+/// The results, by name: kSuccess, and the failures of the table above.
 enum ParseResultCode : ParseResult {
 #define FOUNDATION_JSON_ENUMERATOR(NAME, NUMBER, DESCRIPTION) NAME = (NUMBER),
   FOUNDATION_JSON_PARSE_RESULTS(FOUNDATION_JSON_ENUMERATOR)

@@ -19,13 +19,22 @@ class SlotStack {
   SlotStack& operator=(const SlotStack&) = delete;
   ~SlotStack();
 
+  /// The number of slots.
   std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
 
+  /// The slot that was pushed first; valid until the next push() or truncate().
   const Rep* begin() const noexcept { return begin_; }
+
+  /// The end of the slots.
   const Rep* end() const noexcept { return end_; }
 
+  /// The slot at `place`, from 0. \pre `place` is less than size().
   Rep& operator[](std::size_t place) noexcept { return begin_[place]; }
+
+  /// The same, for reading.
   const Rep& operator[](std::size_t place) const noexcept { return begin_[place]; }
+
+  /// The slot that was pushed last. \pre there is one.
   const Rep& back() const noexcept { return end_[-1]; }
 
   /// Amortised constant time. \throws std::bad_alloc

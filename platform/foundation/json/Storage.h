@@ -12,9 +12,10 @@ class Storage;
 /// The head of a unit of memory that many containers' nodes share: memory of one size that begins
 /// at a multiple of that size.
 struct NodeUnit {
+  /// Of the whole unit, this head included.
   static constexpr std::size_t kBytes = std::size_t{16} << 10;
 
-  alignas(16) Storage* storage;
+  alignas(16) Storage* storage;  ///< of all nodes in the unit; not counted
 
   /// The head of the unit that `address` lies in.
   static NodeUnit* of(const void* address) noexcept {
@@ -41,6 +42,7 @@ class Storage {
     return *static_cast<Storage* const*>(nodes)[-1];
   }
 
+  /// Takes one more reference.
   void retain() noexcept { ++references_; }
 
   /// Drops a reference. The last one destroys this storage, and every other one that is held by it
@@ -48,7 +50,7 @@ class Storage {
   void release() noexcept;
 
  protected:
-  static constexpr std::size_t kUnitAlignment = 16;
+  static constexpr std::size_t kUnitAlignment = 16;  ///< of the first node in a unit, in bytes
 
   virtual ~Storage() = default;
 

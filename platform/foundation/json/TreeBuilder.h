@@ -34,29 +34,44 @@ class TreeBuilder {
   TreeBuilder& operator=(const TreeBuilder&) = delete;
   ~TreeBuilder();
 
+  /// The text, which stays where it is as long as the tree.
   std::string_view text() const noexcept;
 
-  /// Where keys and values begin and end in the text is of no use here.
+  /// Is told where a key begins in the text, which is of no use here.
   void beginKey(const char* /*position*/) const noexcept {}
+
+  /// Is told where a value begins in the text, which is of no use here.
   void beginValue(const char* /*position*/) const noexcept {}
+
+  /// Is told where a key or a value ends in the text, which is of no use here.
   void end(const char* /*position*/) const noexcept {}
 
+  /// Adds the value null. This and every addition: amortised constant time.
+  /// \throws std::bad_alloc
   void addNull() { push(traits<std::nullptr_t>::index, 0, {}); }
+
+  /// Adds a boolean.
   void addBoolean(bool boolean) {
     detail::Rep::Content content{};
     content.boolean = boolean;
     push(traits<bool>::index, 0, content);
   }
+
+  /// Adds a plain number.
   void addNumber(double number) {
     detail::Rep::Content content{};
     content.number = number;
     push(traits<double>::index, 0, content);
   }
+
+  /// Adds an element of a typed array of signed integers.
   void addInteger(std::int64_t integer) {
     detail::Rep::Content content{};
     content.signedInteger = integer;
     push(traits<std::int64_t>::index, 0, content);
   }
+
+  /// Adds an element of a typed array of unsigned integers.
   void addInteger(std::uint64_t integer) {
     detail::Rep::Content content{};
     content.unsignedInteger = integer;
@@ -107,6 +122,7 @@ class TreeBuilder {
   /// The name of the alternative of the value added last.
   const char* lastTypeName() const noexcept { return detail::typeNameOf(stack_.back().index()); }
 
+  /// Tells whether the value added last is a string.
   bool lastIsString() const noexcept { return stack_.back().index() == traits<std::string>::index; }
 
   /// The bytes of the value added last. \pre It is a string.

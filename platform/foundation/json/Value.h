@@ -22,10 +22,12 @@ struct Member;
 struct Undefined {};
 
 /// What is known of each of the ten alternatives: its place in the order of the type list, which is
-/// Value::index(), and the name that messages give it.
+/// Value::index(), and the name that messages give it. Both are constants of each specialisation,
+/// `index` and `name`.
 template <class T>
 struct traits;
 
+/// \cond the ten specialisations, of which the comment above tells
 template <>
 struct traits<Undefined> {
   static constexpr std::size_t index = 0;
@@ -76,6 +78,7 @@ struct traits<std::uint64_t> {
   static constexpr std::size_t index = 9;
   static constexpr const char* name = "uint64";
 };
+/// \endcond
 
 namespace detail {
 
@@ -84,7 +87,9 @@ class Storage;
 /// What a value consists of: 16 plain bytes. Rules for their use are those of Value and
 /// TreeBuilder.
 struct Rep {
+  /// The content of a scalar, or where that of a string, an array or an object begins.
   union Content {
+    /// \cond named for what they hold
     std::uint64_t unsignedInteger;
     std::int64_t signedInteger;
     double number;
@@ -93,19 +98,26 @@ struct Rep {
     const char* characters;
     const Value* elements;
     const Member* members;
+    /// \endcond
   };
 
-  static constexpr unsigned kSizeShift = 8;
-  static constexpr std::uint64_t kIndexMask = 0xF;
-  static constexpr std::uint64_t kOwns = 0x10;  // holds a reference on the storage of its content
+  static constexpr unsigned kSizeShift = 8;         ///< where the length begins in the tag
+  static constexpr std::uint64_t kIndexMask = 0xF;  ///< the bits of the tag that hold the index
+  static constexpr std::uint64_t kOwns = 0x10;      ///< set if there is a reference on the storage
 
-  Content content;
-  std::uint64_t tag;  // index, kOwns, and from bit 8 the length of a string, array or object
+  Content content;    ///< meaningless for undefined, for null and for what is empty
+  std::uint64_t tag;  ///< index, kOwns, and from bit 8 the length of a string, array or object
 
+  /// The number of the alternative.
   constexpr std::size_t index() const noexcept { return tag & kIndexMask; }
+
+  /// The length: of a string in bytes, of an array in elements, of an object in members; else 0.
   constexpr std::size_t size() const noexcept { return tag >> kSizeShift; }
+
+  /// Tells whether a reference on the storage of the content belongs to this.
   constexpr bool owns() const noexcept { return (tag & kOwns) != 0; }
 
+  /// Puts a tag together.
   static constexpr std::uint64_t tagOf(std::size_t index, std::size_t size, bool owns) noexcept {
     return (std::uint64_t{size} << kSizeShift) | (owns ? kOwns : 0) | index;
   }
@@ -142,7 +154,11 @@ class FOUNDATION_EXPORT Value {
 
   /// Makes an undefined value.
   constexpr Value() noexcept : Value(rep(0, 0)) {}
+
+  /// Makes an undefined value.
   constexpr Value(Undefined) noexcept : Value() {}
+
+  /// Makes the value null.
   constexpr Value(std::nullptr_t) noexcept : Value(rep(1, 0)) {}
 
   /// Each from exactly its type, so that no number or pointer becomes another alternative
@@ -165,24 +181,41 @@ class FOUNDATION_EXPORT Value {
     }
   }
 
-  /// Copies the bytes of a string, taken as UTF-8 unchecked.
+  /// Copies the bytes of a string, taken as UTF-8 unchecked. \throws std::bad_alloc
   Value(std::string_view text);
+
+  /// Copies the bytes of a string, NUL bytes included. \throws std::bad_alloc
   Value(const std::string& text) : Value(std::string_view(text)) {}
+
+  /// Copies the bytes of a string up to its terminator. \pre `text` is not null.
+  /// \throws std::bad_alloc
   Value(const char* text) : Value(std::string_view(text)) {}
 
+  /// Takes the content of an array over; constant time.
   Value(Array array) noexcept;
+
+  /// Takes the content of an object over; constant time.
   Value(Object object) noexcept;
 
+  /// Shares the content of an array or object, in constant time, and copies that of a string.
+  /// \throws std::bad_alloc  for a string alone
   Value(const Value& other) : rep_(other.rep_) {
     if (hasNodes()) {
       share();
     }
   }
+
+  /// Takes the other's content over and leaves it undefined.
   Value(Value&& other) noexcept : rep_(std::exchange(other.rep_, rep(0, 0))) {}
+
+  /// Copies the other's content as copying does, then drops its own: also if that holds `other`.
+  /// \throws std::bad_alloc  for a string alone; nothing has changed then
   Value& operator=(const Value& other) {
     Value(other).swap(*this);
     return *this;
   }
+
+  /// Takes the other's content over, leaves it undefined and drops its own.
   Value& operator=(Value&& other) noexcept {
     Value(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
     return *this;
@@ -193,7 +226,10 @@ class FOUNDATION_EXPORT Value {
     }
   }
 
+  /// Exchanges the contents of two values in constant time.
   void swap(Value& other) noexcept { std::swap(rep_, other.rep_); }
+
+  /// The same, for algorithms.
   friend void swap(Value& left, Value& right) noexcept { left.swap(right); }
 
   /// The number of the alternative that is held, from 0.
@@ -225,6 +261,8 @@ class FOUNDATION_EXPORT Value {
   /// Tells whether both hold the same alternative with equal content. Numbers are equal as C++
   /// compares them, so NaN equals nothing. Linear; may throw std::bad_alloc for nested values.
   friend FOUNDATION_EXPORT bool operator==(const Value& left, const Value& right);
+
+  /// The opposite of equality.
   friend bool operator!=(const Value& left, const Value& right) { return !(left == right); }
 
  private:
@@ -257,16 +295,27 @@ class FOUNDATION_EXPORT Value {
 /// The elements of an array value: immutable, shared by its copies.
 class FOUNDATION_EXPORT Array {
  public:
+  /// Makes an array without elements; allocates nothing.
   Array() noexcept = default;
+
+  /// Copies the elements. Linear in their number. \throws std::bad_alloc
   Array(std::initializer_list<Value> elements);
+
+  /// Takes the elements over, each in constant time. \throws std::bad_alloc
   explicit Array(std::vector<Value> elements);
+
+  /// Shares the elements; constant time.
   Array(const Array& other) noexcept : elements_(other.elements_), size_(other.size_) {
     if (size_ != 0) {
       detail::retain(elements_);
     }
   }
+
+  /// Takes the elements over and leaves the other array empty.
   Array(Array&& other) noexcept
       : elements_(std::exchange(other.elements_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+
+  /// Shares or takes over the other's elements, and drops its own.
   Array& operator=(Array other) noexcept {
     std::swap(elements_, other.elements_);
     std::swap(size_, other.size_);
@@ -278,18 +327,27 @@ class FOUNDATION_EXPORT Array {
     }
   }
 
+  /// The number of elements.
   std::size_t size() const noexcept { return size_; }
+
+  /// Tells whether there is no element.
   bool empty() const noexcept { return size_ == 0; }
 
   /// The element at `index`, from 0. \pre `index` is less than size().
   const Value& operator[](std::size_t index) const noexcept { return elements_[index]; }
 
+  /// The first element. The elements stay as long as this array or a copy of it.
   const Value* begin() const noexcept { return elements_; }
+
+  /// The end of the elements.
   const Value* end() const noexcept { return elements_ + size_; }
 
+  /// Tells whether both hold equal values in the same order, as values compare.
   friend bool operator==(const Array& left, const Array& right) {
     return Value(left) == Value(right);
   }
+
+  /// The opposite of equality.
   friend bool operator!=(const Array& left, const Array& right) { return !(left == right); }
 
  private:
@@ -301,8 +359,8 @@ class FOUNDATION_EXPORT Array {
 
 /// One member of an object: its key, in UTF-8, and its value.
 struct Member {
-  std::string_view first;
-  Value second;
+  std::string_view first;  ///< the key, which stays as long as the object or a copy of it
+  Value second;            ///< its value
 };
 
 /// The members of an object value: immutable, shared by its copies, ordered by the bytes of their
@@ -310,21 +368,31 @@ struct Member {
 /// for.
 class FOUNDATION_EXPORT Object {
  public:
+  /// Walks the members in the order of their keys.
   using const_iterator = const Member*;
 
+  /// Makes an object without members; allocates nothing.
   Object() noexcept = default;
 
-  /// Copies the keys and takes the values. Of equal keys the first is kept. O(n log n) comparisons.
+  /// Copies the keys and the values. Of equal keys the first is kept. O(n log n) comparisons.
+  /// \throws std::bad_alloc
   Object(std::initializer_list<std::pair<std::string_view, Value>> members);
+
+  /// Copies the keys and takes the values over, by the same rules. \throws std::bad_alloc
   explicit Object(std::vector<std::pair<std::string, Value>> members);
 
+  /// Shares the members; constant time.
   Object(const Object& other) noexcept : members_(other.members_), size_(other.size_) {
     if (size_ != 0) {
       detail::retain(members_);
     }
   }
+
+  /// Takes the members over and leaves the other object empty.
   Object(Object&& other) noexcept
       : members_(std::exchange(other.members_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+
+  /// Shares or takes over the other's members, and drops its own.
   Object& operator=(Object other) noexcept {
     std::swap(members_, other.members_);
     std::swap(size_, other.size_);
@@ -336,9 +404,16 @@ class FOUNDATION_EXPORT Object {
     }
   }
 
+  /// The number of members.
   std::size_t size() const noexcept { return size_; }
+
+  /// Tells whether there is no member.
   bool empty() const noexcept { return size_ == 0; }
+
+  /// The member with the smallest key. The members stay as long as this object or a copy of it.
   const_iterator begin() const noexcept { return members_; }
+
+  /// The end of the members.
   const_iterator end() const noexcept { return members_ + size_; }
 
   /// Finds a member by key; end() if there is none. Logarithmic.
@@ -350,9 +425,12 @@ class FOUNDATION_EXPORT Object {
   /// Returns the value of a member. \throws std::out_of_range "map::at" if there is none.
   const Value& at(std::string_view key) const;
 
+  /// Tells whether both hold the same keys with equal values.
   friend bool operator==(const Object& left, const Object& right) {
     return Value(left) == Value(right);
   }
+
+  /// The opposite of equality.
   friend bool operator!=(const Object& left, const Object& right) { return !(left == right); }
 
  private:

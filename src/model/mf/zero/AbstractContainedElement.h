@@ -14,14 +14,17 @@ class FOUNDATION_EXPORT AbstractContainedElement {
   AbstractContainedElement& operator=(const AbstractContainedElement&) = delete;
 
  protected:
+  /// A field that is a member of `owner`, of that number; unset.
   AbstractContainedElement(ElementImpl& owner, std::uint8_t propertyNumber) noexcept
       : owner_(&owner), propertyNumber_(propertyNumber) {}
 
   /// Ends the element's link to the owner, which is going, and drops the reference.
   ~AbstractContainedElement() { unlink(); }
 
+  /// Puts `element`, of whatever class, into the field: see ContainedElement::set().
   void set(const ModelElement& element);
 
+  /// Reads what the field holds.
   const ModelElement& get() const noexcept { return element_; }
 
  private:
@@ -36,6 +39,7 @@ class FOUNDATION_EXPORT AbstractContainedElement {
 template <class Element>
 class ContainedElement final : public AbstractContainedElement {
  public:
+  /// A field that is a member of `owner`, of that number; unset.
   ContainedElement(ElementImpl& owner, std::uint8_t propertyNumber) noexcept
       : AbstractContainedElement(owner, propertyNumber) {}
 

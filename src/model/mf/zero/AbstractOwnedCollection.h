@@ -40,7 +40,11 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
   /// Ends the elements' link to the owner, which is going, and drops the references.
   ~AbstractOwnedCollection();
 
+  /// Puts `element`, whose class has implementation objects of that size, at the end: see
+  /// OwnedCollection::append().
   void append(const ModelElement& element, std::size_t elementBytes);
+
+  /// Finds what `element` stands for: see OwnedCollection::resolveProxy().
   ModelElement resolveProxy(const ModelElement& element) const;
 
   /// The element at `index`, which has taken its placeholder's place if there was one.
@@ -49,6 +53,7 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
     return isRun() || !element.isProxy() ? element : replacePlaceholder(element, index);
   }
 
+  /// Makes a handle to an element of a list, which takes a reference.
   static ModelElement handleOf(ElementImpl& element) noexcept { return ModelElement(element); }
 
  private:
@@ -68,6 +73,7 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
 template <class Element>
 class OwnedCollection final : public AbstractOwnedCollection {
  public:
+  /// A list that is a member of `owner`, for its field of that number; empty.
   OwnedCollection(ElementImpl& owner, std::uint8_t propertyNumber) noexcept
       : AbstractOwnedCollection(owner, propertyNumber) {}
 

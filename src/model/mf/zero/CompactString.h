@@ -17,10 +17,11 @@ class FOUNDATION_EXPORT CompactString {
   /// How the string is stored; its units follow.
   struct Stored {
     const Stored* next;  ///< the string behind it in its sequence; null for the last one
-    std::size_t size : sizeof(std::size_t) * 8 - 1;
-    std::size_t narrow : 1;  ///< whether each unit is one byte
+    std::size_t size : sizeof(std::size_t) * 8 - 1;  ///< the number of units
+    std::size_t narrow : 1;                          ///< whether each unit is one byte
   };
 
+  /// Refers to a string that lies in the memory of a model.
   explicit CompactString(const Stored& stored) noexcept : stored_(&stored) {}
 
   /// The number of units.

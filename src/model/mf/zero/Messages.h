@@ -9,8 +9,10 @@ namespace mf::zero {
 
 /// Message: a value cannot be treated as the model element that is wanted.
 struct FOUNDATION_EXPORT CannotCastIncompatibleTypes {
-  static constexpr const char* kCatalogue = "mf0:messages";
-  static constexpr const char* kKey = "CannotCastIncompatibleTypes";
+  static constexpr const char* kCatalogue = "mf0:messages";           ///< where the text stands
+  static constexpr const char* kKey = "CannotCastIncompatibleTypes";  ///< under which key
+
+  /// Both, joined by a colon.
   static constexpr const char* kId = "mf0:messages:CannotCastIncompatibleTypes";
 
   std::u16string typeName;  ///< qualified name of the offending type
@@ -21,8 +23,10 @@ struct FOUNDATION_EXPORT CannotCastIncompatibleTypes {
 
 /// Message: an element of one model cannot be put into a tree of another.
 struct FOUNDATION_EXPORT IncompatibleModels {
-  static constexpr const char* kCatalogue = "mf0:messages";
-  static constexpr const char* kKey = "IncompatibleModels";
+  static constexpr const char* kCatalogue = "mf0:messages";  ///< where the text stands
+  static constexpr const char* kKey = "IncompatibleModels";  ///< under which key
+
+  /// Both, joined by a colon.
   static constexpr const char* kId = "mf0:messages:IncompatibleModels";
 
   std::u16string typeName;  ///< qualified name of the element's type
@@ -33,6 +37,8 @@ struct FOUNDATION_EXPORT IncompatibleModels {
 
 /// Throws a message as foundation::core::except::Exception of its type.
 [[noreturn]] FOUNDATION_EXPORT void reportException(CannotCastIncompatibleTypes message);
+
+/// Throws a message as foundation::core::except::Exception of its type.
 [[noreturn]] FOUNDATION_EXPORT void reportException(IncompatibleModels message);
 
 }  // namespace mf::zero

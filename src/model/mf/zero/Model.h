@@ -19,15 +19,21 @@ class ModelSpec {};
 /// one thread at a time.
 class FOUNDATION_EXPORT Model {
  public:
-  class Impl;
+  class Impl;  ///< the model itself, private to the framework
 
   /// Makes a new, empty model.
   static Model create(const ModelSpec& spec);
 
   /// Makes an empty handle.
   Model() noexcept = default;
+
+  /// Refers to the same model and takes a reference.
   Model(const Model& other) noexcept : impl_(other.impl_) { addRef(); }
+
+  /// Takes the other handle's reference over and leaves it empty.
   Model(Model&& other) noexcept : impl_(std::exchange(other.impl_, nullptr)) {}
+
+  /// Refers to the other's model, and drops its own reference.
   Model& operator=(Model other) noexcept {
     std::swap(impl_, other.impl_);
     return *this;
@@ -47,10 +53,12 @@ class FOUNDATION_EXPORT Model {
   /// The model itself. \pre the handle is not empty.
   Impl& impl() const noexcept { return *impl_; }
 
-  /// Tells whether two handles refer to the same model.
+  /// Tells whether two handles refer to the same model, or both to none.
   friend bool operator==(const Model& left, const Model& right) noexcept {
     return left.impl_ == right.impl_;
   }
+
+  /// The opposite of equality.
   friend bool operator!=(const Model& left, const Model& right) noexcept {
     return !(left == right);
   }

@@ -74,15 +74,21 @@ class FOUNDATION_EXPORT ModelElement {
  public:
   /// Makes an empty handle.
   ModelElement() noexcept = default;
+
+  /// Refers to the same element and takes a reference.
   ModelElement(const ModelElement& other) noexcept : impl_(other.impl_) { addRef(); }
+
+  /// Takes the other handle's reference over and leaves it empty.
   ModelElement(ModelElement&& other) noexcept : impl_(std::exchange(other.impl_, nullptr)) {}
 
-  // Takes the new reference before it drops the old one, so that assigning a part of the element
-  // that goes is safe.
+  /// Takes the new reference before it drops the old one, so that assigning a part of the element
+  /// that goes is safe.
   ModelElement& operator=(const ModelElement& other) noexcept {
     ModelElement(other).swap(*this);
     return *this;
   }
+
+  /// Takes the other handle's reference over, leaves it empty and drops its own.
   ModelElement& operator=(ModelElement&& other) noexcept {
     ModelElement(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
     return *this;
@@ -110,17 +116,21 @@ class FOUNDATION_EXPORT ModelElement {
   /// What all elements offer. \pre the handle is not empty.
   ElementImpl* operator->() const noexcept { return impl_; }
 
+  /// Tells whether two handles refer to the same element, or both to none.
   friend bool operator==(const ModelElement& left, const ModelElement& right) noexcept {
     return left.impl_ == right.impl_;
   }
+
+  /// The opposite of equality.
   friend bool operator!=(const ModelElement& left, const ModelElement& right) noexcept {
     return !(left == right);
   }
 
  protected:
+  /// Refers to an element and takes a reference.
   explicit ModelElement(ElementImpl& impl) noexcept : impl_(&impl) { addRef(); }
 
-  ElementImpl* impl_ = nullptr;
+  ElementImpl* impl_ = nullptr;  ///< counted; null for an empty handle
 
  private:
   friend class ReferenceCollection;
@@ -145,6 +155,7 @@ FOUNDATION_EXPORT void* allocateElement(Model::Impl& model, const ElementClass& 
 template <class Derived>
 class ElementHandle : public ModelElement {
  public:
+  /// Makes an empty handle.
   ElementHandle() noexcept = default;
 
   /// Makes a new element in `model` that is attached to nothing and whose fields are all unset.

@@ -20,11 +20,13 @@ namespace mf::zero {
 /// Elements of one class share slabs, blocks of one size that begin at a multiple of that size, so
 /// that an element finds its slab's head, and there its model and its class, by its own address.
 struct Slab {
+  /// Of the whole slab, this head included.
   static constexpr std::size_t kBytes = std::size_t{64} << 10;
 
-  Model::Impl* model;
-  const ElementClass* elementClass;
+  Model::Impl* model;                ///< of all elements in the slab; not counted
+  const ElementClass* elementClass;  ///< of all elements in the slab
 
+  /// The head of the slab that `element` lies in.
   static const Slab& of(const ElementImpl& element) noexcept {
     return *reinterpret_cast<const Slab*>(reinterpret_cast<std::uintptr_t>(&element) &
                                           ~std::uintptr_t{kBytes - 1});
@@ -39,6 +41,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
 
+  /// Takes a reference, for a handle or an element.
   void addRef() noexcept { ++references_; }
 
   /// Drops one reference, of a handle or of an element, and frees the model with the last.
@@ -48,11 +51,19 @@ class __attribute__((visibility("hidden"))) Model::Impl {
     }
   }
 
+  /// Gets memory for one element; constant time, amortised. \throws std::bad_alloc
   void* allocate(const ElementClass& elementClass);
+
+  /// Takes back the memory of an element that is gone, for the next one of its class.
   void release(ElementImpl& element, const ElementClass& elementClass) noexcept;
 
+  /// Where names are stored, each once.
   StringPool& names() noexcept { return names_; }
+
+  /// Where values are stored that are no names: as often as they are put in.
   BlockMemory& texts() noexcept { return texts_; }
+
+  /// What placeholders stand for.
   std::unordered_map<const ElementImpl*, Placeholders::Resolver>& resolvers() noexcept {
     return resolvers_;
   }
@@ -83,7 +94,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   char* nextSlab_ = nullptr;  // in the newest region
   std::size_t slabsLeft_ = 0;
   StringPool names_;
-  BlockMemory texts_;  // of values that are no names: kept as often as they are put in
+  BlockMemory texts_;
   std::unordered_map<const ElementImpl*, Placeholders::Resolver> resolvers_;
 };
 

@@ -7,9 +7,10 @@ namespace mf::zero {
 
 /// A string as its model stores it: once, however many elements have it. Its units follow it.
 struct InternedString {
-  std::size_t hash;
-  std::size_t size;
+  std::size_t hash;  ///< by the key of its pool
+  std::size_t size;  ///< the number of units
 
+  /// The units; they stay for as long as the pool.
   std::u16string_view view() const noexcept {
     return {static_cast<const char16_t*>(static_cast<const void*>(this + 1)), size};
   }
@@ -21,6 +22,8 @@ class Name {
  public:
   /// Makes an unset name, which reads as the empty string.
   constexpr Name() noexcept = default;
+
+  /// Makes the name that `string` stores.
   explicit Name(const InternedString& string) noexcept : string_(&string) {}
 
   /// The units; they stay for as long as the model.

@@ -28,27 +28,39 @@ class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
   /// meanwhile.
   class Iterator {
    public:
+    /// \cond what the standard library asks of every iterator
     using iterator_category = std::forward_iterator_tag;
     using value_type = CompactString;
     using difference_type = std::ptrdiff_t;
     using pointer = void;
     using reference = CompactString;
+    /// \endcond
 
+    /// Stands at a string; null stands for the end.
     explicit Iterator(const CompactString::Stored* stored) noexcept : stored_(stored) {}
 
+    /// The string, which stays as long as its model. \pre this is not the end.
     CompactString operator*() const noexcept { return CompactString(*stored_); }
+
+    /// Goes on to the next string. \pre this is not the end.
     Iterator& operator++() noexcept {
       stored_ = stored_->next;
       return *this;
     }
+
+    /// The same; returns where it stood.
     Iterator operator++(int) noexcept {
       const Iterator before = *this;
       ++*this;
       return before;
     }
+
+    /// Tells whether both stand at the same string, or both at an end.
     friend bool operator==(const Iterator& left, const Iterator& right) noexcept {
       return left.stored_ == right.stored_;
     }
+
+    /// The opposite of equality.
     friend bool operator!=(const Iterator& left, const Iterator& right) noexcept {
       return !(left == right);
     }
@@ -57,6 +69,7 @@ class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
     const CompactString::Stored* stored_;
   };
 
+  /// A sequence that is a member of `owner`; empty.
   PrimitiveSequence(const ElementImpl& owner, Duplicates duplicates) noexcept
       : owner_(&owner), duplicates_(duplicates) {}
 
@@ -70,10 +83,16 @@ class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
   /// where duplicates are admitted.
   void push_back(std::u16string_view value);
 
+  /// The number of strings.
   std::size_t size() const noexcept { return size_; }
+
+  /// Tells whether there is no string.
   bool empty() const noexcept { return size_ == 0; }
 
+  /// The string that was appended first.
   Iterator begin() const noexcept { return Iterator(first_); }
+
+  /// The end of the strings.
   Iterator end() const noexcept { return Iterator(nullptr); }
 
  private:

@@ -19,7 +19,10 @@ class FOUNDATION_EXPORT ReferenceCollection {
   ReferenceCollection(const ReferenceCollection&) = delete;
   ReferenceCollection& operator=(const ReferenceCollection&) = delete;
 
+  /// The number of elements.
   std::size_t size() const noexcept { return size_; }
+
+  /// Tells whether there is no element.
   bool empty() const noexcept { return size_ == 0; }
 
  protected:

@@ -21,9 +21,9 @@ class StringPool {
   /// What the hash of a string depends on beside the string: any numbers, none of them foreseeable.
   struct HashKey {
     std::array<std::uint64_t, 8> words;  ///< one for each word of a block
-    std::uint64_t low;
-    std::uint64_t high;
-    std::uint64_t size;
+    std::uint64_t low;                   ///< what a hash begins with
+    std::uint64_t high;                  ///< mixed with the high half of each block's sum
+    std::uint64_t size;                  ///< multiplied by the number of units
   };
 
   /// Makes an empty pool with a key of its own.

@@ -21,7 +21,7 @@ class FOUNDATION_EXPORT ComponentDataWithFilesToDelete
 /// The fields of a ComponentDataWithFilesToDelete. All are unset in a new element.
 class FOUNDATION_EXPORT ComponentDataWithFilesToDelete::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;
+  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept;
   ~Impl();

@@ -20,7 +20,7 @@ class FOUNDATION_EXPORT ComponentDeltaData : public mf::zero::ElementHandle<Comp
 /// The fields of a ComponentDeltaData. All are unset in a new element.
 class FOUNDATION_EXPORT ComponentDeltaData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;
+  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept;
   ~Impl();

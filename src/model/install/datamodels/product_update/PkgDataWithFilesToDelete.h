@@ -20,7 +20,7 @@ class FOUNDATION_EXPORT PkgDataWithFilesToDelete
 /// The fields of a PkgDataWithFilesToDelete. All are unset in a new element.
 class FOUNDATION_EXPORT PkgDataWithFilesToDelete::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;
+  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept = default;
   ~Impl();

@@ -18,7 +18,7 @@ class FOUNDATION_EXPORT PkgDeltaData : public mf::zero::ElementHandle<PkgDeltaDa
 /// The fields of a PkgDeltaData. All are unset in a new element.
 class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;
+  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept = default;
   ~Impl();

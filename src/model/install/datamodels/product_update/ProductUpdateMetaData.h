@@ -23,7 +23,7 @@ class FOUNDATION_EXPORT ProductUpdateMetaData
 /// The fields of a ProductUpdateMetaData. All are unset in a new element.
 class FOUNDATION_EXPORT ProductUpdateMetaData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;
+  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept;
   ~Impl();

@@ -19,7 +19,7 @@ class FOUNDATION_EXPORT ReleaseData : public mf::zero::ElementHandle<ReleaseData
 /// The fields of a ReleaseData. All are unset in a new element.
 class FOUNDATION_EXPORT ReleaseData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;
+  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept;
   ~Impl();
