@@ -93,6 +93,13 @@ build_preset() {
   quietly "build-$1" cmake --build --preset "$1" "${targets[@]}"
 }
 
+# commands_of PAGE HEADING: what the page tells to type below that heading: its indented lines.
+commands_of() {
+  awk -v heading="$2" '/^```/ { fenced = !fenced }
+    !fenced && /^#+ / { sub(/^#+ /, ""); inside = $0 == heading; next }
+    !fenced && inside && /^    / { print substr($0, 5) }' "$1"
+}
+
 # run_exhaustive SUITES: runs the suites, a filter of the test library, of the tests that take minutes
 # with all cores, and tells how many inputs they tried.
 run_exhaustive() {
