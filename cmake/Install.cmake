@@ -90,11 +90,19 @@ install(
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT development)
 
-# The documentation, in the layout of this tree, so that its links lead on.
+# The documentation, in the layout of this tree and with all that its pages link to, so that their links lead on.
 set(UMP_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/update-metadata-parser")
 install(
-  FILES README.md CHANGELOG.md
+  FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE SECURITY.md
   DESTINATION "${UMP_INSTALL_DOCDIR}"
+  COMPONENT documentation)
+install(
+  FILES bindings/python/README.md bindings/python/update_metadata_parser.pyi
+  DESTINATION "${UMP_INSTALL_DOCDIR}/bindings/python"
+  COMPONENT documentation)
+install(
+  DIRECTORY tests/second_platform
+  DESTINATION "${UMP_INSTALL_DOCDIR}/tests"
   COMPONENT documentation)
 install(
   DIRECTORY docs examples
