@@ -17,19 +17,25 @@ configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${documents}/changelog" COP
 configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/shlibs.in" "${documents}/shlibs" @ONLY)
 execute_process(COMMAND gzip -9nf changelog changelog.Debian WORKING_DIRECTORY "${documents}" COMMAND_ERROR_IS_FATAL ANY)
 
-# ump_add_debian_package(COMPONENT NAME SECTION SUMMARY TEXT)
+# ump_add_debian_package(COMPONENT NAME SECTION SUMMARY TEXT [component...])
 #
-# The package NAME of one component of the installation. The lines of TEXT have at most 79 characters.
+# The package NAME of a component of the installation, and of others that it takes in. The lines of TEXT have at most 79
+# characters.
 macro(ump_add_debian_package COMPONENT NAME SECTION SUMMARY TEXT)
   install(
     FILES "${documents}/copyright" "${documents}/changelog.gz" "${documents}/changelog.Debian.gz"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${NAME}"
     COMPONENT ${COMPONENT})
-  string(TOUPPER ${COMPONENT} component)
-  list(APPEND CPACK_COMPONENTS_ALL ${COMPONENT})
-  set(CPACK_DEBIAN_${component}_PACKAGE_NAME ${NAME})
-  set(CPACK_DEBIAN_${component}_PACKAGE_SECTION ${SECTION})
-  set(CPACK_DEBIAN_${component}_DESCRIPTION "${SUMMARY}\n${about}\n${TEXT}")
+  # A package is a group of components to CPack, which calls it by the group.
+  foreach(component ${COMPONENT} ${ARGN})
+    list(APPEND CPACK_COMPONENTS_ALL ${component})
+    string(TOUPPER ${component} component)
+    set(CPACK_COMPONENT_${component}_GROUP ${COMPONENT}_deb)
+  endforeach()
+  string(TOUPPER ${COMPONENT}_deb group)
+  set(CPACK_DEBIAN_${group}_PACKAGE_NAME ${NAME})
+  set(CPACK_DEBIAN_${group}_PACKAGE_SECTION ${SECTION})
+  set(CPACK_DEBIAN_${group}_DESCRIPTION "${SUMMARY}\n${about}\n${TEXT}")
 endmacro()
 
 set(about "An update metadata document describes an update from an installed release\nto a newer one.")
@@ -39,7 +45,8 @@ ump_add_debian_package(
   ".\nThis library reads one and tells which packages it deletes and extracts, and\nhow large they are.")
 ump_add_debian_package(
   development libupdate-metadata-parser-dev libdevel "reads update metadata documents - development files"
-  ".\nThis package holds the headers of the library that reads one, its CMake\npackage and its pkg-config file.")
+  ".\nThis package holds the headers of the library that reads one, its CMake\npackage and its pkg-config file."
+  platform)
 ump_add_debian_package(
   tool update-metadata utils "answers questions about update metadata documents"
   ".\nThis command tells what one does, for people and for scripts.")
@@ -64,10 +71,10 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE ${revision})
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${UMP_DEBIAN_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${documents}/shlibs" "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${UMP_DEBIAN_VERSION})")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libupdate-metadata-parser-doc)
-set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_RUNTIME_DEB_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_TOOL_DEB_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_DEB_PACKAGE_CONTROL_EXTRA "${documents}/shlibs" "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
+set(CPACK_DEBIAN_DEVELOPMENT_DEB_PACKAGE_DEPENDS "${library} (= ${UMP_DEBIAN_VERSION})")
+set(CPACK_DEBIAN_DEVELOPMENT_DEB_PACKAGE_SUGGESTS libupdate-metadata-parser-doc)
+set(CPACK_DEBIAN_DOCUMENTATION_DEB_PACKAGE_ARCHITECTURE all)
 include(CPack)

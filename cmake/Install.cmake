@@ -1,8 +1,9 @@
 # What an installation holds.
 #
-# Components: runtime (the shared library), development (headers, CMake package, pkg-config file, link for the linker),
-# tool (the companion command with its manual pages and completion, and the schema of the document), documentation (pages,
-# examples and, if it is built, the reference).
+# Components: runtime (the shared library), development (public headers, CMake package, pkg-config file, link for the
+# linker), platform (headers of the platform libraries that the library was built with), tool (the companion command with
+# its manual pages and completion, and the schema of the document), documentation (pages, examples and, if it is built, the
+# reference).
 include(CMakePackageConfigHelpers)
 
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
@@ -22,19 +23,21 @@ if(TARGET update-metadata)
     COMPONENT tool)
 endif()
 
-# ump_install_headers(ROOT header...): headers, each relative to ROOT, into the one include root that they share there.
-function(ump_install_headers ROOT)
+# ump_install_headers(COMPONENT ROOT header...): headers, each relative to ROOT, into the one include root that they share
+# there.
+function(ump_install_headers COMPONENT ROOT)
   foreach(header IN LISTS ARGN)
     cmake_path(GET header PARENT_PATH folder)
     install(
       FILES "${ROOT}/${header}"
       DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}"
-      COMPONENT development)
+      COMPONENT ${COMPONENT})
   endforeach()
 endfunction()
 
 # The public headers, and those of the platform libraries for callers who derive. What is not listed is private.
 ump_install_headers(
+  development
   "${PROJECT_SOURCE_DIR}/include"
   install/update_metadata_parser/Export.h
   install/update_metadata_parser/UpdateMetaData.h
@@ -47,7 +50,7 @@ foreach(library catalogue model foundation)
   get_target_property(root platform::${library} UMP_HEADER_ROOT)
   get_target_property(headers platform::${library} UMP_HEADERS)
   if(headers)
-    ump_install_headers("${root}" ${headers})
+    ump_install_headers(platform "${root}" ${headers})
   endif()
 endforeach()
 
