@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Every forward declaration that the public headers need, of this library's types and of the

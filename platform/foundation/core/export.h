@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 /// Marks a name of the platform that the library shows to its users: the same when it is built and
