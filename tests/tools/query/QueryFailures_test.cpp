@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "install/update_metadata_parser/Version.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
@@ -210,7 +211,8 @@ INSTANTIATE_TEST_SUITE_P(Usages, WrongUsages, ::testing::ValuesIn(kWrongUsages),
                          [](const auto& row) { return row.param.name; });
 
 TEST(Version, IsTheLibrarysOwn) {
-  EXPECT_EQ(runTool({"--version"}), (ToolRun{0, "update-metadata 0.1.0\n", ""}));
+  const std::string version = install::update_metadata_parser::version();
+  EXPECT_EQ(runTool({"--version"}), (ToolRun{0, "update-metadata " + version + "\n", ""}));
 }
 
 TEST(Help, ShowsTheOptionsAndExamples) {
