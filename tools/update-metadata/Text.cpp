@@ -14,8 +14,8 @@ constexpr char32_t kReplacement = 0xFFFD;
 constexpr const char* kEmptyText = "(empty)";
 
 struct Range {
-  char32_t first;
-  char32_t last;
+  char16_t first;
+  char16_t last;
 };
 
 // What is never sent to a terminal as it stands.
@@ -28,18 +28,6 @@ constexpr Range kUnseen[] = {
     {0x2066, 0x2069},  // isolates of direction
     {0xFEFF, 0xFEFF},  // byte-order mark
 };
-
-bool isUnseen(char32_t character) {
-  if (character >= 0x20 && character < 0x7F) {
-    return false;  // nearly every character of nearly every name
-  }
-  for (const Range& range : kUnseen) {
-    if (character >= range.first && character <= range.last) {
-      return true;
-    }
-  }
-  return false;
-}
 
 bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
@@ -111,6 +99,18 @@ std::string toUtf8(std::u16string_view text) {
   return converted;
 }
 
+bool isUnseen(char32_t character) {
+  if (character >= 0x20 && character < 0x7F) {
+    return false;  // nearly every character of nearly every name
+  }
+  for (const Range& range : kUnseen) {
+    if (character >= range.first && character <= range.last) {
+      return true;
+    }
+  }
+  return false;
+}
+
 std::string toVisible(std::u16string_view text) {
   if (text.empty()) {
     return kEmptyText;
@@ -154,7 +154,7 @@ void appendVisible(const Character& character, std::string& shown) {
     shown += '>';
   } else if (isUnseen(character.code)) {
     shown += "<U+";
-    appendHexadecimal(character.code, character.code > 0xFFFF ? 6 : 4, shown);
+    appendHexadecimal(character.code, 4, shown);
     shown += '>';
   } else {
     append(character.code, shown);

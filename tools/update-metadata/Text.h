@@ -23,10 +23,13 @@ std::u16string toUtf16(std::string_view text);
 /// Converts UTF-16 to UTF-8. An unpaired surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 
+/// Tells whether a character controls a terminal, or changes the direction or the lines of what
+/// stands around it. All such characters have 16 bits.
+bool isUnseen(char32_t character);
+
 /// Converts UTF-16 to UTF-8 that is safe to show on a terminal.
 ///
-/// Characters that control the terminal or change the direction or the lines of what stands around
-/// them are shown as their code, <U+001B>; an empty text is shown as (empty).
+/// Characters that are unseen are shown as their code, <U+001B>; an empty text is shown as (empty).
 std::string toVisible(std::u16string_view text);
 
 /// As above, for bytes. Those that are not UTF-8 are shown as their value, <FF>.

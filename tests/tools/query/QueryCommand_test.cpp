@@ -152,16 +152,16 @@ TEST(QueryForPeople, ShowsControlCharactersByTheirCode) {
                "    <U+007F>\n"));
 }
 
-TEST(QueryForPrograms, EscapesOnlyWhatJsonRequires) {
-  const std::string key = "\"c\\u001b[2J_\\\"\\\\\xC2\x85\xF0\x9F\x98\x80\"";
+TEST(QueryForPrograms, EscapesOnlyWhatJsonRequiresAndWhatNoTerminalShallGet) {
+  const std::string key = "\"c\\u001b[2J_\\\"\\\\\\u0085\xF0\x9F\x98\x80\"";
   EXPECT_EQ(ask(makeDocument(kOddNames), {"--format", "json", "--base-code", "p\n"}),
             answered(R"({"base":{"family":"F","version":"V"},)"
                      R"("target":{"family":"F","version":"V","updateLevel":-56},)"
                      R"("componentsToDelete":["c\u001b[2J_"],"componentsToExtract":[)" +
                      key + R"(],"updateSizeForComponentsToExtract":{)" + key +
                      R"(:{"size":-1,"uncompressedBytes":-9223372036854775808}},)"
-                     R"("componentsWithFilesToDelete":{"d_e":{"size":2048,"files":["",")"
-                     "\x7F\"]}}}\n"));
+                     R"("componentsWithFilesToDelete":{"d_e":{"size":2048,"files":["","\u007f"]}}})"
+                     "\n"));
 }
 
 const std::string kTwoProducts =

@@ -6,15 +6,14 @@
 #include <string>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "OrderedJson.h"
 #include "Text.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = OrderedJson;
 
 Json namesToJson(const std::vector<std::u16string>& names) {
   Json array = Json::array();
@@ -169,7 +168,8 @@ void writeJson(const Difference& difference, const std::optional<Growth>& growth
   document["packagesToDelete"] = listsToJson(difference.packagesToDelete, packageToDeleteToJson);
   document["packagesToExtract"] = listsToJson(difference.packagesToExtract, packageToExtractToJson);
   document["filesToDelete"] = listsToJson(difference.packagesWithFiles, filesToJson);
-  out << document << '\n';
+  writeJson(document, out);
+  out << '\n';
 }
 
 }  // namespace update_metadata_tool

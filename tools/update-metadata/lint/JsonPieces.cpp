@@ -1,7 +1,5 @@
 #include "lint/JsonPieces.h"
 
-#include <ostream>
-
 namespace update_metadata_tool {
 
 OrderedJson toJson(const std::optional<ForeseenException>& exception) {
@@ -20,11 +18,6 @@ OrderedJson toJson(const std::array<std::size_t, kRuleCount>& omitted) {
     }
   }
   return counts;
-}
-
-void writeJson(const OrderedJson& json, std::ostream& out) {
-  constexpr int kOneLine = -1;
-  out << json.dump(kOneLine, ' ', false, OrderedJson::error_handler_t::replace);
 }
 
 }  // namespace update_metadata_tool

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <utility>
 
+#include "OrderedJson.h"
 #include "lint/JsonPieces.h"
 #include "source/LineIndex.h"
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "OrderedJson.h"
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"

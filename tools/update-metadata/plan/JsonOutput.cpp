@@ -4,15 +4,14 @@
 #include <utility>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "OrderedJson.h"
 #include "Text.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = OrderedJson;
 
 Json productsToJson(const std::vector<Product>& products) {
   Json array = Json::array();
@@ -103,7 +102,8 @@ void writeJson(const Contents& contents, const Plan& plan,
                              {"outside", counts->outside},
                              {"unknown", counts->unknown}};
   }
-  out << document << '\n';
+  writeJson(document, out);
+  out << '\n';
 }
 
 }  // namespace update_metadata_tool

@@ -4,14 +4,13 @@
 #include <string>
 #include <utility>
 
-#include <nlohmann/json.hpp>
-
+#include "OrderedJson.h"
 #include "Text.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = OrderedJson;
 
 // Appends a member. Keys of an answer differ by themselves, so that none is searched for, which
 // would take a time quadratic in their number.
@@ -59,7 +58,8 @@ void writeJson(const Answers& answers, std::ostream& out) {
   for (const auto& [key, filesAndSize] : answers.filesToDelete) {
     append(filesByKey, key, {{"size", filesAndSize.second}, {"files", toJson(filesAndSize.first)}});
   }
-  out << document << '\n';
+  writeJson(document, out);
+  out << '\n';
 }
 
 }  // namespace update_metadata_tool

@@ -3,15 +3,14 @@
 #include <ostream>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "OrderedJson.h"
 #include "Text.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = OrderedJson;
 
 void addTotals(const Totals& totals, Json& object) {
   object["packagesToDelete"] = totals.packagesToDelete;
@@ -75,7 +74,8 @@ void writeJson(const Contents& contents, const Overview& overview, std::ostream&
   document["products"] = listToJson(overview.products, productToJson);
   document["largestComponents"] = listToJson(overview.largestComponents, componentToJson);
   document["largestPackages"] = listToJson(overview.largestPackages, packageToJson);
-  out << document << '\n';
+  writeJson(document, out);
+  out << '\n';
 }
 
 }  // namespace update_metadata_tool
