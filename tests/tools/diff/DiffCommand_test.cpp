@@ -10,22 +10,25 @@
 
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
+using test_support::kRealistic;
+using test_support::kSmall;
 using test_support::readBytes;
+using test_support::refusedRun;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using test_support::WrongUsage;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 const std::string kSourceDir = UMP_SOURCE_DIR;
 const std::string kGolden = kSourceDir + "/tests/golden/tool/diff/";
-const std::string kSmall = "small/update.json";
-const std::string kRealistic = "realistic/update.json";
 const std::string kNext = kGolden + "next.json";
 
 constexpr int kSame = 0;
@@ -200,23 +203,10 @@ TEST(Diff, WhoseOutputIsNotWrittenIsTrouble) {
   }
 }
 
-struct WrongUsage {
-  const char* name;
-  std::vector<std::string> arguments;
-  const char* message;
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
-  return out << row.name;
-}
-
 class WrongUsagesOfDiff : public ::testing::TestWithParam<WrongUsage> {};
 
 TEST_P(WrongUsagesOfDiff, AreTrouble) {
-  EXPECT_EQ(
-      runOnSamples(GetParam().arguments),
-      (ToolRun{kTrouble, "",
-               std::string(GetParam().message) + "\nRun with --help for more information.\n"}));
+  EXPECT_EQ(runOnSamples(GetParam().arguments), refusedRun(GetParam()));
 }
 
 const WrongUsage kWrongUsages[] = {

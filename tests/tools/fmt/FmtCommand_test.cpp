@@ -14,16 +14,19 @@
 
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
 namespace fs = std::filesystem;
 using test_support::readBytes;
+using test_support::refusedRun;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using test_support::WrongUsage;
 using ::testing::HasSubstr;
 
 constexpr int kDone = static_cast<int>(ExitCode::kDone);
@@ -286,22 +289,10 @@ TEST_F(Fmt, DoesNotReadWhatItCouldNotPutBack) {
 
 // --- usage ----------------------------------------------------------------------------------
 
-struct WrongUsage {
-  const char* name;
-  std::vector<std::string> arguments;
-  const char* message;  ///< first line on standard error
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
-  return out << row.name;
-}
-
 class WrongUsages : public Fmt, public ::testing::WithParamInterface<WrongUsage> {};
 
 TEST_P(WrongUsages, ChangeNothing) {
-  EXPECT_EQ(run(GetParam().arguments), (ToolRun{kTrouble, "",
-                                                std::string(GetParam().message) +
-                                                    "\nRun with --help for more information.\n"}));
+  EXPECT_EQ(run(GetParam().arguments), refusedRun(GetParam()));
   EXPECT_EQ(contentOf("other.json"), "\xEF\xBB\xBF" + kCompact + "\r\n");
 }
 

@@ -21,15 +21,23 @@
 #include "support/PlainTotals.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using test_support::kRealistic;
+using test_support::kRealisticProducts;
+using test_support::kSmall;
+using test_support::kSmallProducts;
 using test_support::PlainDocument;
 using test_support::PlainTotals;
 using test_support::readBytes;
+using test_support::runSample;
 using test_support::runTool;
+using test_support::SampleRun;
+using test_support::storedRun;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
@@ -39,33 +47,13 @@ const std::string kSourceDir = UMP_SOURCE_DIR;
 
 // --- the sample documents -------------------------------------------------------------------
 
-struct SamplePlan {
-  const char* name;
-  std::vector<std::string> arguments;  ///< in the folder of the sample documents
-  const char* columns;
-  const char* expected;  ///< file in tests/golden/tool
-};
-
-std::ostream& operator<<(std::ostream& out, const SamplePlan& row) {
-  return out << row.name;
-}
-
-class SamplePlans : public ::testing::TestWithParam<SamplePlan> {};
+class SamplePlans : public ::testing::TestWithParam<SampleRun> {};
 
 TEST_P(SamplePlans, AreAsStored) {
-  ToolSurroundings around;
-  around.folder = kSourceDir + "/examples/documents";
-  around.environment = {std::string("COLUMNS=") + GetParam().columns};
-  EXPECT_EQ(runTool(GetParam().arguments, around),
-            (ToolRun{0, readBytes(kSourceDir + "/tests/golden/tool/" + GetParam().expected), ""}));
+  EXPECT_EQ(runSample(GetParam()), storedRun(GetParam()));
 }
 
-const std::string kSmall = "small/update.json";
-const std::string kSmallProducts = "small/product-data";
-const std::string kRealistic = "realistic/update.json";
-const std::string kRealisticProducts = "realistic/product-data";
-
-const SamplePlan kSamplePlans[] = {
+const SampleRun kSamplePlans[] = {
     {"Small", {"plan", kSmall, "--product-data", kSmallProducts}, "80", "plan-small.txt"},
     {"SmallOnANarrowTerminal",
      {"plan", kSmall, "--product-data", kSmallProducts},

@@ -13,16 +13,19 @@
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
 using test_support::PlainDocument;
+using test_support::refusedRun;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using test_support::WrongUsage;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
 
@@ -251,21 +254,10 @@ TEST_F(PlanFailure, OfProductDataThatCannotBeReadHasTheCodeTwo) {
                      "not be answered; check the product data at '.'\n"}));
 }
 
-struct WrongUsage {
-  const char* name;
-  std::vector<std::string> arguments;
-  std::string message;  ///< first line on standard error
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
-  return out << row.name;
-}
-
 class WrongUsages : public ::testing::TestWithParam<WrongUsage> {};
 
 TEST_P(WrongUsages, EndWithTheCodeTwoAndAPointerToTheHelp) {
-  EXPECT_EQ(runTool(GetParam().arguments),
-            (ToolRun{2, "", GetParam().message + "\nRun with --help for more information.\n"}));
+  EXPECT_EQ(runTool(GetParam().arguments), refusedRun(GetParam()));
 }
 
 const WrongUsage kWrongUsages[] = {

@@ -8,12 +8,20 @@
 
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
+using test_support::kRealistic;
+using test_support::kRealisticProducts;
+using test_support::kSmall;
+using test_support::kSmallProducts;
 using test_support::readBytes;
+using test_support::runSample;
 using test_support::runTool;
+using test_support::SampleRun;
+using test_support::storedRun;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
@@ -26,52 +34,43 @@ ToolRun answered(const std::string& out) {
 
 // --- the sample documents -------------------------------------------------------------------
 
-struct SampleQuestion {
-  const char* name;
-  std::vector<std::string> arguments;  ///< in the folder of the sample documents
-  const char* expected;                ///< file in tests/golden/tool
-};
-
-std::ostream& operator<<(std::ostream& out, const SampleQuestion& row) {
-  return out << row.name;
-}
-
-class SampleDocuments : public ::testing::TestWithParam<SampleQuestion> {};
+class SampleDocuments : public ::testing::TestWithParam<SampleRun> {};
 
 TEST_P(SampleDocuments, AreAnsweredAsStored) {
-  ToolSurroundings around;
-  around.folder = kSourceDir + "/examples/documents";
-  EXPECT_EQ(runTool(GetParam().arguments, around),
-            answered(readBytes(kSourceDir + "/tests/golden/tool/" + GetParam().expected)));
+  EXPECT_EQ(runSample(GetParam()), storedRun(GetParam()));
 }
 
-const std::string kSmall = "small/update.json";
-const std::string kSmallProducts = "small/product-data";
-const std::string kRealistic = "realistic/update.json";
-const std::string kRealisticProducts = "realistic/product-data";
-
-const SampleQuestion kSampleQuestions[] = {
-    {"SmallForPeople", {"query", kSmall, "--product-data", kSmallProducts}, "small.txt"},
+const SampleRun kSampleQuestions[] = {
+    {"SmallForPeople", {"query", kSmall, "--product-data", kSmallProducts}, "80", "small.txt"},
     {"SmallForPrograms",
      {"query", kSmall, "--product-data", kSmallProducts, "--format", "json"},
+     "80",
      "small.json"},
     {"ProductDataNamedByTheFile",
      {"query", kSmall, "--product-data", kSmallProducts + "/products.tsv", "--format=json"},
+     "80",
      "small.json"},
     {"RealisticForPeople",
      {"query", kRealistic, "--product-data", kRealisticProducts, "--format", "text"},
+     "80",
      "realistic.txt"},
     {"RealisticForPrograms",
      {"query", "--format", "json", "--product-data", kRealisticProducts, "--", kRealistic},
+     "80",
      "realistic.json"},
-    {"NamesForCodesForPeople", {"query", kRealistic}, "realistic-names.txt"},
-    {"NamesForCodesForPrograms", {"query", kRealistic, "--format", "json"}, "realistic-names.json"},
+    {"NamesForCodesForPeople", {"query", kRealistic}, "80", "realistic-names.txt"},
+    {"NamesForCodesForPrograms",
+     {"query", kRealistic, "--format", "json"},
+     "80",
+     "realistic-names.json"},
     {"OneCodeForPeople",
      {"query", kRealistic, "--product-data", kRealisticProducts, "--base-code", "FA"},
+     "80",
      "realistic-one-code.txt"},
     {"OneCodeForPrograms",
      {"query", kRealistic, "--product-data", kRealisticProducts, "--base-code", "FA",
       "--format=json"},
+     "80",
      "realistic-one-code.json"},
 };
 INSTANTIATE_TEST_SUITE_P(Samples, SampleDocuments, ::testing::ValuesIn(kSampleQuestions),
@@ -170,10 +169,10 @@ const std::string kTwoProducts =
     R"("componentsWithFilesDeleted":{})";
 
 TEST(QueryForPeople, NotesThatTheProductDataDoNotKnowAProduct) {
-  EXPECT_EQ(ask(makeDocument(kTwoProducts), {"--product-data", "nowhere"}),
+  EXPECT_EQ(ask(makeDocument(kTwoProducts), {"--product-data", "."}),
             answered("Base release:   F, version V\n"
                      "Target release: F, version V, update level -56\n"
-                     "\nNote: the product data at nowhere do not know every product of the "
+                     "\nNote: the product data at . do not know every product of the "
                      "document. An unknown product has the empty base code;\n"
                      "of several, only the first is listed.\n"
                      "\nPackages to delete: none\n"

@@ -11,20 +11,22 @@
 #include "install/update_metadata_parser/Version.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
+using test_support::refusedRun;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using test_support::WrongUsage;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
-constexpr int kWrongUsage = static_cast<int>(ExitCode::kTrouble);
 
 const std::string kGoodDocument =
     R"({"metadata":{"arch":"","base":null,"target":null},)"
@@ -165,22 +167,10 @@ TEST_F(QueryFailure, OfADocumentThatCannotBeReadToItsEndIsToldFromOneThatCannotB
 
 // --- usage ----------------------------------------------------------------------------------
 
-struct WrongUsage {
-  const char* name;
-  std::vector<std::string> arguments;
-  std::string message;  ///< first line on standard error
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
-  return out << row.name;
-}
-
 class WrongUsages : public QueryFailure, public ::testing::WithParamInterface<WrongUsage> {};
 
 TEST_P(WrongUsages, EndWithTheCodeTwoAndAPointerToTheHelp) {
-  EXPECT_EQ(
-      runTool(GetParam().arguments, around_),
-      (ToolRun{kWrongUsage, "", GetParam().message + "\nRun with --help for more information.\n"}));
+  EXPECT_EQ(runTool(GetParam().arguments, around_), refusedRun(GetParam()));
 }
 
 const WrongUsage kWrongUsages[] = {

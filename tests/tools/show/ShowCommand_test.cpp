@@ -21,18 +21,28 @@
 #include "support/PlainTotals.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
+#include "support/ToolCases.h"
 
 namespace update_metadata_tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using test_support::kRealistic;
+using test_support::kRealisticProducts;
+using test_support::kSmall;
+using test_support::kSmallProducts;
 using test_support::PlainDocument;
 using test_support::PlainTotals;
 using test_support::readBytes;
+using test_support::refusedRun;
+using test_support::runSample;
 using test_support::runTool;
+using test_support::SampleRun;
+using test_support::storedRun;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using test_support::WrongUsage;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
 
@@ -40,33 +50,13 @@ const std::string kSourceDir = UMP_SOURCE_DIR;
 
 // --- the sample documents -------------------------------------------------------------------
 
-struct SampleShown {
-  const char* name;
-  std::vector<std::string> arguments;  ///< in the folder of the sample documents
-  const char* columns;
-  const char* expected;  ///< file in tests/golden/tool
-};
-
-std::ostream& operator<<(std::ostream& out, const SampleShown& row) {
-  return out << row.name;
-}
-
-class SamplesShown : public ::testing::TestWithParam<SampleShown> {};
+class SamplesShown : public ::testing::TestWithParam<SampleRun> {};
 
 TEST_P(SamplesShown, AreAsStored) {
-  ToolSurroundings around;
-  around.folder = kSourceDir + "/examples/documents";
-  around.environment = {std::string("COLUMNS=") + GetParam().columns};
-  EXPECT_EQ(runTool(GetParam().arguments, around),
-            (ToolRun{0, readBytes(kSourceDir + "/tests/golden/tool/" + GetParam().expected), ""}));
+  EXPECT_EQ(runSample(GetParam()), storedRun(GetParam()));
 }
 
-const std::string kSmall = "small/update.json";
-const std::string kSmallProducts = "small/product-data";
-const std::string kRealistic = "realistic/update.json";
-const std::string kRealisticProducts = "realistic/product-data";
-
-const SampleShown kSamplesShown[] = {
+const SampleRun kSamplesShown[] = {
     {"Small", {"show", kSmall, "--product-data", kSmallProducts}, "80", "show-small.txt"},
     {"SmallOnANarrowTerminal",
      {"show", kSmall, "--product-data", kSmallProducts},
@@ -418,21 +408,10 @@ TEST(Showing, EndsWithTheCodeTwoIfTheProductDataCannotBeRead) {
                      "not be answered; check the product data at '.'\n"}));
 }
 
-struct WrongUsage {
-  const char* name;
-  std::vector<std::string> arguments;
-  std::string message;  ///< first line on standard error
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
-  return out << row.name;
-}
-
 class WrongUsages : public ::testing::TestWithParam<WrongUsage> {};
 
 TEST_P(WrongUsages, EndWithTheCodeTwoAndAPointerToTheHelp) {
-  EXPECT_EQ(runTool(GetParam().arguments),
-            (ToolRun{2, "", GetParam().message + "\nRun with --help for more information.\n"}));
+  EXPECT_EQ(runTool(GetParam().arguments), refusedRun(GetParam()));
 }
 
 const WrongUsage kWrongUsages[] = {
