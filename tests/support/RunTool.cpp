@@ -190,6 +190,9 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
     for (const std::string& variable : around.environment) {
       ::putenv(const_cast<char*>(variable.c_str()));
     }
+    if (around.isInClosed) {
+      ::close(STDIN_FILENO);
+    }
     if (::chdir(around.folder.c_str()) == 0) {
       if (!around.isAdministrator) {
         giveUpRights();

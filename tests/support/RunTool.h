@@ -22,6 +22,7 @@ std::ostream& operator<<(std::ostream& out, const ToolRun& run);
 struct ToolSurroundings {
   std::string folder = ".";             ///< where it runs
   std::string inFile = "/dev/null";     ///< its standard input
+  bool isInClosed = false;              ///< has no standard input at all
   std::optional<std::string> outFile;   ///< written in place of a file that is read afterwards
   bool isOutClosedPipe = false;         ///< writes into a pipe that nobody reads
   bool isAdministrator = true;          ///< if false, an administrator's rights are given up

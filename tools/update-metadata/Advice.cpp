@@ -18,6 +18,8 @@ struct Advice {
 constexpr const char* kOutOfMemory = "there is not enough memory for it";
 
 constexpr Advice kAdvice[] = {
+    {"standard input cannot be read",
+     "give it a document: a file, '< update.json', or what another command writes"},
     {"Update MetaData Json file does not exist ", "check the path"},
     {"Error opening Update MetaData Json File",
      "it is there, but is no file that can be read: check what it is and its permissions"},
@@ -60,14 +62,14 @@ std::string adviseOnLoading(const std::exception& failure) {
   if (isOutOfMemory(failure)) {
     return kOutOfMemory;
   }
-  if (dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
-    return "it could be opened, but not be read to its end: check the device that it is on";
-  }
   const std::string_view text = failure.what();
   for (const Advice& advice : kAdvice) {
     if (text.substr(0, advice.beginning.size()) == advice.beginning) {
       return advice.whatToDo;
     }
+  }
+  if (dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
+    return "it could be opened, but not be read to its end: check the device that it is on";
   }
   return "check that it is a complete update metadata document";
 }

@@ -1,16 +1,40 @@
 #include "DocumentText.h"
 
+#include <cstddef>
+#include <ios>
 #include <iostream>
-#include <iterator>
 
 #include "Text.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
 namespace update_metadata_tool {
+namespace {
+
+constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
+
+std::string readStandardInput() {
+  std::string text;
+  try {
+    for (;;) {
+      const std::size_t size = text.size();
+      text.resize(size + kBytesAtOnce);
+      const auto got = static_cast<std::size_t>(
+          std::cin.rdbuf()->sgetn(text.data() + size, static_cast<std::streamsize>(kBytesAtOnce)));
+      text.resize(size + got);
+      if (got < kBytesAtOnce) {
+        return text;
+      }
+    }
+  } catch (const std::ios_base::failure& failure) {
+    throw std::ios_base::failure("standard input cannot be read", failure.code());
+  }
+}
+
+}  // namespace
 
 std::string readDocument(const std::string& file) {
   if (file == kStandardInput) {
-    return std::string(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+    return readStandardInput();
   }
   const std::u16string path = toUtf16(file);
   return install::update_metadata_parser::UpdateMetaDataJsonParser(path).readFile(path);

@@ -4,12 +4,13 @@
 
 namespace update_metadata_tool {
 
-/// What stands for standard input in place of a file.
+/// What stands for standard input in place of a file, and what messages call it.
 constexpr const char* kStandardInput = "-";
 
 /// Reads all bytes of a file, or of standard input.
 ///
-/// A file is read as the library reads it, so that what is thrown is what the library throws.
+/// A file is read as the library reads it, so that what is thrown is what the library throws. That
+/// standard input cannot be read is a std::ios_base::failure which says so.
 ///
 /// \pre `file` is UTF-8
 std::string readDocument(const std::string& file);

@@ -211,6 +211,7 @@ TEST_P(WrongUsagesOfDiff, AreTrouble) {
 
 const WrongUsage kWrongUsages[] = {
     {"OneDocument", {kSmall}, "NEW is required"},
+    {"StandardInputTwice", {"-", "-"}, "NEW: standard input (-) can be read only once"},
     {"UnknownFormat", {kSmall, kSmall, "--format=xml"}, "--format: xml not in {text,json}"},
     {"BadLimit",
      {kSmall, kSmall, "--fail-if-larger", "5x"},

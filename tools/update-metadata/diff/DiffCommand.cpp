@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "SharedOptions.h"
 #include "Text.h"
 #include "diff/Difference.h"
 #include "diff/Growth.h"
@@ -14,9 +15,6 @@
 
 namespace update_metadata_tool {
 namespace {
-
-constexpr const char* kJson = "json";
-constexpr const char* kText = "text";
 
 constexpr const char* kExamples = R"(Examples:
   update-metadata diff old.json new.json
@@ -40,33 +38,17 @@ CLI::Validator isGrowthLimit() {
 
 DiffCommand::DiffCommand(CLI::App& app)
     : Command(app, "diff", "Tell in what two documents differ") {
-  const CLI::Validator isText = isUtf8Argument();
-  subcommand()
-      .add_option("OLD", old_, "The update metadata document (JSON) to compare with")
-      ->required()
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("NEW", new_, "The document that is compared")
-      ->required()
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("--product-data", productData_,
-                  "Folder with the product data, for the base codes of the products")
-      ->type_name("DIR")
-      ->check(isText);
+  addDocument(subcommand(), "OLD", old_, "The update metadata document (JSON) to compare with");
+  addDocument(subcommand(), "NEW", new_, "The document that is compared");
+  addProductData(subcommand(), productData_);
   subcommand()
       .add_option("--fail-if-larger", limit_,
                   "Fail only if there is more to fetch by more than so many bytes, or so large a "
                   "share")
       ->type_name("BYTES|N%")
       ->check(isGrowthLimit());
-  subcommand()
-      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({kText, kJson}))
-      ->capture_default_str();
+  addFormat(subcommand(), format_);
+  subcommand().final_callback([this] { checkStandardInput("NEW", {old_, new_}); });
   subcommand().footer(kExamples);
 }
 
@@ -88,7 +70,7 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
       return ExitCode::kTrouble;
     }
   }
-  if (format_ == kJson) {
+  if (format_ == kJsonFormat) {
     writeJson(difference, growth, out);
   } else {
     writeText(difference, growth, out);

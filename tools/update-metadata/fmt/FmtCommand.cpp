@@ -11,9 +11,9 @@
 #include <CLI/CLI.hpp>
 
 #include "Advice.h"
-#include "Arguments.h"
 #include "DocumentText.h"
 #include "FileReplacement.h"
+#include "SharedOptions.h"
 #include "Text.h"
 #include "fmt/Formatting.h"
 
@@ -40,9 +40,7 @@ not be read or replaced; wrong usage.)";
 
 // Tells what has become of a file, and what to do.
 void complain(const std::string& file, const std::string& outcome, std::ostream& err) {
-  const std::string name =
-      file == kStandardInput ? "standard input" : '\'' + toVisible(toUtf16(file)) + '\'';
-  err << "update-metadata: " << name << ' ' << outcome << '\n';
+  err << "update-metadata: '" << toVisible(toUtf16(file)) << "' " << outcome << '\n';
 }
 
 void complain(const std::exception& failure, const std::string& file, const std::string& outcome,
@@ -93,11 +91,7 @@ bool replace(const std::string& file, const std::string& text, std::ostream& err
 
 FmtCommand::FmtCommand(CLI::App& app)
     : Command(app, "fmt", "Lay documents out anew, without white space around them") {
-  subcommand()
-      .add_option("FILE", files_, "Update metadata documents (JSON), or - for standard input")
-      ->required()
-      ->type_name("")
-      ->check(isUtf8Argument());
+  addDocuments(subcommand(), files_).required();
   subcommand().add_flag("--check", checksOnly_,
                         "Change nothing, but write the names of the files that would change");
   CLI::Option* const indent =
@@ -110,6 +104,7 @@ FmtCommand::FmtCommand(CLI::App& app)
       .add_flag("--compact", layout_.isCompact,
                 "Write each document on one line, without white space")
       ->excludes(indent);
+  subcommand().final_callback([this] { checkStandardInput("FILE", files_); });
   subcommand().footer(kExamples);
 }
 

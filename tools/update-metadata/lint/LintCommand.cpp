@@ -1,6 +1,5 @@
 #include "lint/LintCommand.h"
 
-#include <algorithm>
 #include <exception>
 #include <ios>
 #include <new>
@@ -12,6 +11,7 @@
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"
+#include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
 #include "lint/JsonReport.h"
@@ -24,9 +24,7 @@
 namespace update_metadata_tool {
 namespace {
 
-constexpr const char* kText = "text";
-constexpr const char* kJson = "json";
-constexpr const char* kSarif = "sarif";
+constexpr const char* kSarifFormat = "sarif";
 
 constexpr const char* kExamples = R"(Examples:
   update-metadata lint update.json
@@ -86,21 +84,13 @@ Outcome lintFile(const std::string& file, const LintOptions& options, ProgressLi
 LintCommand::LintCommand(CLI::App& app)
     : Command(app, "lint",
               "Find every fault of documents and tell whether the library loads them") {
-  const CLI::Validator isText = isUtf8Argument();
-  subcommand()
-      .add_option("FILE", files_, "The documents (JSON) to lint; - is standard input")
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("--product-data", productData_,
-                  "Folder with the product data, to check the names of products against")
-      ->type_name("DIR")
-      ->check(isText);
+  addDocuments(subcommand(), files_);
+  addProductData(subcommand(), productData_, "to check the names of products against");
   subcommand()
       .add_option("--format", format_,
                   "Write 'text' for people, 'json' for programs or 'sarif' for code-review systems")
       ->type_name("FORMAT")
-      ->check(CLI::IsMember({kText, kJson, kSarif}))
+      ->check(CLI::IsMember({kTextFormat, kJsonFormat, kSarifFormat}))
       ->capture_default_str();
   subcommand()
       .add_option(
@@ -131,9 +121,7 @@ void LintCommand::checkArguments() const {
   if (!files_.empty() && isHelp) {
     throw CLI::ExcludesError("FILE", explained_ ? "--explain" : "--list-rules");
   }
-  if (std::count(files_.begin(), files_.end(), kStandardInput) > 1) {
-    throw CLI::ValidationError("FILE", "standard input (-) can be read only once");
-  }
+  checkStandardInput("FILE", files_);
 }
 
 SeveritySettings LintCommand::makeSettings() const {
@@ -145,10 +133,10 @@ SeveritySettings LintCommand::makeSettings() const {
 }
 
 std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
-  if (format_ == kJson) {
+  if (format_ == kJsonFormat) {
     return std::make_unique<JsonReport>(out);
   }
-  if (format_ == kSarif) {
+  if (format_ == kSarifFormat) {
     return std::make_unique<SarifReport>(out);
   }
   return std::make_unique<TextReport>(out, isOutputColoured());

@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
 #include "plan/InstalledTree.h"
@@ -17,9 +18,6 @@
 
 namespace update_metadata_tool {
 namespace {
-
-constexpr const char* kJson = "json";
-constexpr const char* kText = "text";
 
 constexpr const char* kExamples = R"(Examples:
   update-metadata plan update.json --product-data /srv/product-data
@@ -68,33 +66,20 @@ ExitCode judge(const InstalledCounts& counts, const std::string& folder, std::os
 
 PlanCommand::PlanCommand(CLI::App& app)
     : Command(app, "plan", "List what an installer would do, without doing it") {
-  const CLI::Validator isText = isUtf8Argument();
-  subcommand()
-      .add_option("FILE", file_, "The update metadata document (JSON)")
-      ->required()
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("--product-data", productData_, "Folder with the product data")
-      ->required()
-      ->type_name("DIR")
-      ->check(isText);
+  addDocument(subcommand(), "FILE", file_);
+  addProductData(subcommand(), productData_).required();
   subcommand()
       .add_option("--product", baseCodes_,
                   "Base code of a product to plan for; may be given several times; without it, the "
                   "plan is for all products")
       ->type_name("CODE")
       ->allow_extra_args(false)
-      ->check(isText);
+      ->check(isUtf8Argument());
   subcommand()
       .add_option("--installed", installed_,
                   "Folder of an installation in which the files to delete are looked for")
       ->type_name("DIR");
-  subcommand()
-      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({kText, kJson}))
-      ->capture_default_str();
+  addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
@@ -106,7 +91,7 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
   }
   std::optional<PlannedDocument> planned;
   askDocument(
-      {toUtf16(file_), toUtf16(productData_)},
+      {toUtf16(file_), toOptionalUtf16(productData_)},
       [&](const Document& document) {
         Contents contents = document.gatherContents();
         const std::optional<ProductChoice> choice =
@@ -134,7 +119,7 @@ ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
     }
     counts = lookForFiles(planned->plan, *tree);
   }
-  if (format_ == kJson) {
+  if (format_ == kJsonFormat) {
     writeJson(planned->contents, planned->plan, counts, out);
   } else {
     writeText(planned->contents, planned->plan, outputColumns(), out);

@@ -32,7 +32,7 @@ class PlanCommand : public Command {
   std::optional<PlannedDocument> makePlannedDocument(std::ostream& err) const;
 
   std::string file_;
-  std::string productData_;
+  std::optional<std::string> productData_;  ///< always given
   std::vector<std::string> baseCodes_;
   std::optional<std::string> installed_;
   std::string format_ = "text";

@@ -1,5 +1,7 @@
 #include "query/Answers.h"
 
+#include "DocumentText.h"
+#include "Text.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
@@ -24,22 +26,28 @@ class NamesAsBaseCodes : public UpdateMetaDataHandler {
   }
 };
 
-class ParserWithoutProductData : public UpdateMetaDataJsonParser {
+/// Reads the document of a question.
+class QuestionParser : public UpdateMetaDataJsonParser {
  public:
-  using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;
+  explicit QuestionParser(const Question& question)
+      : UpdateMetaDataJsonParser(question.file),
+        hasProductData_(question.productData.has_value()) {}
+
+  std::string readFile(const std::u16string& path) override { return readDocument(toUtf8(path)); }
 
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
-    return std::make_shared<NamesAsBaseCodes>();
+    return hasProductData_ ? UpdateMetaDataJsonParser::getUpdateMetaDataHandler()
+                           : std::make_shared<NamesAsBaseCodes>();
   }
+
+ private:
+  bool hasProductData_;
 };
 
 }  // namespace
 
 std::shared_ptr<UpdateMetaData> loadUpdate(const Question& question) {
-  if (question.productData) {
-    return UpdateMetaDataJsonParser(question.file).parseUpdateMetaDataJson();
-  }
-  return ParserWithoutProductData(question.file).parseUpdateMetaDataJson();
+  return QuestionParser(question).parseUpdateMetaDataJson();
 }
 
 Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {

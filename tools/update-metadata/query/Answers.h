@@ -46,7 +46,8 @@ struct Answers {
   std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesToDelete;
 };
 
-/// Loads the document of `question`. Whatever the library throws passes through.
+/// Loads the document of `question`, which may be standard input. Whatever the library throws
+/// passes through.
 std::shared_ptr<install::update_metadata_parser::UpdateMetaData> loadUpdate(
     const Question& question);
 

@@ -8,15 +8,13 @@
 
 #include "Advice.h"
 #include "Arguments.h"
+#include "SharedOptions.h"
 #include "Text.h"
 #include "query/JsonOutput.h"
 #include "query/TextOutput.h"
 
 namespace update_metadata_tool {
 namespace {
-
-constexpr const char* kJson = "json";
-constexpr const char* kText = "text";
 
 constexpr const char* kExamples = R"(Examples:
   update-metadata query update.json
@@ -30,28 +28,16 @@ Exit status: 0 answered, 1 the document could not be loaded or answered, 2 wrong
 
 QueryCommand::QueryCommand(CLI::App& app)
     : Command(app, "query", "Answer every question about one document") {
-  const CLI::Validator isText = isUtf8Argument();
-  subcommand()
-      .add_option("FILE", file_, "The update metadata document (JSON)")
-      ->required()
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("--product-data", productData_,
-                  "Folder with the product data; without it, the name of a product stands for its "
-                  "base code")
-      ->type_name("DIR")
-      ->check(isText);
+  addDocument(subcommand(), "FILE", file_);
+  addProductData(
+      subcommand(), productData_,
+      std::string(kForBaseCodes) + "; without it, the name of a product stands for its base code");
   subcommand()
       .add_option("--base-code", baseCode_,
                   "Tell the packages to delete and to extract of this product alone")
       ->type_name("CODE")
-      ->check(isText);
-  subcommand()
-      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({kText, kJson}))
-      ->capture_default_str();
+      ->check(isUtf8Argument());
+  addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
@@ -81,7 +67,7 @@ ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
   if (!answers) {
     return ExitCode::kFailed;
   }
-  if (format_ == kJson) {
+  if (format_ == kJsonFormat) {
     writeJson(*answers, out);
   } else {
     writeText(question, *answers, out);

@@ -12,6 +12,7 @@
 #include "Arguments.h"
 #include "DocumentText.h"
 #include "FileReplacement.h"
+#include "SharedOptions.h"
 #include "Text.h"
 #include "lint/Linter.h"
 #include "report/Page.h"
@@ -49,22 +50,13 @@ bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& o
 
 ReportCommand::ReportCommand(CLI::App& app)
     : Command(app, "report", "Write a page about one document, to look at in a browser") {
-  const CLI::Validator isText = isUtf8Argument();
+  addDocument(subcommand(), "FILE", file_);
   subcommand()
-      .add_option("FILE", file_, "The update metadata document (JSON); - is standard input")
-      ->required()
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("-o,--output", output_, "Where to write the page; '-' is standard output")
+      .add_option("-o,--output", output_, "Where to write the page; - is standard output")
       ->required()
       ->type_name("PAGE")
-      ->check(isText);
-  subcommand()
-      .add_option("--product-data", productData_,
-                  "Folder with the product data, for the base codes of the products")
-      ->type_name("DIR")
-      ->check(isText);
+      ->check(isUtf8Argument());
+  addProductData(subcommand(), productData_);
   subcommand().footer(kExamples);
 }
 

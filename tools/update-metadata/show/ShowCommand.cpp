@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
 #include "show/JsonOutput.h"
@@ -15,8 +16,6 @@
 namespace update_metadata_tool {
 namespace {
 
-constexpr const char* kJson = "json";
-constexpr const char* kText = "text";
 constexpr const char* kBySize = "size";
 constexpr const char* kByName = "name";
 
@@ -33,17 +32,8 @@ could not be loaded.)";
 
 ShowCommand::ShowCommand(CLI::App& app)
     : Command(app, "show", "Tell what one document does, with totals") {
-  const CLI::Validator isText = isUtf8Argument();
-  subcommand()
-      .add_option("FILE", file_, "The update metadata document (JSON)")
-      ->required()
-      ->type_name("")
-      ->check(isText);
-  subcommand()
-      .add_option("--product-data", productData_,
-                  "Folder with the product data, from which the base codes come")
-      ->type_name("DIR")
-      ->check(isText);
+  addDocument(subcommand(), "FILE", file_);
+  addProductData(subcommand(), productData_);
   subcommand()
       .add_option("--sort", sort_, "Order rows by 'size', the largest first, or by 'name'")
       ->type_name("ORDER")
@@ -54,11 +44,7 @@ ShowCommand::ShowCommand(CLI::App& app)
       ->type_name("N")
       ->check(isCountArgument())
       ->capture_default_str();
-  subcommand()
-      .add_option("--format", format_, "Write 'text' for people or 'json' for programs")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({kText, kJson}))
-      ->capture_default_str();
+  addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
@@ -69,7 +55,7 @@ ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
   }
   const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
   const Overview overview = makeOverview(*contents, {order, top_});
-  if (format_ == kJson) {
+  if (format_ == kJsonFormat) {
     writeJson(*contents, overview, out);
   } else {
     writeText(*contents, overview, outputColumns(), out);

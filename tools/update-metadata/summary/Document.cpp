@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "Advice.h"
+#include "DocumentText.h"
+#include "Text.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "summary/GatherModel.h"
 #include "summary/SummaryHandler.h"
@@ -24,7 +26,7 @@ class SummaryParser : public UpdateMetaDataJsonParser {
         handlerToFill_(std::move(handlerToFill)) {}
 
   std::string readFile(const std::u16string& path) override {
-    return text_ ? std::move(*text_) : UpdateMetaDataJsonParser::readFile(path);
+    return text_ ? std::move(*text_) : readDocument(toUtf8(path));
   }
 
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {

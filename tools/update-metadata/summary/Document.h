@@ -14,7 +14,7 @@ class SummaryHandler;
 
 /// What the user names: a document, and the product data to read it with.
 struct DocumentSource {
-  std::u16string file;
+  std::u16string file;  ///< or what stands for standard input
   std::optional<std::u16string> productData;
 
   /// The document's bytes, if they were read already: the file is not opened then.
