@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
 
-std::string readStandardInput() {
+std::string readStandardInput(ProgressLine& progress) {
   std::string text;
   try {
     for (;;) {
@@ -24,6 +24,7 @@ std::string readStandardInput() {
       if (got < kBytesAtOnce) {
         return text;
       }
+      progress.goOn();
     }
   } catch (const std::ios_base::failure& failure) {
     throw std::ios_base::failure("standard input cannot be read", failure.code());
@@ -32,9 +33,9 @@ std::string readStandardInput() {
 
 }  // namespace
 
-std::string readDocument(const std::string& file) {
+std::string readDocument(const std::string& file, ProgressLine& progress) {
   if (file == kStandardInput) {
-    return readStandardInput();
+    return readStandardInput(progress);
   }
   const std::u16string path = toUtf16(file);
   return install::update_metadata_parser::UpdateMetaDataJsonParser(path).readFile(path);

@@ -46,6 +46,10 @@ bool isOutputColoured() {
   return isCleverTerminal(STDOUT_FILENO) && environment("NO_COLOR").empty();
 }
 
+bool isOutputTerminal() {
+  return ::isatty(STDOUT_FILENO) == 1;
+}
+
 bool isErrorTerminal() {
   return isCleverTerminal(STDERR_FILENO);
 }

@@ -8,6 +8,9 @@ namespace update_metadata_tool {
 /// them by setting NO_COLOR to anything but the empty text.
 bool isOutputColoured();
 
+/// Tells whether standard output is a terminal.
+bool isOutputTerminal();
+
 /// Tells whether standard error is a terminal, on which a line can be written anew.
 bool isErrorTerminal();
 

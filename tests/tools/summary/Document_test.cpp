@@ -1,6 +1,7 @@
 #include "summary/Document.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <random>
@@ -174,6 +175,56 @@ TEST(ProductNameOfABaseCode, ComesFromTheProductData) {
                            folder.writeFile("products.tsv", "\nED\tEditor\t1\t\n")});
   EXPECT_EQ(document.findProductName(u"ED"), u"Editor");
   EXPECT_EQ(document.findProductName(u"VI"), u"");
+}
+
+// --- progress -------------------------------------------------------------------------------
+
+// A document with two products, and with files of one package.
+PlainDocument makeDocumentInParts() {
+  PlainDocument document;
+  document.products["p"] = {{}, {"c"}};
+  document.products["q"] = {{}, {"c"}};
+  document.componentsWithFiles["c"]["k"] = {5, {"f"}};
+  return document;
+}
+
+TEST(ProgressOfADocument, SaysWhatIsBeingDone) {
+  const TemporaryFolder folder;
+  std::ostringstream err;
+  ProgressLine::Clock::time_point time;
+  // Between two looks at the clock a second passes.
+  ProgressLine progress(err, true, [&time] { return time += std::chrono::seconds(1); });
+  Document({folder.writeFile("update.json", makeDocumentInParts().json()), std::nullopt}, progress)
+      .gatherContents();
+  EXPECT_EQ(err.str(),
+            "\r\x1B[Kreading the document, 1 s"
+            "\r\x1B[Ktaking over product 1, 2 s"
+            "\r\x1B[Ktaking over product 2, 3 s"
+            "\r\x1B[Ktaking over files to delete, 4 s"
+            "\r\x1B[Kgathering what the document says, 5 s"
+            "\r\x1B[Kgathering what the document says, 6 s"
+            "\r\x1B[Kgathering what the document says, 7 s"
+            "\r\x1B[Kgathering what the document says, 8 s");
+}
+
+TEST(ProgressOfADocument, AnnouncesALongTextBeforeItIsParsed) {
+  std::string text = makeDocumentInParts().json();
+  text.insert(text.size() - 1, ",\"unlisted\":\"" + std::string(std::size_t{32} << 20U, 'x') + '"');
+  std::ostringstream err;
+  ProgressLine progress(err, true, [] { return ProgressLine::Clock::time_point(); });
+  Document({u"update.json", std::nullopt, text}, progress).gatherContents();
+  EXPECT_EQ(err.str(), "\r\x1B[Kparsing 32.0 MiB");
+}
+
+TEST(ProgressOfADocument, MakesRoomForAComplaint) {
+  std::ostringstream err;
+  ProgressLine::Clock::time_point time;
+  ProgressLine progress(err, true, [&time] { return time += std::chrono::seconds(1); });
+  EXPECT_EQ(readContents({u"no-such-file", std::nullopt}, err, progress), std::nullopt);
+  EXPECT_EQ(err.str(),
+            "\r\x1B[Kreading the document, 1 s\r\x1B[K"
+            "Update MetaData Json file does not exist \n"
+            "update-metadata: 'no-such-file' could not be loaded; check the path\n");
 }
 
 // --- what does not work ---------------------------------------------------------------------

@@ -5,7 +5,9 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "ProgressLine.h"
 #include "SharedOptions.h"
+#include "Terminal.h"
 #include "Text.h"
 #include "diff/Difference.h"
 #include "diff/Growth.h"
@@ -54,12 +56,15 @@ DiffCommand::DiffCommand(CLI::App& app)
 
 ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
-  const auto before = readContents({toUtf16(old_), productData}, err);
-  const auto after = readContents({toUtf16(new_), productData}, err);
+  ProgressLine progress(err, isErrorTerminal());
+  const auto before = readContents({toUtf16(old_), productData}, err, progress);
+  const auto after = readContents({toUtf16(new_), productData}, err, progress);
   if (!before || !after) {
     return ExitCode::kTrouble;
   }
+  progress.begin("comparing");
   const Difference difference = compare(*before, *after);
+  progress.clear();
   std::optional<Growth> growth;
   if (limit_) {
     growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());
@@ -70,6 +75,7 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
       return ExitCode::kTrouble;
     }
   }
+  beginOutput(progress);
   if (format_ == kJsonFormat) {
     writeJson(difference, growth, out);
   } else {

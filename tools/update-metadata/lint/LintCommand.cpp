@@ -1,9 +1,11 @@
 #include "lint/LintCommand.h"
 
+#include <cstddef>
 #include <exception>
 #include <ios>
 #include <new>
 #include <ostream>
+#include <string>
 #include <variant>
 
 #include <CLI/CLI.hpp>
@@ -11,12 +13,12 @@
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"
+#include "ProgressLine.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
 #include "lint/JsonReport.h"
 #include "lint/Linter.h"
-#include "lint/ProgressLine.h"
 #include "lint/RuleHelp.h"
 #include "lint/SarifReport.h"
 #include "lint/TextReport.h"
@@ -71,7 +73,7 @@ using Outcome = std::variant<FileReport, UnreadableFile>;
 Outcome lintFile(const std::string& file, const LintOptions& options, ProgressLine& progress,
                  std::ostream& err) {
   try {
-    return lintDocument(file, readDocument(file), options);
+    return lintDocument(file, readDocument(file, progress), options);
   } catch (const std::exception& failure) {
     progress.clear();
     reportUnloaded(failure, toUtf16(file), err);
@@ -144,11 +146,13 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
 
 LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
   const SeveritySettings settings = makeSettings();
-  ProgressLine progress(err, isErrorTerminal(), files_.size());
+  ProgressLine progress(err, isErrorTerminal());
   const LintOptions options{toOptionalUtf16(productData_), [&progress] { progress.goOn(); }};
   LintTotals totals;
+  std::size_t number = 0;
   for (const std::string& file : files_) {
-    progress.beginFile();
+    progress.begin("linting file " + std::to_string(++number) + " of " +
+                   std::to_string(files_.size()));
     Outcome outcome = lintFile(file, options, progress, err);
     progress.clear();
     if (auto* const found = std::get_if<FileReport>(&outcome)) {

@@ -80,10 +80,11 @@ Plan makePlan(const Contents& contents, const ProductChoice& choice) {
   return plan;
 }
 
-InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree) {
+InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree, ProgressLine& progress) {
   InstalledCounts counts;
   for (PlannedFiles& package : plan.filesToDelete) {
     for (PlannedFile& file : package.files) {
+      progress.goOn();
       file.installed = tree.find(file.path);
       switch (file.installed->state) {
         case FileState::kPresent:

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "ProgressLine.h"
 #include "plan/InstalledTree.h"
 #include "plan/ProductChoice.h"
 #include "summary/Contents.h"
@@ -54,7 +55,7 @@ struct InstalledCounts {
 Plan makePlan(const Contents& contents, const ProductChoice& choice);
 
 /// Looks for every file to delete of `plan` in `tree`, and counts what was found. Changes nothing
-/// but `plan`.
-InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree);
+/// but `plan`, and tells `progress` that it goes on.
+InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree, ProgressLine& progress);
 
 }  // namespace update_metadata_tool

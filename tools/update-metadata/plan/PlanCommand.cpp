@@ -84,7 +84,7 @@ PlanCommand::PlanCommand(CLI::App& app)
 }
 
 std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
-    std::ostream& err) const {
+    std::ostream& err, ProgressLine& progress) const {
   std::vector<std::u16string> baseCodes;
   for (const std::string& code : baseCodes_) {
     baseCodes.push_back(toUtf16(code));
@@ -94,37 +94,44 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
       {toUtf16(file_), toOptionalUtf16(productData_)},
       [&](const Document& document) {
         Contents contents = document.gatherContents();
+        progress.clear();
         const std::optional<ProductChoice> choice =
             baseCodes.empty() ? chooseAllProducts(contents)
                               : chooseProducts(document, contents, baseCodes, err);
         if (choice) {
+          progress.begin("planning");
           Plan plan = makePlan(contents, *choice);
           planned = {std::move(contents), std::move(plan)};
         }
       },
-      err);
+      err, progress);
   return planned;
 }
 
 ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
-  std::optional<PlannedDocument> planned = makePlannedDocument(err);
+  ProgressLine progress(err, isErrorTerminal());
+  std::optional<PlannedDocument> planned = makePlannedDocument(err, progress);
   if (!planned) {
     return ExitCode::kTrouble;
   }
+  progress.clear();
   std::optional<InstalledCounts> counts;
   if (installed_) {
     const std::optional<InstalledTree> tree = openTree(*installed_, err);
     if (!tree) {
       return ExitCode::kTrouble;
     }
-    counts = lookForFiles(planned->plan, *tree);
+    progress.begin("looking for the files to delete");
+    counts = lookForFiles(planned->plan, *tree, progress);
   }
+  beginOutput(progress);
   if (format_ == kJsonFormat) {
     writeJson(planned->contents, planned->plan, counts, out);
   } else {
     writeText(planned->contents, planned->plan, outputColumns(), out);
   }
   out.flush();
+  progress.clear();
   return counts ? judge(*counts, *installed_, err) : ExitCode::kDone;
 }
 

@@ -7,6 +7,7 @@
 
 #include "Command.h"
 #include "ExitCode.h"
+#include "ProgressLine.h"
 #include "plan/Plan.h"
 #include "summary/Contents.h"
 
@@ -29,7 +30,8 @@ class PlanCommand : public Command {
     Plan plan;
   };
 
-  std::optional<PlannedDocument> makePlannedDocument(std::ostream& err) const;
+  std::optional<PlannedDocument> makePlannedDocument(std::ostream& err,
+                                                     ProgressLine& progress) const;
 
   std::string file_;
   std::optional<std::string> productData_;  ///< always given

@@ -13,6 +13,7 @@
 #include "DocumentText.h"
 #include "FileReplacement.h"
 #include "SharedOptions.h"
+#include "Terminal.h"
 #include "Text.h"
 #include "lint/Linter.h"
 #include "report/Page.h"
@@ -78,23 +79,29 @@ const char* ReportCommand::findReplacedInput() const {
 }
 
 // The page; nothing, after a complaint on `err`, if the document could not be loaded or answered.
-std::optional<std::string> ReportCommand::makeReport(std::ostream& err) const {
+std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
+                                                     ProgressLine& progress) const {
   const std::u16string file = toUtf16(file_);
   const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
   std::string text;
   try {
-    text = readDocument(file_);
+    progress.begin("reading the document");
+    text = readDocument(file_, progress);
   } catch (const std::exception& failure) {
+    progress.clear();
     reportUnloaded(failure, file, err);
     return std::nullopt;
   }
-  const std::optional<Contents> contents = readContents({file, productData, text}, err);
+  const std::optional<Contents> contents = readContents({file, productData, text}, err, progress);
   if (!contents) {
     return std::nullopt;
   }
   LintOptions options;
   options.productData = productData;
+  options.onProgress = [&progress] { progress.goOn(); };
+  progress.begin("linting the document");
   const FileReport linting = lintDocument(file_, std::move(text), options);
+  progress.begin("making the page");
   return makePage(makeReportData(nameToShow(file_), *contents, linting));
 }
 
@@ -105,10 +112,12 @@ ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
            "--output\n";
     return ExitCode::kTrouble;
   }
-  const std::optional<std::string> page = makeReport(err);
+  ProgressLine progress(err, isErrorTerminal());
+  const std::optional<std::string> page = makeReport(err, progress);
   if (!page) {
     return ExitCode::kTrouble;
   }
+  progress.clear();
   if (output_ == kStandardOutput) {
     out << *page;
     out.flush();

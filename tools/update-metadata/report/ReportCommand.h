@@ -6,6 +6,7 @@
 
 #include "Command.h"
 #include "ExitCode.h"
+#include "ProgressLine.h"
 
 namespace update_metadata_tool {
 
@@ -20,7 +21,7 @@ class ReportCommand : public Command {
 
  private:
   const char* findReplacedInput() const;
-  std::optional<std::string> makeReport(std::ostream& err) const;
+  std::optional<std::string> makeReport(std::ostream& err, ProgressLine& progress) const;
 
   std::string file_;
   std::string output_;

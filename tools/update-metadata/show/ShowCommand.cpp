@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "ProgressLine.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
@@ -49,12 +50,16 @@ ShowCommand::ShowCommand(CLI::App& app)
 }
 
 ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
-  const auto contents = readContents({toUtf16(file_), toOptionalUtf16(productData_)}, err);
+  ProgressLine progress(err, isErrorTerminal());
+  const auto contents =
+      readContents({toUtf16(file_), toOptionalUtf16(productData_)}, err, progress);
   if (!contents) {
     return ExitCode::kTrouble;
   }
+  progress.begin("adding up");
   const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
   const Overview overview = makeOverview(*contents, {order, top_});
+  progress.clear();
   if (format_ == kJsonFormat) {
     writeJson(*contents, overview, out);
   } else {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "ProgressLine.h"
 #include "summary/Contents.h"
 
 namespace update_metadata_tool {
@@ -24,8 +25,9 @@ struct DocumentSource {
 /// A document that the library has loaded and that can be asked.
 class Document {
  public:
-  /// Loads the document. What the library throws passes through.
-  explicit Document(DocumentSource source);
+  /// Loads the document. What the library throws passes through. `progress` is told how that goes,
+  /// and how the questions go; it has to outlive the document.
+  explicit Document(DocumentSource source, ProgressLine& progress = noProgress());
 
   /// What it was loaded from, without the text.
   const DocumentSource& source() const { return source_; }
@@ -44,6 +46,7 @@ class Document {
 
  private:
   DocumentSource source_;
+  ProgressLine& progress_;
   std::shared_ptr<SummaryHandler> handler_;
 };
 
@@ -51,11 +54,13 @@ class Document {
 ///
 /// Returns false if the one or the other threw, after a complaint on `err`: the first line is the
 /// exception's text as it stands, the second one says which file it is about and what to do.
+/// `progress` is told how it goes, and makes room for the complaint.
 bool askDocument(const DocumentSource& source, const std::function<void(const Document&)>& ask,
-                 std::ostream& err);
+                 std::ostream& err, ProgressLine& progress = noProgress());
 
 /// Loads a document and gathers its contents; nothing, after a complaint on `err` as above, if that
 /// failed.
-std::optional<Contents> readContents(const DocumentSource& source, std::ostream& err);
+std::optional<Contents> readContents(const DocumentSource& source, std::ostream& err,
+                                     ProgressLine& progress = noProgress());
 
 }  // namespace update_metadata_tool

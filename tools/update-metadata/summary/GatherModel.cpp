@@ -169,7 +169,7 @@ class SideGatherer {
   LastMeetings lastComponents_;  // of packages
 };
 
-void gatherProducts(const ProductUpdateMetaData& root, Contents& contents) {
+void gatherProducts(const ProductUpdateMetaData& root, Contents& contents, ProgressLine& progress) {
   ComponentTable components(contents.components);
   SideGatherer toDelete(kDelete, components, contents);
   SideGatherer toExtract(kExtract, components, contents);
@@ -179,6 +179,7 @@ void gatherProducts(const ProductUpdateMetaData& root, Contents& contents) {
     const ProductDeltaData::Impl& element = products.readAt(i);
     Product& product = contents.products.emplace_back();
     product.name = element.getName();
+    progress.goOn();
     toDelete.addProduct(element, product);
     toExtract.addProduct(element, product);
   }
@@ -194,12 +195,14 @@ std::vector<std::u16string> gatherFiles(const PkgDataWithFilesToDelete::Impl& pa
   return files;
 }
 
-void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& contents) {
+void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& contents,
+                               ProgressLine& progress) {
   std::unordered_map<const mf::zero::InternedString*, std::size_t> numbers;
   std::set<std::u16string> keys;
   const OwnedCollection<ComponentDataWithFilesToDelete>& components =
       root->getCompsWithFilesToDelete();
   for (std::size_t i = 0; i < components.size(); ++i) {
+    progress.goOn();
     const ComponentDataWithFilesToDelete::Impl& element = components.readAt(i);
     const auto [place, isNew] =
         numbers.try_emplace(element.name().identity(), contents.componentsWithFiles.size());
@@ -220,9 +223,9 @@ void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& cont
 
 }  // namespace
 
-void gatherModel(const ProductUpdateMetaData& root, Contents& contents) {
-  gatherProducts(root, contents);
-  gatherComponentsWithFiles(root, contents);
+void gatherModel(const ProductUpdateMetaData& root, Contents& contents, ProgressLine& progress) {
+  gatherProducts(root, contents, progress);
+  gatherComponentsWithFiles(root, contents, progress);
 }
 
 }  // namespace update_metadata_tool

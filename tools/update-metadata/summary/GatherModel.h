@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ProgressLine.h"
 #include "install/datamodels/product_update/ProductUpdateMetaData.h"
 #include "summary/Contents.h"
 
@@ -9,8 +10,8 @@ namespace update_metadata_tool {
 /// the library's model. Base codes stay unset.
 ///
 /// Walks the model front to back. A component is read where it is first mentioned: the elements
-/// that later products have for it hold the same packages.
+/// that later products have for it hold the same packages. `progress` is told that it goes on.
 void gatherModel(const install::datamodels::product_update::ProductUpdateMetaData& root,
-                 Contents& contents);
+                 Contents& contents, ProgressLine& progress);
 
 }  // namespace update_metadata_tool

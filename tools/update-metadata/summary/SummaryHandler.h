@@ -1,23 +1,51 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <vector>
 
+#include "ProgressLine.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 
 namespace update_metadata_tool {
 
-/// A handler that also keeps the architecture where it can be read.
+/// A handler that also keeps the architecture where it can be read, and tells what the reader has
+/// come to.
 class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHandler {
  public:
+  /// `progress` has to outlive it.
+  explicit SummaryHandler(ProgressLine& progress) : progress_(progress) {}
+
   void setMetaDataArch(const std::u16string& arch) const override {
     UpdateMetaDataHandler::setMetaDataArch(arch);
     architecture_ = arch;
   }
 
+  void setProductDeltaData(const std::u16string& name,
+                           const std::vector<std::u16string>& compsToDelete,
+                           const std::vector<std::u16string>& compsToExtract,
+                           const PkgsToDelete& pkgsToDelete,
+                           const PkgsToExtract& pkgsToExtract) const override {
+    progress_.begin("taking over product " + std::to_string(++products_));
+    UpdateMetaDataHandler::setProductDeltaData(name, compsToDelete, compsToExtract, pkgsToDelete,
+                                               pkgsToExtract);
+  }
+
+  install::datamodels::product_update::PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
+      const std::u16string& name, std::int64_t size,
+      const std::vector<std::u16string>& files) const override {
+    progress_.begin("taking over files to delete");
+    return UpdateMetaDataHandler::createPkgDataWithFilesToDelete(name, size, files);
+  }
+
   const std::u16string& architecture() const { return architecture_; }
 
  private:
-  mutable std::u16string architecture_;  // setters are const: what a handler fills is not itself
+  // Setters are const: what a handler fills is not itself.
+  mutable std::u16string architecture_;
+  mutable std::size_t products_ = 0;  ///< taken over so far
+  ProgressLine& progress_;
 };
 
 }  // namespace update_metadata_tool

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <functional>
 #include <iosfwd>
+#include <string>
 
 namespace update_metadata_tool {
 
-/// Tells somebody who waits that work goes on, in one line of a terminal that is written anew.
+/// Tells somebody who waits what is being done, in one line of a terminal that is written anew.
 ///
 /// The line appears when a second has passed and changes four times a second at most. Work that is
 /// done sooner never shows it.
@@ -17,7 +17,7 @@ class ProgressLine {
 
   /// \param isShown  whether there is a terminal; nothing is ever written otherwise
   /// \param now      tells the time; the work begins at the time of the construction
-  ProgressLine(std::ostream& err, bool isShown, std::size_t files,
+  ProgressLine(std::ostream& err, bool isShown,
                std::function<Clock::time_point()> now = Clock::now);
 
   /// Removes the line.
@@ -26,24 +26,39 @@ class ProgressLine {
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
-  /// Says that the next file is begun.
-  void beginFile();
+  /// Says what is done from now on, in a few words: "reading the document".
+  void begin(std::string work);
+
+  /// The same for work that may take long without a word from it: it is shown at once.
+  void beginSilent(std::string work);
 
   /// Says that work goes on. Cheap, so that it can be said often.
   void goOn();
 
-  /// Removes the line, so that something else can be written. goOn() shows it again.
+  /// Tells whether it has taken so long by now that the line is shown.
+  bool isDue() const;
+
+  /// Removes the line, so that something else can be written. It comes back when work is begun or
+  /// goes on.
   void clear();
 
  private:
+  void show(Clock::time_point now);
+
   std::ostream& err_;
   bool isShown_;
-  std::size_t files_;
   std::function<Clock::time_point()> now_;
   Clock::time_point begin_;
   Clock::time_point next_;  ///< not written before
-  std::size_t file_ = 0;    ///< number of the file that is worked on, from 1
+  std::string work_;
   bool isWritten_ = false;
 };
+
+/// One that is never shown.
+ProgressLine& noProgress();
+
+/// Says that the results are written to standard output, without a word until that is done. If that
+/// is a terminal, they show themselves, and the line makes room for them.
+void beginOutput(ProgressLine& progress);
 
 }  // namespace update_metadata_tool
