@@ -93,6 +93,7 @@ const std::string kNoSections =
 ToolRun ask(const std::string& document, std::vector<std::string> options) {
   const TemporaryFolder folder;
   folder.writeFile("update.json", document);
+  folder.writeFile("products.tsv", "\n");
   options.insert(options.begin(), {"query", "update.json"});
   ToolSurroundings around;
   around.folder = folder.nativePath();

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "ProductData.h"
 #include "ProgressLine.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
@@ -65,6 +66,7 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   progress.begin("comparing");
   const Difference difference = compare(*before, *after);
   progress.clear();
+  noteMissingProductData(productData_, err);
   std::optional<Growth> growth;
   if (limit_) {
     growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());

@@ -13,6 +13,7 @@
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"
+#include "ProductData.h"
 #include "ProgressLine.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
@@ -178,6 +179,7 @@ ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
     out.flush();
     return ExitCode::kDone;
   }
+  noteMissingProductData(productData_, err);
   const std::unique_ptr<ReportWriter> writer = makeWriter(out);
   const LintTotals totals = lintFiles(*writer, err);
   writer->finish(totals);

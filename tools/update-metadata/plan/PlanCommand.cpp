@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "ProductData.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
@@ -115,6 +116,7 @@ ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kTrouble;
   }
   progress.clear();
+  noteMissingProductData(productData_, err);
   std::optional<InstalledCounts> counts;
   if (installed_) {
     const std::optional<InstalledTree> tree = openTree(*installed_, err);

@@ -8,6 +8,7 @@
 
 #include "Advice.h"
 #include "Arguments.h"
+#include "ProductData.h"
 #include "SharedOptions.h"
 #include "Text.h"
 #include "query/JsonOutput.h"
@@ -67,6 +68,7 @@ ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
   if (!answers) {
     return ExitCode::kFailed;
   }
+  noteMissingProductData(productData_, err);
   if (format_ == kJsonFormat) {
     writeJson(*answers, out);
   } else {

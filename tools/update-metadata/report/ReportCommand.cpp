@@ -12,6 +12,7 @@
 #include "Arguments.h"
 #include "DocumentText.h"
 #include "FileReplacement.h"
+#include "ProductData.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
 #include "Text.h"
@@ -70,9 +71,8 @@ const char* ReportCommand::findReplacedInput() const {
     return "the document";
   }
   // The user names their folder or their table.
-  if (productData_ &&
-      (isSameFile(*productData_, output_) ||
-       isSameFile(std::filesystem::path(*productData_) / "products.tsv", output_))) {
+  if (productData_ && (isSameFile(*productData_, output_) ||
+                       isSameFile(std::filesystem::path(*productData_) / kProductTable, output_))) {
     return "the product data";
   }
   return nullptr;
@@ -118,6 +118,7 @@ ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kTrouble;
   }
   progress.clear();
+  noteMissingProductData(productData_, err);
   if (output_ == kStandardOutput) {
     out << *page;
     out.flush();

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "ProductData.h"
 #include "ProgressLine.h"
 #include "SharedOptions.h"
 #include "Terminal.h"
@@ -60,6 +61,7 @@ ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
   const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
   const Overview overview = makeOverview(*contents, {order, top_});
   progress.clear();
+  noteMissingProductData(productData_, err);
   if (format_ == kJsonFormat) {
     writeJson(*contents, overview, out);
   } else {
