@@ -226,6 +226,29 @@ TEST(Plan, ListsTheFilesOfComponentsThatAChosenProductOrNoneNames) {
       "deleted by a_p\ndeleted by b_p\nextracted by a_p\nextracted by b_p\nnamed by none_p\n");
 }
 
+// "a" with "b_c" and "a_b" with "c" have one key. The library answers with the first of them.
+TEST(Plan, ListsTheFilesOfAChosenComponentWhoseKeyAnotherOneHasToo) {
+  PlainDocument document;
+  document.products["A"] = {{"a"}, {}};
+  document.products["B"] = {{"a_b"}, {}};
+  document.componentsWithFiles["a"]["b_c"] = {1, {"of a"}};
+  document.componentsWithFiles["a_b"] = {{"c", {-2, {"of a_b"}}}, {"d", {3, {"too"}}}};
+  const auto planned = [&](std::vector<std::string> options) {
+    options.push_back("--format=json");
+    const std::string text = plan(document.json(), options, "\nA\tA\t1\t\nB\tB\t2\t\n").out;
+    const Json answer = Json::parse(text);
+    return answer["filesToDelete"].dump() + ' ' + answer["doubtfulSizes"].dump();
+  };
+  const std::string ofFirst = R"({"key":"a_b_c","size":1,"files":["of a"]})";
+  const std::string ofSecond = R"({"key":"a_b_c","size":-2,"files":["of a_b"]})";
+  const std::string ofNoOther = R"({"key":"a_b_d","size":3,"files":["too"]})";
+  const std::string noneDoubtful = R"( {"negative":0,"truncated":0})";
+  EXPECT_EQ(planned({"--product", "A"}), '[' + ofFirst + ']' + noneDoubtful);
+  EXPECT_EQ(planned({"--product", "B"}),
+            '[' + ofSecond + ',' + ofNoOther + R"(] {"negative":1,"truncated":0})");
+  EXPECT_EQ(planned({}), '[' + ofFirst + ',' + ofNoOther + ']' + noneDoubtful);
+}
+
 TEST(Plan, IncludesAProductInNoCatalogueIfItIsForAll) {
   PlainDocument document;
   document.products["Unknown"] = {{}, {"c"}};
@@ -269,22 +292,22 @@ Json expectedPlan(const PlainDocument& document, const std::vector<std::string>&
       }
     }
   }
-  std::map<std::string, Json> files;  // null for a package that is not planned
+  std::map<std::string, Json> files;  // of each key the first that is planned
   for (const auto& [component, packages] : document.componentsWithFiles) {
     const bool isPlanned =
         components[true].count(component) != 0 || components[false].count(component) == 0;
+    if (!isPlanned) {
+      continue;
+    }
     for (const auto& [name, package] : packages) {
       const std::string key = component + '_' + name;
       const std::set<std::string> paths(package.files.begin(), package.files.end());
-      const Json entry = {{"key", key}, {"size", package.size}, {"files", paths}};
-      files.emplace(key, isPlanned ? entry : Json());
+      files.emplace(key, Json{{"key", key}, {"size", package.size}, {"files", paths}});
     }
   }
   Json& toDeleteSingly = expected["filesToDelete"] = Json::array();
   for (const auto& entry : files) {
-    if (!entry.second.is_null()) {
-      toDeleteSingly.push_back(entry.second);
-    }
+    toDeleteSingly.push_back(entry.second);
   }
   const PlainTotals::Sums sums = plain.of(chosen);
   expected["totals"] = {{"bytesToFetch", sums.bytesToFetch},

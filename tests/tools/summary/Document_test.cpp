@@ -56,6 +56,17 @@ void writeComponents(const char* verb, const std::vector<std::size_t>& numbers, 
   }
 }
 
+void writePackagesWithFiles(const char* begin, const std::vector<PackageWithFiles>& packages,
+                            std::ostream& out) {
+  for (const PackageWithFiles& package : packages) {
+    out << begin << toUtf8(package.key) << ", " << package.size << ':';
+    for (const std::u16string& file : package.files) {
+      out << ' ' << toUtf8(file);
+    }
+    out << '\n';
+  }
+}
+
 std::string toText(const Contents& contents) {
   std::ostringstream out;
   out << describeRelease(contents.base) << " to " << describeRelease(contents.target) << ", level "
@@ -77,13 +88,8 @@ std::string toText(const Contents& contents) {
   }
   for (const ComponentWithFiles& component : contents.componentsWithFiles) {
     out << "  files of " << toUtf8(component.name) << '\n';
-    for (const PackageWithFiles& package : component.packages) {
-      out << "    " << toUtf8(package.key) << ", " << package.size << ':';
-      for (const std::u16string& file : package.files) {
-        out << ' ' << toUtf8(file);
-      }
-      out << '\n';
-    }
+    writePackagesWithFiles("    ", component.packages, out);
+    writePackagesWithFiles("    repeated ", component.repeatedPackages, out);
   }
   return out.str();
 }
@@ -130,7 +136,7 @@ TEST(ContentsOfADocument, GiveEveryProductTheFirstOfPackagesWithOneKey) {
   document.products["1"] = {{"a_b"}, {"a"}};
   document.products["2"] = {{"a"}, {"a_b"}};
   document.componentsWithFiles["a"]["b_c"] = {1, {"kept"}};
-  document.componentsWithFiles["a_b"]["c"] = {2, {"dropped"}};
+  document.componentsWithFiles["a_b"]["c"] = {2, {"aside"}};
   EXPECT_EQ(readAsText(document.json()),
             "Old, version 1 to New, version 2, level 3, for x86_64\n"
             "to delete: a_b_c\n"
@@ -146,7 +152,8 @@ TEST(ContentsOfADocument, GiveEveryProductTheFirstOfPackagesWithOneKey) {
             "  product 2 (no code); deletes 1; extracts 0\n"
             "  files of a\n"
             "    a_b_c, 1: kept\n"
-            "  files of a_b\n");
+            "  files of a_b\n"
+            "    repeated a_b_c, 2: aside\n");
 }
 
 // Two names that are not well-formed become one when they are converted.

@@ -55,6 +55,28 @@ PlannedFiles planFiles(const PackageWithFiles& package) {
   return planned;
 }
 
+// The packages of the components that are not foreign, each key once. Those that the library
+// answers with come first, so that another one counts only where these belong to a foreign one.
+std::vector<const PackageWithFiles*> pickPackagesWithFiles(
+    const Contents& contents, const std::set<std::u16string_view>& foreign) {
+  std::vector<const PackageWithFiles*> picked;
+  std::set<std::u16string_view> keys;
+  for (const auto packages :
+       {&ComponentWithFiles::packages, &ComponentWithFiles::repeatedPackages}) {
+    for (const ComponentWithFiles& component : contents.componentsWithFiles) {
+      if (foreign.count(component.name) != 0) {
+        continue;
+      }
+      for (const PackageWithFiles& package : component.*packages) {
+        if (keys.insert(package.key).second) {
+          picked.push_back(&package);
+        }
+      }
+    }
+  }
+  return picked;
+}
+
 }  // namespace
 
 Plan makePlan(const Contents& contents, const ProductChoice& choice) {
@@ -67,13 +89,9 @@ Plan makePlan(const Contents& contents, const ProductChoice& choice) {
   plan.packagesToExtract = pickPackages(contents.packagesToExtract, selection.packagesToExtract);
   plan.doubtfulSizes = countDoubtfulSizes(contents, selection);
   const std::set<std::u16string_view> foreign = findForeignComponents(contents, selection);
-  for (const ComponentWithFiles& component : contents.componentsWithFiles) {
-    if (foreign.count(component.name) == 0) {
-      for (const PackageWithFiles& package : component.packages) {
-        plan.filesToDelete.push_back(planFiles(package));
-        plan.doubtfulSizes.count(package.size);
-      }
-    }
+  for (const PackageWithFiles* const package : pickPackagesWithFiles(contents, foreign)) {
+    plan.filesToDelete.push_back(planFiles(*package));
+    plan.doubtfulSizes.count(package->size);
   }
   sortByKey(plan.filesToDelete);
   plan.totals = tally.totalsOf(selection);

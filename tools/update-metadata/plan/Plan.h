@@ -51,7 +51,8 @@ struct InstalledCounts {
 /// Makes the plan for the chosen products.
 ///
 /// Files to delete belong to no product: those of a component are planned if a chosen product names
-/// that component, or if no product of the document does.
+/// that component, or if no product of the document does. Of packages with one key in several
+/// planned components the first in model order counts, as in the library's answers.
 Plan makePlan(const Contents& contents, const ProductChoice& choice);
 
 /// Looks for every file to delete of `plan` in `tree`, and counts what was found. Changes nothing

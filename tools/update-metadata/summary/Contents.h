@@ -59,6 +59,10 @@ struct PackageWithFiles {
 struct ComponentWithFiles {
   std::u16string name;
   std::vector<PackageWithFiles> packages;
+
+  /// Packages whose keys came before, mostly in another component. They are in none of the
+  /// library's answers, but matter where that other component is left out.
+  std::vector<PackageWithFiles> repeatedPackages;
 };
 
 /// Everything that the library knows of one document, as plain data.
@@ -71,7 +75,7 @@ struct ComponentWithFiles {
 /// packages to extract with one key ("a" with "b_c" and "a_b" with "c", or one component in two
 /// products) the first gives the sizes, for every product; the others are not kept. Packages to
 /// delete and packages with files follow the same rule, each kind for itself. A package with files
-/// belongs to the component that it was first found in.
+/// belongs to the component that it was first found in; later ones with its key are kept aside.
 struct Contents {
   Release base;
   Release target;

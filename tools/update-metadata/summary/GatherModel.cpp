@@ -207,16 +207,16 @@ void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& cont
     const auto [place, isNew] =
         numbers.try_emplace(element.name().identity(), contents.componentsWithFiles.size());
     if (isNew) {
-      contents.componentsWithFiles.push_back({element.getName(), {}});
+      contents.componentsWithFiles.push_back({element.getName(), {}, {}});
     }
     ComponentWithFiles& component = contents.componentsWithFiles[place->second];
     const OwnedCollection<PkgDataWithFilesToDelete>& packages = element.getPkgsWithFilesToDelete();
     for (std::size_t j = 0; j < packages.size(); ++j) {
       const PkgDataWithFilesToDelete::Impl& package = packages.readAt(j);
       std::u16string key = makeKey(element.name(), package.name());
-      if (keys.insert(key).second) {
-        component.packages.push_back({std::move(key), package.getSize(), gatherFiles(package)});
-      }
+      std::vector<PackageWithFiles>& packagesOfKind =
+          keys.insert(key).second ? component.packages : component.repeatedPackages;
+      packagesOfKind.push_back({std::move(key), package.getSize(), gatherFiles(package)});
     }
   }
 }
