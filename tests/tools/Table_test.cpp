@@ -82,12 +82,34 @@ const WrittenTable kWrittenTables[] = {
          kEllipsis +
          "ne below\n"
          "    Count        1\n"
-         "    Size   1.0 KiB  1024\n"
+         "    Size   1.0 KiB\n"
+         "      1024\n"
          "  " +
          kIdeograph + "\n    Count    12345\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Widths, WrittenTables, ::testing::ValuesIn(kWrittenTables),
                          [](const auto& row) { return row.param.name; });
+
+TEST(Table, LeavesOneVeryLongNameOutOfTheColumns) {
+  const std::string longName(150, 'x');
+  Table table({"Name", "Size"});
+  table.addRow({{longName}, {"1"}});
+  table.addRow({{"short"}, {"2"}});
+  EXPECT_EQ(written(table, 1000), "Name" + std::string(98, ' ') + "Size\n" + longName +
+                                      "     1\n"
+                                      "short" +
+                                      std::string(100, ' ') + "2\n");
+}
+
+TEST(Table, PutsNumbersBelowEachOtherIfTwoHaveNoRoom) {
+  Table table({"Name", "Size"});
+  table.addRow({{"long-name"}, {"-8.0 EiB", "-9223372036854775808"}});
+  EXPECT_EQ(written(table, 30),
+            "Name\n"
+            "  long-name\n"
+            "    Size  -8.0 EiB\n"
+            "      -9223372036854775808\n");
+}
 
 TEST(Table, WritesNothingWithoutRows) {
   EXPECT_EQ(written(Table({"Name", "Size"}), 80), "");

@@ -157,21 +157,36 @@ std::string padLeft(std::string_view text, std::size_t width) {
 std::string wrap(std::string_view text, std::size_t width, std::size_t indent) {
   std::string wrapped;
   std::size_t column = 0;
-  for (bool isFirst = true; isFirst || !text.empty(); isFirst = false) {
-    const std::size_t blank = std::min(text.find(' '), text.size());
-    const std::string_view word = text.substr(0, blank);
-    text.remove_prefix(std::min(blank + 1, text.size()));
+  const auto breakLine = [&] {
+    wrapped.append(1, '\n').append(indent, ' ');
+    column = indent;
+  };
+  while (!text.empty()) {
+    const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
+    const std::size_t end = std::min(text.find(' ', blanks), text.size());
+    const std::string_view word = text.substr(blanks, end - blanks);
+    text.remove_prefix(end);
     const std::size_t wordWidth = displayWidth(word);
-    if (isFirst) {
-      column = wordWidth;
-    } else if (column + 1 + wordWidth <= width) {
-      wrapped += ' ';
-      column += 1 + wordWidth;
+    const bool isLong = wordWidth > width - indent;
+    const std::size_t needed = blanks + (isLong ? 1 : wordWidth);
+    if (column + needed <= width) {
+      wrapped.append(blanks, ' ');
+      column += blanks;
     } else {
-      wrapped.append(1, '\n').append(indent, ' ');
-      column = indent + wordWidth;
+      breakLine();
     }
-    wrapped.append(word);
+    if (!isLong) {
+      wrapped.append(word);
+      column += wordWidth;
+      continue;
+    }
+    for (const Cluster& cluster : clustersOf(word)) {
+      if (column + cluster.width > width) {
+        breakLine();
+      }
+      wrapped.append(cluster.text);
+      column += cluster.width;
+    }
   }
   return wrapped;
 }

@@ -24,8 +24,12 @@ std::string cutInTheMiddle(std::string_view text, std::size_t width);
 std::string padRight(std::string_view text, std::size_t width);
 std::string padLeft(std::string_view text, std::size_t width);
 
-/// Breaks `text` into lines of at most `width` columns at its blanks; the lines after the first are
-/// indented by `indent` blanks. A longer word gets a line of its own. Without a final line feed.
+/// Breaks `text` into lines of at most `width` columns; those after the first are indented by
+/// `indent` blanks. Lines break at blanks, which go. A word that is longer than a line begins where
+/// it stands and goes on in further lines; a mark stays with its character. Without a final line
+/// feed.
+///
+/// \pre two columns are left beside the indent
 std::string wrap(std::string_view text, std::size_t width, std::size_t indent);
 
 }  // namespace update_metadata_tool

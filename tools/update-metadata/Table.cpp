@@ -15,14 +15,18 @@ constexpr std::size_t kGapWidth = 2;
 // Names that would have to be cut to less get lines of their own.
 constexpr std::size_t kNarrowestNames = 16;
 
+// The column of names gets no wider.
+constexpr std::size_t kWidestNames = 100;
+
 bool hasBelow(const std::vector<Cell>& row) {
   return std::any_of(row.begin(), row.end(), [](const Cell& cell) { return !cell.below.empty(); });
 }
 
 // One line of a row in columns; blanks at its end are left out.
 template <class TextOf>
-void writeLine(const std::vector<std::size_t>& widths, TextOf textOf, std::ostream& out) {
-  std::string line = padRight(cutInTheMiddle(textOf(0), widths[0]), widths[0]);
+void writeLine(const std::vector<std::size_t>& widths, std::size_t roomOfNames, TextOf textOf,
+               std::ostream& out) {
+  std::string line = padRight(cutInTheMiddle(textOf(0), roomOfNames), widths[0]);
   for (std::size_t column = 1; column < widths.size(); ++column) {
     line.append(kGap).append(padLeft(textOf(column), widths[column]));
   }
@@ -63,20 +67,19 @@ void Table::write(std::size_t width, std::ostream& out) const {
     writeOneBelowTheOther(width, out);
     return;
   }
-  widths[0] = std::min(widths[0], width - numbers);
-  writeInColumns(widths, out);
+  const std::size_t roomOfNames = width - numbers;
+  widths[0] = std::min({widths[0], roomOfNames, kWidestNames});
+  writeInColumns(widths, roomOfNames, out);
 }
 
-void Table::writeInColumns(const std::vector<std::size_t>& widths, std::ostream& out) const {
-  writeLine(
-      widths, [this](std::size_t column) -> const std::string& { return headings_[column]; }, out);
+void Table::writeInColumns(const std::vector<std::size_t>& widths, std::size_t roomOfNames,
+                           std::ostream& out) const {
+  const auto write = [&](auto textOf) { writeLine(widths, roomOfNames, textOf, out); };
+  write([this](std::size_t column) -> const std::string& { return headings_[column]; });
   for (const std::vector<Cell>& row : rows_) {
-    writeLine(
-        widths, [&row](std::size_t column) -> const std::string& { return row[column].text; }, out);
+    write([&row](std::size_t column) -> const std::string& { return row[column].text; });
     if (hasBelow(row)) {
-      writeLine(
-          widths, [&row](std::size_t column) -> const std::string& { return row[column].below; },
-          out);
+      write([&row](std::size_t column) -> const std::string& { return row[column].below; });
     }
   }
 }
@@ -104,12 +107,13 @@ void Table::writeOneBelowTheOther(std::size_t width, std::ostream& out) const {
       if (cell.text.empty() && cell.below.empty()) {
         continue;
       }
-      out << kGap << kGap << padRight(headings_[column], headings) << kGap
-          << padLeft(cell.text, texts);
+      std::string line(2 * kGapWidth, ' ');
+      line.append(padRight(headings_[column], headings)).append(kGap);
+      line.append(padLeft(cell.text, texts));
       if (!cell.below.empty()) {
-        out << kGap << padLeft(cell.below, belows);
+        line.append(kGap).append(padLeft(cell.below, belows));
       }
-      out << '\n';
+      out << wrap(line, width, 3 * kGapWidth) << '\n';
     }
   }
 }

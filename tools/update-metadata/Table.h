@@ -20,6 +20,9 @@ struct Cell {
 /// right. Names are cut in the middle where there is no room for them, numbers never. If that would
 /// leave next to nothing of the names, the rows are written one below the other instead, indented
 /// below the heading of the names: the name, then each number behind its own heading.
+///
+/// However much room there is, one very long name does not draw the numbers of all others away from
+/// their names: its own follow it, out of their columns.
 class Table {
  public:
   explicit Table(std::vector<std::string> headings);
@@ -27,12 +30,14 @@ class Table {
   /// \pre there are as many cells as headings
   void addRow(std::vector<Cell> cells);
 
-  /// Writes all rows, with the headings above them, and nothing at all without rows.
+  /// Writes all rows in lines of at most `width` columns, from 20 on, with the headings above them;
+  /// nothing at all without rows.
   void write(std::size_t width, std::ostream& out) const;
 
  private:
   std::vector<std::size_t> widthsOfColumns() const;
-  void writeInColumns(const std::vector<std::size_t>& widths, std::ostream& out) const;
+  void writeInColumns(const std::vector<std::size_t>& widths, std::size_t roomOfNames,
+                      std::ostream& out) const;
   void writeOneBelowTheOther(std::size_t width, std::ostream& out) const;
 
   std::vector<std::string> headings_;

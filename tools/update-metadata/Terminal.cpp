@@ -34,10 +34,13 @@ std::size_t columnsOfEnvironment() {
   return error == std::errc() && stop == end ? columns : 0;
 }
 
-// 0 if standard output is no terminal, or one that does not tell.
 std::size_t columnsOfTerminal() {
+  if (::isatty(STDOUT_FILENO) != 1) {
+    return kUnlimitedColumns;
+  }
   winsize size{};
-  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+  const bool isTold = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+  return isTold ? size.ws_col : kUsualColumns;
 }
 
 }  // namespace
@@ -55,11 +58,8 @@ bool isErrorTerminal() {
 }
 
 std::size_t outputColumns() {
-  std::size_t columns = columnsOfEnvironment();
-  if (columns == 0) {
-    columns = columnsOfTerminal();
-  }
-  return columns == 0 ? kUsualColumns : std::max(columns, kFewestColumns);
+  const std::size_t columns = columnsOfEnvironment();
+  return std::max(columns != 0 ? columns : columnsOfTerminal(), kFewestColumns);
 }
 
 }  // namespace update_metadata_tool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 
 namespace update_metadata_tool {
 
@@ -14,10 +15,14 @@ bool isOutputTerminal();
 /// Tells whether standard error is a terminal, on which a line can be written anew.
 bool isErrorTerminal();
 
-/// The number of columns that lines on standard output should keep to.
+/// More columns than any line has.
+constexpr std::size_t kUnlimitedColumns = std::numeric_limits<std::size_t>::max();
+
+/// The number of columns that lines on standard output should keep to. Never below 20.
 ///
 /// It is that of the environment variable COLUMNS, if it is a number; else that of the terminal
-/// that standard output leads to; else 80. Never below 20.
+/// that standard output leads to, or 80 if that does not tell. Without a terminal there is no
+/// limit, so that a file or another program gets whole lines.
 std::size_t outputColumns();
 
 }  // namespace update_metadata_tool

@@ -15,7 +15,7 @@ static bool operator==(const InstalledFile& left, const InstalledFile& right) {
 }
 
 static std::ostream& operator<<(std::ostream& out, const InstalledFile& file) {
-  constexpr const char* kStates[] = {"present", "missing", "outside", "unknown"};
+  constexpr const char* kStates[] = {"present", "missing", "folder", "outside", "unknown"};
   return out << kStates[static_cast<int>(file.state)] << " '" << file.detail << '\'';
 }
 
@@ -25,6 +25,7 @@ using test_support::TemporaryFolder;
 
 constexpr FileState kPresent = FileState::kPresent;
 constexpr FileState kMissing = FileState::kMissing;
+constexpr FileState kFolder = FileState::kFolder;
 constexpr FileState kOutside = FileState::kOutside;
 constexpr FileState kUnknown = FileState::kUnknown;
 
@@ -33,7 +34,9 @@ class Installation : public ::testing::Test {
  protected:
   Installation() {
     folder_.writeFile("tree/a.txt", "");
+    folder_.writeFile("tree/a\\b", "");
     folder_.writeFile("tree/docs/b.txt", "");
+    folder_.writeFile("tree/docs/deep/e.txt", "");
     folder_.writeFile("tree/docs/\xC3\xBC \xF0\x9F\x97\xBA.txt", "");
     folder_.writeFile("other/c.txt", "");
     folder_.writeFile("tree2/d.txt", "");
@@ -86,13 +89,22 @@ TEST_P(FilesLookedFor, AreFoundInATreeThatIsReachedThroughALink) {
 }
 
 const std::string kNoName = "no file can have this name";
+const std::string kBackslash = "a backslash parts no folders here";
 const std::string kTooManyLinks = "Too many levels of symbolic links";
 
 const LookedFor kFilesLookedFor[] = {
     {"File", u"a.txt", kPresent},
     {"FileBelow", u"docs/b.txt", kPresent},
     {"FileWithAnyName", u"docs/\u00FC \U0001F5FA.txt", kPresent},
-    {"Folder", u"docs", kPresent},
+    {"FileWithABackslash", u"a\\b", kPresent},
+    {"Folder", u"docs", kFolder},
+    {"FolderWithASlash", u"docs/", kFolder},
+    {"FolderByADot", u"docs/.", kFolder},
+    {"FolderUpFromAFolder", u"docs/deep/..", kFolder},
+    {"LinkToAFolder", u"to-docs", kPresent},
+    {"LinkToAFolderWithASlash", u"to-docs/", kFolder},
+    {"BackslashesForSlashes", u"docs\\b.txt", kMissing, kBackslash},
+    {"UpByBackslashes", u"..\\other\\c.txt", kMissing, kBackslash},
     {"NoFile", u"b.txt", kMissing},
     {"NoFolder", u"none/b.txt", kMissing},
     {"BelowAFile", u"a.txt/b.txt", kMissing},

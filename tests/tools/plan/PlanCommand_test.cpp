@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "support/LongNames.h"
 #include "support/PlainDocument.h"
 #include "support/PlainTotals.h"
 #include "support/RunTool.h"
@@ -41,6 +42,7 @@ using test_support::storedRun;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 
 const std::string kSourceDir = UMP_SOURCE_DIR;
@@ -130,7 +132,7 @@ TEST(PlanForPrograms, HasEveryMemberForAnEmptyDocument) {
                      R"("products":[],"packagesToDelete":[],"packagesToExtract":[],)"
                      R"("filesToDelete":[],"totals":{"bytesToFetch":0,"bytesUnpacked":0,)"
                      R"("bytesDeleted":0,"netChange":0,"peakNeed":0},)"
-                     R"("doubtfulSizes":{"negative":0,"truncated":0}})"
+                     R"("doubtfulSizes":{"negative":0,"truncated":0},"productsLeftOut":[]})"
                      "\n",
                      ""}));
 }
@@ -173,6 +175,56 @@ TEST(PlanForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
             "bytes (7.8 EiB) and frees -5 bytes: a net change of 9000000000000000007 bytes\n"
             "(7.8 EiB), with a peak need of more than 9223372036854775807 bytes (8.0 EiB)\n"
             "before anything is freed.\n");
+}
+
+/// A plan for an installation, with names and sizes that leave no room for each other.
+class PlanWithLongNames : public ::testing::Test {
+ protected:
+  PlanWithLongNames() {
+    folder_.writeFile("update.json", test_support::makeDocumentWithLongNames(-5).json());
+    folder_.writeFile("products.tsv", "\n");
+    folder_.makeFolder("tree");
+  }
+
+  std::string plan(const std::string& columns) const {
+    ToolSurroundings around;
+    around.folder = folder_.nativePath();
+    around.environment = {"COLUMNS=" + columns};
+    return runTool({"plan", "update.json", "--product-data=.", "--installed=tree"}, around).out;
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(PlanWithLongNames, KeepsToTheWidthOfTheTerminal) {
+  for (const std::size_t columns : {20U, 30U, 40U, 60U, 80U, 100U, 200U}) {
+    const std::string text = plan(std::to_string(columns));
+    EXPECT_LE(test_support::widestLine(text), columns) << text;
+  }
+}
+
+TEST_F(PlanWithLongNames, HasThemWholeWithoutATerminal) {
+  const std::string& word = test_support::kLongWord;
+  EXPECT_THAT(plan(""), AllOf(HasSubstr("\n  " + test_support::kLongWords + '\n'),
+                              HasSubstr("\n    not there  " + word + '/' + word + '\n'),
+                              HasSubstr("  -5  " + word + '_' + word + '\n')));
+}
+
+TEST_F(PlanWithLongNames, BreaksThemOnATerminalAndShortensNone) {
+  const std::string name(21, 'n');
+  PlainDocument document;
+  document.components["c"] = {{}, {{name, {9'000'000'000'000, 9'500'000'000'000}}}};
+  document.products[name] = {{}, {"c"}};
+  folder_.writeFile("update.json", document.json());
+  EXPECT_THAT(plan("20"), AllOf(HasSubstr("Products: 1\n"
+                                          "  nnnnnnnnnnnnnnnnnn\n"
+                                          "      nnn\n"),
+                                HasSubstr("  c_nnnnnnnnnnnnnnnn\n"
+                                          "      nnnnn\n"
+                                          "    8.2 TiB\n"
+                                          "      9000000000000\n"
+                                          "    8.6 TiB\n"
+                                          "      9500000000000\n")));
 }
 
 TEST(PlanForPrograms, HasNullForASumThatDoesNotFit) {

@@ -163,21 +163,26 @@ class PlanForAnInstallation : public PlanFailure {
 };
 
 TEST_F(PlanForAnInstallation, TellsWhichFilesAreThere) {
-  deleteFiles({"docs/there.txt", "docs/gone.txt", "gone/../docs/there.txt", "nul\\u0000"});
+  deleteFiles({"docs/there.txt", "docs/gone.txt", "gone/../docs/there.txt", "nul\\u0000", "docs",
+               "docs\\\\there.txt"});
   const ToolRun run = plan({"--installed", "tree"});
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(filesPart(run.out),
-            "Files to delete: 4, of 1 package kept otherwise\n"
+            "Files to delete: 6, of 1 package kept otherwise\n"
+            "In the installation: 1 there, 4 not there, 1 folder, 0 outside, 0 unknown\n"
             "  5 B  5  c_p\n"
+            "    a folder   docs\n"
             "    not there  docs/gone.txt\n"
             "    there      docs/there.txt\n"
+            "    not there  docs\\there.txt: a backslash parts no folders here\n"
             "    not there  gone/../docs/there.txt\n"
             "    not there  nul<U+0000>: no file can have this name\n");
 }
 
 TEST_F(PlanForAnInstallation, FailsForFilesOutsideOfIt) {
   deleteFiles({"docs/there.txt", "docs/../../other/secret.txt", "link/secret.txt"});
+  around_.environment = {"COLUMNS=1000"};  // however long the path of the folder is
   const ToolRun run = plan({"--installed", "tree"});
   const std::string secret =
       std::filesystem::canonical(folder_.nativePath("other/secret.txt")).string();
@@ -187,6 +192,7 @@ TEST_F(PlanForAnInstallation, FailsForFilesOutsideOfIt) {
             "resolved; do not apply this document there\n");
   EXPECT_EQ(filesPart(run.out),
             "Files to delete: 3, of 1 package kept otherwise\n"
+            "In the installation: 1 there, 0 not there, 0 folders, 2 outside, 0 unknown\n"
             "  5 B  5  c_p\n"
             "    OUTSIDE    docs/../../other/secret.txt, leads to " +
                 secret +
@@ -207,15 +213,20 @@ TEST_F(PlanForAnInstallation, FailsForFilesThatCannotBeLookedFor) {
 }
 
 TEST_F(PlanForAnInstallation, TellsProgramsTheStateOfEachFile) {
-  deleteFiles({"docs/there.txt", "../other/secret.txt", "gone", "loop"});
+  deleteFiles({"docs/there.txt", "../other/secret.txt", "gone", "loop", "docs"});
   const ToolRun run = plan({"--installed", "tree", "--format=json"});
   EXPECT_EQ(run.exitCode, 1);
   const Json planned = Json::parse(run.out);
+  const std::string secret =
+      std::filesystem::canonical(folder_.nativePath("other/secret.txt")).string();
   EXPECT_EQ(planned["filesToDelete"].dump(),
             R"([{"key":"c_p","size":5,)"
-            R"("files":["../other/secret.txt","docs/there.txt","gone","loop"],)"
-            R"("states":["outside","present","missing","unknown"]}])");
-  EXPECT_EQ(planned["installed"].dump(), R"({"present":1,"missing":1,"outside":1,"unknown":1})");
+            R"("files":["../other/secret.txt","docs","docs/there.txt","gone","loop"],)"
+            R"("states":["outside","folder","present","missing","unknown"],)"
+            R"("details":[")" +
+                secret + R"(",null,null,null,"Too many levels of symbolic links"]}])");
+  EXPECT_EQ(planned["installed"].dump(),
+            R"({"present":1,"missing":1,"folder":1,"outside":1,"unknown":1})");
 }
 
 TEST_F(PlanForAnInstallation, ChangesNothing) {

@@ -131,6 +131,18 @@ def is_plain(path):
     return "qztype" not in text and "\\ud" not in text.lower()
 
 
+def check_installed(validator, tool):
+    """The members that a plan has only for an installation, here for the sources as one."""
+    planned = run(tool, "plan", "examples/documents/small/update.json", "--product-data",
+                  "examples/documents/small/product-data", "--installed", ".")
+    validator.validate(planned)
+    compare("files looked for", planned["installed"],
+            {"present": 0, "missing": 2, "folder": 0, "outside": 0, "unknown": 0})
+    for package in planned["filesToDelete"]:
+        compare("states of " + package["key"], (package["states"], package["details"]),
+                (["missing"] * len(package["files"]), [None] * len(package["files"])))
+
+
 def main():
     source, tool = sys.argv[1:]
     os.chdir(source)
@@ -140,6 +152,7 @@ def main():
             schema = json.load(file)
         jsonschema.Draft202012Validator.check_schema(schema)
         validators[command] = jsonschema.Draft202012Validator(schema)
+    check_installed(validators["plan"], tool)
     recomputed = 0
     paths = glob.glob("examples/documents/*/update.json") + \
         glob.glob("tests/golden/cases/*/document.json")

@@ -144,7 +144,14 @@ InstalledFile InstalledTree::find(std::u16string_view path) const {
     }
     const bool isAbsolute = !name.empty() && name.front() == '/';
     const fs::file_status status = statusOf(isAbsolute ? name : root_ + '/' + name);
-    return {fs::exists(status) ? FileState::kPresent : FileState::kMissing};
+    if (fs::is_directory(status)) {
+      return {FileState::kFolder};
+    }
+    if (fs::exists(status)) {
+      return {FileState::kPresent};
+    }
+    const bool hasBackslash = name.find('\\') != std::string::npos;
+    return {FileState::kMissing, hasBackslash ? "a backslash parts no folders here" : ""};
   } catch (const fs::filesystem_error& failure) {
     return {FileState::kUnknown, failure.code().message()};
   }

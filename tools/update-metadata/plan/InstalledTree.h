@@ -10,6 +10,7 @@ namespace update_metadata_tool {
 enum class FileState {
   kPresent,  ///< it is there
   kMissing,  ///< it is not there
+  kFolder,   ///< a folder is there, which is no file
   kOutside,  ///< its path leads out of the tree, or to the tree's own folder
   kUnknown,  ///< the system did not let it be looked for
 };
@@ -18,7 +19,8 @@ struct InstalledFile {
   FileState state = FileState::kMissing;
 
   /// Where it leads if it is outside, why it could not be looked for if that is unknown, why there
-  /// can be no such file if it is missing for that; else empty. Bytes as the system gives them.
+  /// can be no such file if it is missing for that, what may have been meant if it is missing and
+  /// its path has backslashes; else empty. Bytes as the system gives them.
   std::string detail = {};
 };
 
@@ -35,7 +37,8 @@ class InstalledTree {
   /// The path is followed as the system does when it opens a file: links lead on, ".." leads up
   /// from where the links have led. Where nothing exists, the rest of the path is taken by its
   /// names, so that a path that leads out of the tree is told even if nothing is there. A link at
-  /// its end is followed to tell where it leads, but is there even if it leads to nothing.
+  /// its end is followed to tell where it leads, but is a file that is there even if it leads to a
+  /// folder or to nothing. A backslash is part of a name and parts no folders.
   ///
   /// A path that is not well-formed or holds a NUL is missing: no file can have it.
   InstalledFile find(std::u16string_view path) const;

@@ -45,6 +45,8 @@ const char* nameOf(FileState state) {
       return "present";
     case FileState::kMissing:
       return "missing";
+    case FileState::kFolder:
+      return "folder";
     case FileState::kOutside:
       return "outside";
     case FileState::kUnknown:
@@ -53,22 +55,30 @@ const char* nameOf(FileState state) {
   return "unknown";
 }
 
-// With the state of each file, in the same order, if they were looked for.
+// What the text says beside the state; null if that is nothing.
+Json detailToJson(const InstalledFile& file) {
+  return file.detail.empty() ? Json() : Json(toVisible(file.detail));
+}
+
+// With the state and the details of each file, in the same order, if they were looked for.
 Json filesToDeleteToJson(const std::vector<PlannedFiles>& packages, bool areLookedFor) {
   Json array = Json::array();
   for (const PlannedFiles& package : packages) {
     Json files = Json::array();
     Json states = Json::array();
+    Json details = Json::array();
     for (const PlannedFile& file : package.files) {
       files.push_back(toUtf8(file.path));
       if (file.installed) {
         states.push_back(nameOf(file.installed->state));
+        details.push_back(detailToJson(*file.installed));
       }
     }
     array.push_back(
         {{"key", toUtf8(package.key)}, {"size", package.size}, {"files", std::move(files)}});
     if (areLookedFor) {
       array.back()["states"] = std::move(states);
+      array.back()["details"] = std::move(details);
     }
   }
   return array;
@@ -96,9 +106,11 @@ void writeJson(const Contents& contents, const Plan& plan,
   document["filesToDelete"] = filesToDeleteToJson(plan.filesToDelete, counts.has_value());
   document["totals"] = totalsToJson(plan.totals);
   document["doubtfulSizes"] = toJson(plan.doubtfulSizes);
+  document["productsLeftOut"] = productsToJson(plan.leftOut);
   if (counts) {
     document["installed"] = {{"present", counts->present},
                              {"missing", counts->missing},
+                             {"folder", counts->folder},
                              {"outside", counts->outside},
                              {"unknown", counts->unknown}};
   }

@@ -111,6 +111,9 @@ InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree, ProgressLine
         case FileState::kMissing:
           ++counts.missing;
           break;
+        case FileState::kFolder:
+          ++counts.folder;
+          break;
         case FileState::kOutside:
           ++counts.outside;
           break;

@@ -44,6 +44,7 @@ struct Plan {
 struct InstalledCounts {
   std::size_t present = 0;
   std::size_t missing = 0;
+  std::size_t folder = 0;
   std::size_t outside = 0;
   std::size_t unknown = 0;
 };

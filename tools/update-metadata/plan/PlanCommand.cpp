@@ -130,7 +130,7 @@ ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
   if (format_ == kJsonFormat) {
     writeJson(planned->contents, planned->plan, counts, out);
   } else {
-    writeText(planned->contents, planned->plan, outputColumns(), out);
+    writeText(planned->contents, planned->plan, counts, outputColumns(), out);
   }
   out.flush();
   progress.clear();

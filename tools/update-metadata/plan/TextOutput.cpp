@@ -18,17 +18,17 @@ namespace {
 
 constexpr const char* kIndent = "  ";
 constexpr const char* kDeepIndent = "    ";
-constexpr std::size_t kDeepIndentWidth = 4;
 
 // Names that would have less room behind their sizes get lines of their own.
 constexpr std::size_t kNarrowestNames = 16;
 
 void writeTitle(const std::string& title, std::size_t width, std::ostream& out) {
-  out << '\n' << wrap(title, width, kDeepIndentWidth) << '\n';
+  out << '\n';
+  writeLine(title, width, out);
 }
 
 /// Writes names with their sizes, which stand in columns in front of them, so that a name can be as
-/// long as it likes. On a narrow terminal the sizes stand below the name.
+/// long as it likes and goes on in further lines. On a narrow terminal each size stands below it.
 class SizeColumns {
  public:
   explicit SizeColumns(std::size_t width) : width_(width) {}
@@ -43,17 +43,18 @@ class SizeColumns {
 
   void writeRow(const std::u16string& name, const std::vector<std::int64_t>& sizes,
                 std::ostream& out) const {
+    constexpr std::size_t kIndentOfFurtherLines = 6;
     std::string line;
     for (std::size_t column = 0; column < sizes.size(); ++column) {
-      line.append(kIndent)
-          .append(padLeft(toMarkedSize(sizes[column]), columns_[column].shortly))
-          .append(kIndent)
-          .append(padLeft(std::to_string(sizes[column]), columns_[column].bytes));
+      line += describeSize(columns_[column], sizes[column]);
     }
-    if (displayWidth(line) + kNarrowestNames > width_) {
-      out << kIndent << toVisible(name) << '\n' << kIndent << line << '\n';
-    } else {
-      out << line << kIndent << toVisible(name) << '\n';
+    if (displayWidth(line) + kNarrowestNames <= width_) {
+      out << wrap(line + kIndent + toVisible(name), width_, kIndentOfFurtherLines) << '\n';
+      return;
+    }
+    out << wrap(kIndent + toVisible(name), width_, kIndentOfFurtherLines) << '\n';
+    for (const std::int64_t size : sizes) {
+      out << wrap(kIndent + describeSize(widest(), size), width_, kIndentOfFurtherLines) << '\n';
     }
   }
 
@@ -63,18 +64,33 @@ class SizeColumns {
     std::size_t bytes = 0;
   };
 
+  static std::string describeSize(const Column& widths, std::int64_t size) {
+    return kIndent + padLeft(toMarkedSize(size), widths.shortly) + kIndent +
+           padLeft(std::to_string(size), widths.bytes);
+  }
+
+  // Wide enough for the sizes of every column.
+  Column widest() const {
+    Column widths;
+    for (const Column& column : columns_) {
+      widths.shortly = std::max(widths.shortly, column.shortly);
+      widths.bytes = std::max(widths.bytes, column.bytes);
+    }
+    return widths;
+  }
+
   std::size_t width_;
   std::vector<Column> columns_;
 };
 
-void writeProducts(const Plan& plan, std::ostream& out) {
-  out << "\nProducts: " << plan.products.size() << '\n';
+void writeProducts(const Plan& plan, std::size_t width, std::ostream& out) {
+  writeTitle("Products: " + std::to_string(plan.products.size()), width, out);
   for (const Product& product : plan.products) {
-    out << kIndent << toVisible(product.name);
+    std::string line = kIndent + toVisible(product.name);
     if (product.baseCode) {
-      out << " (" << toVisible(*product.baseCode) << ')';
+      line.append(" (").append(toVisible(*product.baseCode)).append(")");
     }
-    out << '\n';
+    writeLine(line, width, out);
   }
 }
 
@@ -112,6 +128,8 @@ const char* describe(FileState state) {
       return "there      ";
     case FileState::kMissing:
       return "not there  ";
+    case FileState::kFolder:
+      return "a folder   ";
     case FileState::kOutside:
       return "OUTSIDE    ";
     case FileState::kUnknown:
@@ -120,20 +138,29 @@ const char* describe(FileState state) {
   return "unknown    ";
 }
 
-void writeFile(const PlannedFile& file, std::ostream& out) {
-  out << kDeepIndent;
+void writeFile(const PlannedFile& file, std::size_t width, std::ostream& out) {
+  std::string line = kDeepIndent;
   if (file.installed) {
-    out << describe(file.installed->state);
+    line += describe(file.installed->state);
   }
-  out << toVisible(file.path);
+  line += toVisible(file.path);
   if (file.installed && !file.installed->detail.empty()) {
-    out << (file.installed->state == FileState::kOutside ? ", leads to " : ": ")
-        << toVisible(file.installed->detail);
+    line += file.installed->state == FileState::kOutside ? ", leads to " : ": ";
+    line += toVisible(file.installed->detail);
   }
-  out << '\n';
+  writeLine(line, width, out);
 }
 
-void writeFilesToDelete(const Plan& plan, std::size_t width, std::ostream& out) {
+void writeCounts(const InstalledCounts& counts, std::size_t width, std::ostream& out) {
+  writeLine("In the installation: " + std::to_string(counts.present) + " there, " +
+                std::to_string(counts.missing) + " not there, " + count(counts.folder, "folder") +
+                ", " + std::to_string(counts.outside) + " outside, " +
+                std::to_string(counts.unknown) + " unknown",
+            width, out);
+}
+
+void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& counts,
+                        std::size_t width, std::ostream& out) {
   std::size_t files = 0;
   SizeColumns columns(width);
   for (const PlannedFiles& package : plan.filesToDelete) {
@@ -145,10 +172,13 @@ void writeFilesToDelete(const Plan& plan, std::size_t width, std::ostream& out) 
     title += ", of " + count(plan.filesToDelete.size(), "package") + " kept otherwise";
   }
   writeTitle(title, width, out);
+  if (counts) {
+    writeCounts(*counts, width, out);
+  }
   for (const PlannedFiles& package : plan.filesToDelete) {
     columns.writeRow(package.key, {package.size}, out);
     for (const PlannedFile& file : package.files) {
-      writeFile(file, out);
+      writeFile(file, width, out);
     }
   }
 }
@@ -180,11 +210,12 @@ void writeNotes(const Plan& plan, std::size_t width, std::ostream& out) {
 
 }  // namespace
 
-void writeText(const Contents& contents, const Plan& plan, std::size_t width, std::ostream& out) {
+void writeText(const Contents& contents, const Plan& plan,
+               const std::optional<InstalledCounts>& counts, std::size_t width, std::ostream& out) {
   writeReleases(contents, width, out);
-  writeProducts(plan, out);
+  writeProducts(plan, width, out);
   writePackagesToDelete(plan, width, out);
-  writeFilesToDelete(plan, width, out);
+  writeFilesToDelete(plan, counts, width, out);
   writePackagesToExtract(plan, width, out);
   writeNotes(plan, width, out);
   writeTotals(plan.totals, width, out);

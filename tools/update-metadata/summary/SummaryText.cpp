@@ -1,5 +1,6 @@
 #include "summary/SummaryText.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "DisplayWidth.h"
@@ -24,6 +25,12 @@ void writeReleases(const Contents& contents, std::size_t width, std::ostream& ou
   out << wrap("Base release:   " + describeRelease(contents.base), width, kIndent) << '\n'
       << wrap("Target release: " + target, width, kIndent) << '\n'
       << wrap("Architecture:   " + toVisible(contents.architecture), width, kIndent) << '\n';
+}
+
+void writeLine(const std::string& line, std::size_t width, std::ostream& out) {
+  constexpr std::size_t kIndent = 4;
+  const std::size_t blanks = std::min(line.find_first_not_of(' '), line.size());
+  out << wrap(line, width, blanks + kIndent) << '\n';
 }
 
 void writeNote(const std::string& note, std::size_t width, std::ostream& out) {

@@ -19,6 +19,10 @@ std::string toMarkedSize(std::int64_t bytes);
 /// at most `width` columns.
 void writeReleases(const Contents& contents, std::size_t width, std::ostream& out);
 
+/// Writes a line that begins with blanks or none. What has no room in `width` columns goes on in
+/// further lines, which are indented by four blanks more.
+void writeLine(const std::string& line, std::size_t width, std::ostream& out);
+
 /// Writes an empty line and a note, in lines of at most `width` columns.
 void writeNote(const std::string& note, std::size_t width, std::ostream& out);
 

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <string>
+
+#include "DisplayWidth.h"
+#include "support/PlainDocument.h"
+
+namespace test_support {
+
+/// A name that is longer than a line: of words, or of one word, or of wide characters.
+inline const std::string kLongWords =
+    "The Rather Long Name of a Product That Does Everything for Everybody, in Every Language, with "
+    "All the Trimmings That Anybody Has Ever Asked For";
+inline const std::string kLongWord(150, 'x');
+inline const std::string kLongWideName = [] {
+  std::string name;
+  for (int i = 0; i < 75; ++i) {
+    name += "\xE4\xB8\x80";  // two columns
+  }
+  return name;
+}();
+
+/// A document with such names wherever a document has names, with numbers of many digits, and with
+/// products that share packages.
+///
+/// \param size  of some package
+inline PlainDocument makeDocumentWithLongNames(std::int64_t size) {
+  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+  constexpr std::int64_t kTruncated = std::numeric_limits<std::int64_t>::min();
+  PlainDocument document;
+  document.components[kLongWord] = {{{kLongWord, {size, 0}}}, {{kLongWords, {kMost, size}}}};
+  document.components[kLongWideName] = {{{"a", {-1, 0}}},
+                                        {{kLongWideName, {kTruncated, kTruncated}}}};
+  document.products[kLongWords] = {{kLongWord}, {kLongWord, kLongWideName}};
+  document.products[kLongWideName] = {{kLongWideName}, {kLongWord}};
+  document.componentsWithFiles[kLongWord][kLongWord] = {
+      size, {kLongWord + '/' + kLongWord, kLongWords, std::to_string(size)}};
+  return document;
+}
+
+/// The number of columns of the widest line.
+inline std::size_t widestLine(const std::string& text) {
+  std::istringstream lines(text);
+  std::size_t widest = 0;
+  for (std::string line; std::getline(lines, line);) {
+    widest = std::max(widest, update_metadata_tool::displayWidth(line));
+  }
+  return widest;
+}
+
+}  // namespace test_support
