@@ -7,7 +7,7 @@
 #include <map>
 #include <ostream>
 #include <random>
-#include <sstream>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +16,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "DisplayWidth.h"
+#include "support/LongNames.h"
 #include "support/PlainDocument.h"
 #include "support/PlainTotals.h"
 #include "support/RunTool.h"
@@ -42,9 +42,11 @@ using test_support::storedRun;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
+using test_support::widestLine;
 using test_support::WrongUsage;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 const std::string kSourceDir = UMP_SOURCE_DIR;
 
@@ -86,15 +88,6 @@ const SampleRun kSamplesShown[] = {
 INSTANTIATE_TEST_SUITE_P(Samples, SamplesShown, ::testing::ValuesIn(kSamplesShown),
                          [](const auto& row) { return row.param.name; });
 
-std::size_t widestLine(const std::string& text) {
-  std::istringstream lines(text);
-  std::size_t widest = 0;
-  for (std::string line; std::getline(lines, line);) {
-    widest = std::max(widest, displayWidth(line));
-  }
-  return widest;
-}
-
 TEST(WhatIsShown, KeepsToTheWidthOfTheTerminal) {
   ToolSurroundings around;
   around.folder = kSourceDir + "/examples/documents";
@@ -106,18 +99,53 @@ TEST(WhatIsShown, KeepsToTheWidthOfTheTerminal) {
   }
 }
 
+TEST(WhatIsShown, KeepsToTheWidthOfTheTerminalWhateverTheNamesAndSizes) {
+  const TemporaryFolder folder;
+  folder.writeFile("update.json", test_support::makeDocumentWithLongNames(-5).json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  for (const std::size_t columns : {20U, 30U, 40U, 60U, 80U, 100U, 200U}) {
+    around.environment = {"COLUMNS=" + std::to_string(columns)};
+    const ToolRun run = runTool({"show", "update.json"}, around);
+    EXPECT_LE(widestLine(run.out), columns) << run.out;
+  }
+}
+
+TEST(WhatIsShown, HasWholeNamesWithoutATerminal) {
+  const TemporaryFolder folder;
+  folder.writeFile("update.json", test_support::makeDocumentWithLongNames(5).json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  around.environment = {"COLUMNS="};
+  const std::string& word = test_support::kLongWord;
+  EXPECT_THAT(runTool({"show", "update.json"}, around).out,
+              AllOf(HasSubstr('\n' + test_support::kLongWords + "  "),
+                    HasSubstr('\n' + test_support::kLongWideName + "  "),
+                    HasSubstr('\n' + word + '_' + word + "  "),
+                    HasSubstr("\nNote: Several products name 1 package to extract: in all, each "
+                              "counts once.\n")));
+}
+
 TEST(WhatIsShown, AsksTheTerminalForItsWidth) {
   ToolSurroundings around;
   around.folder = kSourceDir + "/examples/documents";
   around.environment = {"COLUMNS="};
   around.isOnTerminal = true;
   for (const auto& [columns, expected] :
-       {std::pair(0, "show-small.txt"), std::pair(40, "show-small-narrow.txt"),
-        std::pair(80, "show-small.txt")}) {
+       {std::pair(40, "show-small-narrow.txt"), std::pair(80, "show-small.txt")}) {
     around.terminalColumns = static_cast<unsigned short>(columns);
     EXPECT_EQ(runTool({"show", kSmall, "--product-data", kSmallProducts}, around).out,
               readBytes(kSourceDir + "/tests/golden/tool/" + expected));
   }
+}
+
+TEST(WhatIsShown, KeepsToEightyColumnsOnATerminalThatDoesNotTell) {
+  ToolSurroundings around;
+  around.folder = kSourceDir + "/examples/documents";
+  around.environment = {"COLUMNS="};
+  around.isOnTerminal = true;
+  EXPECT_EQ(runTool({"show", "--sort=name", kRealistic}, around).out,
+            readBytes(kSourceDir + "/tests/golden/tool/show-realistic-by-name.txt"));
 }
 
 struct Columns {
@@ -131,12 +159,14 @@ std::ostream& operator<<(std::ostream& out, const Columns& row) {
 
 class ColumnsThatAreNoNumber : public ::testing::TestWithParam<Columns> {};
 
-TEST_P(ColumnsThatAreNoNumber, LeaveEightyWithoutATerminal) {
+TEST_P(ColumnsThatAreNoNumber, LeaveNoLimitWithoutATerminal) {
   ToolSurroundings around;
   around.folder = kSourceDir + "/examples/documents";
-  around.environment = {std::string("COLUMNS=") + GetParam().columns};
-  EXPECT_EQ(runTool({"show", kSmall, "--product-data", kSmallProducts}, around).out,
-            readBytes(kSourceDir + "/tests/golden/tool/show-small.txt"));
+  const auto showWith = [&](const std::string& columns) {
+    around.environment = {"COLUMNS=" + columns};
+    return runTool({"show", kRealistic}, around).out;
+  };
+  EXPECT_EQ(showWith(GetParam().columns), showWith("1000"));
 }
 
 const Columns kColumnsThatAreNoNumber[] = {
@@ -191,7 +221,7 @@ TEST(ShownForPrograms, HasEveryMemberForAnEmptyDocument) {
                      R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
                      R"("totals":{"components":0,"packagesToDelete":0,"packagesToExtract":0,)"
                      R"("bytesToFetch":0,"bytesUnpacked":0,"bytesDeleted":0,"filesToDelete":0},)"
-                     R"("sharedPackages":{"toDelete":0,"toExtract":0},)"
+                     R"("sharedPackages":{"toDelete":0,"toExtract":0},"packagesWithFiles":0,)"
                      R"("doubtfulSizes":{"negative":0,"truncated":0},)"
                      R"("products":[],"largestComponents":[],"largestPackages":[]})"
                      "\n",
@@ -273,6 +303,42 @@ TEST(WhatIsShown, HasNoBaseCodeForAProductInNoCatalogue) {
                     HasSubstr("\nUnknown "), HasSubstr("\n  1 component ")));
 }
 
+TEST(WhatIsShown, LeavesOutTheSmallerProductsForPeopleOnly) {
+  PlainDocument document;
+  for (int size = 1; size <= 7; ++size) {
+    const std::string name = std::to_string(size);
+    document.components[name] = {{}, {{"p", {size, 0}}}};
+    document.products[name] = {{}, {name}};
+  }
+  const auto productsOf = [&](std::vector<std::string> options) {
+    const std::string text = show(document.json(), options).out;
+    const std::size_t begin = text.find("Products ");
+    return text.substr(begin, text.find("Files to delete") - begin);
+  };
+  EXPECT_EQ(productsOf({"--top=2"}),
+            "Products             Delete  Extract  To fetch  Unpacked  Deleted\n"
+            "7                         0        1       7 B       0 B      0 B\n"
+            "  1 component                                7         0        0\n"
+            "6                         0        1       6 B       0 B      0 B\n"
+            "  1 component                                6         0        0\n"
+            "and 5 more products\n"
+            "In all                    0        7      28 B       0 B      0 B\n"
+            "  7 components                              28         0        0\n");
+  EXPECT_EQ(productsOf({"--top=2", "--sort=name"}),
+            "Products             Delete  Extract  To fetch  Unpacked  Deleted\n"
+            "6                         0        1       6 B       0 B      0 B\n"
+            "  1 component                                6         0        0\n"
+            "7                         0        1       7 B       0 B      0 B\n"
+            "  1 component                                7         0        0\n"
+            "and 5 more products\n"
+            "In all                    0        7      28 B       0 B      0 B\n"
+            "  7 components                              28         0        0\n");
+  EXPECT_THAT(productsOf({"--top=6"}), HasSubstr("\nand 1 more product\n"));
+  EXPECT_THAT(productsOf({"--top=7"}), Not(HasSubstr("more product")));
+  const Json shown = Json::parse(show(document.json(), {"--top=2", "--format=json"}).out);
+  EXPECT_EQ(shown["products"].size(), 7);
+}
+
 TEST(WhatIsShown, LeavesOutTheLargestOnesOnDemand) {
   PlainDocument document;
   document.components["c"] = {{}, {{"e", {1, 2}}}};
@@ -285,11 +351,10 @@ TEST(WhatIsShown, LeavesOutTheLargestOnesOnDemand) {
             "Target release: New, version 2, update level 3\n"
             "Architecture:   x86_64\n"
             "\n"
-            "Products       Delete  Extract  To fetch  Unpacked  Deleted\n"
-            "p                   0        1       1 B       2 B      0 B\n"
-            "  1 component                          1         2        0\n"
-            "In all              0        1       1 B       2 B      0 B\n"
-            "  1 component                          1         2        0\n"
+            "Products            Delete  Extract  To fetch  Unpacked  Deleted\n"
+            "and 1 more product\n"
+            "In all                   0        1       1 B       2 B      0 B\n"
+            "  1 component                               1         2        0\n"
             "Files to delete: 0\n");
 }
 
@@ -324,6 +389,13 @@ Json expectedNumbers(const PlainDocument& document) {
   expected["totals"]["filesToDelete"] = plain.files();
   expected["sharedPackages"] = {{"toDelete", countShared(plain, true)},
                                 {"toExtract", countShared(plain, false)}};
+  std::set<std::string> keys;
+  for (const auto& [component, packages] : document.componentsWithFiles) {
+    for (const auto& entry : packages) {
+      keys.insert(component + '_' + entry.first);
+    }
+  }
+  expected["packagesWithFiles"] = keys.size();
   expected["products"] = Json::array();
   for (const std::string& name : plain.products()) {
     Json product = {{"name", name}, {"baseCode", nullptr}};
@@ -354,7 +426,8 @@ TEST(ShownForPrograms, AgreesWithAPlainComputationForMadeUpDocuments) {
     const ToolRun run = show(document.json(), {"--format=json", "--sort=name", "--top=1000"});
     const Json shown = Json::parse(run.out);
     Json numbers;
-    for (const char* member : {"totals", "sharedPackages", "products", "largestPackages"}) {
+    for (const char* member :
+         {"totals", "sharedPackages", "packagesWithFiles", "products", "largestPackages"}) {
       numbers[member] = shown[member];
     }
     EXPECT_EQ(numbers.dump(1), expectedNumbers(document).dump(1)) << document.json();

@@ -70,6 +70,7 @@ void writeJson(const Contents& contents, const Overview& overview, std::ostream&
   document["totals"] = totalsToJson(overview);
   document["sharedPackages"] = {{"toDelete", overview.sharedPackagesToDelete},
                                 {"toExtract", overview.sharedPackagesToExtract}};
+  document["packagesWithFiles"] = overview.packagesWithFiles;
   document["doubtfulSizes"] = toJson(overview.doubtfulSizes);
   document["products"] = listToJson(overview.products, productToJson);
   document["largestComponents"] = listToJson(overview.largestComponents, componentToJson);

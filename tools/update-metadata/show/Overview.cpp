@@ -101,6 +101,8 @@ Overview makeOverview(const Contents& contents, const OverviewOptions& options) 
   }
   overview.doubtfulSizes = countDoubtfulSizes(contents, tally.selectAll());
   addProducts(contents, tally, overview);
+  overview.largestProducts = overview.products;
+  keepLargest(overview.largestProducts, options);
   sortRows(overview.products, options.order);
   for (std::size_t number = 0; number < contents.components.size(); ++number) {
     overview.largestComponents.push_back(

@@ -21,7 +21,7 @@ enum class RowOrder {
 /// What the user wants to see.
 struct OverviewOptions {
   RowOrder order = RowOrder::kSize;
-  std::size_t top = 5;  ///< how many of the largest components and packages
+  std::size_t top = 5;  ///< how many of the largest products, components and packages
 };
 
 /// One product or component, with what it names or holds.
@@ -51,6 +51,7 @@ struct Overview {
   std::vector<NamedTotals> products;  ///< all of them
 
   /// The largest, in the order that was asked for.
+  std::vector<NamedTotals> largestProducts;
   std::vector<NamedTotals> largestComponents;
   std::vector<LargePackage> largestPackages;
 };

@@ -42,7 +42,8 @@ ShowCommand::ShowCommand(CLI::App& app)
       ->check(CLI::IsMember({kBySize, kByName}))
       ->capture_default_str();
   subcommand()
-      .add_option("--top", top_, "How many of the largest components and packages to tell")
+      .add_option("--top", top_,
+                  "How many of the largest products, components and packages to tell")
       ->type_name("N")
       ->check(isCountArgument())
       ->capture_default_str();

@@ -37,16 +37,21 @@ std::string describeProduct(const NamedTotals& product) {
 void writeProducts(const Overview& overview, std::size_t width, std::ostream& out) {
   out << '\n';
   Table table({"Products", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
-  for (const NamedTotals& product : overview.products) {
+  for (const NamedTotals& product : overview.largestProducts) {
     addRow({toVisible(product.name), "  " + describeProduct(product)}, product.totals, table);
+  }
+  // Without sums: these would count again what the products above hold, too.
+  const std::size_t others = overview.products.size() - overview.largestProducts.size();
+  if (others != 0) {
+    table.addRow({{"and " + count(others, "more product")}, {}, {}, {}, {}, {}});
   }
   addRow({"In all", "  " + count(overview.totals.components, "component")}, overview.totals, table);
   table.write(width, out);
-  out << "Files to delete: " << overview.filesToDelete;
+  std::string files = "Files to delete: " + std::to_string(overview.filesToDelete);
   if (overview.packagesWithFiles != 0) {
-    out << ", of " << count(overview.packagesWithFiles, "package");
+    files += ", of " + count(overview.packagesWithFiles, "package");
   }
-  out << '\n';
+  writeLine(files, width, out);
 }
 
 void writeLargest(const Overview& overview, std::size_t width, std::ostream& out) {

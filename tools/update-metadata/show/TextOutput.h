@@ -8,10 +8,11 @@
 
 namespace update_metadata_tool {
 
-/// Writes an overview for people, in UTF-8: the releases, a table of the products with a last row
-/// for all of them, the largest components and packages, and notes on what the numbers leave open.
+/// Writes an overview for people, in UTF-8: the releases, a table of the largest products with a
+/// last row for all of them, the largest components and packages, and notes on what the numbers
+/// leave open.
 ///
-/// \param width  the columns that the tables keep to
+/// \param width  the columns that lines keep to; names that have no room in a table are cut
 ///
 /// Names are shown by toVisible(), so that no document can send anything but text to a terminal.
 void writeText(const Contents& contents, const Overview& overview, std::size_t width,
