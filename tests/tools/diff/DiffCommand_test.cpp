@@ -1,5 +1,8 @@
 #include "diff/DiffCommand.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -8,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "support/LongNames.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
@@ -24,6 +28,7 @@ using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
 using test_support::WrongUsage;
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -274,6 +279,121 @@ TEST(DiffForPeople, ShowsControlCharactersByTheirCode) {
                      "      + 3<U+009B>\n"
                      "      - 1<U+009B>\n",
                      ""}));
+}
+
+/// Documents with names and sizes that leave no room for each other.
+class DiffOfLongNames : public ::testing::Test {
+ protected:
+  DiffOfLongNames() {
+    folder_.writeFile("old.json", test_support::makeDocumentWithLongNames(-5).json());
+    folder_.writeFile("new.json", test_support::makeDocumentWithLongNames(5).json());
+    folder_.writeFile("none.json", test_support::PlainDocument().json());
+  }
+
+  std::string diff(const std::string& old, const std::string& recent, const std::string& columns) {
+    ToolSurroundings around;
+    around.folder = folder_.nativePath();
+    around.environment = {"COLUMNS=" + columns};
+    return runTool({"diff", old, recent, "--fail-if-larger=1"}, around).out;
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(DiffOfLongNames, KeepsToTheWidthOfTheTerminal) {
+  for (const std::size_t columns : {20U, 30U, 40U, 60U, 80U, 100U, 200U}) {
+    for (const char* old : {"old.json", "none.json"}) {
+      const std::string text = diff(old, "new.json", std::to_string(columns));
+      EXPECT_LE(test_support::widestLine(text), columns) << text;
+    }
+  }
+}
+
+TEST_F(DiffOfLongNames, HasThemWholeWithoutATerminal) {
+  const std::string& word = test_support::kLongWord;
+  EXPECT_THAT(diff("old.json", "new.json", ""),
+              AllOf(HasSubstr("\n  * " + test_support::kLongWords + '\n'),
+                    HasSubstr("\n  * " + word + '_' + word + '\n')));
+}
+
+// --- sizes that no package can have ---------------------------------------------------------
+
+test_support::PlainDocument makeDoubtfulDocument(std::int64_t size) {
+  test_support::PlainDocument document;
+  document.components["c"] = {{{"old", {size, 0}}}, {{"p", {1, size}}}};
+  document.products["P"] = {{"c"}, {"c"}};
+  document.componentsWithFiles["c"]["kept"] = {size, {"file"}};
+  return document;
+}
+
+TEST(DiffOfDoubtfulSizes, MarksThemAndCountsThemForEachDocument) {
+  const TemporaryFolder folder;
+  folder.writeFile("none.json", test_support::PlainDocument().json());
+  folder.writeFile("negative.json", makeDoubtfulDocument(-5).json());
+  folder.writeFile("truncated.json",
+                   makeDoubtfulDocument(std::numeric_limits<std::int64_t>::min()).json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  const auto packagesOf = [&](const char* old, const char* recent) {
+    const std::string text = runTool({"diff", old, recent}, around).out;
+    return text.substr(text.find("Packages to extract"));
+  };
+  const std::string negatives =
+      " document, '!' marks doubtful sizes: 3 packages with a negative size. Sums take sizes as "
+      "they stand.\n";
+  EXPECT_EQ(packagesOf("none.json", "negative.json"),
+            "Packages to extract: 1 added, 0 removed, 0 changed\n"
+            "  + c_p: to fetch 1 byte; unpacked ! -5 bytes\n"
+            "\n"
+            "Packages to delete: 1 added, 0 removed, 0 changed\n"
+            "  + c_old: deleted ! -5 bytes\n"
+            "\n"
+            "Packages with single files to delete: 1 added, 0 removed, 0 changed\n"
+            "  + c_kept: 1 file; size ! -5 bytes\n"
+            "      + file\n"
+            "\n"
+            "Note: In the new" +
+                negatives);
+  EXPECT_EQ(
+      packagesOf("negative.json", "truncated.json"),
+      "Packages to extract: 0 added, 0 removed, 1 changed\n"
+      "  * c_p\n"
+      "      unpacked: ! -5 bytes -> ! -9223372036854775808 bytes (-8.0 EiB), -9223372036854775803 "
+      "bytes (-8.0 EiB)\n"
+      "\n"
+      "Packages to delete: 0 added, 0 removed, 1 changed\n"
+      "  * c_old\n"
+      "      deleted: ! -5 bytes -> ! -9223372036854775808 bytes (-8.0 EiB), -9223372036854775803 "
+      "bytes (-8.0 EiB)\n"
+      "\n"
+      "Packages with single files to delete: 0 added, 0 removed, 1 changed\n"
+      "  * c_kept: 0 files added, 0 removed; size ! -5 bytes -> ! -9223372036854775808 bytes "
+      "(-8.0 EiB), -9223372036854775803 bytes (-8.0 EiB)\n"
+      "\n"
+      "Note: In the old" +
+          negatives +
+          "\n"
+          "Note: In the new document, '!' marks doubtful sizes: 3 packages with a size that does "
+          "not fit into 64 bits and was taken for -9223372036854775808. Sums take sizes as they "
+          "stand.\n");
+  const ToolRun same = runTool({"diff", "negative.json", "negative.json"}, around);
+  EXPECT_EQ(same, (ToolRun{kSame,
+                           "Both documents say the same.\n\n"
+                           "Note: In the old" +
+                               negatives + "\nNote: In the new" + negatives,
+                           ""}));
+}
+
+TEST(DiffOfDoubtfulSizes, CountsThemForPrograms) {
+  const TemporaryFolder folder;
+  folder.writeFile("negative.json", makeDoubtfulDocument(-5).json());
+  folder.writeFile("truncated.json",
+                   makeDoubtfulDocument(std::numeric_limits<std::int64_t>::min()).json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  const ToolRun run = runTool({"diff", "negative.json", "truncated.json", "--format=json"}, around);
+  EXPECT_EQ(nlohmann::ordered_json::parse(run.out)["doubtfulSizes"].dump(),
+            R"({"before":{"negative":3,"truncated":0},"after":{"negative":0,"truncated":3}})");
 }
 
 TEST(DiffHelp, SaysWhatTheExitStatusMeans) {

@@ -81,7 +81,7 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   if (format_ == kJsonFormat) {
     writeJson(difference, growth, out);
   } else {
-    writeText(difference, growth, out);
+    writeText(difference, growth, outputColumns(), out);
   }
   out.flush();
   const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();

@@ -346,6 +346,14 @@ std::vector<FilesChange> compareFiles(const Contents& before, const Contents& af
   return changes;
 }
 
+DoubtfulSizes countAllDoubtfulSizes(const Contents& contents, const Tally& tally) {
+  DoubtfulSizes sizes = countDoubtfulSizes(contents, tally.selectAll());
+  for (const PackageWithFiles* const package : listPackagesWithFiles(contents)) {
+    sizes.count(package->size);
+  }
+  return sizes;
+}
+
 }  // namespace
 
 bool Difference::isEmpty() const {
@@ -361,6 +369,8 @@ Difference compare(const Contents& before, const Contents& after) {
   difference.releases = compareReleases(before, after);
   difference.totals = {tallyBefore.totalsOfAll(), tallyAfter.totalsOfAll()};
   difference.filesToDelete = {countFilesToDelete(before), countFilesToDelete(after)};
+  difference.doubtfulSizes = {countAllDoubtfulSizes(before, tallyBefore),
+                              countAllDoubtfulSizes(after, tallyAfter)};
   ComponentComparison comparison = compareComponents(before, after, tallyBefore, tallyAfter);
   difference.products = compareProducts(before, after, tallyBefore, tallyAfter, comparison.changed);
   difference.components = std::move(comparison.changes);

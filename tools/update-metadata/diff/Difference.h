@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "summary/Contents.h"
+#include "summary/DoubtfulSizes.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool {
@@ -86,6 +87,7 @@ struct Difference {
   std::vector<ReleaseChange> releases;
   Sides<Totals> totals;
   Sides<std::size_t> filesToDelete;
+  Sides<DoubtfulSizes> doubtfulSizes;  ///< of all packages, also of those with files
   std::vector<ProductChange> products;
   std::vector<ComponentChange> components;
   std::vector<PackageChange> packagesToDelete;

@@ -162,6 +162,8 @@ void writeJson(const Difference& difference, const std::optional<Growth>& growth
                           {"tooLarge", growth->isTooLarge()}};
   }
   document["totals"] = totalsToJson(difference);
+  document["doubtfulSizes"] = {{"before", toJson(difference.doubtfulSizes.before)},
+                               {"after", toJson(difference.doubtfulSizes.after)}};
   document["releases"] = releasesToJson(difference.releases);
   document["products"] = listsToJson(difference.products, productToJson);
   document["components"] = listsToJson(difference.components, componentToJson);

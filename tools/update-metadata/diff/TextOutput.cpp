@@ -9,6 +9,7 @@
 
 #include "ReadableSize.h"
 #include "Text.h"
+#include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
 
@@ -34,10 +35,36 @@ std::string describeDifference(const ByteSum& difference) {
   return (ByteSum() < difference ? "+" : "") + toReadableSize(difference);
 }
 
-std::string describeSides(const ByteSum& before, const ByteSum& after) {
-  std::string text = toReadableSize(before) + " -> " + toReadableSize(after);
-  if (before != after) {
-    text += ", " + describeDifference(after - before);
+/// A number of bytes on both sides, and what it is: "to fetch".
+struct Measure {
+  const char* name;
+  ByteSum before;
+  ByteSum after;
+  bool isSum = true;  ///< else the size of one package, which is marked if it is doubtful
+};
+
+std::vector<Measure> measure(const Totals& before, const Totals& after) {
+  return {{"to fetch", before.bytesToFetch, after.bytesToFetch},
+          {"unpacked", before.bytesUnpacked, after.bytesUnpacked},
+          {"deleted", before.bytesDeleted, after.bytesDeleted}};
+}
+
+// The size of one package.
+Measure measure(const char* name, std::int64_t before, std::int64_t after) {
+  return {name, ByteSum(before), ByteSum(after), false};
+}
+
+std::string describeSide(const Measure& measure, ByteSum Measure::*side) {
+  const ByteSum& bytes = measure.*side;
+  const bool isMarked = !measure.isSum && bytes.value() && isDoubtful(*bytes.value());
+  return (isMarked ? kDoubtMark : "") + toReadableSize(bytes);
+}
+
+std::string describeSides(const Measure& measure) {
+  std::string text =
+      describeSide(measure, &Measure::before) + " -> " + describeSide(measure, &Measure::after);
+  if (measure.before != measure.after) {
+    text += ", " + describeDifference(measure.after - measure.before);
   }
   return text;
 }
@@ -52,34 +79,35 @@ std::string describeSides(std::size_t before, std::size_t after) {
   return text;
 }
 
-/// A number of bytes on both sides, and what it is: "to fetch".
-struct Measure {
-  const char* name;
-  ByteSum before;
-  ByteSum after;
-};
-
-std::vector<Measure> measure(const Totals& before, const Totals& after) {
-  return {{"to fetch", before.bytesToFetch, after.bytesToFetch},
-          {"unpacked", before.bytesUnpacked, after.bytesUnpacked},
-          {"deleted", before.bytesDeleted, after.bytesDeleted}};
-}
-
 // --- parts ----------------------------------------------------------------------------------
 
 // The heading of a list, if there is one: how much of it was added, removed and changed.
 template <class Item>
-void writeHeading(const char* title, const std::vector<Item>& items, std::ostream& out) {
+void writeHeading(const std::string& title, const std::vector<Item>& items, std::size_t width,
+                  std::ostream& out) {
   if (items.empty()) {
     return;
   }
   const auto countOf = [&](Change change) {
-    return std::count_if(items.begin(), items.end(),
-                         [&](const Item& item) { return changeOf(item) == change; });
+    return std::to_string(std::count_if(
+        items.begin(), items.end(), [&](const Item& item) { return changeOf(item) == change; }));
   };
-  out << '\n'
-      << title << ": " << countOf(Change::kAdded) << " added, " << countOf(Change::kRemoved)
-      << " removed, " << countOf(Change::kChanged) << " changed\n";
+  out << '\n';
+  writeLine(title + ": " + countOf(Change::kAdded) + " added, " + countOf(Change::kRemoved) +
+                " removed, " + countOf(Change::kChanged) + " changed",
+            width, out);
+}
+
+// "  * name"
+template <class Item>
+std::string beginItem(const Item& item, const std::string& name) {
+  return std::string("  ") + markOf(changeOf(item)) + ' ' + name;
+}
+
+// The side that something added or removed has.
+template <class Item>
+ByteSum Measure::*onlySideOf(const Item& item) {
+  return changeOf(item) == Change::kAdded ? &Measure::after : &Measure::before;
 }
 
 // What something measures, but for what is zero.
@@ -88,7 +116,7 @@ std::string describe(const std::vector<Measure>& measures, ByteSum Measure::*sid
   for (const Measure& measure : measures) {
     if (measure.*side != ByteSum()) {
       text += (text.empty() ? "" : "; ") + std::string(measure.name) + ' ';
-      text += toReadableSize(measure.*side);
+      text += describeSide(measure, side);
     }
   }
   return text.empty() ? "no bytes" : text;
@@ -97,34 +125,31 @@ std::string describe(const std::vector<Measure>& measures, ByteSum Measure::*sid
 // What was added or removed takes a line; of what changed, each measure that differs takes another.
 template <class Item>
 void writeItem(const Item& item, const std::string& name, const std::vector<Measure>& measures,
-               std::ostream& out) {
-  const Change change = changeOf(item);
-  out << "  " << markOf(change) << ' ' << name;
-  if (change != Change::kChanged) {
-    const auto side = change == Change::kAdded ? &Measure::after : &Measure::before;
-    out << ": " << describe(measures, side) << '\n';
+               std::size_t width, std::ostream& out) {
+  if (changeOf(item) != Change::kChanged) {
+    writeLine(beginItem(item, name) + ": " + describe(measures, onlySideOf(item)), width, out);
     return;
   }
+  writeLine(beginItem(item, name), width, out);
   bool isOneDifferent = false;
-  out << '\n';
   for (const Measure& measure : measures) {
     if (measure.before != measure.after) {
-      out << "      " << measure.name << ": " << describeSides(measure.before, measure.after)
-          << '\n';
+      writeLine(std::string("      ") + measure.name + ": " + describeSides(measure), width, out);
       isOneDifferent = true;
     }
   }
   if (!isOneDifferent) {
-    out << "      the same sizes in all\n";
+    writeLine("      the same sizes in all", width, out);
   }
 }
 
-void writeNames(const NameChanges& names, const char* kind, std::ostream& out) {
+void writeNames(const NameChanges& names, const std::string& kind, std::size_t width,
+                std::ostream& out) {
   for (const std::u16string& name : names.added) {
-    out << "      + " << kind << toVisible(name) << '\n';
+    writeLine("      + " + kind + toVisible(name), width, out);
   }
   for (const std::u16string& name : names.removed) {
-    out << "      - " << kind << toVisible(name) << '\n';
+    writeLine("      - " + kind + toVisible(name), width, out);
   }
 }
 
@@ -134,123 +159,145 @@ std::string nameField(std::string field) {
   return field == "arch" ? "architecture" : field == "target updateLevel" ? "update level" : field;
 }
 
-void writeReleases(const std::vector<ReleaseChange>& releases, std::ostream& out) {
+void writeReleases(const std::vector<ReleaseChange>& releases, std::size_t width,
+                   std::ostream& out) {
   if (!releases.empty()) {
     out << "\nReleases\n";
   }
   for (const ReleaseChange& change : releases) {
-    out << "  * " << nameField(change.field) << ": " << toVisible(change.before) << " -> "
-        << toVisible(change.after) << '\n';
+    writeLine("  * " + nameField(change.field) + ": " + toVisible(change.before) + " -> " +
+                  toVisible(change.after),
+              width, out);
   }
 }
 
-void writeTotals(const Difference& difference, std::ostream& out) {
+void writeTotals(const Difference& difference, std::size_t width, std::ostream& out) {
   const Totals& before = difference.totals.before;
   const Totals& after = difference.totals.after;
+  const Sides<std::size_t>& files = difference.filesToDelete;
   out << "In all\n";
   for (const Measure& one : measure(before, after)) {
-    out << "  " << one.name << ": " << describeSides(one.before, one.after) << '\n';
+    writeLine(std::string("  ") + one.name + ": " + describeSides(one), width, out);
   }
-  out << "  packages to extract: "
-      << describeSides(before.packagesToExtract, after.packagesToExtract)
-      << "\n  packages to delete: "
-      << describeSides(before.packagesToDelete, after.packagesToDelete) << "\n  files to delete: "
-      << describeSides(difference.filesToDelete.before, difference.filesToDelete.after) << '\n';
+  const auto writeCounts = [&](const std::string& what, std::size_t old, std::size_t recent) {
+    writeLine("  " + what + ": " + describeSides(old, recent), width, out);
+  };
+  writeCounts("packages to extract", before.packagesToExtract, after.packagesToExtract);
+  writeCounts("packages to delete", before.packagesToDelete, after.packagesToDelete);
+  writeCounts("files to delete", files.before, files.after);
 }
 
-void writeProducts(const std::vector<ProductChange>& products, std::ostream& out) {
-  writeHeading("Products", products, out);
+void writeProducts(const std::vector<ProductChange>& products, std::size_t width,
+                   std::ostream& out) {
+  writeHeading("Products", products, width, out);
   for (const ProductChange& product : products) {
     std::string name = toVisible(product.name);
     if (product.baseCode) {
       name += " (" + toVisible(*product.baseCode) + ')';
     }
     writeItem(product, name,
-              measure(product.before.value_or(Totals()), product.after.value_or(Totals())), out);
+              measure(product.before.value_or(Totals()), product.after.value_or(Totals())), width,
+              out);
     if (changeOf(product) == Change::kChanged) {
-      writeNames(product.componentsToExtract, "component to extract: ", out);
-      writeNames(product.componentsToDelete, "component to delete: ", out);
+      writeNames(product.componentsToExtract, "component to extract: ", width, out);
+      writeNames(product.componentsToDelete, "component to delete: ", width, out);
     }
   }
 }
 
-void writeComponents(const std::vector<ComponentChange>& components, std::ostream& out) {
-  writeHeading("Components", components, out);
+void writeComponents(const std::vector<ComponentChange>& components, std::size_t width,
+                     std::ostream& out) {
+  writeHeading("Components", components, width, out);
   for (const ComponentChange& component : components) {
     writeItem(component, toVisible(component.name),
               measure(component.before.value_or(Totals()), component.after.value_or(Totals())),
-              out);
+              width, out);
   }
 }
 
-void writePackagesToExtract(const std::vector<PackageChange>& packages, std::ostream& out) {
-  writeHeading("Packages to extract", packages, out);
+void writePackagesToExtract(const std::vector<PackageChange>& packages, std::size_t width,
+                            std::ostream& out) {
+  writeHeading("Packages to extract", packages, width, out);
   for (const PackageChange& package : packages) {
     const PackageSizes before = package.before.value_or(PackageSizes());
     const PackageSizes after = package.after.value_or(PackageSizes());
     writeItem(package, toVisible(package.key),
-              {{"to fetch", ByteSum(before.size), ByteSum(after.size)},
-               {"unpacked", ByteSum(before.uncompressedBytes), ByteSum(after.uncompressedBytes)}},
-              out);
+              {measure("to fetch", before.size, after.size),
+               measure("unpacked", before.uncompressedBytes, after.uncompressedBytes)},
+              width, out);
   }
 }
 
-void writePackagesToDelete(const std::vector<PackageChange>& packages, std::ostream& out) {
-  writeHeading("Packages to delete", packages, out);
+void writePackagesToDelete(const std::vector<PackageChange>& packages, std::size_t width,
+                           std::ostream& out) {
+  writeHeading("Packages to delete", packages, width, out);
   for (const PackageChange& package : packages) {
     writeItem(package, toVisible(package.key),
-              {{"deleted", ByteSum(package.before.value_or(PackageSizes()).size),
-                ByteSum(package.after.value_or(PackageSizes()).size)}},
-              out);
+              {measure("deleted", package.before.value_or(PackageSizes()).size,
+                       package.after.value_or(PackageSizes()).size)},
+              width, out);
   }
 }
 
-void writeFiles(const std::vector<FilesChange>& packages, std::ostream& out) {
-  writeHeading("Packages with single files to delete", packages, out);
+// Of a changed package the size is told if it differs; of another one always.
+void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std::ostream& out) {
+  writeHeading("Packages with single files to delete", packages, width, out);
   for (const FilesChange& package : packages) {
-    const Change change = changeOf(package);
-    out << "  " << markOf(change) << ' ' << toVisible(package.key) << ": ";
-    if (change == Change::kChanged) {
-      out << count(package.files.added.size(), "file") << " added, " << package.files.removed.size()
-          << " removed";
+    const std::size_t added = package.files.added.size();
+    const std::size_t removed = package.files.removed.size();
+    const Measure size = measure("size", package.before.value_or(0), package.after.value_or(0));
+    std::string line = beginItem(package, toVisible(package.key)) + ": ";
+    if (changeOf(package) != Change::kChanged) {
+      line += count(added + removed, "file") + "; size " + describeSide(size, onlySideOf(package));
     } else {
-      out << count(package.files.added.size() + package.files.removed.size(), "file");
+      line += count(added, "file") + " added, " + std::to_string(removed) + " removed";
+      if (size.before != size.after) {
+        line += "; size " + describeSides(size);
+      }
     }
-    if (change == Change::kChanged && package.before != package.after) {
-      out << "; size " << describeSides(ByteSum(*package.before), ByteSum(*package.after));
-    }
-    out << '\n';
-    writeNames(package.files, "", out);
+    writeLine(line, width, out);
+    writeNames(package.files, "", width, out);
   }
 }
 
-void writeDifference(const Difference& difference, std::ostream& out) {
-  writeTotals(difference, out);
-  writeReleases(difference.releases, out);
-  writeProducts(difference.products, out);
-  writeComponents(difference.components, out);
-  writePackagesToExtract(difference.packagesToExtract, out);
-  writePackagesToDelete(difference.packagesToDelete, out);
-  writeFiles(difference.packagesWithFiles, out);
+void writeDifference(const Difference& difference, std::size_t width, std::ostream& out) {
+  writeTotals(difference, width, out);
+  writeReleases(difference.releases, width, out);
+  writeProducts(difference.products, width, out);
+  writeComponents(difference.components, width, out);
+  writePackagesToExtract(difference.packagesToExtract, width, out);
+  writePackagesToDelete(difference.packagesToDelete, width, out);
+  writeFiles(difference.packagesWithFiles, width, out);
 }
 
-void writeGrowth(const Growth& growth, std::ostream& out) {
-  out << "\nGrowth of the bytes to fetch: " << describeDifference(growth.bytes)
-      << "; allowed: " << toReadableSize(growth.allowed) << "; "
-      << (growth.isTooLarge() ? "too much" : "within the limit") << '\n';
+void writeDoubts(const std::string& document, const DoubtfulSizes& sizes, std::size_t width,
+                 std::ostream& out) {
+  if (sizes.areAny()) {
+    writeNote("In the " + document + " document, " + describe(sizes), width, out);
+  }
+}
+
+void writeGrowth(const Growth& growth, std::size_t width, std::ostream& out) {
+  out << '\n';
+  writeLine("Growth of the bytes to fetch: " + describeDifference(growth.bytes) +
+                "; allowed: " + toReadableSize(growth.allowed) + "; " +
+                (growth.isTooLarge() ? "too much" : "within the limit"),
+            width, out);
 }
 
 }  // namespace
 
-void writeText(const Difference& difference, const std::optional<Growth>& growth,
+void writeText(const Difference& difference, const std::optional<Growth>& growth, std::size_t width,
                std::ostream& out) {
   if (difference.isEmpty()) {
-    out << "Both documents say the same.\n";
+    writeLine("Both documents say the same.", width, out);
   } else {
-    writeDifference(difference, out);
+    writeDifference(difference, width, out);
   }
+  writeDoubts("old", difference.doubtfulSizes.before, width, out);
+  writeDoubts("new", difference.doubtfulSizes.after, width, out);
   if (growth) {
-    writeGrowth(*growth, out);
+    writeGrowth(*growth, width, out);
   }
 }
 
