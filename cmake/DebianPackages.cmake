@@ -13,13 +13,8 @@ configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/changelog.in" "${document
 configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/copyright.in" "${documents}/copyright" @ONLY)
 configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${documents}/LICENSE" COPYONLY)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${documents}/changelog" COPYONLY)
-# Until 1.0 a minor version may break what came before without a new SONAME: users depend on the version itself. From then
-# on they run with any later one.
-if(PROJECT_VERSION_MAJOR EQUAL 0)
-  set(UMP_DEBIAN_NEEDED "= ${UMP_DEBIAN_VERSION}")
-else()
-  set(UMP_DEBIAN_NEEDED ">= ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
-endif()
+# Users run with this minor version and any later one of the SONAME.
+set(UMP_DEBIAN_NEEDED ">= ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/shlibs.in" "${documents}/shlibs" @ONLY)
 execute_process(COMMAND gzip -9nf changelog changelog.Debian WORKING_DIRECTORY "${documents}" COMMAND_ERROR_IS_FATAL ANY)
 

@@ -54,15 +54,10 @@ foreach(library catalogue model foundation)
   endif()
 endforeach()
 
-# find_package(update_metadata_parser). Until version 1 a minor version may break what came before.
-if(PROJECT_VERSION_MAJOR EQUAL 0)
-  set(UMP_COMPATIBILITY SameMinorVersion)
-else()
-  set(UMP_COMPATIBILITY SameMajorVersion)
-endif()
+# find_package(update_metadata_parser).
 write_basic_package_version_file(
   "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser-config-version.cmake"
-  COMPATIBILITY ${UMP_COMPATIBILITY})
+  COMPATIBILITY SameMajorVersion)
 configure_package_config_file(
   "${PROJECT_SOURCE_DIR}/packaging/update_metadata_parser-config.cmake.in"
   "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser-config.cmake"

@@ -6,8 +6,8 @@
 
 /// The semantic version of these headers. Nothing else states it: the build, the packages and
 /// version() read it from here.
-#define UPDATE_METADATA_PARSER_VERSION_MAJOR 0
-#define UPDATE_METADATA_PARSER_VERSION_MINOR 1
+#define UPDATE_METADATA_PARSER_VERSION_MAJOR 1
+#define UPDATE_METADATA_PARSER_VERSION_MINOR 0
 #define UPDATE_METADATA_PARSER_VERSION_PATCH 0
 
 namespace install::update_metadata_parser {
