@@ -43,7 +43,8 @@ std::string failureOfLoading(const std::u16string& path) {
 }
 
 void checkFiles() {
-  expect(failureOfLoading(u"built-in:update").empty(), "a file of the platform loads");
+  expect(failureOfLoading(u"built-in:update").empty(),
+         "a file of the platform loads, though it cannot be sought in");
   expect(failureOfLoading(u"built-in:none") == "Update MetaData Json file does not exist ",
          "the platform tells which files exist");
   expect(failureOfLoading(u"built-in:locked") == "Error opening Update MetaData Json File",

@@ -38,11 +38,12 @@ bool exists(const std::u16string& path) {
   return find(path) != nullptr;
 }
 
-basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::openmode mode)
-    : std::istringstream(mode) {
+basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::openmode /*mode*/)
+    : std::istream(nullptr) {
+  rdbuf(&buffer_);
   const File* const file = find(path);
   if (file != nullptr && file->bytes != nullptr) {
-    str(file->bytes);
+    buffer_.str(file->bytes);
     isOpen_ = true;
   }
 }
