@@ -53,12 +53,13 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   ///                             "Invalid data provided for '" and a member's name and "'" for a
   ///                             member that is missing or of the wrong kind, "invalid conversion:
   ///                             " and two kinds, joined by " to ", for a value that cannot be
-  ///                             taken
+  ///                             taken, which a missing "base" or "target" is, too ("undefined to
+  ///                             object")
   /// \throws std::out_of_range   "map::at": one of the four sections is missing
   /// \throws std::ios_base::failure  the file could be opened but not read to its end
   ///
   /// What a handler throws passes through unchanged. After a failure the parser keeps the new
-  /// handler, as far as it was filled.
+  /// handler and the two tables, as far as they were filled.
   ///
   /// Linear in the size of the text, but n log n where members have to be put in order, and linear
   /// in the elements made: one for each package of each component of each product.
