@@ -205,7 +205,7 @@ TEST(Version, IsTheLibrarysOwn) {
   EXPECT_EQ(runTool({"--version"}), (ToolRun{0, "update-metadata " + version + "\n", ""}));
 }
 
-TEST(Help, ShowsTheOptionsAndExamples) {
+TEST(Help, ShowsTheOptionsExamplesAndExitCodes) {
   const ToolRun help = runTool({"query", "--help"});
   EXPECT_EQ(help.exitCode, 0);
   EXPECT_EQ(help.err, "");
@@ -213,6 +213,7 @@ TEST(Help, ShowsTheOptionsAndExamples) {
   EXPECT_THAT(help.out, HasSubstr("Examples:\n"
                                   "  update-metadata query update.json\n"
                                   "  update-metadata query update.json --product-data "));
+  EXPECT_THAT(help.out, HasSubstr("Exit status: 0 answered, 1 "));
   EXPECT_THAT(runTool({"--help"}).out, StartsWith("Answers questions about update metadata"));
 }
 

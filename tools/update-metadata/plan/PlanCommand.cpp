@@ -30,7 +30,7 @@ Nothing is ever fetched, extracted or deleted.
 
 Exit status: 0 planned, 1 a file to delete lies outside the installation or could not be
 looked for, or the output could not be written, 2 wrong usage, an unknown product, no such
-installation, or the document could not be loaded.)";
+installation, or the document could not be loaded or answered.)";
 
 // Nothing, after a complaint, if the folder cannot be looked into.
 std::optional<InstalledTree> openTree(const std::string& folder, std::ostream& err) {

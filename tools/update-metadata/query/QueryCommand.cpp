@@ -23,7 +23,8 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata query update.json --product-data /srv/product-data --base-code ED
   update-metadata query update.json --format json
 
-Exit status: 0 answered, 1 the document could not be loaded or answered, 2 wrong usage.)";
+Exit status: 0 answered, 1 the document could not be loaded or answered (show, plan, diff and
+report end with 2 then), or the output could not be written, 2 wrong usage.)";
 
 }  // namespace
 

@@ -28,7 +28,7 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata show update.json --format json | jq .totals.bytesToFetch
 
 Exit status: 0 shown, 1 the output could not be written, 2 wrong usage, or the document
-could not be loaded.)";
+could not be loaded or answered.)";
 
 }  // namespace
 
