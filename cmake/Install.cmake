@@ -99,7 +99,7 @@ install(
   DESTINATION "${UMP_INSTALL_DOCDIR}/bindings/python"
   COMPONENT documentation)
 install(
-  DIRECTORY tests/second_platform
+  DIRECTORY tests/fetched tests/second_platform
   DESTINATION "${UMP_INSTALL_DOCDIR}/tests"
   COMPONENT documentation)
 install(

@@ -15,10 +15,10 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-TEST(Guide, ShowsProgramsAsTheyStandInTheExamples) {
+TEST(Guide, ShowsProgramsAndProjectsAsTheyStandInTheirFiles) {
   for (const CodeBlock& block :
        test_support::findCodeBlocks(test_support::readProjectFile("docs/guide.md"))) {
-    if (block.language == "cpp") {
+    if (block.language == "cpp" || block.language == "cmake") {
       ASSERT_THAT(block.sourceFile, Not(IsEmpty())) << block.text;
     }
     if (!block.sourceFile.empty()) {
