@@ -46,7 +46,7 @@ ump_install_headers(
   install/update_metadata_parser/UpdatePkgData.h
   install/update_metadata_parser/Version.h
   install/update_metadata_parser/fwd.h)
-foreach(library catalogue model foundation)
+foreach(library fl catalogue model foundation)
   get_target_property(root platform::${library} UMP_HEADER_ROOT)
   get_target_property(headers platform::${library} UMP_HEADERS)
   if(headers)

@@ -4,7 +4,8 @@ include("${PROJECT_SOURCE_DIR}/cmake/PlatformOwnModel.cmake")
 ump_add_platform(
   fl
   ROOT "${CMAKE_CURRENT_LIST_DIR}"
-  SOURCES fl/filesystem.cpp fl/i18n.cpp)
+  SOURCES fl/filesystem.cpp fl/i18n.cpp
+  HEADERS fl/i18n.h)
 
 ump_add_platform(
   catalogue
