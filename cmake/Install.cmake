@@ -3,7 +3,7 @@
 # Components: runtime (the shared library), development (public headers, CMake package, pkg-config file, link for the
 # linker), platform (headers of the platform libraries that the library was built with), tool (the companion command with
 # its manual pages and completion, and the schema of the document), documentation (pages, examples and, if it is built, the
-# reference).
+# reference), python (the Python module, if it is built).
 include(CMakePackageConfigHelpers)
 
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
