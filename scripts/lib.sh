@@ -93,6 +93,23 @@ build_preset() {
   quietly "build-$1" cmake --build --preset "$1" "${targets[@]}"
 }
 
+# is_checkout: whether this folder is the root of a checkout by git, and not of a released archive.
+is_checkout() {
+  local root
+  root="$(git rev-parse --show-toplevel 2>/dev/null)" && [[ "$root" -ef . ]]
+}
+
+# list_sources: every file of the project, each relative and ended by a NUL: those that git has or is to
+# have, or, in a released archive, all but what the build makes.
+list_sources() {
+  if is_checkout; then
+    comm -z -23 <(git ls-files -z -co --exclude-standard | sort -z) <(git ls-files -z -d | sort -z)
+  else
+    find . \( -path './build*' -o -path ./.cache -o -path ./.git \) -prune -o ! -type d -printf '%P\0' |
+      sort -z
+  fi
+}
+
 # commands_of PAGE HEADING: what the page tells to type below that heading: its indented lines.
 commands_of() {
   awk -v heading="$2" '/^```/ { fenced = !fenced }
