@@ -1,5 +1,6 @@
 // An ordinary main for a fuzzer: tries the files that are named and those in the folders that are
-// named. A fuzzer with changes of its own is also given a fixed row of changes to each file.
+// named; the one named behind "--if-there" may be missing. A fuzzer with changes of its own is also
+// given a fixed row of changes to each file.
 
 #include <algorithm>
 #include <cstdio>
@@ -10,7 +11,9 @@
 #include <iterator>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Fuzzer.h"
@@ -48,8 +51,28 @@ std::vector<fs::path> filesIn(const fs::path& path) {
   return files;
 }
 
+std::vector<fs::path> filesToTry(int argc, char** argv) {
+  std::vector<fs::path> files;
+  bool mayBeMissing = false;
+  for (int i = 1; i < argc; ++i) {
+    if (std::string_view(argv[i]) == "--if-there") {
+      mayBeMissing = true;
+      continue;
+    }
+    if (!mayBeMissing || fs::exists(argv[i])) {
+      const std::vector<fs::path> found = filesIn(argv[i]);
+      files.insert(files.end(), found.begin(), found.end());
+    }
+    mayBeMissing = false;
+  }
+  return files;
+}
+
 Bytes readWhole(const fs::path& path) {
   std::ifstream stream(path, std::ios_base::binary);
+  if (!stream.is_open()) {
+    throw std::runtime_error("does not open");
+  }
   return Bytes(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
@@ -96,19 +119,17 @@ int main(int argc, char** argv) {
   std::string current;
   try {
     Bytes former;
-    for (int i = 1; i < argc; ++i) {
-      for (const fs::path& file : filesIn(argv[i])) {
-        current = file.string();
-        // Told before it is tried: a failure ends the program.
-        std::fprintf(stderr, "%s\n", current.c_str());
-        const Bytes bytes = readWhole(file);
-        tryInput(bytes);
-        if (LLVMFuzzerCustomMutator != nullptr && bytes.size() <= kRoomForChanges) {
-          tryChanges(bytes, former);
-          former = bytes;
-        }
-        ++count;
+    for (const fs::path& file : filesToTry(argc, argv)) {
+      current = file.string();
+      // Told before it is tried: a failure ends the program.
+      std::fprintf(stderr, "%s\n", current.c_str());
+      const Bytes bytes = readWhole(file);
+      tryInput(bytes);
+      if (LLVMFuzzerCustomMutator != nullptr && bytes.size() <= kRoomForChanges) {
+        tryChanges(bytes, former);
+        former = bytes;
       }
+      ++count;
     }
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s: %s\n", current.c_str(), failure.what());
