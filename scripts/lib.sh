@@ -11,10 +11,13 @@ export LC_ALL=C.UTF-8
 export CMAKE_BUILD_PARALLEL_LEVEL="${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}"
 export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
 
-# The Debian packages that a build of the library and its command needs, and those of the tests.
+# The Debian packages that a build of the library and its command needs, those of the tests, and what
+# the Python module and its tests need beside.
 build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libutfcpp-dev)
 # shellcheck disable=SC2034
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales python3-jsonschema)
+# shellcheck disable=SC2034
+python_packages=(python3-dev pybind11-dev mypy)
 
 # say TEXT...: tells the user what happens now.
 say() {
