@@ -1,10 +1,7 @@
 // Whole reports of documents, compared with those that are kept beside them.
-//
-// With UMP_UPDATE_GOLDEN in the environment the reports are written instead.
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -23,6 +20,7 @@
 #include "support/Failure.h"
 #include "support/ModelDump.h"
 #include "support/RecordingParser.h"
+#include "support/StoredText.h"
 #include "support/VisibleText.h"
 
 namespace {
@@ -172,11 +170,7 @@ TEST_P(GoldenDocument, IsReportedAsItsExpectationSays) {
   const fs::path folder = fs::path(UMP_SOURCE_DIR) / "tests" / "golden" / "cases" / GetParam();
   ASSERT_TRUE(fs::exists(folder / "document.json"));
   const std::string report = reportOn(folder);
-  if (std::getenv("UMP_UPDATE_GOLDEN") != nullptr) {
-    std::ofstream(folder / "expected.txt", std::ios_base::binary) << report;
-    return;
-  }
-  EXPECT_EQ(report, readWhole(folder / "expected.txt"));
+  EXPECT_EQ(report, test_support::storedText(folder / "expected.txt", report));
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, GoldenDocument, ::testing::ValuesIn(caseNames()),

@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include "support/StoredText.h"
+
 namespace test_support {
 namespace {
 
@@ -20,8 +22,8 @@ ToolRun runSample(const SampleRun& sample) {
   return runTool(sample.arguments, around);
 }
 
-ToolRun storedRun(const SampleRun& sample) {
-  return {0, readBytes(kSourceDir + "/tests/golden/tool/" + sample.expected), ""};
+ToolRun storedRun(const SampleRun& sample, const ToolRun& now) {
+  return {0, storedText(kSourceDir + "/tests/golden/tool/" + sample.expected, now.out), ""};
 }
 
 std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {

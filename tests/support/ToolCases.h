@@ -27,8 +27,9 @@ std::ostream& operator<<(std::ostream& out, const SampleRun& row);
 /// Runs the command in the folder of the sample documents.
 ToolRun runSample(const SampleRun& sample);
 
-/// How that has to go: without a complaint, and with the stored output.
-ToolRun storedRun(const SampleRun& sample);
+/// How such a run, which went like `now`, has to go: without a complaint, and with the stored
+/// output, as storedText() tells it.
+ToolRun storedRun(const SampleRun& sample, const ToolRun& now);
 
 /// Arguments that the command does not understand.
 struct WrongUsage {

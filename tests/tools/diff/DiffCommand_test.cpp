@@ -13,6 +13,7 @@
 
 #include "support/LongNames.h"
 #include "support/RunTool.h"
+#include "support/StoredText.h"
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
@@ -24,6 +25,7 @@ using test_support::kSmall;
 using test_support::readBytes;
 using test_support::refusedRun;
 using test_support::runTool;
+using test_support::storedText;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
@@ -62,8 +64,8 @@ std::ostream& operator<<(std::ostream& out, const SampleDiff& row) {
 class SampleDiffs : public ::testing::TestWithParam<SampleDiff> {};
 
 TEST_P(SampleDiffs, AreAsStored) {
-  EXPECT_EQ(runOnSamples(GetParam().arguments),
-            (ToolRun{kDifferent, readBytes(kGolden + GetParam().expected), ""}));
+  const ToolRun run = runOnSamples(GetParam().arguments);
+  EXPECT_EQ(run, (ToolRun{kDifferent, storedText(kGolden + GetParam().expected, run.out), ""}));
 }
 
 const SampleDiff kSampleDiffs[] = {

@@ -1,11 +1,7 @@
 // Faulty documents with everything that the command says about them.
-//
-// With UMP_UPDATE_GOLDEN in the environment the expectations are written instead.
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <ostream>
 #include <set>
 #include <string>
@@ -16,13 +12,13 @@
 
 #include "lint/Rule.h"
 #include "support/RunTool.h"
+#include "support/StoredText.h"
 
 namespace update_metadata_tool {
 namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
-using test_support::readBytes;
 using test_support::ToolRun;
 
 const fs::path kFolder = fs::path(UMP_SOURCE_DIR) / "tests" / "golden" / "lint";
@@ -74,12 +70,7 @@ std::set<std::string> rulesIn(const Json& report) {
 class FaultyDocument : public ::testing::TestWithParam<std::string> {
  protected:
   static void expectStored(const std::string& said, const std::string& file) {
-    const fs::path path = kFolder / GetParam() / file;
-    if (std::getenv("UMP_UPDATE_GOLDEN") != nullptr) {
-      std::ofstream(path, std::ios_base::binary) << said;
-    } else {
-      EXPECT_EQ(said, readBytes(path));
-    }
+    EXPECT_EQ(said, test_support::storedText(kFolder / GetParam() / file, said));
   }
 };
 

@@ -52,7 +52,8 @@ const std::string kSourceDir = UMP_SOURCE_DIR;
 class SamplePlans : public ::testing::TestWithParam<SampleRun> {};
 
 TEST_P(SamplePlans, AreAsStored) {
-  EXPECT_EQ(runSample(GetParam()), storedRun(GetParam()));
+  const ToolRun run = runSample(GetParam());
+  EXPECT_EQ(run, storedRun(GetParam(), run));
 }
 
 const SampleRun kSamplePlans[] = {

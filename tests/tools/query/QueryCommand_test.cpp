@@ -37,7 +37,8 @@ ToolRun answered(const std::string& out) {
 class SampleDocuments : public ::testing::TestWithParam<SampleRun> {};
 
 TEST_P(SampleDocuments, AreAnsweredAsStored) {
-  EXPECT_EQ(runSample(GetParam()), storedRun(GetParam()));
+  const ToolRun run = runSample(GetParam());
+  EXPECT_EQ(run, storedRun(GetParam(), run));
 }
 
 const SampleRun kSampleQuestions[] = {

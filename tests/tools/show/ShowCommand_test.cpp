@@ -55,7 +55,8 @@ const std::string kSourceDir = UMP_SOURCE_DIR;
 class SamplesShown : public ::testing::TestWithParam<SampleRun> {};
 
 TEST_P(SamplesShown, AreAsStored) {
-  EXPECT_EQ(runSample(GetParam()), storedRun(GetParam()));
+  const ToolRun run = runSample(GetParam());
+  EXPECT_EQ(run, storedRun(GetParam(), run));
 }
 
 const SampleRun kSamplesShown[] = {
