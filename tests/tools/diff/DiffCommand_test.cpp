@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 
 #include "support/LongNames.h"
+#include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/StoredText.h"
 #include "support/TemporaryFolder.h"
@@ -168,25 +169,34 @@ TEST(Diff, OfADocumentThatDoesNotLoadIsTrouble) {
             (ToolRun{kTrouble, "", std::string(kMissing) + kMissing}));
 }
 
-TEST(Diff, TakesNoShareOfMoreThanSixtyFourBitsHold) {
+TEST(Diff, TakesAShareOfMoreThanSixtyFourBitsHold) {
   const TemporaryFolder folder;
-  folder.writeFile("vast.json",
-                   R"({"metadata":{"arch":"","base":null,"target":null},"components":{"c":)"
-                   R"({"delete":{},"extract":{"a":{"size":9e18,"uncompressedBytes":1},)"
-                   R"("b":{"size":9e18,"uncompressedBytes":1}}}},)"
-                   R"("products":{"p":{"delete":[],"extract":["c"]}},)"
-                   R"("componentsWithFilesDeleted":null})");
+  test_support::PlainDocument document;
+  document.components["c"] = {{}, {{"a", {9'000'000'000'000'000'000, 1}}}};
+  document.products["p"] = {{}, {"c"}};
+  folder.writeFile("large.json", document.json());
+  document.components["c"].toExtract["b"] = {9'000'000'000'000'000'000, 1};
+  folder.writeFile("vast.json", document.json());
   ToolSurroundings around;
   around.folder = folder.nativePath();
   EXPECT_EQ(runTool({"diff", "vast.json", "vast.json", "--fail-if-larger", "1%"}, around),
-            (ToolRun{kTrouble, "",
-                     "update-metadata: 'vast.json' has more to fetch than 64 bits hold, of which "
-                     "no share can be taken; give --fail-if-larger a number of bytes\n"}));
-  EXPECT_EQ(runTool({"diff", "vast.json", "vast.json", "--fail-if-larger", "1"}, around),
             (ToolRun{kSame,
                      "Both documents say the same.\n\n"
-                     "Growth of the bytes to fetch: 0 bytes; allowed: 1 byte; within the limit\n",
+                     "Growth of the bytes to fetch: 0 bytes; allowed: 180000000000000000 bytes "
+                     "(159.9 PiB); within the limit\n",
                      ""}));
+  EXPECT_EQ(runTool({"diff", "vast.json", "large.json", "--fail-if-larger", "0%"}, around).exitCode,
+            kSame);
+  const ToolRun grown =
+      runTool({"diff", "large.json", "vast.json", "--fail-if-larger=99%", "--format=json"}, around);
+  EXPECT_EQ(grown.exitCode, kDifferent);
+  EXPECT_EQ(
+      nlohmann::ordered_json::parse(grown.out)["growth"].dump(),
+      R"({"bytesToFetch":9000000000000000000,"allowed":8910000000000000000,"tooLarge":true})");
+  const ToolRun doubled =
+      runTool({"diff", "vast.json", "vast.json", "--fail-if-larger=200%", "--format=json"}, around);
+  EXPECT_EQ(nlohmann::ordered_json::parse(doubled.out)["growth"].dump(),
+            R"({"bytesToFetch":0,"allowed":null,"tooLarge":false})");
 }
 
 TEST(Diff, WhoseOutputIsNotWrittenIsTrouble) {

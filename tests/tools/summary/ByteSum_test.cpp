@@ -87,6 +87,16 @@ TEST(ByteSum, OrdersLikeTheNumbers) {
   }
 }
 
+TEST(ByteSum, MayBeAddedToAndTakenFromItself) {
+  ByteSum sum(kMax);
+  sum += sum;
+  EXPECT_EQ(sum, sumOf({kMax, kMax}));
+  sum += sum;
+  EXPECT_EQ(sum, sumOf({kMax, kMax, kMax, kMax}));
+  sum -= sum;
+  EXPECT_EQ(sum, ByteSum());
+}
+
 TEST(ByteSum, TellsItsSignAlsoWhenItDoesNotFit) {
   EXPECT_TRUE(sumOf({kMin, kMin}).isNegative());
   EXPECT_TRUE(ByteSum(-1).isNegative());

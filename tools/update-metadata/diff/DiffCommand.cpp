@@ -70,12 +70,6 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   std::optional<Growth> growth;
   if (limit_) {
     growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());
-    if (!growth) {
-      err << "update-metadata: '" << toVisible(toUtf16(old_))
-          << "' has more to fetch than 64 bits hold, of which no share can be taken; give "
-             "--fail-if-larger a number of bytes\n";
-      return ExitCode::kTrouble;
-    }
   }
   beginOutput(progress);
   if (format_ == kJsonFormat) {

@@ -1,17 +1,14 @@
 #include "diff/GrowthLimit.h"
 
-#include <algorithm>
 #include <charconv>
-#include <limits>
 #include <string>
 #include <system_error>
 
 namespace update_metadata_tool {
 namespace {
 
-constexpr std::int64_t kMillion = 1'000'000;
 constexpr std::size_t kDecimals = 4;  // a ten-thousandth of a percent is a millionth
-constexpr std::int64_t kLargestShare = kMillion * 10'000;
+constexpr std::int64_t kLargestShare = 1'000'000 * std::int64_t{10'000};
 
 std::optional<std::int64_t> parseDigits(std::string_view text) {
   if (text.empty() || text.find_first_not_of("0123456789") != std::string_view::npos) {
@@ -47,18 +44,12 @@ std::optional<GrowthLimit> GrowthLimit::parse(std::string_view text) {
   return number ? std::optional(GrowthLimit(isShare, *number)) : std::nullopt;
 }
 
-std::int64_t GrowthLimit::allowedGrowth(std::int64_t before) const {
+ByteSum GrowthLimit::allowedGrowth(const ByteSum& before) const {
   if (!isShare_) {
-    return number_;
+    return ByteSum(number_);
   }
-  const std::int64_t whole = std::max<std::int64_t>(before, 0);
-  // Millions and what is left of them each by itself: the product needs more than 64 bits.
-  const std::int64_t ofRest = whole % kMillion * number_ / kMillion;
-  constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
-  if (number_ != 0 && whole / kMillion > (kLargest - ofRest) / number_) {
-    return kLargest;
-  }
-  return whole / kMillion * number_ + ofRest;
+  return before.isNegative() ? ByteSum()
+                             : takeMillionths(static_cast<std::uint64_t>(number_), before);
 }
 
 }  // namespace update_metadata_tool

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "summary/ByteSum.h"
+
 namespace update_metadata_tool {
 
 /// How much an update may grow: by a number of bytes, or by a share of what it was.
@@ -14,12 +16,9 @@ class GrowthLimit {
   /// a million percent. Anything else is none.
   static std::optional<GrowthLimit> parse(std::string_view text);
 
-  /// How many bytes `before` bytes may grow by, rounded down; the largest number of 64 bits if it
-  /// is beyond that. A share of what is below zero is zero.
-  std::int64_t allowedGrowth(std::int64_t before) const;
-
-  /// Whether it is a share, so that it depends on what there was before.
-  bool isShare() const { return isShare_; }
+  /// How many bytes `before` bytes may grow by, rounded down. A share of what is below zero is
+  /// zero.
+  ByteSum allowedGrowth(const ByteSum& before) const;
 
  private:
   GrowthLimit(bool isShare, std::int64_t number) : isShare_(isShare), number_(number) {}

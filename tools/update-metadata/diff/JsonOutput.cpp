@@ -158,7 +158,7 @@ void writeJson(const Difference& difference, const std::optional<Growth>& growth
   Json document = {{"version", 1}, {"different", !difference.isEmpty()}};
   if (growth) {
     document["growth"] = {{"bytesToFetch", toJson(growth->bytes)},
-                          {"allowed", growth->allowed},
+                          {"allowed", toJson(growth->allowed)},
                           {"tooLarge", growth->isTooLarge()}};
   }
   document["totals"] = totalsToJson(difference);

@@ -5,8 +5,9 @@
 namespace update_metadata_tool {
 
 ByteSum& ByteSum::operator+=(const ByteSum& other) {
-  low_ += other.low_;
-  high_ += other.high_ + (low_ < other.low_ ? 1 : 0);
+  const std::uint64_t low = low_ + other.low_;
+  high_ += other.high_ + (low < other.low_ ? 1 : 0);
+  low_ = low;
   return *this;
 }
 
@@ -26,6 +27,27 @@ std::optional<std::int64_t> ByteSum::value() const {
     return -1 - static_cast<std::int64_t>(~low_);
   }
   return std::nullopt;
+}
+
+ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole) {
+  constexpr std::uint64_t kMillion = 1'000'000;
+  constexpr unsigned kHalf = 32;
+  constexpr std::uint64_t kLowerHalf = 0xFFFF'FFFF;
+  // Millions and what is left of them are taken each by itself, so that no product grows too large.
+  const auto high = static_cast<std::uint64_t>(whole.high_);
+  const std::uint64_t upper = high % kMillion << kHalf | whole.low_ >> kHalf;
+  const std::uint64_t lower = upper % kMillion << kHalf | (whole.low_ & kLowerHalf);
+  ByteSum millions;
+  millions.high_ = static_cast<std::int64_t>(high / kMillion);
+  millions.low_ = (upper / kMillion << kHalf) + lower / kMillion;
+  ByteSum share(static_cast<std::int64_t>(lower % kMillion * millionths / kMillion));
+  for (std::uint64_t left = millionths; left != 0; left >>= 1U) {
+    if ((left & 1U) != 0) {
+      share += millions;
+    }
+    millions += millions;
+  }
+  return share;
 }
 
 }  // namespace update_metadata_tool

@@ -34,10 +34,19 @@ class ByteSum {
   }
 
  private:
+  friend ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole);
+
   // The sum is 2^64 times the one plus the other.
   std::int64_t high_ = 0;
   std::uint64_t low_ = 0;
 };
+
+/// So many millionths of `whole`, rounded down.
+///
+/// \pre `whole` is not below zero, and `millionths` is 10^10, ten thousand times the whole, at
+/// most.
+///      Exact for the sum of up to 2^48 numbers.
+ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole);
 
 inline ByteSum operator+(ByteSum left, const ByteSum& right) {
   return left += right;
