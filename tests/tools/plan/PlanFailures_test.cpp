@@ -97,6 +97,28 @@ TEST_F(PlanFailure, OfAProductSaysThatTheProductDataKnowNone) {
                      "--product-data, or leave out --product to plan for all\n"}));
 }
 
+TEST_F(PlanFailure, OfALongNameShowsAndComparesItsBeginning) {
+  const std::string longName(400'000, 'n');
+  const std::string character = "\xF0\x9F\x98\x80";  // two units
+  PlainDocument document;
+  document.products["Editor"] = {{}, {"c"}};
+  document.products[longName] = {{}, {"c"}};
+  writeDocument(document);
+  folder_.writeFile("products.tsv", "\nED\tEditor\t1\t\nLO\t" + longName + "\t2\t\n");
+  const std::string asked = std::string(59, 'n') + character;
+  EXPECT_EQ(
+      plan({"--product", asked + std::string(100'000, 'e')}),
+      (ToolRun{2, "",
+               "update-metadata: 'update.json' has no product with the base code '" + asked +
+                   "...'\nName another one with --product; the nearest in the document: LO (" +
+                   std::string(60, 'n') + "...), ED (Editor)\n"}));
+  EXPECT_EQ(plan({"--product", std::string(58, 'n') + character}).err,
+            "update-metadata: 'update.json' has no product with the base code '" +
+                std::string(58, 'n') + character +
+                "'\nName another one with --product; the nearest in the document: LO (" +
+                std::string(60, 'n') + "...), ED (Editor)\n");
+}
+
 // The product data give one code to two products, and the document has only the second.
 TEST_F(PlanFailure, OfACodeThatIsGivenToAnotherProductFirstTellsBoth) {
   PlainDocument document;

@@ -14,8 +14,22 @@ namespace {
 
 constexpr std::size_t kMostSuggestions = 5;
 
+// Longer texts are compared, and shown, by their beginnings: no code or name that people type is.
+constexpr std::size_t kMostUnits = 60;
+
 char16_t toLowerAscii(char16_t unit) {
   return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+}
+
+std::u16string_view beginningOf(std::u16string_view text) {
+  const std::u16string_view beginning = text.substr(0, kMostUnits);
+  const bool isCharacterParted = !isUtf16(beginning) && isUtf16(text.substr(0, kMostUnits + 1));
+  return isCharacterParted ? text.substr(0, kMostUnits + 1) : beginning;
+}
+
+std::string shorten(std::u16string_view text) {
+  const std::u16string_view beginning = beginningOf(text);
+  return toVisible(beginning) + (beginning.size() == text.size() ? "" : "...");
 }
 
 // How many units have to be inserted, removed or replaced to make one text of the other, where
@@ -36,6 +50,11 @@ std::size_t editDistance(std::u16string_view left, std::u16string_view right) {
   return distances.back();
 }
 
+// How far the beginnings of two texts are from each other.
+std::size_t distanceOf(std::u16string_view left, std::u16string_view right) {
+  return editDistance(beginningOf(left), beginningOf(right));
+}
+
 // Products that their base code chooses, those first whose code or name comes closest to `asked`.
 std::vector<const Product*> findNearProducts(const Document& document, const Contents& contents,
                                              const std::u16string& asked) {
@@ -43,7 +62,7 @@ std::vector<const Product*> findNearProducts(const Document& document, const Con
   for (const Product& product : contents.products) {
     if (product.baseCode && document.findProductName(*product.baseCode) == product.name) {
       const std::size_t distance =
-          std::min(editDistance(asked, *product.baseCode), editDistance(asked, product.name));
+          std::min(distanceOf(asked, *product.baseCode), distanceOf(asked, product.name));
       products.emplace_back(distance, &product);
     }
   }
@@ -64,16 +83,16 @@ void describeFailure(const Document& document, const Contents& contents, const s
                    [&code](const Product& product) { return product.baseCode == code; });
   const std::string file = toVisible(document.source().file);
   if (holder != contents.products.end()) {
-    err << "update-metadata: '" << file << "' has no product that the base code '"
-        << toVisible(code) << "' chooses: it has '" << toVisible(holder->name)
-        << "' with that code, but the product data give the code to '" << toVisible(nameOfCode)
+    err << "update-metadata: '" << file << "' has no product that the base code '" << shorten(code)
+        << "' chooses: it has '" << shorten(holder->name)
+        << "' with that code, but the product data give the code to '" << shorten(nameOfCode)
         << "' first\n";
     return;
   }
-  err << "update-metadata: '" << file << "' has no product with the base code '" << toVisible(code)
+  err << "update-metadata: '" << file << "' has no product with the base code '" << shorten(code)
       << "'";
   if (!nameOfCode.empty()) {
-    err << ", which is that of '" << toVisible(nameOfCode) << "'";
+    err << ", which is that of '" << shorten(nameOfCode) << "'";
   }
   err << '\n';
 }
@@ -97,8 +116,8 @@ void complain(const Document& document, const Contents& contents, const std::u16
   err << "Name another one with --product; the nearest in the document:";
   const char* separator = " ";
   for (const Product* product : nearest) {
-    err << std::exchange(separator, ", ") << toVisible(*product->baseCode) << " ("
-        << toVisible(product->name) << ')';
+    err << std::exchange(separator, ", ") << shorten(*product->baseCode) << " ("
+        << shorten(product->name) << ')';
   }
   err << '\n';
 }
