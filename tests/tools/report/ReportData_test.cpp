@@ -131,6 +131,17 @@ TEST(ReportData, ReplaceHalvesOfCharactersAndKeepEverythingElse) {
             "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
 }
 
+TEST(ReportData, HaveCharactersThatControlATerminalEscaped) {
+  Contents contents;
+  contents.architecture = u"\x9B\x31m\x202E\x7F \x00E9";
+  const std::string data = makeReportData(u"\x85.json", contents, faultless());
+  EXPECT_NE(data.find(R"("arch":"\u009b1m\u202e\u007f )"
+                      "\xC3\xA9\""),
+            std::string::npos)
+      << data;
+  EXPECT_NE(data.find(R"("file":"\u0085.json")"), std::string::npos) << data;
+}
+
 TEST(ReportData, TellFindingsByLineAndColumn) {
   FileReport linting = faultless();
   linting.text = "{\n  \"a\": 1}";

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <numeric>
+#include <sstream>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "OrderedJson.h"
 #include "Text.h"
 #include "source/LineIndex.h"
 #include "summary/DoubtfulSizes.h"
@@ -16,7 +16,7 @@
 namespace update_metadata_tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = OrderedJson;
 
 constexpr std::size_t kMostFindings = 10'000;
 
@@ -147,8 +147,9 @@ std::string makeReportData(const std::u16string& file, const Contents& contents,
   data["products"] = listProducts(contents, tally);
   data["componentsWithFiles"] = listComponentsWithFiles(contents);
   addFindings(linting, data);
-  // Findings quote the document, which may hold bytes that are no UTF-8.
-  return data.dump(-1, ' ', false, Json::error_handler_t::replace);
+  std::ostringstream text;
+  writeJson(data, text);
+  return text.str();
 }
 
 }  // namespace update_metadata_tool

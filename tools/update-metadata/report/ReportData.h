@@ -32,7 +32,8 @@ namespace update_metadata_tool {
 /// bound that it passes, ">9223372036854775807" or "<-9223372036854775808". A SIZE is a number:
 /// those of a document always fit. "doubtfulSizes" is what DoubtfulSizes.h says of those that no
 /// package can have, if there are any. Of the findings there are the first ten thousand, and the
-/// number of the others.
+/// number of the others. It is one line, in which characters that a terminal must not be sent are
+/// escaped, as by writeJson() of OrderedJson.h.
 ///
 /// \param file     the document's name, to show
 /// \param linting  what the linter says of the document
