@@ -138,11 +138,18 @@ TEST_F(FileReplacement, MakesAFileInTheWorkingFolder) {
   EXPECT_EQ(readBytes(folder_.nativePath("new")), "content");
 }
 
-TEST_F(FileReplacement, PutsAFileInPlaceOfALinkThatLeadsNowhere) {
+TEST_F(FileReplacement, FollowsALinkToWhatMayBeThere) {
+  folder_.makeLink("link", "file");
+  writeFile(folder_.nativePath("link"), "new");
+  EXPECT_EQ(readBytes(file_), "new");
+  EXPECT_EQ(fs::read_symlink(folder_.nativePath("link")), "file");
+}
+
+TEST_F(FileReplacement, NeverPutsAFileInPlaceOfALinkThatLeadsNowhere) {
   folder_.makeLink("link", "nowhere");
-  writeFile(folder_.nativePath("link"), "content");
-  EXPECT_EQ(fs::symlink_status(folder_.nativePath("link")).type(), fs::file_type::regular);
-  EXPECT_EQ(readBytes(folder_.nativePath("link")), "content");
+  EXPECT_THROW(writeFile(folder_.nativePath("link"), "content"), std::system_error);
+  EXPECT_EQ(fs::read_symlink(folder_.nativePath("link")), "nowhere");
+  EXPECT_EQ(namesIn(folder_.nativePath()), (std::set<std::string>{"file", "link"}));
 }
 
 TEST_F(FileReplacement, NeverPutsAFileInPlaceOfSomethingElse) {

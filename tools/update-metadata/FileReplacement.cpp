@@ -120,8 +120,12 @@ class TemporaryFile {
 }  // namespace
 
 void replaceFile(const std::string& path, std::string_view content) {
-  const std::filesystem::path target = std::filesystem::canonical(path);
-  const struct stat status = requireWritable(target.string());
+  const struct stat status = requireWritable(path);
+  std::error_code error;
+  const std::filesystem::path target = std::filesystem::canonical(path, error);
+  if (error) {
+    fail("its path cannot be followed", error.value());
+  }
   TemporaryFile file(target.parent_path());
   file.write(content);
   file.takeRights(status);
@@ -129,9 +133,17 @@ void replaceFile(const std::string& path, std::string_view content) {
 }
 
 void writeFile(const std::string& path, std::string_view content) {
-  if (std::filesystem::exists(path)) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (!std::filesystem::status_known(status)) {
+    fail("the file cannot be looked at", error.value());
+  }
+  if (std::filesystem::exists(status)) {
     replaceFile(path, content);
     return;
+  }
+  if (std::filesystem::is_symlink(path, error)) {
+    fail("it is a link that leads nowhere", ENOENT);
   }
   TemporaryFile file(std::filesystem::path(path).parent_path());
   file.write(content);

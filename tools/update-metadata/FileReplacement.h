@@ -19,10 +19,9 @@ void replaceFile(const std::string& path, std::string_view content);
 /// Writes a file that may be there already, wholly or not at all: one that is there is replaced as
 /// by replaceFile(), a new one has the mode that the process gives new files.
 ///
-/// A symbolic link that leads nowhere is replaced itself.
-///
-/// \throws std::system_error  nothing is changed: what stands there cannot be replaced, or no file
-///                            can be made beside it
+/// \throws std::system_error  nothing is changed: what stands there cannot be replaced, for
+///                            instance a symbolic link that leads nowhere, or no file can be made
+///                            beside it
 void writeFile(const std::string& path, std::string_view content);
 
 }  // namespace update_metadata_tool

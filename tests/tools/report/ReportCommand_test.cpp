@@ -166,12 +166,57 @@ const ReplacedInput kReplacedInputs[] = {
 INSTANTIATE_TEST_SUITE_P(Inputs, ReplacedInputs, ::testing::ValuesIn(kReplacedInputs),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(Report, ThatCannotBeWrittenIsToldOf) {
-  EXPECT_EQ(runTool({"report", kSample, "-o", "missing/page.html"}, around_),
+struct UnwritablePage {
+  const char* name;
+  std::string output;
+  std::string shown;  ///< the output in the complaint
+  const char* reason;
+};
+
+std::ostream& operator<<(std::ostream& out, const UnwritablePage& row) {
+  return out << row.name;
+}
+
+class UnwritablePages : public Report, public ::testing::WithParamInterface<UnwritablePage> {};
+
+TEST_P(UnwritablePages, AreToldOfInOneLine) {
+  folder_.makeLink("link.html", "nowhere");
+  folder_.makeLink("circle.html", "circle.html");
+  EXPECT_EQ(
+      runTool({"report", kSample, "-o", GetParam().output}, around_),
+      (ToolRun{kFailed, "",
+               "update-metadata: '" + GetParam().shown +
+                   "' could not be written: " + GetParam().reason +
+                   "; nothing was changed: name another file, or '-' for standard output\n"}));
+  EXPECT_EQ(std::filesystem::read_symlink(folder_.nativePath("link.html")), "nowhere");
+}
+
+const std::string kLongName = std::string(300, 'n');
+
+const UnwritablePage kUnwritablePages[] = {
+    {"WithoutAFolder", "missing/page.html", "missing/page.html",
+     "no file can be made in its folder: No such file or directory"},
+    {"AtALinkThatLeadsNowhere", "link.html", "link.html",
+     "it is a link that leads nowhere: No such file or directory"},
+    {"AtALinkToItself", "circle.html", "circle.html",
+     "the file cannot be looked at: Too many levels of symbolic links"},
+    {"WithALongName", kLongName, kLongName, "the file cannot be looked at: File name too long"},
+    {"WithALongOddName", "\x1B" + kLongName, "<U+001B>" + kLongName,
+     "the file cannot be looked at: File name too long"},
+    {"AtAFolder", ".", ".", "the file cannot be written: Is a directory"},
+    {"AtADevice", "/dev/null", "/dev/null",
+     "only a regular file can be replaced: Invalid argument"},
+};
+INSTANTIATE_TEST_SUITE_P(Pages, UnwritablePages, ::testing::ValuesIn(kUnwritablePages),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(Report, DoesNotReplaceAPipe) {
+  around_.isOutClosedPipe = true;
+  EXPECT_EQ(runTool({"report", kSample, "-o", "/dev/stdout"}, around_),
             (ToolRun{kFailed, "",
-                     "update-metadata: 'missing/page.html' could not be written: no file can be "
-                     "made in its folder: No such file or directory; nothing was changed: name "
-                     "another file, or '-' for standard output\n"}));
+                     "update-metadata: '/dev/stdout' could not be written: only a regular "
+                     "file can be replaced: Invalid argument; nothing was changed: name another "
+                     "file, or '-' for standard output\n"}));
 }
 
 TEST_F(Report, OnAFullDiskIsToldOf) {
@@ -186,6 +231,13 @@ TEST_F(Report, NeedsAnOutput) {
   EXPECT_EQ(
       runTool({"report", kSample}, around_),
       (ToolRun{kTrouble, "", "--output is required\nRun with --help for more information.\n"}));
+}
+
+TEST_F(Report, NeedsAnOutputThatIsNotEmpty) {
+  EXPECT_EQ(runTool({"report", "none.json", "-o", ""}, around_),
+            (ToolRun{kTrouble, "",
+                     "--output: give a file, or - for standard output\n"
+                     "Run with --help for more information.\n"}));
 }
 
 TEST_F(Report, TellsInItsHelpHowToUseIt) {

@@ -36,6 +36,13 @@ The page needs no network: one file, for any browser of today, to keep or to sen
 Exit status: 0 written, 1 the page could not be written, 2 wrong usage, also a page in place of the
 document or of the product data, or the document could not be loaded or answered.)";
 
+CLI::Validator isPage() {
+  const auto refuse = [](const std::string& argument) {
+    return argument.empty() ? std::string("give a file, or - for standard output") : std::string();
+  };
+  return CLI::Validator(refuse, "");
+}
+
 // The folders that a document lies in are nobody else's business.
 std::u16string nameToShow(const std::string& file) {
   return file == kStandardInput ? u"standard input"
@@ -57,7 +64,8 @@ ReportCommand::ReportCommand(CLI::App& app)
       .add_option("-o,--output", output_, "Where to write the page; - is standard output")
       ->required()
       ->type_name("PAGE")
-      ->check(isUtf8Argument());
+      ->check(isUtf8Argument())
+      ->check(isPage());
   addProductData(subcommand(), productData_);
   subcommand().footer(kExamples);
 }
