@@ -1,6 +1,9 @@
 #include "ProgressLine.h"
 
 #include <chrono>
+#include <cstddef>
+#include <optional>
+#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -23,7 +26,7 @@ class Progress : public ::testing::Test {
 
   ProgressLine::Clock::time_point time_;
   std::ostringstream err_;
-  ProgressLine progress_{err_, true, [this] { return time_; }};
+  ProgressLine progress_{err_, 80, [this] { return time_; }};
 };
 
 TEST_F(Progress, IsNotShownWithinTheFirstSecond) {
@@ -93,7 +96,7 @@ TEST(ProgressLine, IsRemovedInTheEnd) {
   ProgressLine::Clock::time_point time;
   std::ostringstream err;
   {
-    ProgressLine progress(err, true, [&time] { return time; });
+    ProgressLine progress(err, 80, [&time] { return time; });
     progress.begin("reading");
     time += std::chrono::seconds(62);
     progress.goOn();
@@ -101,11 +104,42 @@ TEST(ProgressLine, IsRemovedInTheEnd) {
   EXPECT_EQ(err.str(), "\r\x1B[Kreading, 62 s\r\x1B[K");
 }
 
+struct NarrowTerminal {
+  std::size_t columns;
+  const char* written;
+};
+
+std::ostream& operator<<(std::ostream& out, const NarrowTerminal& row) {
+  return out << row.columns << " columns";
+}
+
+class NarrowTerminals : public ::testing::TestWithParam<NarrowTerminal> {};
+
+TEST_P(NarrowTerminals, HaveTheLineInOneRow) {
+  ProgressLine::Clock::time_point time;
+  std::ostringstream err;
+  ProgressLine progress(err, GetParam().columns, [&time] { return time; });
+  time += std::chrono::seconds(62);
+  progress.begin("reading");
+  EXPECT_EQ(err.str(), std::string("\r\x1B[K") + GetParam().written);
+}
+
+const NarrowTerminal kNarrowTerminals[] = {
+    {15, "reading, 62 s"},
+    {14, "reading, 62 s"},
+    {13, "readin, 62 s"},
+    {8, "r, 62 s"},
+    {7, ", 62 s"},
+    {4, ", 6"},
+    {1, ""},
+};
+INSTANTIATE_TEST_SUITE_P(Terminals, NarrowTerminals, ::testing::ValuesIn(kNarrowTerminals));
+
 TEST(ProgressLine, WritesNothingWhereThereIsNoTerminal) {
   ProgressLine::Clock::time_point time;
   std::ostringstream err;
   {
-    ProgressLine progress(err, false, [&time] { return time; });
+    ProgressLine progress(err, std::nullopt, [&time] { return time; });
     progress.begin("reading");
     time += std::chrono::seconds(10);
     progress.goOn();

@@ -1,5 +1,6 @@
 #include "ProgressLine.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -16,9 +17,10 @@ constexpr const char* kErase = "\r\x1B[K";
 
 }  // namespace
 
-ProgressLine::ProgressLine(std::ostream& err, bool isShown, std::function<Clock::time_point()> now)
+ProgressLine::ProgressLine(std::ostream& err, std::optional<std::size_t> columns,
+                           std::function<Clock::time_point()> now)
     : err_(err),
-      isShown_(isShown),
+      columns_(columns),
       now_(std::move(now)),
       begin_(now_()),
       next_(begin_ + kPatience) {}
@@ -28,25 +30,25 @@ ProgressLine::~ProgressLine() {
 }
 
 void ProgressLine::begin(std::string work) {
-  if (isShown_) {
+  if (columns_) {
     work_ = std::move(work);
     goOn();
   }
 }
 
 void ProgressLine::beginSilent(std::string work) {
-  if (isShown_) {
+  if (columns_) {
     work_ = std::move(work);
     show(now_());
   }
 }
 
 bool ProgressLine::isDue() const {
-  return isShown_ && now_() >= begin_ + kPatience;
+  return columns_ && now_() >= begin_ + kPatience;
 }
 
 void ProgressLine::goOn() {
-  if (!isShown_) {
+  if (!columns_) {
     return;
   }
   const Clock::time_point now = now_();
@@ -56,12 +58,12 @@ void ProgressLine::goOn() {
 }
 
 void ProgressLine::show(Clock::time_point now) {
-  err_ << kErase << work_;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - begin_).count();
-  if (seconds != 0) {
-    err_ << ", " << seconds << " s";
-  }
-  err_ << std::flush;
+  const std::string time = seconds != 0 ? ", " + std::to_string(seconds) + " s" : "";
+  // A character in the last column lets some terminals go on in the next row.
+  const std::size_t room = columns_.value() - 1;
+  const std::string line = work_.substr(0, room - std::min(room, time.size())) + time;
+  err_ << kErase << line.substr(0, room) << std::flush;
   isWritten_ = true;
   next_ = now + kPause;
 }
@@ -74,7 +76,7 @@ void ProgressLine::clear() {
 }
 
 ProgressLine& noProgress() {
-  static ProgressLine line(std::cerr, false);
+  static ProgressLine line(std::cerr, std::nullopt);
   return line;
 }
 

@@ -1,23 +1,26 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 namespace update_metadata_tool {
 
 /// Tells somebody who waits what is being done, in one line of a terminal that is written anew.
 ///
-/// The line appears when a second has passed and changes four times a second at most. Work that is
-/// done sooner never shows it.
+/// The line appears when a second has passed, or before work that gives no chance to write it then,
+/// and changes four times a second at most. It keeps to the width of the terminal: what the work is
+/// gives way to how long it has taken.
 class ProgressLine {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// \param isShown  whether there is a terminal; nothing is ever written otherwise
+  /// \param columns  of the terminal, at least one; without a terminal nothing is ever written
   /// \param now      tells the time; the work begins at the time of the construction
-  ProgressLine(std::ostream& err, bool isShown,
+  ProgressLine(std::ostream& err, std::optional<std::size_t> columns,
                std::function<Clock::time_point()> now = Clock::now);
 
   /// Removes the line.
@@ -26,10 +29,11 @@ class ProgressLine {
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
-  /// Says what is done from now on, in a few words: "reading the document".
+  /// Says what is done from now on, in a few words of ASCII: "reading the document".
   void begin(std::string work);
 
-  /// The same for work that may take long without a word from it: it is shown at once.
+  /// The same for work that may take long without a word from it: it is shown at once, however
+  /// soon it is done then.
   void beginSilent(std::string work);
 
   /// Says that work goes on. Cheap, so that it can be said often.
@@ -46,7 +50,7 @@ class ProgressLine {
   void show(Clock::time_point now);
 
   std::ostream& err_;
-  bool isShown_;
+  std::optional<std::size_t> columns_;
   std::function<Clock::time_point()> now_;
   Clock::time_point begin_;
   Clock::time_point next_;  ///< not written before

@@ -34,13 +34,15 @@ std::size_t columnsOfEnvironment() {
   return error == std::errc() && stop == end ? columns : 0;
 }
 
-std::size_t columnsOfTerminal() {
-  if (::isatty(STDOUT_FILENO) != 1) {
-    return kUnlimitedColumns;
-  }
+// Of a terminal.
+std::size_t columnsOf(int descriptor) {
   winsize size{};
-  const bool isTold = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+  const bool isTold = ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
   return isTold ? size.ws_col : kUsualColumns;
+}
+
+std::size_t columnsOfOutput() {
+  return isOutputTerminal() ? columnsOf(STDOUT_FILENO) : kUnlimitedColumns;
 }
 
 }  // namespace
@@ -53,13 +55,13 @@ bool isOutputTerminal() {
   return ::isatty(STDOUT_FILENO) == 1;
 }
 
-bool isErrorTerminal() {
-  return isCleverTerminal(STDERR_FILENO);
-}
-
 std::size_t outputColumns() {
   const std::size_t columns = columnsOfEnvironment();
-  return std::max(columns != 0 ? columns : columnsOfTerminal(), kFewestColumns);
+  return std::max(columns != 0 ? columns : columnsOfOutput(), kFewestColumns);
+}
+
+std::optional<std::size_t> errorTerminalColumns() {
+  return isCleverTerminal(STDERR_FILENO) ? std::optional(columnsOf(STDERR_FILENO)) : std::nullopt;
 }
 
 }  // namespace update_metadata_tool

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <limits>
+#include <optional>
 
 namespace update_metadata_tool {
 
@@ -12,9 +13,6 @@ bool isOutputColoured();
 /// Tells whether standard output is a terminal.
 bool isOutputTerminal();
 
-/// Tells whether standard error is a terminal, on which a line can be written anew.
-bool isErrorTerminal();
-
 /// More columns than any line has.
 constexpr std::size_t kUnlimitedColumns = std::numeric_limits<std::size_t>::max();
 
@@ -24,5 +22,11 @@ constexpr std::size_t kUnlimitedColumns = std::numeric_limits<std::size_t>::max(
 /// that standard output leads to, or 80 if that does not tell. Without a terminal there is no
 /// limit, so that a file or another program gets whole lines.
 std::size_t outputColumns();
+
+/// The columns of the terminal that standard error leads to, 80 if it does not tell; nothing if
+/// standard error leads to no terminal on which a line can be written anew.
+///
+/// COLUMNS is not asked: a line that is wider than the terminal goes on in rows that stay.
+std::optional<std::size_t> errorTerminalColumns();
 
 }  // namespace update_metadata_tool

@@ -200,7 +200,7 @@ TEST(ProgressOfADocument, SaysWhatIsBeingDone) {
   std::ostringstream err;
   ProgressLine::Clock::time_point time;
   // Between two looks at the clock a second passes.
-  ProgressLine progress(err, true, [&time] { return time += std::chrono::seconds(1); });
+  ProgressLine progress(err, 80, [&time] { return time += std::chrono::seconds(1); });
   Document({folder.writeFile("update.json", makeDocumentInParts().json()), std::nullopt}, progress)
       .gatherContents();
   EXPECT_EQ(err.str(),
@@ -218,7 +218,7 @@ TEST(ProgressOfADocument, AnnouncesALongTextBeforeItIsParsed) {
   std::string text = makeDocumentInParts().json();
   text.insert(text.size() - 1, ",\"unlisted\":\"" + std::string(std::size_t{32} << 20U, 'x') + '"');
   std::ostringstream err;
-  ProgressLine progress(err, true, [] { return ProgressLine::Clock::time_point(); });
+  ProgressLine progress(err, 80, [] { return ProgressLine::Clock::time_point(); });
   Document({u"update.json", std::nullopt, text}, progress).gatherContents();
   EXPECT_EQ(err.str(), "\r\x1B[Kparsing 32.0 MiB");
 }
@@ -226,7 +226,7 @@ TEST(ProgressOfADocument, AnnouncesALongTextBeforeItIsParsed) {
 TEST(ProgressOfADocument, MakesRoomForAComplaint) {
   std::ostringstream err;
   ProgressLine::Clock::time_point time;
-  ProgressLine progress(err, true, [&time] { return time += std::chrono::seconds(1); });
+  ProgressLine progress(err, 80, [&time] { return time += std::chrono::seconds(1); });
   EXPECT_EQ(readContents({u"no-such-file", std::nullopt}, err, progress), std::nullopt);
   EXPECT_EQ(err.str(),
             "\r\x1B[Kreading the document, 1 s\r\x1B[K"

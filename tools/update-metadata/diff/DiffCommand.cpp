@@ -57,7 +57,7 @@ DiffCommand::DiffCommand(CLI::App& app)
 
 ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
-  ProgressLine progress(err, isErrorTerminal());
+  ProgressLine progress(err, errorTerminalColumns());
   const auto before = readContents({toUtf16(old_), productData}, err, progress);
   const auto after = readContents({toUtf16(new_), productData}, err, progress);
   if (!before || !after) {

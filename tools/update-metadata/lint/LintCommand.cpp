@@ -147,7 +147,7 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
 
 LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
   const SeveritySettings settings = makeSettings();
-  ProgressLine progress(err, isErrorTerminal());
+  ProgressLine progress(err, errorTerminalColumns());
   const LintOptions options{toOptionalUtf16(productData_), [&progress] { progress.goOn(); }};
   LintTotals totals;
   std::size_t number = 0;

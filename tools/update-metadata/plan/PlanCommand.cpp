@@ -110,7 +110,7 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
 }
 
 ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
-  ProgressLine progress(err, isErrorTerminal());
+  ProgressLine progress(err, errorTerminalColumns());
   std::optional<PlannedDocument> planned = makePlannedDocument(err, progress);
   if (!planned) {
     return ExitCode::kTrouble;

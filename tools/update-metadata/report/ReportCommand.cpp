@@ -120,7 +120,7 @@ ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
            "--output\n";
     return ExitCode::kTrouble;
   }
-  ProgressLine progress(err, isErrorTerminal());
+  ProgressLine progress(err, errorTerminalColumns());
   const std::optional<std::string> page = makeReport(err, progress);
   if (!page) {
     return ExitCode::kTrouble;

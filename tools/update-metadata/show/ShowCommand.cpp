@@ -52,7 +52,7 @@ ShowCommand::ShowCommand(CLI::App& app)
 }
 
 ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
-  ProgressLine progress(err, isErrorTerminal());
+  ProgressLine progress(err, errorTerminalColumns());
   const auto contents =
       readContents({toUtf16(file_), toOptionalUtf16(productData_)}, err, progress);
   if (!contents) {
