@@ -1,7 +1,14 @@
 #include "DocumentText.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
 #include <ostream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -134,6 +141,59 @@ TEST_F(StandardInput, ThatIsNoDocumentHasTheNameThatStandsForIt) {
               "byte-order mark or a final line feed\n");
   }
 }
+
+/// A terminal at which a text has been typed.
+class Typed {
+ public:
+  explicit Typed(const std::string& text) : keyboard_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+    if (::grantpt(keyboard_) != 0 || ::unlockpt(keyboard_) != 0 ||
+        ::ptsname_r(keyboard_, name_.data(), name_.size()) != 0) {
+      throw std::system_error(errno, std::generic_category(), "no terminal");
+    }
+    screen_ = ::open(name_.data(), O_RDWR | O_NOCTTY);
+    if (::write(keyboard_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+      throw std::system_error(errno, std::generic_category(), "cannot type");
+    }
+  }
+  Typed(const Typed&) = delete;
+  Typed& operator=(const Typed&) = delete;
+  ~Typed() {
+    ::close(screen_);
+    ::close(keyboard_);
+  }
+
+  std::string file() const { return name_.data(); }
+
+ private:
+  int keyboard_;
+  int screen_ = -1;
+  std::array<char, 100> name_{};
+};
+
+class TypedDocument : public StandardInput, public ::testing::WithParamInterface<Use> {};
+
+TEST_P(TypedDocument, IsAskedForAtOnce) {
+  // The first one hands over the line that was begun, the second one ends the input.
+  const Typed typed(kDocument + "\x04\x04");
+  around_.inFile = typed.file();
+  const ToolRun run = runTool(argumentsOf(GetParam(), "-"), around_);
+  EXPECT_EQ(run.exitCode, runTool(argumentsOf(GetParam(), "update.json"), around_).exitCode);
+  EXPECT_NE(run.out, "");
+  EXPECT_EQ(run.err,
+            "update-metadata: reading the document from the terminal; end it with Ctrl-D\n");
+}
+
+const Use kTypedUses[] = {
+    {"Query", {"query"}, {}},
+    {"Show", {"show"}, {}},
+    {"Plan", {"plan", "--product-data", "."}, {}},
+    {"Diff", {"diff", "empty.json"}, {}},
+    {"Report", {"report", "--output=-"}, {}},
+    {"Lint", {"lint"}, {}},
+    {"Fmt", {"fmt", "--check"}, {}},
+};
+INSTANTIATE_TEST_SUITE_P(Commands, TypedDocument, ::testing::ValuesIn(kTypedUses),
+                         [](const auto& row) { return row.param.name; });
 
 // More than is read at a time, through a pipe's worth of reads.
 TEST_F(StandardInput, IsReadToItsEnd) {

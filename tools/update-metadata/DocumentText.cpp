@@ -4,6 +4,7 @@
 #include <ios>
 #include <iostream>
 
+#include "Terminal.h"
 #include "Text.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
@@ -12,7 +13,18 @@ namespace {
 
 constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
 
+// Who has named standard input without leading something into it waits otherwise for a command that
+// waits for them.
+void askForTyping(ProgressLine& progress) {
+  progress.clear();
+  std::cerr << "update-metadata: reading the document from the terminal; end it with Ctrl-D\n"
+            << std::flush;
+}
+
 std::string readStandardInput(ProgressLine& progress) {
+  if (isInputTerminal()) {
+    askForTyping(progress);
+  }
   std::string text;
   try {
     for (;;) {

@@ -55,6 +55,10 @@ bool isOutputTerminal() {
   return ::isatty(STDOUT_FILENO) == 1;
 }
 
+bool isInputTerminal() {
+  return ::isatty(STDIN_FILENO) == 1;
+}
+
 std::size_t outputColumns() {
   const std::size_t columns = columnsOfEnvironment();
   return std::max(columns != 0 ? columns : columnsOfOutput(), kFewestColumns);

@@ -13,6 +13,9 @@ bool isOutputColoured();
 /// Tells whether standard output is a terminal.
 bool isOutputTerminal();
 
+/// Tells whether standard input is a terminal, at which somebody has to type.
+bool isInputTerminal();
+
 /// More columns than any line has.
 constexpr std::size_t kUnlimitedColumns = std::numeric_limits<std::size_t>::max();
 
