@@ -235,18 +235,21 @@ TEST_F(PlanForAnInstallation, FailsForFilesThatCannotBeLookedFor) {
 }
 
 TEST_F(PlanForAnInstallation, TellsProgramsTheStateOfEachFile) {
-  deleteFiles({"docs/there.txt", "../other/secret.txt", "gone", "loop", "docs"});
+  deleteFiles({"docs/there.txt", "../other/\\u001b\\u202e1.txt", "a\\\\b", "loop", "docs"});
   const ToolRun run = plan({"--installed", "tree", "--format=json"});
   EXPECT_EQ(run.exitCode, 1);
   const Json planned = Json::parse(run.out);
-  const std::string secret =
-      std::filesystem::canonical(folder_.nativePath("other/secret.txt")).string();
-  EXPECT_EQ(planned["filesToDelete"].dump(),
-            R"([{"key":"c_p","size":5,)"
-            R"("files":["../other/secret.txt","docs","docs/there.txt","gone","loop"],)"
-            R"("states":["outside","folder","present","missing","unknown"],)"
-            R"("details":[")" +
-                secret + R"(",null,null,null,"Too many levels of symbolic links"]}])");
+  const std::string outside = std::filesystem::canonical(folder_.nativePath("other")).string();
+  EXPECT_EQ(
+      planned["filesToDelete"],
+      Json::parse(R"([{"key":"c_p","size":5,)"
+                  R"("files":["../other/\u001b\u202e1.txt","a\\b","docs","docs/there.txt","loop"],)"
+                  R"("states":["outside","missing","folder","present","unknown"],)"
+                  R"("leadsTo":[")" +
+                  outside +
+                  R"(/\u001b\u202e1.txt",null,null,null,null],)"
+                  R"("reasons":[null,"a backslash parts no folders here",null,null,)"
+                  R"("Too many levels of symbolic links"]}])"));
   EXPECT_EQ(planned["installed"].dump(),
             R"({"present":1,"missing":1,"folder":1,"outside":1,"unknown":1})");
 }

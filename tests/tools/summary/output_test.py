@@ -139,8 +139,9 @@ def check_installed(validator, tool):
     compare("files looked for", planned["installed"],
             {"present": 0, "missing": 2, "folder": 0, "outside": 0, "unknown": 0})
     for package in planned["filesToDelete"]:
-        compare("states of " + package["key"], (package["states"], package["details"]),
-                (["missing"] * len(package["files"]), [None] * len(package["files"])))
+        compare("states of " + package["key"], (package["states"], package["leadsTo"], package["reasons"]),
+                (["missing"] * len(package["files"]), [None] * len(package["files"]),
+                 [None] * len(package["files"])))
 
 
 def main():

@@ -55,30 +55,38 @@ const char* nameOf(FileState state) {
   return "unknown";
 }
 
-// What the text says beside the state; null if that is nothing.
-Json detailToJson(const InstalledFile& file) {
-  return file.detail.empty() ? Json() : Json(toVisible(file.detail));
+// The path that a file outside leads to, as it is; null for any other.
+Json leadsToJson(const InstalledFile& file) {
+  return file.state == FileState::kOutside ? Json(file.detail) : Json();
 }
 
-// With the state and the details of each file, in the same order, if they were looked for.
+// Why a file has its state; null if there is nothing to say.
+Json reasonToJson(const InstalledFile& file) {
+  return file.state == FileState::kOutside || file.detail.empty() ? Json() : Json(file.detail);
+}
+
+// With what was found of each file, in the same order, if they were looked for.
 Json filesToDeleteToJson(const std::vector<PlannedFiles>& packages, bool areLookedFor) {
   Json array = Json::array();
   for (const PlannedFiles& package : packages) {
     Json files = Json::array();
     Json states = Json::array();
-    Json details = Json::array();
+    Json leadsTo = Json::array();
+    Json reasons = Json::array();
     for (const PlannedFile& file : package.files) {
       files.push_back(toUtf8(file.path));
       if (file.installed) {
         states.push_back(nameOf(file.installed->state));
-        details.push_back(detailToJson(*file.installed));
+        leadsTo.push_back(leadsToJson(*file.installed));
+        reasons.push_back(reasonToJson(*file.installed));
       }
     }
     array.push_back(
         {{"key", toUtf8(package.key)}, {"size", package.size}, {"files", std::move(files)}});
     if (areLookedFor) {
       array.back()["states"] = std::move(states);
-      array.back()["details"] = std::move(details);
+      array.back()["leadsTo"] = std::move(leadsTo);
+      array.back()["reasons"] = std::move(reasons);
     }
   }
   return array;
