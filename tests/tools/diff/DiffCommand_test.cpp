@@ -293,6 +293,33 @@ TEST(DiffForPeople, ShowsControlCharactersByTheirCode) {
                      ""}));
 }
 
+TEST(DiffForPeople, TellsTheComponentOfAKeyThatSeveralShare) {
+  const TemporaryFolder folder;
+  test_support::PlainDocument document;
+  document.componentsWithFiles["a"]["b_c"] = {1, {"x"}};
+  document.componentsWithFiles["a_b"]["c"] = {2, {"y"}};
+  folder.writeFile("old.json", document.json());
+  document.componentsWithFiles["a_b"]["c"] = {2, {"z"}};
+  folder.writeFile("new.json", document.json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  EXPECT_EQ(runTool({"diff", "old.json", "new.json"}, around),
+            (ToolRun{kDifferent,
+                     "In all\n"
+                     "  to fetch: 0 bytes -> 0 bytes\n"
+                     "  unpacked: 0 bytes -> 0 bytes\n"
+                     "  deleted: 0 bytes -> 0 bytes\n"
+                     "  packages to extract: 0 -> 0\n"
+                     "  packages to delete: 0 -> 0\n"
+                     "  files to delete: 1 -> 1\n"
+                     "\n"
+                     "Packages with single files to delete: 0 added, 0 removed, 1 changed\n"
+                     "  * a_b_c (of component a_b): 1 file added, 1 removed\n"
+                     "      + z\n"
+                     "      - y\n",
+                     ""}));
+}
+
 /// Documents with names and sizes that leave no room for each other.
 class DiffOfLongNames : public ::testing::Test {
  protected:

@@ -169,10 +169,49 @@ TEST(Difference, TellsFilesByTheirPackage) {
   EXPECT_EQ(manual.files.added, (std::vector<std::u16string>{u"c", u"d"}));
   EXPECT_EQ(manual.files.removed, std::vector<std::u16string>{u"a"});
   EXPECT_EQ(difference.packagesWithFiles[1].key, u"view_tips");
+  EXPECT_EQ(difference.packagesWithFiles[1].component, u"view");
+  EXPECT_FALSE(difference.packagesWithFiles[1].isKeyShared);
   EXPECT_EQ(changeOf(difference.packagesWithFiles[1]), Change::kAdded);
   EXPECT_EQ(difference.filesToDelete.before, 2U);
   EXPECT_EQ(difference.filesToDelete.after, 3U);
   EXPECT_TRUE(difference.products.empty());
+}
+
+// Which of the packages with one key counts depends on the products that are chosen.
+TEST(Difference, TellsTheFilesOfEveryComponentThatHasTheKey) {
+  PlainDocument document;
+  document.componentsWithFiles["a"]["b_c"] = {1, {"x"}};
+  document.componentsWithFiles["a_b"]["c"] = {2, {"y"}};
+  const Contents before = contentsOf(document);
+  document.componentsWithFiles["a_b"]["c"] = {2, {"z"}};
+  const Difference difference = compare(before, contentsOf(document));
+  ASSERT_EQ(difference.packagesWithFiles.size(), 1U);
+  const FilesChange& change = difference.packagesWithFiles[0];
+  EXPECT_EQ(change.key, u"a_b_c");
+  EXPECT_EQ(change.component, u"a_b");
+  EXPECT_TRUE(change.isKeyShared);
+  EXPECT_EQ(changeOf(change), Change::kChanged);
+  EXPECT_EQ(change.files.added, std::vector<std::u16string>{u"z"});
+  EXPECT_EQ(change.files.removed, std::vector<std::u16string>{u"y"});
+  EXPECT_EQ(difference.filesToDelete.before, 1U);
+  EXPECT_EQ(difference.filesToDelete.after, 1U);
+}
+
+TEST(Difference, TellsThatAnotherComponentHasTheFilesOfAKey) {
+  PlainDocument before;
+  before.componentsWithFiles["a"]["b_c"] = {1, {"x"}};
+  PlainDocument after;
+  after.componentsWithFiles["a_b"]["c"] = {1, {"x"}};
+  const Difference difference = compare(contentsOf(before), contentsOf(after));
+  ASSERT_EQ(difference.packagesWithFiles.size(), 2U);
+  EXPECT_EQ(difference.packagesWithFiles[0].component, u"a");
+  EXPECT_EQ(changeOf(difference.packagesWithFiles[0]), Change::kRemoved);
+  EXPECT_EQ(difference.packagesWithFiles[1].component, u"a_b");
+  EXPECT_EQ(changeOf(difference.packagesWithFiles[1]), Change::kAdded);
+  for (const FilesChange& change : difference.packagesWithFiles) {
+    EXPECT_EQ(change.key, u"a_b_c");
+    EXPECT_TRUE(change.isKeyShared);
+  }
 }
 
 TEST(Difference, OfTheReleasesNamesTheField) {

@@ -26,8 +26,14 @@ const std::u16string& nameOf(const Package& package) {
   return package.key;
 }
 
-const std::u16string& nameOf(const PackageWithFiles* package) {
-  return package->key;
+/// A package with files, and where it is.
+struct LocatedPackage {
+  const PackageWithFiles* package;
+  const ComponentWithFiles* component;
+};
+
+std::pair<std::u16string_view, std::u16string_view> nameOf(const LocatedPackage& located) {
+  return {located.package->key, located.component->name};
 }
 
 // The places of the items in the order of their names, of one name in their own order.
@@ -62,7 +68,9 @@ std::vector<Match> match(const std::vector<Item>& before, const std::vector<Item
     } else if (j == recent.size()) {
       order = -1;
     } else {
-      order = nameOf(before[old[i]]).compare(nameOf(after[recent[j]]));
+      const auto& left = nameOf(before[old[i]]);
+      const auto& right = nameOf(after[recent[j]]);
+      order = left < right ? -1 : right < left ? 1 : 0;
     }
     Match found;
     if (order <= 0) {
@@ -311,13 +319,25 @@ std::vector<ProductChange> compareProducts(const Contents& before, const Content
 
 // --- files ----------------------------------------------------------------------------------
 
-std::vector<const PackageWithFiles*> listPackagesWithFiles(const Contents& contents) {
-  std::vector<const PackageWithFiles*> list;
+// Every package that may count for some products: of one key, the first of each component.
+std::vector<LocatedPackage> listPackagesWithFiles(const Contents& contents) {
+  std::vector<LocatedPackage> list;
   for (const ComponentWithFiles& component : contents.componentsWithFiles) {
-    for (const PackageWithFiles& package : component.packages) {
-      list.push_back(&package);
+    for (const auto packages :
+         {&ComponentWithFiles::packages, &ComponentWithFiles::repeatedPackages}) {
+      for (const PackageWithFiles& package : component.*packages) {
+        list.push_back({&package, &component});
+      }
     }
   }
+  std::stable_sort(list.begin(), list.end(),
+                   [](const LocatedPackage& left, const LocatedPackage& right) {
+                     return nameOf(left) < nameOf(right);
+                   });
+  const auto isSameName = [](const LocatedPackage& left, const LocatedPackage& right) {
+    return nameOf(left) == nameOf(right);
+  };
+  list.erase(std::unique(list.begin(), list.end(), isSameName), list.end());
   return list;
 }
 
@@ -325,11 +345,21 @@ std::vector<FilesChange> compareFiles(const Contents& before, const Contents& af
   static const PackageWithFiles kNoPackage;
   const auto olds = listPackagesWithFiles(before);
   const auto recents = listPackagesWithFiles(after);
+  const std::vector<Match> matches = match(olds, recents);
+  const auto keyAt = [&](std::size_t place) -> const std::u16string& {
+    return eitherOf(matches[place], olds, recents).package->key;
+  };
   std::vector<FilesChange> changes;
-  for (const Match& found : match(olds, recents)) {
-    const PackageWithFiles& old = found.before ? *olds[*found.before] : kNoPackage;
-    const PackageWithFiles& recent = found.after ? *recents[*found.after] : kNoPackage;
-    FilesChange change{eitherOf(found, olds, recents)->key, {}, {}, {}};
+  for (std::size_t place = 0; place != matches.size(); ++place) {
+    const Match& found = matches[place];
+    const PackageWithFiles& old = found.before ? *olds[*found.before].package : kNoPackage;
+    const PackageWithFiles& recent = found.after ? *recents[*found.after].package : kNoPackage;
+    FilesChange change;
+    change.key = keyAt(place);
+    change.component = eitherOf(found, olds, recents).component->name;
+    // The matches are in the order of the keys.
+    change.isKeyShared = (place != 0 && keyAt(place - 1) == change.key) ||
+                         (place + 1 != matches.size() && keyAt(place + 1) == change.key);
     change.files = compareNames(old.files, recent.files);
     if (found.before && found.after && old.size == recent.size && change.files.isEmpty()) {
       continue;
@@ -348,8 +378,8 @@ std::vector<FilesChange> compareFiles(const Contents& before, const Contents& af
 
 DoubtfulSizes countAllDoubtfulSizes(const Contents& contents, const Tally& tally) {
   DoubtfulSizes sizes = countDoubtfulSizes(contents, tally.selectAll());
-  for (const PackageWithFiles* const package : listPackagesWithFiles(contents)) {
-    sizes.count(package->size);
+  for (const LocatedPackage& located : listPackagesWithFiles(contents)) {
+    sizes.count(located.package->size);
   }
   return sizes;
 }

@@ -62,9 +62,11 @@ struct PackageChange {
   std::optional<PackageSizes> after;
 };
 
-/// A package with single files to delete, by its key.
+/// A package with single files to delete, by its key and the component that has it.
 struct FilesChange {
   std::u16string key;
+  std::u16string component;
+  bool isKeyShared = false;            ///< by another component, of either document
   std::optional<std::int64_t> before;  ///< size of the package in bytes
   std::optional<std::int64_t> after;
   NameChanges files;
@@ -83,6 +85,9 @@ struct Sides {
 /// first is compared with the first, and so on. Orders are not compared. In each list, the largest
 /// change comes first: by bytes to fetch, to unpack, to delete, either way; of files by their
 /// number; then by name.
+///
+/// Of packages with files that have one key, the products that are chosen decide which one counts.
+/// So every component's is compared, though the totals, as the library, count only the first.
 struct Difference {
   std::vector<ReleaseChange> releases;
   Sides<Totals> totals;

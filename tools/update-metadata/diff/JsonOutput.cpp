@@ -109,6 +109,7 @@ Json packageToDeleteToJson(const PackageChange& package) {
 
 Json filesToJson(const FilesChange& package) {
   Json object = sizeToJson(package.key, package.before, package.after);
+  object["component"] = toUtf8(package.component);
   object["files"] = namesToJson(package.files);
   return object;
 }

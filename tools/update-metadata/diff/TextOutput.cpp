@@ -239,6 +239,12 @@ void writePackagesToDelete(const std::vector<PackageChange>& packages, std::size
   }
 }
 
+// A key that several components share does not tell which one is meant.
+std::string nameOf(const FilesChange& package) {
+  const std::string key = toVisible(package.key);
+  return package.isKeyShared ? key + " (of component " + toVisible(package.component) + ')' : key;
+}
+
 // Of a changed package the size is told if it differs; of another one always.
 void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std::ostream& out) {
   writeHeading("Packages with single files to delete", packages, width, out);
@@ -246,7 +252,7 @@ void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std
     const std::size_t added = package.files.added.size();
     const std::size_t removed = package.files.removed.size();
     const Measure size = measure("size", package.before.value_or(0), package.after.value_or(0));
-    std::string line = beginItem(package, toVisible(package.key)) + ": ";
+    std::string line = beginItem(package, nameOf(package)) + ": ";
     if (changeOf(package) != Change::kChanged) {
       line += count(added + removed, "file") + "; size " + describeSide(size, onlySideOf(package));
     } else {
