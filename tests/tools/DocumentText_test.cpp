@@ -37,7 +37,7 @@ class StandardInput : public ::testing::Test {
     folder_.writeFile("empty.json",
                       R"({"metadata":{"arch":"","base":null,"target":null},"components":null,)"
                       R"("products":null,"componentsWithFilesDeleted":null})");
-    folder_.writeFile("products.tsv", "\n");
+    folder_.writeFile("products.tsv", "\nP\tp\t1\t\n");
     around_.folder = folder_.nativePath();
     around_.inFile = folder_.nativePath("update.json");
   }

@@ -50,9 +50,26 @@ TEST(ProductData, ThatAreAFolderWithoutATableAreNoted) {
                 "' hold no products.tsv, so no product has a base code; check --product-data\n");
 }
 
+TEST(ProductData, ThatTheSystemHidesAreNotedAsSuch) {
+  const TemporaryFolder folder;
+  folder.makeLink("circle", "circle");
+  folder.makeFolder("data");
+  folder.makeLink("data/products.tsv", "products.tsv");
+  const auto noted = [](const std::string& location, const std::string& fault) {
+    return "update-metadata: note: the product data '" + location + "' " + fault +
+           " (Too many levels of symbolic links), so no product has a base code; check "
+           "--product-data\n";
+  };
+  EXPECT_EQ(noteOn(folder.nativePath("circle")),
+            noted(folder.nativePath("circle"), "cannot be looked at"));
+  EXPECT_EQ(noteOn(folder.nativePath("data")),
+            noted(folder.nativePath("data"), "hold a products.tsv that cannot be looked at"));
+}
+
 struct Use {
   const char* name;
   std::vector<std::string> arguments;
+  std::string noteOnEmpty;  ///< what is noted of product data without a product
 };
 
 std::ostream& operator<<(std::ostream& out, const Use& row) {
@@ -61,7 +78,7 @@ std::ostream& operator<<(std::ostream& out, const Use& row) {
 
 class MissingProductData : public ::testing::TestWithParam<Use> {};
 
-// But for the note, a command tells the same of product data without a product.
+// But for the notes, a command tells the same of product data without a product.
 TEST_P(MissingProductData, AreNotedByEveryCommand) {
   const TemporaryFolder folder;
   folder.writeFile(
@@ -76,21 +93,25 @@ TEST_P(MissingProductData, AreNotedByEveryCommand) {
   const ToolRun missing = runTool(arguments, around);
   folder.writeFile("none/products.tsv", "\n");
   ToolRun empty = runTool(arguments, around);
-  EXPECT_EQ(empty.err, "");
+  EXPECT_EQ(empty.err, GetParam().noteOnEmpty);
   empty.err =
       "update-metadata: note: the product data 'none' are not there, so no product has a base "
       "code; check --product-data\n";
   EXPECT_EQ(missing, empty);
 }
 
+const std::string kUnknown =
+    "update-metadata: note: the product data 'none' do not know the only product of 'update.json'; "
+    "check --product-data\n";
+
 const Use kUses[] = {
-    {"Query", {"query", "update.json", "--format=json"}},
-    {"Show", {"show", "update.json"}},
-    {"ShowForPrograms", {"show", "update.json", "--format=json"}},
-    {"Plan", {"plan", "update.json"}},
-    {"Diff", {"diff", "update.json", "update.json"}},
-    {"Report", {"report", "update.json", "-o", "-"}},
-    {"Lint", {"lint", "update.json"}},
+    {"Query", {"query", "update.json", "--format=json"}, ""},
+    {"Show", {"show", "update.json"}, kUnknown},
+    {"ShowForPrograms", {"show", "update.json", "--format=json"}, kUnknown},
+    {"Plan", {"plan", "update.json"}, kUnknown},
+    {"Diff", {"diff", "update.json", "update.json"}, kUnknown + kUnknown},
+    {"Report", {"report", "update.json", "-o", "-"}, kUnknown},
+    {"Lint", {"lint", "update.json"}, ""},
 };
 INSTANTIATE_TEST_SUITE_P(Commands, MissingProductData, ::testing::ValuesIn(kUses),
                          [](const auto& row) { return row.param.name; });

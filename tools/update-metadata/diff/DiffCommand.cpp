@@ -15,6 +15,7 @@
 #include "diff/JsonOutput.h"
 #include "diff/TextOutput.h"
 #include "summary/Document.h"
+#include "summary/UnknownProducts.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -66,7 +67,10 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   progress.begin("comparing");
   const Difference difference = compare(*before, *after);
   progress.clear();
-  noteMissingProductData(productData_, err);
+  if (!noteMissingProductData(productData_, err)) {
+    noteUnknownProducts(productData_, old_, *before, err);
+    noteUnknownProducts(productData_, new_, *after, err);
+  }
   std::optional<Growth> growth;
   if (limit_) {
     growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());

@@ -16,6 +16,7 @@
 #include "plan/ProductChoice.h"
 #include "plan/TextOutput.h"
 #include "summary/Document.h"
+#include "summary/UnknownProducts.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -116,7 +117,9 @@ ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kTrouble;
   }
   progress.clear();
-  noteMissingProductData(productData_, err);
+  if (!noteMissingProductData(productData_, err)) {
+    noteUnknownProducts(productData_, file_, planned->contents, err);
+  }
   std::optional<InstalledCounts> counts;
   if (installed_) {
     const std::optional<InstalledTree> tree = openTree(*installed_, err);

@@ -20,6 +20,7 @@
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"
+#include "summary/UnknownProducts.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -104,6 +105,10 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
   if (!contents) {
     return std::nullopt;
   }
+  progress.clear();
+  if (!noteMissingProductData(productData_, err)) {
+    noteUnknownProducts(productData_, file_, *contents, err);
+  }
   LintOptions options;
   options.productData = productData;
   options.onProgress = [&progress] { progress.goOn(); };
@@ -126,7 +131,6 @@ ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kTrouble;
   }
   progress.clear();
-  noteMissingProductData(productData_, err);
   if (output_ == kStandardOutput) {
     out << *page;
     out.flush();

@@ -14,6 +14,7 @@
 #include "show/Overview.h"
 #include "show/TextOutput.h"
 #include "summary/Document.h"
+#include "summary/UnknownProducts.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -62,7 +63,9 @@ ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
   const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
   const Overview overview = makeOverview(*contents, {order, top_});
   progress.clear();
-  noteMissingProductData(productData_, err);
+  if (!noteMissingProductData(productData_, err)) {
+    noteUnknownProducts(productData_, file_, *contents, err);
+  }
   if (format_ == kJsonFormat) {
     writeJson(*contents, overview, out);
   } else {
