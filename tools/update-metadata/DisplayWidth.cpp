@@ -1,19 +1,18 @@
 #include "DisplayWidth.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 #include <utf8.h>
 
+#include "CharacterRange.h"
+#include "WideCharacters.h"
+
 namespace update_metadata_tool {
 namespace {
 
-struct Range {
-  char32_t first;
-  char32_t last;
-};
-
-constexpr Range kWithoutWidth[] = {
+constexpr CharacterRange kWithoutWidth[] = {
     {0x0300, 0x036F},    // combining diacritical marks
     {0x0483, 0x0489},    // Cyrillic marks
     {0x0591, 0x05BD},    // Hebrew points and accents
@@ -42,37 +41,15 @@ constexpr Range kWithoutWidth[] = {
     {0xE0100, 0xE01EF},  // variation selectors, supplement
 };
 
-constexpr Range kWide[] = {
-    {0x1100, 0x115F},    // Hangul initials
-    {0x2E80, 0x303E},    // radicals, ideographic punctuation
-    {0x3041, 0x4DBF},    // kana, letters and months in circles, ideographs
-    {0x4E00, 0xA4CF},    // ideographs, Yi
-    {0xA960, 0xA97F},    // Hangul, extended
-    {0xAC00, 0xD7A3},    // Hangul syllables
-    {0xF900, 0xFAFF},    // compatibility ideographs
-    {0xFE10, 0xFE19},    // vertical forms
-    {0xFE30, 0xFE6F},    // compatibility and small forms
-    {0xFF00, 0xFF60},    // full width forms
-    {0xFFE0, 0xFFE6},    // full width signs
-    {0x16FE0, 0x18CFF},  // Tangut, Khitan
-    {0x1AFF0, 0x1B2FF},  // kana, extended
-    {0x1F300, 0x1F64F},  // pictographs, emoticons
-    {0x1F680, 0x1F6FF},  // transport signs
-    {0x1F900, 0x1F9FF},  // more pictographs
-    {0x1FA70, 0x1FAFF},  // still more
-    {0x20000, 0x3FFFD},  // ideographs of the further planes
-};
-
 constexpr const char* kEllipsis = "\xE2\x80\xA6";  // U+2026, one column
 
+// \pre the ranges ascend
 template <std::size_t size>
-bool isIn(const Range (&ranges)[size], char32_t character) {
-  for (const Range& range : ranges) {
-    if (character <= range.last) {
-      return character >= range.first;
-    }
-  }
-  return false;
+bool isIn(const CharacterRange (&ranges)[size], char32_t character) {
+  const CharacterRange* const range =
+      std::partition_point(std::begin(ranges), std::end(ranges),
+                           [&](const CharacterRange& before) { return before.last < character; });
+  return range != std::end(ranges) && character >= range->first;
 }
 
 /// A character and the marks behind it, which are never parted.
@@ -107,7 +84,7 @@ std::size_t displayWidth(char32_t character) {
   if (isIn(kWithoutWidth, character)) {
     return 0;
   }
-  return isIn(kWide, character) ? 2 : 1;
+  return isIn(kWideCharacters, character) ? 2 : 1;
 }
 
 std::size_t displayWidth(std::string_view text) {

@@ -8,9 +8,10 @@ namespace update_metadata_tool {
 
 /// The number of columns that a terminal needs for a character that is no control character.
 ///
-/// Combining marks, joiners and variation selectors take no column, East Asian wide characters and
-/// pictographs take two, all others one. This is what terminals mostly do: the marks of rare
-/// scripts are taken for characters, and parts of a joined pictograph are counted one by one.
+/// Combining marks, joiners and variation selectors take no column, what Unicode calls wide (East
+/// Asian characters and most pictographs) takes two, all others one. This is what terminals mostly
+/// do: the marks of rare scripts are taken for characters, and parts of a joined pictograph are
+/// counted one by one.
 std::size_t displayWidth(char32_t character);
 
 /// The same for a whole text, UTF-8 without control characters.
