@@ -12,11 +12,13 @@
 
 namespace test_support {
 
-/// A name that is longer than a line: of words, or of one word, or of wide characters.
+/// A name that is longer than a line: of words, or of one word, or of blanks, or of wide
+/// characters.
 inline const std::string kLongWords =
     "The Rather Long Name of a Product That Does Everything for Everybody, in Every Language, with "
     "All the Trimmings That Anybody Has Ever Asked For";
 inline const std::string kLongWord(150, 'x');
+inline const std::string kLongBlanks = std::string(150, ' ') + 'x' + std::string(150, ' ') + 'x';
 inline const std::string kLongWideName = [] {
   std::string name;
   for (int i = 0; i < 75; ++i) {
@@ -39,7 +41,7 @@ inline PlainDocument makeDocumentWithLongNames(std::int64_t size) {
   document.products[kLongWords] = {{kLongWord}, {kLongWord, kLongWideName}};
   document.products[kLongWideName] = {{kLongWideName}, {kLongWord}};
   document.componentsWithFiles[kLongWord][kLongWord] = {
-      size, {kLongWord + '/' + kLongWord, kLongWords, std::to_string(size)}};
+      size, {kLongWord + '/' + kLongWord, kLongWords, kLongBlanks, std::to_string(size)}};
   return document;
 }
 

@@ -110,41 +110,5 @@ TEST(Padding, CountsColumns) {
   EXPECT_EQ(padLeft("abc", 2), "abc");
 }
 
-struct WrappedText {
-  const char* name;
-  std::string text;
-  std::size_t width;
-  std::string wrapped;
-};
-
-std::ostream& operator<<(std::ostream& out, const WrappedText& row) {
-  return out << row.name;
-}
-
-class WrappedTexts : public ::testing::TestWithParam<WrappedText> {};
-
-TEST_P(WrappedTexts, BreakAtBlanksAndLongWordsAtTheWidth) {
-  EXPECT_EQ(wrap(GetParam().text, GetParam().width, 1), GetParam().wrapped);
-}
-
-const WrappedText kWrappedTexts[] = {
-    {"Empty", "", 5, ""},
-    {"OneWord", "abc", 3, "abc"},
-    {"LongWord", "abcdef", 3, "abc\n de\n f"},
-    {"Fits", "a bc d", 6, "a bc d"},
-    {"Breaks", "a bc d", 5, "a bc\n d"},
-    {"IndentCounts", "a bcd e", 4, "a\n bcd\n e"},
-    {"LongWordInTheMiddle", "a bcdefg h", 4, "a bc\n def\n g h"},
-    {"LongWordWithoutRoomForItsBeginning", "abc defg", 4, "abc\n def\n g"},
-    {"BlanksBetweenStay", "a:   b", 6, "a:   b"},
-    {"BlanksGoWhereALineBreaks", "abc   d", 6, "abc\n d"},
-    {"BlanksAroundStayIfTheyFit", " a  ", 4, " a  "},
-    {"MarksInALongWord", "ab" + kAcute + "c", 2, "ab" + kAcute + "\n c"},
-    {"WideCharactersInALongWord", kIdeograph + kIdeograph, 3, kIdeograph + "\n " + kIdeograph},
-    {"WideCharacters", kIdeograph + " " + kIdeograph, 4, kIdeograph + "\n " + kIdeograph},
-};
-INSTANTIATE_TEST_SUITE_P(Texts, WrappedTexts, ::testing::ValuesIn(kWrappedTexts),
-                         [](const auto& row) { return row.param.name; });
-
 }  // namespace
 }  // namespace update_metadata_tool

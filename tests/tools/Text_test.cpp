@@ -47,6 +47,34 @@ const VisibleText kVisibleTexts[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, VisibleTextOf, ::testing::ValuesIn(kVisibleTexts),
                          [](const auto& row) { return row.param.name; });
 
+struct VisibleName {
+  const char* name;
+  std::u16string text;
+  std::string shown;
+};
+
+std::ostream& operator<<(std::ostream& out, const VisibleName& row) {
+  return out << row.name;
+}
+
+class VisibleNameOf : public ::testing::TestWithParam<VisibleName> {};
+
+TEST_P(VisibleNameOf, ShowsBlanksAtItsEnds) {
+  EXPECT_EQ(toVisibleName(GetParam().text), GetParam().shown);
+}
+
+const VisibleName kVisibleNames[] = {
+    {"Empty", u"", "(empty)"},
+    {"Blanks", u"  ", "<U+0020><U+0020>"},
+    {"WithoutBlanks", u"a", "a"},
+    {"BlanksInside", u"a  b", "a  b"},
+    {"BlanksInFront", u"  a b", "<U+0020><U+0020>a b"},
+    {"BlanksBehind", u"a b  ", "a b<U+0020><U+0020>"},
+    {"BlanksAround", u" a\u001B ", "<U+0020>a<U+001B><U+0020>"},
+};
+INSTANTIATE_TEST_SUITE_P(Names, VisibleNameOf, ::testing::ValuesIn(kVisibleNames),
+                         [](const auto& row) { return row.param.name; });
+
 struct VisibleBytes {
   const char* name;
   std::string bytes;

@@ -52,29 +52,6 @@ bool isIn(const CharacterRange (&ranges)[size], char32_t character) {
   return range != std::end(ranges) && character >= range->first;
 }
 
-/// A character and the marks behind it, which are never parted.
-struct Cluster {
-  std::string_view text;
-  std::size_t width;
-};
-
-std::vector<Cluster> clustersOf(std::string_view text) {
-  std::vector<Cluster> clusters;
-  const char* const end = text.data() + text.size();
-  for (const char* place = text.data(); place != end;) {
-    const char* const begin = place;
-    const std::size_t width = displayWidth(utf8::next(place, end));
-    const auto size = static_cast<std::size_t>(place - begin);
-    if (width == 0 && !clusters.empty()) {
-      std::string_view& before = clusters.back().text;
-      before = {before.data(), before.size() + size};
-    } else {
-      clusters.push_back({{begin, size}, width});
-    }
-  }
-  return clusters;
-}
-
 }  // namespace
 
 std::size_t displayWidth(char32_t character) {
@@ -94,6 +71,23 @@ std::size_t displayWidth(std::string_view text) {
     width += displayWidth(utf8::next(place, end));
   }
   return width;
+}
+
+std::vector<Cluster> clustersOf(std::string_view text) {
+  std::vector<Cluster> clusters;
+  const char* const end = text.data() + text.size();
+  for (const char* place = text.data(); place != end;) {
+    const char* const begin = place;
+    const std::size_t width = displayWidth(utf8::next(place, end));
+    const auto size = static_cast<std::size_t>(place - begin);
+    if (width == 0 && !clusters.empty()) {
+      std::string_view& before = clusters.back().text;
+      before = {before.data(), before.size() + size};
+    } else {
+      clusters.push_back({{begin, size}, width});
+    }
+  }
+  return clusters;
 }
 
 std::string cutInTheMiddle(std::string_view text, std::size_t width) {
@@ -129,43 +123,6 @@ std::string padRight(std::string_view text, std::size_t width) {
 std::string padLeft(std::string_view text, std::size_t width) {
   const std::size_t own = displayWidth(text);
   return std::string(own < width ? width - own : 0, ' ').append(text);
-}
-
-std::string wrap(std::string_view text, std::size_t width, std::size_t indent) {
-  std::string wrapped;
-  std::size_t column = 0;
-  const auto breakLine = [&] {
-    wrapped.append(1, '\n').append(indent, ' ');
-    column = indent;
-  };
-  while (!text.empty()) {
-    const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
-    const std::size_t end = std::min(text.find(' ', blanks), text.size());
-    const std::string_view word = text.substr(blanks, end - blanks);
-    text.remove_prefix(end);
-    const std::size_t wordWidth = displayWidth(word);
-    const bool isLong = wordWidth > width - indent;
-    const std::size_t needed = blanks + (isLong ? 1 : wordWidth);
-    if (column + needed <= width) {
-      wrapped.append(blanks, ' ');
-      column += blanks;
-    } else {
-      breakLine();
-    }
-    if (!isLong) {
-      wrapped.append(word);
-      column += wordWidth;
-      continue;
-    }
-    for (const Cluster& cluster : clustersOf(word)) {
-      if (column + cluster.width > width) {
-        breakLine();
-      }
-      wrapped.append(cluster.text);
-      column += cluster.width;
-    }
-  }
-  return wrapped;
 }
 
 }  // namespace update_metadata_tool

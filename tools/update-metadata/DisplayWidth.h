@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace update_metadata_tool {
 
@@ -17,6 +18,15 @@ std::size_t displayWidth(char32_t character);
 /// The same for a whole text, UTF-8 without control characters.
 std::size_t displayWidth(std::string_view text);
 
+/// A character and the marks behind it, which are never parted.
+struct Cluster {
+  std::string_view text;
+  std::size_t width;
+};
+
+/// All of `text`, in its order. It has to outlive them.
+std::vector<Cluster> clustersOf(std::string_view text);
+
 /// Cuts `text` to at most `width` columns by putting an ellipsis in place of its middle. A mark
 /// stays with its character. A text that fits comes back as it is.
 std::string cutInTheMiddle(std::string_view text, std::size_t width);
@@ -24,13 +34,5 @@ std::string cutInTheMiddle(std::string_view text, std::size_t width);
 /// Adds blanks behind, or in front of, `text` up to `width` columns.
 std::string padRight(std::string_view text, std::size_t width);
 std::string padLeft(std::string_view text, std::size_t width);
-
-/// Breaks `text` into lines of at most `width` columns; those after the first are indented by
-/// `indent` blanks. Lines break at blanks, which go. A word that is longer than a line begins where
-/// it stands and goes on in further lines; a mark stays with its character. Without a final line
-/// feed.
-///
-/// \pre two columns are left beside the indent
-std::string wrap(std::string_view text, std::size_t width, std::size_t indent);
 
 }  // namespace update_metadata_tool

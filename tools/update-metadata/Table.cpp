@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "DisplayWidth.h"
+#include "FlowingLine.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -113,7 +114,7 @@ void Table::writeOneBelowTheOther(std::size_t width, std::ostream& out) const {
       if (!cell.below.empty()) {
         line.append(kGap).append(padLeft(cell.below, belows));
       }
-      out << wrap(line, width, 3 * kGapWidth) << '\n';
+      out << FlowingLine(width, 3 * kGapWidth).words(line) << '\n';
     }
   }
 }

@@ -62,6 +62,14 @@ void appendHexadecimal(char32_t number, unsigned digits, std::string& shown) {
   }
 }
 
+std::string visibleBlanks(std::size_t count) {
+  std::string shown;
+  while (count-- != 0) {
+    shown += "<U+0020>";
+  }
+  return shown;
+}
+
 }  // namespace
 
 bool isUtf8(std::string_view text) {
@@ -121,6 +129,15 @@ std::string toVisible(std::u16string_view text) {
     appendVisible({takeCharacter(text, index), 0, true}, shown);
   }
   return shown;
+}
+
+std::string toVisibleName(std::u16string_view name) {
+  std::string shown = toVisible(name);
+  const std::size_t end = shown.find_last_not_of(' ') + 1;
+  const std::size_t blanksBehind = shown.size() - end;
+  shown.erase(end);
+  const std::size_t blanksBefore = std::min(shown.find_first_not_of(' '), shown.size());
+  return visibleBlanks(blanksBefore) + shown.substr(blanksBefore) + visibleBlanks(blanksBehind);
 }
 
 std::string toVisible(std::string_view text) {

@@ -32,7 +32,11 @@ bool isUnseen(char32_t character);
 /// Characters that are unseen are shown as their code, <U+001B>; an empty text is shown as (empty).
 std::string toVisible(std::u16string_view text);
 
-/// As above, for bytes. Those that are not UTF-8 are shown as their value, <FF>.
+/// As above, for a name: blanks at its ends are shown by their code, too, <U+0020>, so that names
+/// which differ in them look different.
+std::string toVisibleName(std::u16string_view name);
+
+/// As toVisible(), for bytes. Those that are not UTF-8 are shown as their value, <FF>.
 std::string toVisible(std::string_view text);
 
 /// One character of a text of bytes.

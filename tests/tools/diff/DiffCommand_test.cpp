@@ -355,6 +355,27 @@ TEST_F(DiffOfLongNames, HasThemWholeWithoutATerminal) {
                     HasSubstr("\n  * " + word + '_' + word + '\n')));
 }
 
+TEST(DiffForPeople, TellsApartWhatDiffersInBlanks) {
+  const std::string line(12, 'x');
+  test_support::PlainDocument document;
+  document.componentsWithFiles["c"]["p"] = {1, {"y ", line + "y", line + " y"}};
+  const TemporaryFolder folder;
+  folder.writeFile("old.json", test_support::PlainDocument().json());
+  folder.writeFile("new.json", document.json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  around.environment = {"COLUMNS=20"};
+  const std::string text = runTool({"diff", "old.json", "new.json"}, around).out;
+  EXPECT_EQ(text.substr(text.find("  + c_p")),
+            "  + c_p: 3 files;\n"
+            "      size 1 byte\n"
+            "      + xxxxxxxxxxxx\n"
+            "           y\n"
+            "      + xxxxxxxxxxxx\n"
+            "          y\n"
+            "      + y<U+0020>\n");
+}
+
 // --- sizes that no package can have ---------------------------------------------------------
 
 test_support::PlainDocument makeDoubtfulDocument(std::int64_t size) {

@@ -120,8 +120,8 @@ TEST(PlanForPeople, SaysThatThereIsNothingToDo) {
                      "\nPackages to delete: 0\n"
                      "\nFiles to delete: 0\n"
                      "\nPackages to extract: 0\n"
-                     "\nThis fetches 0 bytes, unpacks 0 bytes and frees 0 bytes: a net change of "
-                     "0\nbytes, with a peak need of 0 bytes before anything is freed.\n",
+                     "\nThis fetches 0 bytes, unpacks 0 bytes and frees 0 bytes: a net change of\n"
+                     "0 bytes, with a peak need of 0 bytes before anything is freed.\n",
                      ""}));
 }
 
@@ -172,10 +172,10 @@ TEST(PlanForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
             "Note: '!' marks doubtful sizes: 2 packages with a negative size. Sums take sizes\n"
             "as they stand.\n"
             "\n"
-            "This fetches 9000000000000000001 bytes (7.8 EiB), unpacks 9000000000000000002\n"
-            "bytes (7.8 EiB) and frees -5 bytes: a net change of 9000000000000000007 bytes\n"
-            "(7.8 EiB), with a peak need of more than 9223372036854775807 bytes (8.0 EiB)\n"
-            "before anything is freed.\n");
+            "This fetches 9000000000000000001 bytes (7.8 EiB), unpacks\n"
+            "9000000000000000002 bytes (7.8 EiB) and frees -5 bytes: a net change of\n"
+            "9000000000000000007 bytes (7.8 EiB), with a peak need of more than\n"
+            "9223372036854775807 bytes (8.0 EiB) before anything is freed.\n");
 }
 
 /// A plan for an installation, with names and sizes that leave no room for each other.
@@ -226,6 +226,44 @@ TEST_F(PlanWithLongNames, BreaksThemOnATerminalAndShortensNone) {
                                           "      9000000000000\n"
                                           "    8.6 TiB\n"
                                           "      9500000000000\n")));
+}
+
+/// The part of a plan on a terminal that tells of the package c_p, which loses these files.
+std::string planOfFiles(const std::vector<std::string>& files) {
+  PlainDocument document;
+  document.componentsWithFiles["c"]["p"] = {1, files};
+  const TemporaryFolder folder;
+  folder.writeFile("update.json", document.json());
+  folder.writeFile("products.tsv", "\n");
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  around.environment = {"COLUMNS=20"};
+  const std::string text = runTool({"plan", "update.json", "--product-data=."}, around).out;
+  const std::size_t begin = text.find("  c_p\n");
+  return text.substr(begin, text.find("\nPackages to extract") - begin);
+}
+
+TEST(PlanForPeople, TellsApartWhatDiffersInBlanks) {
+  const std::string line(16, 'x');
+  EXPECT_EQ(planOfFiles({"y", " y", "y ", line + "y", line + " y", line + "   y"}),
+            "  c_p\n"
+            "    1 B  1\n"
+            "    <U+0020>y\n"
+            "    xxxxxxxxxxxxxxxx\n"
+            "           y\n"
+            "    xxxxxxxxxxxxxxxx\n"
+            "         y\n"
+            "    xxxxxxxxxxxxxxxx\n"
+            "        y\n"
+            "    y\n"
+            "    y<U+0020>\n");
+}
+
+TEST(PlanForPeople, TakesRoomInProportionToTheBlanksOfAName) {
+  const auto roomOf = [](std::size_t blanks) {
+    return planOfFiles({std::string(blanks, ' ') + 'x' + std::string(blanks, ' ') + 'x'}).size();
+  };
+  EXPECT_LT(roomOf(4000), 10 * roomOf(400) + 100);
 }
 
 TEST(PlanForPrograms, HasNullForASumThatDoesNotFit) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "FlowingLine.h"
 #include "ReadableSize.h"
 #include "Text.h"
 #include "summary/DoubtfulSizes.h"
@@ -100,8 +101,8 @@ void writeHeading(const std::string& title, const std::vector<Item>& items, std:
 
 // "  * name"
 template <class Item>
-std::string beginItem(const Item& item, const std::string& name) {
-  return std::string("  ") + markOf(changeOf(item)) + ' ' + name;
+FlowingLine beginItem(const Item& item, const std::string& name, std::size_t width) {
+  return beginLine(std::string("  ") + markOf(changeOf(item)) + ' ', width).name(name);
 }
 
 // The side that something added or removed has.
@@ -127,10 +128,10 @@ template <class Item>
 void writeItem(const Item& item, const std::string& name, const std::vector<Measure>& measures,
                std::size_t width, std::ostream& out) {
   if (changeOf(item) != Change::kChanged) {
-    writeLine(beginItem(item, name) + ": " + describe(measures, onlySideOf(item)), width, out);
+    out << beginItem(item, name, width).words(": " + describe(measures, onlySideOf(item))) << '\n';
     return;
   }
-  writeLine(beginItem(item, name), width, out);
+  out << beginItem(item, name, width) << '\n';
   bool isOneDifferent = false;
   for (const Measure& measure : measures) {
     if (measure.before != measure.after) {
@@ -146,10 +147,10 @@ void writeItem(const Item& item, const std::string& name, const std::vector<Meas
 void writeNames(const NameChanges& names, const std::string& kind, std::size_t width,
                 std::ostream& out) {
   for (const std::u16string& name : names.added) {
-    writeLine("      + " + kind + toVisible(name), width, out);
+    out << beginLine("      + " + kind, width).name(toVisibleName(name)) << '\n';
   }
   for (const std::u16string& name : names.removed) {
-    writeLine("      - " + kind + toVisible(name), width, out);
+    out << beginLine("      - " + kind, width).name(toVisibleName(name)) << '\n';
   }
 }
 
@@ -165,9 +166,9 @@ void writeReleases(const std::vector<ReleaseChange>& releases, std::size_t width
     out << "\nReleases\n";
   }
   for (const ReleaseChange& change : releases) {
-    writeLine("  * " + nameField(change.field) + ": " + toVisible(change.before) + " -> " +
-                  toVisible(change.after),
-              width, out);
+    FlowingLine line = beginLine("  * " + nameField(change.field) + ": ", width);
+    line.name(toVisibleName(change.before)).words(" -> ").name(toVisibleName(change.after));
+    out << line << '\n';
   }
 }
 
@@ -191,11 +192,7 @@ void writeProducts(const std::vector<ProductChange>& products, std::size_t width
                    std::ostream& out) {
   writeHeading("Products", products, width, out);
   for (const ProductChange& product : products) {
-    std::string name = toVisible(product.name);
-    if (product.baseCode) {
-      name += " (" + toVisible(*product.baseCode) + ')';
-    }
-    writeItem(product, name,
+    writeItem(product, describeProduct(product.name, product.baseCode),
               measure(product.before.value_or(Totals()), product.after.value_or(Totals())), width,
               out);
     if (changeOf(product) == Change::kChanged) {
@@ -209,7 +206,7 @@ void writeComponents(const std::vector<ComponentChange>& components, std::size_t
                      std::ostream& out) {
   writeHeading("Components", components, width, out);
   for (const ComponentChange& component : components) {
-    writeItem(component, toVisible(component.name),
+    writeItem(component, toVisibleName(component.name),
               measure(component.before.value_or(Totals()), component.after.value_or(Totals())),
               width, out);
   }
@@ -221,7 +218,7 @@ void writePackagesToExtract(const std::vector<PackageChange>& packages, std::siz
   for (const PackageChange& package : packages) {
     const PackageSizes before = package.before.value_or(PackageSizes());
     const PackageSizes after = package.after.value_or(PackageSizes());
-    writeItem(package, toVisible(package.key),
+    writeItem(package, toVisibleName(package.key),
               {measure("to fetch", before.size, after.size),
                measure("unpacked", before.uncompressedBytes, after.uncompressedBytes)},
               width, out);
@@ -232,7 +229,7 @@ void writePackagesToDelete(const std::vector<PackageChange>& packages, std::size
                            std::ostream& out) {
   writeHeading("Packages to delete", packages, width, out);
   for (const PackageChange& package : packages) {
-    writeItem(package, toVisible(package.key),
+    writeItem(package, toVisibleName(package.key),
               {measure("deleted", package.before.value_or(PackageSizes()).size,
                        package.after.value_or(PackageSizes()).size)},
               width, out);
@@ -240,9 +237,12 @@ void writePackagesToDelete(const std::vector<PackageChange>& packages, std::size
 }
 
 // A key that several components share does not tell which one is meant.
-std::string nameOf(const FilesChange& package) {
-  const std::string key = toVisible(package.key);
-  return package.isKeyShared ? key + " (of component " + toVisible(package.component) + ')' : key;
+FlowingLine beginFiles(const FilesChange& package, std::size_t width) {
+  FlowingLine line = beginItem(package, toVisibleName(package.key), width);
+  if (package.isKeyShared) {
+    line.words(" (of component ").name(toVisibleName(package.component)).words(")");
+  }
+  return line.words(": ");
 }
 
 // Of a changed package the size is told if it differs; of another one always.
@@ -252,16 +252,17 @@ void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std
     const std::size_t added = package.files.added.size();
     const std::size_t removed = package.files.removed.size();
     const Measure size = measure("size", package.before.value_or(0), package.after.value_or(0));
-    std::string line = beginItem(package, nameOf(package)) + ": ";
+    FlowingLine line = beginFiles(package, width);
     if (changeOf(package) != Change::kChanged) {
-      line += count(added + removed, "file") + "; size " + describeSide(size, onlySideOf(package));
+      line.words(count(added + removed, "file") + "; size ");
+      line.words(describeSide(size, onlySideOf(package)));
     } else {
-      line += count(added, "file") + " added, " + std::to_string(removed) + " removed";
+      line.words(count(added, "file") + " added, " + std::to_string(removed) + " removed");
       if (size.before != size.after) {
-        line += "; size " + describeSides(size);
+        line.words("; size " + describeSides(size));
       }
     }
-    writeLine(line, width, out);
+    out << line << '\n';
     writeNames(package.files, "", width, out);
   }
 }

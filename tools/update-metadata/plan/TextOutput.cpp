@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "DisplayWidth.h"
+#include "FlowingLine.h"
 #include "ReadableSize.h"
 #include "Text.h"
 #include "summary/SumText.h"
@@ -43,18 +44,17 @@ class SizeColumns {
 
   void writeRow(const std::u16string& name, const std::vector<std::int64_t>& sizes,
                 std::ostream& out) const {
-    constexpr std::size_t kIndentOfFurtherLines = 6;
     std::string line;
     for (std::size_t column = 0; column < sizes.size(); ++column) {
       line += describeSize(columns_[column], sizes[column]);
     }
     if (displayWidth(line) + kNarrowestNames <= width_) {
-      out << wrap(line + kIndent + toVisible(name), width_, kIndentOfFurtherLines) << '\n';
+      out << beginRow(line + kIndent).name(toVisibleName(name)) << '\n';
       return;
     }
-    out << wrap(kIndent + toVisible(name), width_, kIndentOfFurtherLines) << '\n';
+    out << beginRow(kIndent).name(toVisibleName(name)) << '\n';
     for (const std::int64_t size : sizes) {
-      out << wrap(kIndent + describeSize(widest(), size), width_, kIndentOfFurtherLines) << '\n';
+      out << beginRow(kIndent + describeSize(widest(), size)) << '\n';
     }
   }
 
@@ -63,6 +63,11 @@ class SizeColumns {
     std::size_t shortly = 0;
     std::size_t bytes = 0;
   };
+
+  FlowingLine beginRow(const std::string& words) const {
+    constexpr std::size_t kIndentOfFurtherLines = 6;
+    return FlowingLine(width_, kIndentOfFurtherLines).words(words);
+  }
 
   static std::string describeSize(const Column& widths, std::int64_t size) {
     return kIndent + padLeft(toMarkedSize(size), widths.shortly) + kIndent +
@@ -86,11 +91,7 @@ class SizeColumns {
 void writeProducts(const Plan& plan, std::size_t width, std::ostream& out) {
   writeTitle("Products: " + std::to_string(plan.products.size()), width, out);
   for (const Product& product : plan.products) {
-    std::string line = kIndent + toVisible(product.name);
-    if (product.baseCode) {
-      line.append(" (").append(toVisible(*product.baseCode)).append(")");
-    }
-    writeLine(line, width, out);
+    out << beginLine(kIndent, width).name(describeProduct(product.name, product.baseCode)) << '\n';
   }
 }
 
@@ -139,16 +140,16 @@ const char* describe(FileState state) {
 }
 
 void writeFile(const PlannedFile& file, std::size_t width, std::ostream& out) {
-  std::string line = kDeepIndent;
+  FlowingLine line = beginLine(kDeepIndent, width);
   if (file.installed) {
-    line += describe(file.installed->state);
+    line.words(describe(file.installed->state));
   }
-  line += toVisible(file.path);
+  line.name(toVisibleName(file.path));
   if (file.installed && !file.installed->detail.empty()) {
-    line += file.installed->state == FileState::kOutside ? ", leads to " : ": ";
-    line += toVisible(file.installed->detail);
+    line.words(file.installed->state == FileState::kOutside ? ", leads to " : ": ");
+    line.name(toVisible(file.installed->detail));
   }
-  writeLine(line, width, out);
+  out << line << '\n';
 }
 
 void writeCounts(const InstalledCounts& counts, std::size_t width, std::ostream& out) {
@@ -186,22 +187,22 @@ void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& 
 // The one sentence that sums up.
 void writeTotals(const Totals& totals, std::size_t width, std::ostream& out) {
   out << '\n'
-      << wrap("This fetches " + toReadableSize(totals.bytesToFetch) + ", unpacks " +
-                  toReadableSize(totals.bytesUnpacked) + " and frees " +
-                  toReadableSize(totals.bytesDeleted) + ": a net change of " +
-                  toReadableSize(totals.netChange()) + ", with a peak need of " +
-                  toReadableSize(totals.peakNeed()) + " before anything is freed.",
-              width, 0)
+      << FlowingLine(width, 0).words("This fetches " + toReadableSize(totals.bytesToFetch) +
+                                     ", unpacks " + toReadableSize(totals.bytesUnpacked) +
+                                     " and frees " + toReadableSize(totals.bytesDeleted) +
+                                     ": a net change of " + toReadableSize(totals.netChange()) +
+                                     ", with a peak need of " + toReadableSize(totals.peakNeed()) +
+                                     " before anything is freed.")
       << '\n';
 }
 
 void writeNotes(const Plan& plan, std::size_t width, std::ostream& out) {
   for (const Product& product : plan.leftOut) {
-    writeNote("The product " + toVisible(product.name) +
-                  " is not in this plan. It has the base code " +
-                  toVisible(product.baseCode.value_or(std::u16string())) +
-                  ", too, but the product data give that code to another one.",
-              width, out);
+    FlowingLine note = beginNote("The product ", width);
+    note.name(toVisibleName(product.name)).words(" is not in this plan. It has the base code ");
+    note.name(toVisibleName(product.baseCode.value_or(std::u16string())));
+    note.words(", too, but the product data give that code to another one.");
+    out << '\n' << note << '\n';
   }
   if (plan.doubtfulSizes.areAny()) {
     writeNote(describe(plan.doubtfulSizes), width, out);

@@ -31,14 +31,14 @@ void addRow(Cell name, const Totals& totals, Table& table) {
 
 std::string describeProduct(const NamedTotals& product) {
   const std::string components = count(product.totals.components, "component");
-  return product.baseCode ? toVisible(*product.baseCode) + ", " + components : components;
+  return product.baseCode ? toVisibleName(*product.baseCode) + ", " + components : components;
 }
 
 void writeProducts(const Overview& overview, std::size_t width, std::ostream& out) {
   out << '\n';
   Table table({"Products", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
   for (const NamedTotals& product : overview.largestProducts) {
-    addRow({toVisible(product.name), "  " + describeProduct(product)}, product.totals, table);
+    addRow({toVisibleName(product.name), "  " + describeProduct(product)}, product.totals, table);
   }
   // Without sums: these would count again what the products above hold, too.
   const std::size_t others = overview.products.size() - overview.largestProducts.size();
@@ -59,7 +59,7 @@ void writeLargest(const Overview& overview, std::size_t width, std::ostream& out
     out << '\n';
     Table table({"Largest components", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
     for (const NamedTotals& component : overview.largestComponents) {
-      addRow({toVisible(component.name)}, component.totals, table);
+      addRow({toVisibleName(component.name)}, component.totals, table);
     }
     table.write(width, out);
   }
@@ -67,7 +67,7 @@ void writeLargest(const Overview& overview, std::size_t width, std::ostream& out
     out << '\n';
     Table table({"Largest packages", "Action", "Size", "Unpacked"});
     for (const LargePackage& large : overview.largestPackages) {
-      table.addRow({{toVisible(large.package.key)},
+      table.addRow({{toVisibleName(large.package.key)},
                     {large.isDeleted ? "delete" : "extract"},
                     sizeCell(large.package.size),
                     large.isDeleted ? Cell() : sizeCell(large.package.uncompressedBytes)});

@@ -3,15 +3,34 @@
 #include <algorithm>
 #include <ostream>
 
-#include "DisplayWidth.h"
+#include "FlowingLine.h"
 #include "ReadableSize.h"
 #include "Text.h"
 #include "summary/DoubtfulSizes.h"
 
 namespace update_metadata_tool {
+namespace {
+
+void addRelease(const Release& release, FlowingLine& line) {
+  if (release.family.empty() && release.version.empty()) {
+    line.words("none");
+  } else {
+    line.name(toVisibleName(release.family))
+        .words(", version ")
+        .name(toVisibleName(release.version));
+  }
+}
+
+}  // namespace
 
 std::string count(std::size_t number, const std::string& thing) {
   return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
+}
+
+std::string describeProduct(const std::u16string& name,
+                            const std::optional<std::u16string>& baseCode) {
+  const std::string code = baseCode ? " (" + toVisibleName(*baseCode) + ')' : "";
+  return toVisibleName(name) + code;
 }
 
 std::string toMarkedSize(std::int64_t bytes) {
@@ -20,21 +39,34 @@ std::string toMarkedSize(std::int64_t bytes) {
 
 void writeReleases(const Contents& contents, std::size_t width, std::ostream& out) {
   constexpr std::size_t kIndent = 2;
-  const std::string target = describeRelease(contents.target) + ", update level " +
-                             std::to_string(contents.targetUpdateLevel);
-  out << wrap("Base release:   " + describeRelease(contents.base), width, kIndent) << '\n'
-      << wrap("Target release: " + target, width, kIndent) << '\n'
-      << wrap("Architecture:   " + toVisible(contents.architecture), width, kIndent) << '\n';
+  FlowingLine base(width, kIndent);
+  base.words("Base release:   ");
+  addRelease(contents.base, base);
+  FlowingLine target(width, kIndent);
+  target.words("Target release: ");
+  addRelease(contents.target, target);
+  target.words(", update level " + std::to_string(contents.targetUpdateLevel));
+  FlowingLine architecture(width, kIndent);
+  architecture.words("Architecture:   ").name(toVisibleName(contents.architecture));
+  out << base << '\n' << target << '\n' << architecture << '\n';
 }
 
-void writeLine(const std::string& line, std::size_t width, std::ostream& out) {
+FlowingLine beginLine(const std::string& words, std::size_t width) {
   constexpr std::size_t kIndent = 4;
-  const std::size_t blanks = std::min(line.find_first_not_of(' '), line.size());
-  out << wrap(line, width, blanks + kIndent) << '\n';
+  const std::size_t blanks = std::min(words.find_first_not_of(' '), words.size());
+  return FlowingLine(width, blanks + kIndent).words(words);
 }
 
-void writeNote(const std::string& note, std::size_t width, std::ostream& out) {
-  out << '\n' << wrap("Note: " + note, width, 0) << '\n';
+FlowingLine beginNote(const std::string& words, std::size_t width) {
+  return FlowingLine(width, 0).words("Note: " + words);
+}
+
+void writeLine(const std::string& words, std::size_t width, std::ostream& out) {
+  out << beginLine(words, width) << '\n';
+}
+
+void writeNote(const std::string& words, std::size_t width, std::ostream& out) {
+  out << '\n' << beginNote(words, width) << '\n';
 }
 
 }  // namespace update_metadata_tool

@@ -3,14 +3,20 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
+#include "FlowingLine.h"
 #include "summary/Contents.h"
 
 namespace update_metadata_tool {
 
 /// "1 package", "2 packages".
 std::string count(std::size_t number, const std::string& thing);
+
+/// A product's name, with its base code in parentheses if there is one.
+std::string describeProduct(const std::u16string& name,
+                            const std::optional<std::u16string>& baseCode);
 
 /// A size in as little room as possible, with the mark in front if it is doubtful.
 std::string toMarkedSize(std::int64_t bytes);
@@ -19,11 +25,17 @@ std::string toMarkedSize(std::int64_t bytes);
 /// at most `width` columns.
 void writeReleases(const Contents& contents, std::size_t width, std::ostream& out);
 
-/// Writes a line that begins with blanks or none. What has no room in `width` columns goes on in
-/// further lines, which are indented by four blanks more.
-void writeLine(const std::string& line, std::size_t width, std::ostream& out);
+/// A line of at most `width` columns whose words begin with blanks or none. Further lines are
+/// indented by four blanks more.
+FlowingLine beginLine(const std::string& words, std::size_t width);
 
-/// Writes an empty line and a note, in lines of at most `width` columns.
-void writeNote(const std::string& note, std::size_t width, std::ostream& out);
+/// A note in lines of at most `width` columns.
+FlowingLine beginNote(const std::string& words, std::size_t width);
+
+/// Writes a line as above that holds no names.
+void writeLine(const std::string& words, std::size_t width, std::ostream& out);
+
+/// Writes an empty line and a note as above that holds no names.
+void writeNote(const std::string& words, std::size_t width, std::ostream& out);
 
 }  // namespace update_metadata_tool
