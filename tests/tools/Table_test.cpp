@@ -14,9 +14,10 @@ const std::string kEllipsis = "\xE2\x80\xA6";
 const std::string kIdeograph = "\xE4\xB8\x80";  // two columns
 
 Table makeTable() {
-  Table table({"Name", "Count", "Size"});
-  table.addRow({{"a rather long name", "  with a line below"}, {"1"}, {"1.0 KiB", "1024"}});
-  table.addRow({{kIdeograph}, {"12345"}, {}});
+  Table table("Name", {"Count", "Size"});
+  table.addRow({{"a rather long name"}, {"code-of-many-letters", ", 1 item"}},
+               {{"1"}, {"1.0 KiB", "1024"}});
+  table.addRow({{kIdeograph}}, {{"12345"}, {}});
   return table;
 }
 
@@ -43,15 +44,15 @@ TEST_P(WrittenTables, KeepToTheWidth) {
 }
 
 const std::string kWhole =
-    "Name                 Count     Size\n"
-    "a rather long name       1  1.0 KiB\n"
-    "  with a line below            1024\n" +
-    kIdeograph + "                   12345\n";
+    "Name                            Count     Size\n"
+    "a rather long name                  1  1.0 KiB\n"
+    "  code-of-many-letters, 1 item            1024\n" +
+    kIdeograph + "                              12345\n";
 
 const std::string kOneBelowTheOther =
     "Name\n"
     "  a rather long name\n"
-    "    with a line below\n"
+    "    code-of-many-letters, 1 item\n"
     "    Count        1\n"
     "    Size   1.0 KiB  1024\n"
     "  " +
@@ -61,26 +62,27 @@ const std::string kOneBelowTheOther =
 
 const WrittenTable kWrittenTables[] = {
     {"Wide", 200, kWhole},
-    {"JustWideEnough", 35, kWhole},
-    {"NamesCut", 34,
-     "Name                Count     Size\n"
-     "a rather long name      1  1.0 KiB\n"
-     "  with a " +
-         kEllipsis + "ne below            1024\n" + kIdeograph + "                  12345\n"},
-    {"NamesCutAsFarAsIsUseful", 32,
-     "Name              Count     Size\n"
-     "a rather" +
-         kEllipsis +
-         "ng name      1  1.0 KiB\n"
-         "  with a" +
-         kEllipsis + "e below            1024\n" + kIdeograph + "                12345\n"},
-    {"TooNarrowForColumns", 31, kOneBelowTheOther},
+    {"JustWideEnough", 46, kWhole},
+    {"NamesCut", 45,
+     "Name                           Count     Size\n"
+     "a rather long name                 1  1.0 KiB\n"
+     "  code-of-m" +
+         kEllipsis + "y-letters, 1 item            1024\n" + kIdeograph +
+         "                             12345\n"},
+    {"NamesCutAsFarAsIsUseful", 42,
+     "Name                        Count     Size\n"
+     "a rather long name              1  1.0 KiB\n"
+     "  code-of-" +
+         kEllipsis + "letters, 1 item            1024\n" + kIdeograph +
+         "                          12345\n"},
+    {"TooNarrowForColumns", 41, kOneBelowTheOther},
     {"NarrowerStill", 20,
      "Name\n"
      "  a rather long name\n"
-     "    with a " +
+     "    code-of" +
          kEllipsis +
-         "ne below\n"
+         "letters,\n"
+         "      1 item\n"
          "    Count        1\n"
          "    Size   1.0 KiB\n"
          "      1024\n"
@@ -92,9 +94,9 @@ INSTANTIATE_TEST_SUITE_P(Widths, WrittenTables, ::testing::ValuesIn(kWrittenTabl
 
 TEST(Table, LeavesOneVeryLongNameOutOfTheColumns) {
   const std::string longName(150, 'x');
-  Table table({"Name", "Size"});
-  table.addRow({{longName}, {"1"}});
-  table.addRow({{"short"}, {"2"}});
+  Table table("Name", {"Size"});
+  table.addRow({{longName}}, {{"1"}});
+  table.addRow({{"short"}}, {{"2"}});
   EXPECT_EQ(written(table, 1000), "Name" + std::string(98, ' ') + "Size\n" + longName +
                                       "     1\n"
                                       "short" +
@@ -102,8 +104,8 @@ TEST(Table, LeavesOneVeryLongNameOutOfTheColumns) {
 }
 
 TEST(Table, PutsNumbersBelowEachOtherIfTwoHaveNoRoom) {
-  Table table({"Name", "Size"});
-  table.addRow({{"long-name"}, {"-8.0 EiB", "-9223372036854775808"}});
+  Table table("Name", {"Size"});
+  table.addRow({{"long-name"}}, {{"-8.0 EiB", "-9223372036854775808"}});
   EXPECT_EQ(written(table, 30),
             "Name\n"
             "  long-name\n"
@@ -111,8 +113,32 @@ TEST(Table, PutsNumbersBelowEachOtherIfTwoHaveNoRoom) {
             "      -9223372036854775808\n");
 }
 
+TEST(Table, CutsNoWordsAndNoHeading) {
+  Table table("Quite a long heading", {"Size"});
+  table.addRow({{"", "and 1234 more of them"}}, {{}});
+  EXPECT_EQ(written(table, 27),
+            "Quite a long heading   Size\n"
+            "and 1234 more of them\n");
+  EXPECT_EQ(written(table, 26),
+            "Quite a long heading\n"
+            "  and 1234 more of them\n");
+  EXPECT_EQ(written(table, 20),
+            "Quite a long heading\n"
+            "  and 1234 more of\n"
+            "    them\n");
+  Table words("Quite a long heading", {"Size"});
+  words.addRow({{"x", ""}}, {{"1"}});
+  EXPECT_EQ(written(words, 26),
+            "Quite a long heading  Size\n"
+            "x                        1\n");
+  EXPECT_EQ(written(words, 25),
+            "Quite a long heading\n"
+            "  x\n"
+            "    Size  1\n");
+}
+
 TEST(Table, WritesNothingWithoutRows) {
-  EXPECT_EQ(written(Table({"Name", "Size"}), 80), "");
+  EXPECT_EQ(written(Table("Name", {"Size"}), 80), "");
 }
 
 }  // namespace

@@ -336,6 +336,7 @@ TEST(WhatIsShown, LeavesOutTheSmallerProductsForPeopleOnly) {
             "  7 components                              28         0        0\n");
   EXPECT_THAT(productsOf({"--top=6"}), HasSubstr("\nand 1 more product\n"));
   EXPECT_THAT(productsOf({"--top=7"}), Not(HasSubstr("more product")));
+  EXPECT_THAT(productsOf({"--top=0"}), HasSubstr("  Deleted\n7 products\nIn all "));
   const Json shown = Json::parse(show(document.json(), {"--top=2", "--format=json"}).out);
   EXPECT_EQ(shown["products"].size(), 7);
 }
@@ -352,10 +353,10 @@ TEST(WhatIsShown, LeavesOutTheLargestOnesOnDemand) {
             "Target release: New, version 2, update level 3\n"
             "Architecture:   x86_64\n"
             "\n"
-            "Products            Delete  Extract  To fetch  Unpacked  Deleted\n"
-            "and 1 more product\n"
-            "In all                   0        1       1 B       2 B      0 B\n"
-            "  1 component                               1         2        0\n"
+            "Products       Delete  Extract  To fetch  Unpacked  Deleted\n"
+            "1 product\n"
+            "In all              0        1       1 B       2 B      0 B\n"
+            "  1 component                          1         2        0\n"
             "Files to delete: 0\n");
 }
 

@@ -20,32 +20,49 @@ Cell sizeCell(std::int64_t bytes) {
   return {toMarkedSize(bytes), std::to_string(bytes)};
 }
 
-void addRow(Cell name, const Totals& totals, Table& table) {
-  table.addRow({std::move(name),
-                {std::to_string(totals.packagesToDelete)},
-                {std::to_string(totals.packagesToExtract)},
-                sizeCell(totals.bytesToFetch),
-                sizeCell(totals.bytesUnpacked),
-                sizeCell(totals.bytesDeleted)});
+// A table of names with totals.
+Table makeTable(const std::string& heading) {
+  return {heading, {"Delete", "Extract", "To fetch", "Unpacked", "Deleted"}};
 }
 
-std::string describeProduct(const NamedTotals& product) {
-  const std::string components = count(product.totals.components, "component");
-  return product.baseCode ? toVisibleName(*product.baseCode) + ", " + components : components;
+void addRow(RowName name, const Totals& totals, Table& table) {
+  table.addRow(std::move(name), {{std::to_string(totals.packagesToDelete)},
+                                 {std::to_string(totals.packagesToExtract)},
+                                 sizeCell(totals.bytesToFetch),
+                                 sizeCell(totals.bytesUnpacked),
+                                 sizeCell(totals.bytesDeleted)});
+}
+
+Label describeComponents(const Totals& totals) {
+  return {"", count(totals.components, "component")};
+}
+
+RowName describeProduct(const NamedTotals& product) {
+  Label below = describeComponents(product.totals);
+  if (product.baseCode) {
+    below = {toVisibleName(*product.baseCode), ", " + below.words};
+  }
+  return {{toVisibleName(product.name)}, std::move(below)};
+}
+
+// "and 3 more products", or "3 products" if none is told.
+std::string describeOthers(std::size_t others, std::size_t told) {
+  return told == 0 ? count(others, "product") : "and " + count(others, "more product");
 }
 
 void writeProducts(const Overview& overview, std::size_t width, std::ostream& out) {
   out << '\n';
-  Table table({"Products", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
+  Table table = makeTable("Products");
   for (const NamedTotals& product : overview.largestProducts) {
-    addRow({toVisibleName(product.name), "  " + describeProduct(product)}, product.totals, table);
+    addRow(describeProduct(product), product.totals, table);
   }
   // Without sums: these would count again what the products above hold, too.
-  const std::size_t others = overview.products.size() - overview.largestProducts.size();
+  const std::size_t told = overview.largestProducts.size();
+  const std::size_t others = overview.products.size() - told;
   if (others != 0) {
-    table.addRow({{"and " + count(others, "more product")}, {}, {}, {}, {}, {}});
+    table.addRow({{"", describeOthers(others, told)}}, {{}, {}, {}, {}, {}});
   }
-  addRow({"In all", "  " + count(overview.totals.components, "component")}, overview.totals, table);
+  addRow({{"", "In all"}, describeComponents(overview.totals)}, overview.totals, table);
   table.write(width, out);
   std::string files = "Files to delete: " + std::to_string(overview.filesToDelete);
   if (overview.packagesWithFiles != 0) {
@@ -57,18 +74,18 @@ void writeProducts(const Overview& overview, std::size_t width, std::ostream& ou
 void writeLargest(const Overview& overview, std::size_t width, std::ostream& out) {
   if (!overview.largestComponents.empty()) {
     out << '\n';
-    Table table({"Largest components", "Delete", "Extract", "To fetch", "Unpacked", "Deleted"});
+    Table table = makeTable("Largest components");
     for (const NamedTotals& component : overview.largestComponents) {
-      addRow({toVisibleName(component.name)}, component.totals, table);
+      addRow({{toVisibleName(component.name)}}, component.totals, table);
     }
     table.write(width, out);
   }
   if (!overview.largestPackages.empty()) {
     out << '\n';
-    Table table({"Largest packages", "Action", "Size", "Unpacked"});
+    Table table("Largest packages", {"Action", "Size", "Unpacked"});
     for (const LargePackage& large : overview.largestPackages) {
-      table.addRow({{toVisibleName(large.package.key)},
-                    {large.isDeleted ? "delete" : "extract"},
+      table.addRow({{toVisibleName(large.package.key)}},
+                   {{large.isDeleted ? "delete" : "extract"},
                     sizeCell(large.package.size),
                     large.isDeleted ? Cell() : sizeCell(large.package.uncompressedBytes)});
     }
