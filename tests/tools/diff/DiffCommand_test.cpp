@@ -437,11 +437,61 @@ TEST(DiffOfDoubtfulSizes, MarksThemAndCountsThemForEachDocument) {
           "not fit into 64 bits and was taken for -9223372036854775808. Sums take sizes as they "
           "stand.\n");
   const ToolRun same = runTool({"diff", "negative.json", "negative.json"}, around);
-  EXPECT_EQ(same, (ToolRun{kSame,
-                           "Both documents say the same.\n\n"
-                           "Note: In the old" +
-                               negatives + "\nNote: In the new" + negatives,
-                           ""}));
+  EXPECT_EQ(same, (ToolRun{kSame, "Both documents say the same.\n", ""}));
+}
+
+TEST(DiffOfDoubtfulSizes, ExplainsTheMarkOnlyOfTheDocumentWhereItIsShown) {
+  const TemporaryFolder folder;
+  test_support::PlainDocument document = makeDoubtfulDocument(-5);
+  folder.writeFile("old.json", document.json());
+  document.components["d"] = {{}, {{"other", {3, 0}}}};
+  document.products["P"].toExtract.push_back("d");
+  folder.writeFile("more.json", document.json());
+  document.components["c"].toExtract["p"].size = 7;  // its other size is doubtful and stays
+  document.componentsWithFiles["c"]["kept"].size = 4;
+  folder.writeFile("other.json", document.json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  const auto notesOf = [&](const char* recent) {
+    const std::string text = runTool({"diff", "old.json", recent}, around).out;
+    return text.substr(text.find("\nNote: "));
+  };
+  const auto note = [](const std::string& beginning, const std::string& packages) {
+    return "\nNote: " + beginning + " doubtful sizes: " + packages +
+           " packages with a negative size. Sums take sizes as they stand.\n";
+  };
+  EXPECT_EQ(notesOf("more.json"), note("In the old document, there are", "3") +
+                                      note("In the new document, there are", "3"));
+  EXPECT_EQ(notesOf("other.json"), note("In the old document, '!' marks", "3") +
+                                       note("In the new document, there are", "2"));
+}
+
+TEST(DiffForPeople, TellsDifferencesBeyondSixtyFourBitsByTheirDirection) {
+  constexpr std::int64_t kVast = 9'000'000'000'000'000'000;
+  test_support::PlainDocument document;
+  document.components["c"] = {{}, {{"a", {kVast, 0}}, {"b", {kVast, 0}}}};
+  document.products["P"] = {{}, {"c"}};
+  const TemporaryFolder folder;
+  folder.writeFile("none.json", test_support::PlainDocument().json());
+  folder.writeFile("vast.json", document.json());
+  ToolSurroundings around;
+  around.folder = folder.nativePath();
+  const std::string bound = " by more than 9223372036854775807 bytes (8.0 EiB)";
+  const auto diff = [&](const char* old, const char* recent) {
+    return runTool({"diff", old, recent, "--fail-if-larger=1"}, around).out;
+  };
+  EXPECT_THAT(
+      diff("none.json", "vast.json"),
+      AllOf(
+          HasSubstr("  to fetch: 0 bytes -> more than 9223372036854775807 bytes (8.0 EiB), up" +
+                    bound + '\n'),
+          HasSubstr("Growth of the bytes to fetch: up" + bound + "; allowed: 1 byte; too much\n")));
+  EXPECT_THAT(
+      diff("vast.json", "none.json"),
+      AllOf(HasSubstr("  to fetch: more than 9223372036854775807 bytes (8.0 EiB) -> 0 bytes, down" +
+                      bound + '\n'),
+            HasSubstr("Growth of the bytes to fetch: down" + bound +
+                      "; allowed: 1 byte; within the limit\n")));
 }
 
 TEST(DiffOfDoubtfulSizes, CountsThemForPrograms) {

@@ -242,7 +242,7 @@ PlainDocument makeDoubtfulDocument() {
   return document;
 }
 
-TEST(ShownForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
+TEST(ShownForPeople, CountsDoubtfulSizesAndSaysWhereASumDoesNotFit) {
   EXPECT_EQ(show(makeDoubtfulDocument().json(), {"--top", "3"}).out,
             "Base release:   Old, version 1\n"
             "Target release: New, version 2, update level 3\n"
@@ -269,15 +269,17 @@ TEST(ShownForPeople, MarksDoubtfulSizesAndSaysWhereASumDoesNotFit) {
             "d_huge three           extract              7.8 EiB       3 B\n"
             "                                9000000000000000000         3\n"
             "\n"
-            "Note: '!' marks doubtful sizes: 1 package with a negative size, 1 package with a\n"
-            "size that does not fit into 64 bits and was taken for -9223372036854775808. Sums\n"
-            "take sizes as they stand.\n");
+            "Note: In this document, there are doubtful sizes: 1 package with a negative\n"
+            "size, 1 package with a size that does not fit into 64 bits and was taken for\n"
+            "-9223372036854775808. Sums take sizes as they stand.\n");
 }
 
-TEST(ShownForPeople, PutsTheMarkInFrontOfTheSize) {
+TEST(ShownForPeople, PutsTheMarkInFrontOfTheSizeAndExplainsIt) {
   EXPECT_THAT(
       show(makeDoubtfulDocument().json(), {"--top", "9"}).out,
-      AllOf(HasSubstr("c<U+001B>[2J_old          delete                ! -5 B\n"
+      AllOf(HasSubstr(
+                "\nNote: In this document, '!' marks doubtful sizes: 1 package with a negative"),
+            HasSubstr("c<U+001B>[2J_old          delete                ! -5 B\n"
                       "                                                    -5\n"),
             HasSubstr("c<U+001B>[2J_impossible  extract            ! -8.0 EiB       1 B\n"
                       "                                  -9223372036854775808         1\n")));

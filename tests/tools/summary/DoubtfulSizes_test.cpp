@@ -32,6 +32,8 @@ TEST(DoubtfulSizes, AreDescribedByTheKindsThatThereAre) {
       " with a size that does not fit into 64 bits and was taken for -9223372036854775808";
   EXPECT_EQ(describe({1, 0}), beginning + "1 package with a negative size" + end);
   EXPECT_EQ(describe({0, 2}), beginning + "2 packages" + truncated + end);
+  EXPECT_EQ(describe({1, 0}, false),
+            "there are doubtful sizes: 1 package with a negative size" + end);
   EXPECT_EQ(describe({2, 1}),
             beginning + "2 packages with a negative size, 1 package" + truncated + end);
 }

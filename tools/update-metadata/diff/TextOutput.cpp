@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -31,8 +33,13 @@ char markOf(Change change) {
 
 // --- both sides of a number -----------------------------------------------------------------
 
-// With its sign: "+17 bytes", "-1536 bytes (-1.5 KiB)", "0 bytes".
+// With its sign: "+17 bytes", "-1536 bytes (-1.5 KiB)", "0 bytes". One that does not fit into 64
+// bits is told by the bound that it passes: "up by more than 9223372036854775807 bytes (8.0 EiB)".
 std::string describeDifference(const ByteSum& difference) {
+  if (!difference.value()) {
+    return std::string(difference.isNegative() ? "down" : "up") + " by more than " +
+           toReadableSize(std::numeric_limits<std::int64_t>::max());
+  }
   return (ByteSum() < difference ? "+" : "") + toReadableSize(difference);
 }
 
@@ -55,10 +62,29 @@ Measure measure(const char* name, std::int64_t before, std::int64_t after) {
   return {name, ByteSum(before), ByteSum(after), false};
 }
 
+std::vector<Measure> measurePackageToExtract(const PackageChange& package) {
+  const PackageSizes before = package.before.value_or(PackageSizes());
+  const PackageSizes after = package.after.value_or(PackageSizes());
+  return {measure("to fetch", before.size, after.size),
+          measure("unpacked", before.uncompressedBytes, after.uncompressedBytes)};
+}
+
+std::vector<Measure> measurePackageToDelete(const PackageChange& package) {
+  return {measure("deleted", package.before.value_or(PackageSizes()).size,
+                  package.after.value_or(PackageSizes()).size)};
+}
+
+Measure measurePackageWithFiles(const FilesChange& package) {
+  return measure("size", package.before.value_or(0), package.after.value_or(0));
+}
+
+bool isMarked(const Measure& measure, ByteSum Measure::*side) {
+  const std::optional<std::int64_t> bytes = (measure.*side).value();
+  return !measure.isSum && bytes && isDoubtful(*bytes);
+}
+
 std::string describeSide(const Measure& measure, ByteSum Measure::*side) {
-  const ByteSum& bytes = measure.*side;
-  const bool isMarked = !measure.isSum && bytes.value() && isDoubtful(*bytes.value());
-  return (isMarked ? kDoubtMark : "") + toReadableSize(bytes);
+  return (isMarked(measure, side) ? kDoubtMark : "") + toReadableSize(measure.*side);
 }
 
 std::string describeSides(const Measure& measure) {
@@ -216,12 +242,7 @@ void writePackagesToExtract(const std::vector<PackageChange>& packages, std::siz
                             std::ostream& out) {
   writeHeading("Packages to extract", packages, width, out);
   for (const PackageChange& package : packages) {
-    const PackageSizes before = package.before.value_or(PackageSizes());
-    const PackageSizes after = package.after.value_or(PackageSizes());
-    writeItem(package, toVisibleName(package.key),
-              {measure("to fetch", before.size, after.size),
-               measure("unpacked", before.uncompressedBytes, after.uncompressedBytes)},
-              width, out);
+    writeItem(package, toVisibleName(package.key), measurePackageToExtract(package), width, out);
   }
 }
 
@@ -229,10 +250,7 @@ void writePackagesToDelete(const std::vector<PackageChange>& packages, std::size
                            std::ostream& out) {
   writeHeading("Packages to delete", packages, width, out);
   for (const PackageChange& package : packages) {
-    writeItem(package, toVisibleName(package.key),
-              {measure("deleted", package.before.value_or(PackageSizes()).size,
-                       package.after.value_or(PackageSizes()).size)},
-              width, out);
+    writeItem(package, toVisibleName(package.key), measurePackageToDelete(package), width, out);
   }
 }
 
@@ -251,7 +269,7 @@ void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std
   for (const FilesChange& package : packages) {
     const std::size_t added = package.files.added.size();
     const std::size_t removed = package.files.removed.size();
-    const Measure size = measure("size", package.before.value_or(0), package.after.value_or(0));
+    const Measure size = measurePackageWithFiles(package);
     FlowingLine line = beginFiles(package, width);
     if (changeOf(package) != Change::kChanged) {
       line.words(count(added + removed, "file") + "; size ");
@@ -277,11 +295,41 @@ void writeDifference(const Difference& difference, std::size_t width, std::ostre
   writeFiles(difference.packagesWithFiles, width, out);
 }
 
-void writeDoubts(const std::string& document, const DoubtfulSizes& sizes, std::size_t width,
-                 std::ostream& out) {
+// Tells whether a size is shown with the mark, of the old document or of the new one.
+bool isOneMarked(const Difference& difference, ByteSum Measure::*side) {
+  const auto isShownMarked = [side](const Measure& measure) {
+    return measure.before != measure.after && isMarked(measure, side);
+  };
+  const auto isAmong = [&](const std::vector<Measure>& measures) {
+    return std::any_of(measures.begin(), measures.end(), isShownMarked);
+  };
+  const auto isIn = [](const auto& items, auto isMarkedIn) {
+    return std::any_of(items.begin(), items.end(), isMarkedIn);
+  };
+  return isIn(difference.packagesToExtract,
+              [&](const PackageChange& package) {
+                return isAmong(measurePackageToExtract(package));
+              }) ||
+         isIn(difference.packagesToDelete,
+              [&](const PackageChange& package) {
+                return isAmong(measurePackageToDelete(package));
+              }) ||
+         isIn(difference.packagesWithFiles, [&](const FilesChange& package) {
+           return isShownMarked(measurePackageWithFiles(package));
+         });
+}
+
+void writeDoubts(const std::string& document, const DoubtfulSizes& sizes, bool areMarked,
+                 std::size_t width, std::ostream& out) {
   if (sizes.areAny()) {
-    writeNote("In the " + document + " document, " + describe(sizes), width, out);
+    writeNote("In the " + document + " document, " + describe(sizes, areMarked), width, out);
   }
+}
+
+void writeNotes(const Difference& difference, std::size_t width, std::ostream& out) {
+  const Sides<DoubtfulSizes>& sizes = difference.doubtfulSizes;
+  writeDoubts("old", sizes.before, isOneMarked(difference, &Measure::before), width, out);
+  writeDoubts("new", sizes.after, isOneMarked(difference, &Measure::after), width, out);
 }
 
 void writeGrowth(const Growth& growth, std::size_t width, std::ostream& out) {
@@ -300,9 +348,8 @@ void writeText(const Difference& difference, const std::optional<Growth>& growth
     writeLine("Both documents say the same.", width, out);
   } else {
     writeDifference(difference, width, out);
+    writeNotes(difference, width, out);
   }
-  writeDoubts("old", difference.doubtfulSizes.before, width, out);
-  writeDoubts("new", difference.doubtfulSizes.after, width, out);
   if (growth) {
     writeGrowth(*growth, width, out);
   }

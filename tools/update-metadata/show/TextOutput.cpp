@@ -1,11 +1,13 @@
 #include "show/TextOutput.h"
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 #include <utility>
 
 #include "Table.h"
 #include "Text.h"
+#include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
 
@@ -106,6 +108,11 @@ std::string describeShared(const Overview& overview) {
   return text;
 }
 
+bool isOneMarked(const Overview& overview) {
+  return std::any_of(overview.largestPackages.begin(), overview.largestPackages.end(),
+                     [](const LargePackage& large) { return isDoubtful(large.package); });
+}
+
 // Says what the reader of the tables cannot see from them.
 void writeNotes(const Overview& overview, std::size_t width, std::ostream& out) {
   const std::string shared = describeShared(overview);
@@ -113,7 +120,8 @@ void writeNotes(const Overview& overview, std::size_t width, std::ostream& out) 
     writeNote("Several products name " + shared + ": in all, each counts once.", width, out);
   }
   if (overview.doubtfulSizes.areAny()) {
-    writeNote(describe(overview.doubtfulSizes), width, out);
+    const std::string doubts = describe(overview.doubtfulSizes, isOneMarked(overview));
+    writeNote("In this document, " + doubts, width, out);
   }
 }
 

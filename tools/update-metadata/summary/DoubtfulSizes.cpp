@@ -45,8 +45,8 @@ DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& sele
   return sizes;
 }
 
-std::string describe(const DoubtfulSizes& sizes) {
-  std::string text = "'!' marks doubtful sizes: ";
+std::string describe(const DoubtfulSizes& sizes, bool areMarked) {
+  std::string text = areMarked ? "'!' marks doubtful sizes: " : "there are doubtful sizes: ";
   if (sizes.negative != 0) {
     text += countPackages(sizes.negative) + " with a negative size";
   }

@@ -33,9 +33,10 @@ DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& sele
 /// The mark in front of a doubtful size.
 constexpr const char* kDoubtMark = "! ";
 
-/// Says what the mark means and how many packages it is about, for people, in one line.
+/// Says how many packages have such sizes, for people, in one line.
 ///
+/// \param areMarked  whether one of them is shown, so that the mark has to be explained
 /// \pre sizes.areAny()
-std::string describe(const DoubtfulSizes& sizes);
+std::string describe(const DoubtfulSizes& sizes, bool areMarked = true);
 
 }  // namespace update_metadata_tool
