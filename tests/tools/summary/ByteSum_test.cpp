@@ -87,14 +87,12 @@ TEST(ByteSum, OrdersLikeTheNumbers) {
   }
 }
 
-TEST(ByteSum, MayBeAddedToAndTakenFromItself) {
+TEST(ByteSum, MayBeAddedToItself) {
   ByteSum sum(kMax);
   sum += sum;
   EXPECT_EQ(sum, sumOf({kMax, kMax}));
   sum += sum;
   EXPECT_EQ(sum, sumOf({kMax, kMax, kMax, kMax}));
-  sum -= sum;
-  EXPECT_EQ(sum, ByteSum());
 }
 
 TEST(ByteSum, TellsItsSignAlsoWhenItDoesNotFit) {
