@@ -101,24 +101,32 @@ constexpr std::size_t kMostChanges = 4;
 constexpr std::size_t kMostRepeats = 12;
 constexpr std::size_t kMostNodes = 3000;
 
+// The trees are kept: taking texts apart is most of what a change costs.
 class Mutator {
  public:
-  Mutator(DocumentTree& root, unsigned seed) : root_(root), random_(seed * 2654435761U + 1) {}
-
-  void change(const DocumentTree* donor) {
+  // A change of `text`, of which parts may come from `donor`.
+  std::string change(std::string_view text, std::optional<std::string_view> donor, unsigned seed) {
+    random_.seed(seed * 2654435761U + 1);
+    if (!tree_.takeApart(text)) {
+      tree_.takeApart(kPlainDocument);
+    }
+    const bool hasDonor = donor && donor_.takeApart(*donor);
     for (std::size_t left = 1 + below(kMostChanges); left != 0; --left) {
       gather();
-      if (nodes_.size() < kMostNodes) {
-        changeOnce(donor);
+      if (places_.size() < kMostNodes) {
+        changeOnce(hasDonor);
       }
     }
+    return tree_.putTogether();
   }
 
  private:
+  using Node = DocumentTree::Node;
+
   // A node with where it hangs; the root hangs nowhere.
   struct Place {
-    DocumentTree* parent;
-    DocumentTree* node;
+    Node parent;
+    Node node;
   };
 
   std::size_t below(std::size_t limit) { return random_() % limit; }
@@ -129,33 +137,35 @@ class Mutator {
   }
 
   void gather() {
-    nodes_.assign(1, Place{nullptr, &root_});
-    for (std::size_t i = 0; i < nodes_.size(); ++i) {
-      DocumentTree* const node = nodes_[i].node;
-      for (DocumentTree& part : node->parts) {
-        nodes_.push_back({node, &part});
+    places_.assign(1, Place{DocumentTree::kNone, DocumentTree::kRoot});
+    for (std::size_t i = 0; i < places_.size(); ++i) {
+      const Node node = places_[i].node;
+      for (Node part = tree_.firstPart(node); part != DocumentTree::kNone;
+           part = tree_.nextPart(part)) {
+        places_.push_back({node, part});
       }
     }
   }
 
-  void changeOnce(const DocumentTree* donor) {
-    const Place place = nodes_[below(nodes_.size())];
-    switch (below(donor != nullptr ? 12 : 10)) {
+  Place somePlace() { return places_[below(places_.size())]; }
+
+  void changeOnce(bool hasDonor) {
+    const Place place = somePlace();
+    const Node node = place.node;
+    switch (below(hasDonor ? 12 : 10)) {
       case 0:
-        setValue(*place.node, *fuzz::takeApart(oneOf(kScalars)));
+        tree_.setValue(node, someScalar());
         break;
       case 1:
-        changeBytes(place.node->token);
+        tree_.setToken(node, withChangedBytes(tree_.token(node)));
         break;
       case 2:
-        if (!place.node->key.empty()) {
-          place.node->key = below(4) == 0 ? someKey() : std::string(oneOf(kKeys));
+        if (!tree_.key(node).empty()) {
+          tree_.setKey(node, below(4) == 0 ? someKey() : oneOf(kKeys));
         }
         break;
       case 3:
-        if (!place.node->key.empty()) {
-          changeBytes(place.node->key);
-        }
+        tree_.setKey(node, withChangedBytes(tree_.key(node)));
         break;
       case 4:
         drop(place);
@@ -164,111 +174,114 @@ class Mutator {
         repeat(place);
         break;
       case 6:
-        addTo(*place.node, *fuzz::takeApart(oneOf(kScalars)));
+        addTo(node, someScalar());
         break;
       case 7:
-        std::reverse(place.node->parts.begin(), place.node->parts.end());
+        tree_.reverseParts(node);
         break;
       case 8:
-        setValue(*place.node, DocumentTree(*nodes_[below(nodes_.size())].node));
+        tree_.setValue(node, tree_.copyOf(tree_, somePlace().node));
         break;
       case 9:
-        addTo(*place.node, DocumentTree(*nodes_[below(nodes_.size())].node));
+        addTo(node, tree_.copyOf(tree_, somePlace().node));
         break;
       case 10:
-        setValue(*place.node, partOf(*donor));
+        tree_.setValue(node, tree_.copyOf(donor_, someNodeOfDonor()));
         break;
       default:
-        addTo(*place.node, partOf(*donor));
+        addTo(node, tree_.copyOf(donor_, someNodeOfDonor()));
         break;
     }
+  }
+
+  Node someScalar() {
+    fresh_.takeApart(oneOf(kScalars));
+    return tree_.copyOf(fresh_, DocumentTree::kRoot);
   }
 
   // The key of some member of the document.
-  std::string someKey() {
-    const std::string& key = nodes_[below(nodes_.size())].node->key;
-    return key.empty() ? std::string(oneOf(kKeys)) : key;
+  std::string_view someKey() {
+    const std::string_view key = tree_.key(somePlace().node);
+    return key.empty() ? oneOf(kKeys) : key;
   }
 
-  DocumentTree partOf(const DocumentTree& tree) {
-    const DocumentTree* part = &tree;
-    while (!part->parts.empty() && below(3) != 0) {
-      part = &part->parts[below(part->parts.size())];
+  Node someNodeOfDonor() {
+    Node node = DocumentTree::kRoot;
+    while (donor_.firstPart(node) != DocumentTree::kNone && below(3) != 0) {
+      const std::size_t place = below(donor_.countParts(node));
+      node = donor_.firstPart(node);
+      for (std::size_t left = place; left != 0; --left) {
+        node = donor_.nextPart(node);
+      }
     }
-    return *part;
+    return node;
   }
 
-  // `value` is a copy: it may have hung above the node or below it.
-  static void setValue(DocumentTree& node, DocumentTree value) {
-    value.key = std::move(node.key);
-    node = std::move(value);
-  }
-
-  void addTo(DocumentTree& node, DocumentTree part) {
-    if (!node.isContainer()) {
+  void addTo(Node container, Node part) {
+    if (!tree_.isContainer(container)) {
       return;
     }
-    if (!node.isObject()) {
-      part.key.clear();
-    } else if (part.key.empty() || below(2) == 0) {
-      part.key = someKey();
+    if (!tree_.isObject(container)) {
+      tree_.setKey(part, {});
+    } else if (tree_.key(part).empty() || below(2) == 0) {
+      tree_.setKey(part, someKey());
     }
-    const auto place = static_cast<std::ptrdiff_t>(below(node.parts.size() + 1));
-    node.parts.insert(node.parts.begin() + place, std::move(part));
+    tree_.insertPart(container, below(tree_.countParts(container) + 1), part);
   }
 
   void drop(const Place& place) {
-    if (place.parent != nullptr) {
-      place.parent->parts.erase(place.parent->parts.begin() +
-                                (place.node - &place.parent->parts[0]));
+    if (place.parent != DocumentTree::kNone) {
+      tree_.dropPart(place.parent, place.node);
     }
   }
 
   void repeat(const Place& place) {
-    if (place.parent == nullptr) {
+    if (place.parent == DocumentTree::kNone) {
       return;
     }
-    DocumentTree copy = *place.node;
-    const bool renames = !copy.key.empty() && below(2) == 0;
+    std::string key(tree_.key(place.node));
+    const bool renames = !key.empty() && below(2) == 0;
+    const std::size_t count = tree_.countParts(place.parent);
     for (std::size_t left = 1 + below(kMostRepeats); left != 0; --left) {
+      const Node copy = tree_.copyOf(tree_, place.node);
       if (renames) {
-        copy.key.insert(copy.key.size() - 1, 1, static_cast<char>('a' + below(4)));
+        key.insert(key.size() - 1, 1, static_cast<char>('a' + below(4)));
+        tree_.setKey(copy, tree_.keep(key));
       }
-      place.parent->parts.push_back(copy);
+      tree_.insertPart(place.parent, count, copy);
     }
   }
 
   // Changes single bytes; those of a string between its quotation marks.
-  void changeBytes(std::string& token) {
+  std::string_view withChangedBytes(std::string_view token) {
     if (token.empty() || token == "{" || token == "[") {
-      return;
+      return token;
     }
     const std::size_t border = token.front() == '"' ? 1 : 0;
-    std::vector<std::uint8_t> bytes(token.begin() + static_cast<std::ptrdiff_t>(border),
-                                    token.end() - static_cast<std::ptrdiff_t>(border));
-    const std::size_t size = bytes.size();
-    bytes.resize(size + 8);
-    bytes.resize(LLVMFuzzerMutate(bytes.data(), size, bytes.size()));
-    token = token.substr(0, border) + std::string(bytes.begin(), bytes.end()) +
-            token.substr(token.size() - border);
+    const std::string_view inside = token.substr(border, token.size() - 2 * border);
+    std::vector<std::uint8_t> bytes(inside.begin(), inside.end());
+    bytes.resize(inside.size() + 8);
+    bytes.resize(LLVMFuzzerMutate(bytes.data(), inside.size(), bytes.size()));
+    std::string changed(token.substr(0, border));
+    changed.append(bytes.begin(), bytes.end());
+    changed.append(token.substr(token.size() - border));
+    return tree_.keep(std::move(changed));
   }
 
-  DocumentTree& root_;
+  DocumentTree tree_;
+  DocumentTree donor_;
+  DocumentTree fresh_;
   std::minstd_rand random_;
-  std::vector<Place> nodes_;
+  std::vector<Place> places_;
 };
 
 std::string_view textOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-std::string changed(std::string_view text, const DocumentTree* donor, unsigned seed) {
-  std::optional<DocumentTree> tree = fuzz::takeApart(text);
-  if (!tree) {
-    tree = fuzz::takeApart(kPlainDocument);
-  }
-  Mutator(*tree, seed).change(donor);
-  return fuzz::putTogether(*tree);
+Mutator& mutator() {
+  static Mutator mutator;
+  return mutator;
 }
 
 }  // namespace
@@ -277,7 +290,7 @@ std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::s
                                     unsigned seed) {
   constexpr unsigned kSeedsForOneChangeOfBytes = 8;
   if (seed % kSeedsForOneChangeOfBytes != 0) {
-    const std::string text = changed(textOf(data, size), nullptr, seed);
+    const std::string text = mutator().change(textOf(data, size), std::nullopt, seed);
     if (text.size() <= maxSize) {
       std::memcpy(data, text.data(), text.size());
       return text.size();
@@ -289,8 +302,8 @@ std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::s
 std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* first, std::size_t firstSize,
                                       const std::uint8_t* second, std::size_t secondSize,
                                       std::uint8_t* out, std::size_t maxSize, unsigned seed) {
-  const std::optional<DocumentTree> donor = fuzz::takeApart(textOf(second, secondSize));
-  const std::string text = changed(textOf(first, firstSize), donor ? &*donor : nullptr, seed);
+  const std::string text =
+      mutator().change(textOf(first, firstSize), textOf(second, secondSize), seed);
   const std::size_t size = std::min(text.size(), maxSize);
   std::memcpy(out, text.data(), size);
   return size;

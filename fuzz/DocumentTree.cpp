@@ -8,112 +8,188 @@ namespace {
 
 constexpr int kDeepest = 40;
 
-class Reader {
- public:
-  explicit Reader(std::string_view text) : rest_(text) {}
+bool isSpace(char byte) {
+  return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
 
-  std::optional<DocumentTree> readWhole() {
-    DocumentTree tree;
-    return readValue(tree, 0) && rest_.empty() ? std::optional(std::move(tree)) : std::nullopt;
+bool endsScalar(char byte) {
+  return isSpace(byte) || byte == ',' || byte == ':' || byte == ']' || byte == '}' || byte == '"';
+}
+
+}  // namespace
+
+class DocumentTree::Reader {
+ public:
+  Reader(DocumentTree& tree, std::string_view text)
+      : tree_(tree), position_(text.data()), end_(text.data() + text.size()) {}
+
+  bool readWhole() {
+    skipSpace();
+    return readValue({}, 0) != kNone && position_ == end_;
   }
 
  private:
-  bool readValue(DocumentTree& tree, int depth) {
-    skipSpace();
-    if (rest_.empty() || depth == kDeepest) {
-      return false;
+  // The node that was read, or kNone.
+  Node readValue(std::string_view key, int depth) {
+    if (position_ == end_ || depth == kDeepest) {
+      return kNone;
     }
-    if (rest_.front() == '{' || rest_.front() == '[') {
-      tree.token = rest_.front();
-      return readParts(tree, depth);
+    if (*position_ != '{' && *position_ != '[') {
+      const std::string_view token = readScalar();
+      return token.empty() ? kNone : tree_.add(key, token);
     }
-    return readScalar(tree.token);
+    const Node node = tree_.add(key, std::string_view(position_, 1));
+    return readParts(node, depth) ? node : kNone;
   }
 
-  bool readParts(DocumentTree& tree, int depth) {
-    const char closing = tree.isObject() ? '}' : ']';
-    rest_.remove_prefix(1);
+  bool readParts(Node container, int depth) {
+    const bool isObject = *position_ == '{';
+    const char closing = isObject ? '}' : ']';
+    ++position_;
     if (takes(closing)) {
       return true;
     }
+    Node last = kNone;
     do {
-      DocumentTree part;
-      if (tree.isObject() && !(readKey(part.key) && takes(':'))) {
+      std::string_view key;
+      if (isObject) {
+        key = position_ != end_ && *position_ == '"' ? readScalar() : std::string_view();
+        if (key.empty() || !takes(':')) {
+          return false;
+        }
+      }
+      const Node part = readValue(key, depth + 1);
+      if (part == kNone) {
         return false;
       }
-      if (!readValue(part, depth + 1)) {
-        return false;
-      }
-      tree.parts.push_back(std::move(part));
+      (last == kNone ? tree_.nodes_[container].first : tree_.nodes_[last].next) = part;
+      last = part;
     } while (takes(','));
     return takes(closing);
   }
 
-  bool readKey(std::string& key) {
-    skipSpace();
-    return !rest_.empty() && rest_.front() == '"' && readScalar(key);
-  }
-
-  bool readScalar(std::string& token) {
-    std::size_t size = 1;
-    if (rest_.front() == '"') {
-      while (size < rest_.size() && rest_[size] != '"') {
-        size += rest_[size] == '\\' ? 2U : 1U;
+  // A scalar or a key and the white space behind it; empty if there is none.
+  std::string_view readScalar() {
+    const char* const begin = position_;
+    if (*position_ == '"') {
+      do {
+        position_ += *position_ == '\\' && end_ - position_ > 1 ? 2 : 1;
+      } while (position_ != end_ && *position_ != '"');
+      if (position_ == end_) {
+        return {};
       }
-      ++size;
+      ++position_;
     } else {
-      size = std::min(rest_.find_first_of(",:]}\" \t\n\v\f\r"), rest_.size());
+      position_ = std::find_if(position_, end_, endsScalar);
     }
-    if (size == 0 || size > rest_.size()) {
-      return false;
-    }
-    token = rest_.substr(0, size);
-    rest_.remove_prefix(size);
+    const std::string_view token(begin, static_cast<std::size_t>(position_ - begin));
     skipSpace();
-    return true;
+    return token;
   }
 
   // Steps over a byte and the white space around it, if it is there.
   bool takes(char byte) {
     skipSpace();
-    if (rest_.empty() || rest_.front() != byte) {
+    if (position_ == end_ || *position_ != byte) {
       return false;
     }
-    rest_.remove_prefix(1);
+    ++position_;
     skipSpace();
     return true;
   }
 
   void skipSpace() {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\n\v\f\r"), rest_.size()));
+    while (position_ != end_ && isSpace(*position_)) {
+      ++position_;
+    }
   }
 
-  std::string_view rest_;
+  DocumentTree& tree_;
+  const char* position_;
+  const char* end_;
 };
 
-void append(const DocumentTree& tree, std::string& text) {
-  text += tree.key;
-  text += tree.key.empty() ? "" : ":";
-  text += tree.token;
-  if (tree.isContainer()) {
-    for (const DocumentTree& part : tree.parts) {
-      text += &part == &tree.parts.front() ? "" : ",";
+bool DocumentTree::takeApart(std::string_view text) {
+  nodes_.clear();
+  kept_.clear();
+  return Reader(*this, text).readWhole();
+}
+
+std::string DocumentTree::putTogether() const {
+  std::string text;
+  append(kRoot, text);
+  return text;
+}
+
+std::size_t DocumentTree::countParts(Node node) const {
+  std::size_t count = 0;
+  for (Node part = firstPart(node); part != kNone; part = nextPart(part)) {
+    ++count;
+  }
+  return count;
+}
+
+void DocumentTree::setValue(Node node, Node value) {
+  nodes_[node].token = nodes_[value].token;
+  nodes_[node].first = nodes_[value].first;
+}
+
+DocumentTree::Node DocumentTree::copyOf(const DocumentTree& tree, Node node) {
+  const Node copy = add(tree.key(node), tree.token(node));
+  Node last = kNone;
+  for (Node part = tree.firstPart(node); part != kNone; part = tree.nextPart(part)) {
+    const Node copyOfPart = copyOf(tree, part);
+    (last == kNone ? nodes_[copy].first : nodes_[last].next) = copyOfPart;
+    last = copyOfPart;
+  }
+  return copy;
+}
+
+void DocumentTree::insertPart(Node container, std::size_t place, Node part) {
+  Node* link = &nodes_[container].first;
+  for (; place != 0 && *link != kNone; --place) {
+    link = &nodes_[*link].next;
+  }
+  nodes_[part].next = std::exchange(*link, part);
+}
+
+void DocumentTree::dropPart(Node container, Node part) {
+  Node* link = &nodes_[container].first;
+  while (*link != part) {
+    link = &nodes_[*link].next;
+  }
+  *link = nodes_[part].next;
+}
+
+void DocumentTree::reverseParts(Node container) {
+  Node reversed = kNone;
+  for (Node part = firstPart(container); part != kNone;) {
+    part = std::exchange(nodes_[part].next, std::exchange(reversed, part));
+  }
+  nodes_[container].first = reversed;
+}
+
+DocumentTree::Node DocumentTree::add(std::string_view key, std::string_view token) {
+  nodes_.push_back({key, token});
+  return nodes_.size() - 1;
+}
+
+void DocumentTree::append(Node node, std::string& text) const {
+  if (!key(node).empty()) {
+    text += key(node);
+    text += ':';
+  }
+  text += token(node);
+  if (isContainer(node)) {
+    const Node first = firstPart(node);
+    for (Node part = first; part != kNone; part = nextPart(part)) {
+      if (part != first) {
+        text += ',';
+      }
       append(part, text);
     }
-    text += tree.isObject() ? '}' : ']';
+    text += isObject(node) ? '}' : ']';
   }
-}
-
-}  // namespace
-
-std::optional<DocumentTree> takeApart(std::string_view text) {
-  return Reader(text).readWhole();
-}
-
-std::string putTogether(const DocumentTree& tree) {
-  std::string text;
-  append(tree, text);
-  return text;
 }
 
 }  // namespace fuzz
