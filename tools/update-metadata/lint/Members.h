@@ -16,8 +16,8 @@ namespace update_metadata_tool {
 /// A member that the library reads.
 struct ListedMember {
   std::string_view name;
-  SourceKind kind;
   const char* meaning;  ///< for advice: "the size of the package in bytes"
+  SourceKind kind;
   Rule ifMissing = Rule::kMissingMember;
   Rule ifNull = Rule::kNullValue;  ///< an error, unless a null is read as nothing
   bool isRead = true;              ///< else it may be there, and nobody looks at it

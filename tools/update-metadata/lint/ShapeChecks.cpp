@@ -17,24 +17,23 @@ namespace {
 constexpr const char* kPackageSize = "the size of the package in bytes";
 
 const ListedMember kSections[] = {
-    {"metadata", SourceKind::kObject, "the architecture and the two releases",
+    {"metadata", "the architecture and the two releases", SourceKind::kObject,
      Rule::kMissingSection},
-    {"components", SourceKind::kObject, "the packages of each component", Rule::kMissingSection,
+    {"components", "the packages of each component", SourceKind::kObject, Rule::kMissingSection,
      Rule::kNullSection},
-    {"products", SourceKind::kObject, "the components of each product", Rule::kMissingSection,
+    {"products", "the components of each product", SourceKind::kObject, Rule::kMissingSection,
      Rule::kNullSection},
-    {"componentsWithFilesDeleted", SourceKind::kObject,
-     "the packages that lose single files, by component", Rule::kMissingSection,
-     Rule::kNullSection},
-    {"$schema", SourceKind::kString, "the schema for editors", Rule::kUnlistedMember,
+    {"componentsWithFilesDeleted", "the packages that lose single files, by component",
+     SourceKind::kObject, Rule::kMissingSection, Rule::kNullSection},
+    {"$schema", "the schema for editors", SourceKind::kString, Rule::kUnlistedMember,
      Rule::kUnlistedMember, false},
 };
 
 const ListedMember kMetadata[] = {
-    {"arch", SourceKind::kString, "the architecture that the document is made for"},
-    {"target", SourceKind::kObject, "the release that the update leads to", Rule::kAbsentRelease,
+    {"arch", "the architecture that the document is made for", SourceKind::kString},
+    {"target", "the release that the update leads to", SourceKind::kObject, Rule::kAbsentRelease,
      Rule::kNullRelease},
-    {"base", SourceKind::kObject, "the release that the update starts from", Rule::kAbsentRelease,
+    {"base", "the release that the update starts from", SourceKind::kObject, Rule::kAbsentRelease,
      Rule::kNullRelease},
 };
 
@@ -42,36 +41,36 @@ constexpr std::size_t kVersion = 2;
 constexpr std::size_t kFamily = 4;
 constexpr std::size_t kUpdate = 7;
 const ListedMember kRelease[] = {
-    {"zelvan_version", SourceKind::kString, "checked, but not kept"},
-    {"date", SourceKind::kString, "checked, but not kept"},
-    {"version", SourceKind::kString, "the version of the release"},
-    {"prerelease", SourceKind::kBoolean, "checked, but not kept"},
-    {"release", SourceKind::kString, "the family of the release"},
-    {"checksum", SourceKind::kString, "checked, but not kept"},
-    {"description", SourceKind::kString, "checked, but not kept"},
-    {"update", SourceKind::kNumber, "the update level"},
+    {"zelvan_version", "checked, but not kept", SourceKind::kString},
+    {"date", "checked, but not kept", SourceKind::kString},
+    {"version", "the version of the release", SourceKind::kString},
+    {"prerelease", "checked, but not kept", SourceKind::kBoolean},
+    {"release", "the family of the release", SourceKind::kString},
+    {"checksum", "checked, but not kept", SourceKind::kString},
+    {"description", "checked, but not kept", SourceKind::kString},
+    {"update", "the update level", SourceKind::kNumber},
 };
 
 const ListedMember kComponent[] = {
-    {"delete", SourceKind::kObject, "the packages to delete, by name"},
-    {"extract", SourceKind::kObject, "the packages to extract, by name"},
+    {"delete", "the packages to delete, by name", SourceKind::kObject},
+    {"extract", "the packages to extract, by name", SourceKind::kObject},
 };
 
-const ListedMember kPackageToDelete[] = {{"size", SourceKind::kNumber, kPackageSize}};
+const ListedMember kPackageToDelete[] = {{"size", kPackageSize, SourceKind::kNumber}};
 
 const ListedMember kPackageToExtract[] = {
-    {"size", SourceKind::kNumber, kPackageSize},
-    {"uncompressedBytes", SourceKind::kNumber, "the size of the unpacked package in bytes"},
+    {"size", kPackageSize, SourceKind::kNumber},
+    {"uncompressedBytes", "the size of the unpacked package in bytes", SourceKind::kNumber},
 };
 
 const ListedMember kPackageWithFiles[] = {
-    {"size", SourceKind::kNumber, kPackageSize},
-    {"files", SourceKind::kArray, "the paths of the files to delete"},
+    {"size", kPackageSize, SourceKind::kNumber},
+    {"files", "the paths of the files to delete", SourceKind::kArray},
 };
 
 const ListedMember kProduct[] = {
-    {"delete", SourceKind::kArray, "the names of the components to delete"},
-    {"extract", SourceKind::kArray, "the names of the components to extract"},
+    {"delete", "the names of the components to delete", SourceKind::kArray},
+    {"extract", "the names of the components to extract", SourceKind::kArray},
 };
 
 std::string nothing() {
