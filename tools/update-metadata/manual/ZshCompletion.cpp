@@ -46,8 +46,12 @@ void writeOption(const OptionOutline& option, std::string& script) {
   for (const std::string& name : option.names) {
     all += (all.empty() ? "" : " ") + name;
   }
+  const std::string start = " \\\n        '(" + all + ')';
+  const std::string description = '[' + inQuotes(option.description) + ']';
   for (const std::string& name : option.names) {
-    script += " \\\n        '(" + all + ')' + name + '[' + inQuotes(option.description) + ']';
+    script += start;
+    script += name;
+    script += description;
     if (!option.argument.empty()) {
       script += ':' + inQuotes(option.argument) + ':' + actionOf(option);
     }
