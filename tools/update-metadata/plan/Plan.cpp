@@ -28,6 +28,7 @@ std::vector<Package> pickPackages(const std::vector<Package>& packages,
 std::vector<Product> pickProducts(const Contents& contents,
                                   const std::vector<std::size_t>& numbers) {
   std::vector<Product> picked;
+  picked.reserve(numbers.size());
   for (const std::size_t number : numbers) {
     picked.push_back(contents.products[number]);
   }
