@@ -1,6 +1,7 @@
 #include "reader/FieldAccess.h"
 
 #include <cstdint>
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -28,6 +29,10 @@ struct Getter {
   std::string wanted;
   std::string (*failure)(const Value& object, const char* context);
 };
+
+void PrintTo(const Getter& getter, std::ostream* stream) {
+  *stream << getter.name;
+}
 
 template <class T, T (*get)(std::string_view, const Value&, std::string_view)>
 std::string failureOfGetter(const Value& object, const char* context) {

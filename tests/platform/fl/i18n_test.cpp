@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -180,6 +181,10 @@ struct NamedText {
   Bytes bytes;
   Units units;
 };
+
+void PrintTo(const NamedText& text, std::ostream* stream) {
+  *stream << text.name;
+}
 
 const NamedText kReadTexts[] = {
     {"KeepsANul", "a\0b\0"s, u"a\0b\0"s},
