@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
@@ -275,6 +276,10 @@ struct FailingStep {
   const char* name;
   std::size_t callsBefore;
 };
+
+void PrintTo(const FailingStep& step, std::ostream* stream) {
+  *stream << step.name;
+}
 
 const FailingStep kFailingSteps[] = {
     {"initializeTargetRelease", 2},

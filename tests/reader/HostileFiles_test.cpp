@@ -169,6 +169,10 @@ struct Surroundings {
   std::string after;
 };
 
+void PrintTo(const Surroundings& surroundings, std::ostream* stream) {
+  *stream << surroundings.name;
+}
+
 const Surroundings kSurroundings[] = {
     {"FinalLineFeed", "", "\n"},
     {"FinalCarriageReturnAndLineFeed", "", "\r\n"},

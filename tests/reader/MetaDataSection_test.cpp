@@ -1,5 +1,6 @@
 // The section "metadata". What each faulty member leads to is in FaultyMembers_test.cpp.
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -194,6 +195,10 @@ struct Update {
   const char* handedOver;
   int level;
 };
+
+void PrintTo(const Update& update, std::ostream* stream) {
+  *stream << update.name;
+}
 
 const Update kUpdates[] = {
     {"Zero", "0", "0", 0},

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <ostream>
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,11 @@ struct Conversion {
   const char* number;  ///< as a document writes it
   Integer result;
 };
+
+template <class Integer>
+void PrintTo(const Conversion<Integer>& conversion, std::ostream* stream) {
+  *stream << conversion.name;
+}
 
 double numberIn(const char* text) {
   return foundation::json::parseJsonText(text).as<double>();

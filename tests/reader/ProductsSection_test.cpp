@@ -234,6 +234,10 @@ struct Bytes {
   std::int64_t bytes;
 };
 
+void PrintTo(const Bytes& bytes, std::ostream* stream) {
+  *stream << bytes.name;
+}
+
 const Bytes kBytes[] = {
     {"CutTowardZero", "12.9", 12},
     {"NegativeCutTowardZero", "-3.5", -3},

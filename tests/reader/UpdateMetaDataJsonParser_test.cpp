@@ -5,6 +5,7 @@
 #include <exception>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <set>
 #include <string>
 #include <utility>
@@ -105,6 +106,10 @@ struct MissingSection {
   std::size_t callsBefore;
 };
 
+void PrintTo(const MissingSection& section, std::ostream* stream) {
+  *stream << section.key;
+}
+
 const MissingSection kMissingSections[] = {
     {"metadata", 3}, {"components", 9}, {"products", 9}, {"componentsWithFilesDeleted", 11}};
 
@@ -141,6 +146,10 @@ struct UnusableText {
   const char* name;
   std::string text;
 };
+
+void PrintTo(const UnusableText& text, std::ostream* stream) {
+  *stream << text.name;
+}
 
 const UnusableText kUnusableTexts[] = {
     {"Empty", ""},

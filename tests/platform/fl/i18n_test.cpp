@@ -40,6 +40,10 @@ struct Reading {
   Units (*convert)(std::string_view);
 };
 
+void PrintTo(const Reading& reading, std::ostream* stream) {
+  *stream << reading.name;
+}
+
 class Utf8ToUtf16 : public ::testing::TestWithParam<Reading> {
  protected:
   static Units convert(std::string_view text) { return GetParam().convert(text); }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <exception>
 #include <memory>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -149,6 +150,10 @@ struct AcceptedTable {
   std::string text;
 };
 
+void PrintTo(const AcceptedTable& table, std::ostream* stream) {
+  *stream << table.name;
+}
+
 const AcceptedTable kTablesOfTwo[] = {
     {"LineFeeds", kHeader + "A\tOne\t1\tC\nB\tTwo\t2\t\n"},
     {"NoFinalLineFeed", kHeader + "A\tOne\t1\tC\nB\tTwo\t2\t"},
@@ -231,6 +236,10 @@ struct RejectedTable {
   std::string text;
   const char* failure;
 };
+
+void PrintTo(const RejectedTable& table, std::ostream* stream) {
+  *stream << table.name;
+}
 
 const RejectedTable kRejectedTables[] = {
     {"OneField", "x\nA\n", "@/products.tsv:2: expected 4 tab-separated fields, found 1"},
