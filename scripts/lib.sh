@@ -119,29 +119,3 @@ commands_of() {
     !fenced && /^#+ / { sub(/^#+ /, ""); inside = $0 == heading; next }
     !fenced && inside && /^    / { print substr($0, 5) }' "$1"
 }
-
-# run_exhaustive SUITES: runs the suites, a filter of the test library, of the tests that take minutes
-# with all cores, and tells how many inputs they tried.
-run_exhaustive() {
-  local shards share pids=() status=0 log=build/logs/exhaustive
-  shards="$(nproc)"
-  build_preset release exhaustive_tests
-  say "Running $1 with $shards cores"
-  for ((share = 0; share < shards; ++share)); do
-    GTEST_TOTAL_SHARDS="$shards" GTEST_SHARD_INDEX="$share" \
-      build/release/tests/exhaustive/exhaustive_tests --gtest_filter="$1" --gtest_brief=1 \
-      --gtest_output="xml:$log-$share.xml" >"$log-$share.log" 2>&1 </dev/null &
-    pids+=("$!")
-  done
-  for share in "${!pids[@]}"; do
-    if ! wait "${pids[$share]}"; then
-      status=1
-      tail -n 50 -- "$log-$share.log" >&2
-    fi
-  done
-  ((status == 0)) || fail "there are differences (see above)."
-  cat "$log"-*.xml | awk -v RS='<' '
-    /^property name="inputs"/ { match($0, /value="[0-9]+"/)
-      inputs += substr($0, RSTART + 7, RLENGTH - 8) }
-    END { printf "%.0f inputs, no difference\n", inputs }'
-}

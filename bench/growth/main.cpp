@@ -1,4 +1,4 @@
-// bench-growth: gives the library one input of a family, for scripts/check-growth.
+// bench-growth: gives the library one input of a family, for scripts/check/growth.
 //
 //     bench-growth list              tells the families: name, size to start with, size of a
 //     megabyte bench-growth run FAMILY SIZE   reads, or loads, asks and destroys, and tells: the

@@ -1,7 +1,7 @@
 // What several threads may do: copy and destroy facades of one handler, load documents each on its
 // own. Under the thread sanitizer this finds what they share without saying so.
 //
-// UMP_THREADS_FULL in the environment makes it many rounds more (see scripts/check-threads).
+// UMP_THREADS_FULL in the environment makes it many rounds more (see scripts/check/threads).
 
 #include <atomic>
 #include <cstddef>

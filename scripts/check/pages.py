@@ -2,7 +2,7 @@
 """Checks what the pages of this project say: their links lead somewhere, what their commands name is
 there, and the command lines that they show run.
 
-usage: check-pages TOOL INSTALLED
+usage: pages.py TOOL INSTALLED
 
 TOOL is the built command. Checked are, in every Markdown file: targets of links, with their headings;
 scripts; presets of CMake; options UMP_...; and the subcommands and options of update-metadata. Its
@@ -189,7 +189,7 @@ def main():
         sys.exit(__doc__)
     tool = Tool(os.path.abspath(sys.argv[1]))
     installed = os.path.abspath(sys.argv[2])
-    os.chdir(os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
+    os.chdir(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../.."))
     presets = {preset["name"] for preset in json.loads(read("CMakePresets.json"))["configurePresets"]}
     sources = ["CMakeLists.txt", *glob.glob("cmake/*.cmake"), *glob.glob("bindings/*/CMakeLists.txt")]
     options = set().union(*(OPTION.findall(read(source)) for source in sources))
@@ -211,9 +211,9 @@ def main():
     for place, problem in problems:
         print("%s %s" % (place, problem), file=sys.stderr)
     if problems or not pages or not installed_pages:
-        sys.exit("check-pages: %d problems in %d pages, %d of them installed"
+        sys.exit("pages: %d problems in %d pages, %d of them installed"
                  % (len(problems), len(pages) + len(installed_pages), len(installed_pages)))
-    print("check-pages: what %d pages link, name and run is there, and what %d installed ones link"
+    print("pages: what %d pages link, name and run is there, and what %d installed ones link"
           % (len(pages), len(installed_pages)))
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Sums up what the tests have run, and fails where it is too little.
 
-  scripts/summarize-coverage LINES BRANCHES FOLDER=PERCENT...
+  scripts/check/coverage.py LINES BRANCHES FOLDER=PERCENT...
 
 LINES and BRANCHES are what llvm-cov exports as lcov and as JSON.
 """
