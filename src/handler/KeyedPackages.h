@@ -17,9 +17,10 @@ namespace install::update_metadata_parser {
 /// library compares keys once there, and twice at its end.
 ///
 /// `Pkg` is the class of handles of the packages. What is gathered is read in place: it stays as
-/// long as the model's tree does. Memory is linear in the components; one that repeats an earlier
-/// one's packages, as products that share components make them by the thousand, costs a comparison
-/// of identities for each package.
+/// long as the model's tree does. Memory is linear in the components, and for
+/// forEachInReversedModelOrder() in their packages, too, if two names continue each other. A
+/// component that repeats an earlier one's packages, as products that share components make them
+/// by the thousand, costs a comparison of identities for each package.
 template <class Pkg>
 class KeyedPackages {
  public:
@@ -75,7 +76,7 @@ class KeyedPackages {
   void forEachInReversedModelOrder(Visit visit) {
     orderComponents();
     if (!namesContinueEachOther()) {
-      // Then no two components have a key in common.
+      // Then no two components of different names have a key in common.
       forEachReversed(visit);
       return;
     }

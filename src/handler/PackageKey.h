@@ -26,8 +26,8 @@ struct PackageKey {
 /// below, at or above zero.
 int compareComponents(std::u16string_view left, std::u16string_view right) noexcept;
 
-/// Tells whether `longer` is `shorter`, the separator and perhaps more. Only the packages of two
-/// such components can have a key in common.
+/// Tells whether `longer` is `shorter`, the separator and perhaps more. Of two components with
+/// different names, only two such can have packages with one key.
 bool isContinued(std::u16string_view shorter, std::u16string_view longer) noexcept;
 
 }  // namespace install::update_metadata_parser

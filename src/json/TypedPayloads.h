@@ -37,8 +37,9 @@ class TypedPayloads {
     }
   }
 
-  /// Notes a "qztype" member of the object open at `depth`: the first eight names count, others are
-  /// ignored. A payload that came before is replaced in the sink by its integers.
+  /// Notes a "qztype" member of the object open at `depth`: the last one that names one of the
+  /// eight types counts, other names are ignored. A payload that came before is replaced in the
+  /// sink by its integers.
   ///
   /// On failure `position` is set to the first byte of the payload that is not accepted.
   ParseResult setType(std::size_t depth, std::string_view name, const char*& position,

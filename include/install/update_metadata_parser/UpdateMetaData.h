@@ -21,11 +21,11 @@ namespace install::update_metadata_parser {
 /// different threads, because only the shared count is touched. Questions are not synchronised: no
 /// two threads may ask facades of one handler at the same time.
 ///
-/// Each operation asks the handler's virtual operation of the same name once and returns its result
-/// unchanged: nothing is cached, converted or checked here, and whatever the handler, the model or
-/// the catalogue throws passes through. Every result is the caller's own copy. An operation that
-/// says no more of it takes constant time, but for copying a string, and throws std::bad_alloc
-/// alone.
+/// Each operation calls the handler's virtual operation of the same name once and returns its
+/// result unchanged: nothing is cached, converted or checked here. Whatever the handler, the model
+/// or the catalogue throws passes through, and std::bad_alloc with it; what each operation can
+/// throw is the handler's to say. Every result is the caller's own copy. An operation that states
+/// no cost takes constant time, except for copying a string.
 ///
 /// All strings are UTF-16. A package key is the component's name, an underscore and the package's
 /// name. Sets and maps are ordered by code units, compared as unsigned numbers, a prefix first.
@@ -71,18 +71,22 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaData {
   /// \param productDataLocation  opens the product catalogue if none is open yet; ignored
   /// afterwards
   ///
-  /// Const here, although the handler may open its catalogue, whose errors pass through. One
-  /// catalogue look-up per product with packages, and O(n log n) comparisons for n packages.
+  /// Const here, although the handler may open its catalogue. The catalogue's errors pass through.
+  /// One catalogue look-up per product with packages, and O(n log n) comparisons for n packages.
   virtual std::map<std::u16string, std::set<std::u16string>> getComponentsToExtract(
       const std::u16string& productDataLocation) const;
 
   /// Lists the packages to extract of the product with one base code.
   ///
   /// Every product whose name equals the catalogue's name for `productBaseCode` contributes; the
-  /// result is empty when none does. The catalogue is asked once per product of the document.
+  /// result is empty when none does.
   ///
   /// \param productBaseCode      as the product catalogue has it
   /// \param productDataLocation  as above
+  ///
+  /// Const here, although the handler may open its catalogue. The catalogue's errors pass through.
+  /// One catalogue look-up per product of the document, and O(n log n) comparisons for the n
+  /// packages of the products that contribute.
   virtual std::set<std::u16string> getComponentsToExtract(
       const std::u16string& productBaseCode, const std::u16string& productDataLocation) const;
 

@@ -30,12 +30,12 @@ namespace install::update_metadata_parser {
 ///
 /// Nothing is synchronised: a handler belongs to one thread at a time, but the last owner may let
 /// go of it in any thread. The handler raises no error of its own; those of the model and of the
-/// catalogue pass through, and so does std::bad_alloc, which leaves the tree as it was but for what
-/// had been attached to the root before.
+/// catalogue pass through, and so does std::bad_alloc.
 ///
 /// All strings are UTF-16 and are stored unchanged; all sizes are bytes. Every result is the
-/// caller's own copy, but for handles, which share the model. An operation that says no more of it
-/// takes constant time, but for copying strings, and throws std::bad_alloc alone.
+/// caller's own copy, except that handles share the model. An operation that states no cost takes
+/// constant time, except for copying strings; one that names no error throws only std::bad_alloc,
+/// unless a derived handler's operation that it calls throws another.
 class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
  public:
   /// Sizes of packages to delete, by component name, then by package name.
@@ -139,7 +139,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// delete, also when `pkgs` is empty.
   ///
   /// A package of another handler's model is refused with the model framework's exception; the root
-  /// is then unchanged. Linear in `pkgs`.
+  /// is then unchanged. A package given twice is added once. Linear in `pkgs`, if none of them has
+  /// been in a list before; one that has is searched for.
   virtual void setComponentDataWithFilesToDelete(
       const std::u16string& name,
       const std::vector<datamodels::product_update::PkgDataWithFilesToDelete>& pkgs) const;
@@ -161,8 +162,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// Lists the packages to extract of the products whose name is getProductName(productBaseCode).
   ///
   /// Calls getProductName() once for each product of the model, not once for all; an empty model
-  /// never opens the catalogue. All products of that name contribute. O(n log n) comparisons for
-  /// their n packages.
+  /// never opens the catalogue. All products of that name contribute. The catalogue's errors pass
+  /// through. O(n log n) comparisons for their n packages.
   virtual std::set<std::u16string> getComponentsToExtract(
       const std::u16string& productBaseCode, const std::u16string& productDataLocation);
 
@@ -194,12 +195,14 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Opens the product catalogue at `productDataLocation` if none is open yet.
   ///
-  /// The first location that opens wins for the handler's life; every later one is ignored. If the
-  /// catalogue's constructor throws, none is open and the next call tries again.
+  /// The first location that opens wins for the handler's life; every later one is ignored. What
+  /// the catalogue's constructor throws passes through; then none is open and the next call tries
+  /// again. As long as the catalogue takes to open.
   virtual void initializeProductDataProvider(const std::u16string& productDataLocation);
 
   /// Returns the catalogue's product name for a base code, unchanged; the catalogue answers an
   /// unknown code with an empty string. Calls initializeProductDataProvider() first, every time.
+  /// What that and the catalogue throw passes through. One look-up in the catalogue.
   virtual std::u16string getProductName(const std::u16string& productBaseCode,
                                         const std::u16string& productDataLocation);
 
@@ -208,7 +211,9 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
                                             const std::u16string& productDataLocation);
 
   /// Adds a component to delete to `product` for each name, with its packages, in the given order.
-  /// This and the next three: constant time for each package added.
+  ///
+  /// This and the next three throw only std::bad_alloc; what was complete by then stays added.
+  /// Constant time for each package added, and a look-up of each component in the table.
   void setCompsToDelete(const datamodels::product_update::ProductDeltaData& product,
                         const std::vector<std::u16string>& names,
                         const PkgsToDelete& pkgsToDelete) const;

@@ -24,8 +24,11 @@ namespace install::update_metadata_parser {
 /// the handler before a failure stays there. A parser belongs to one thread at a time.
 ///
 /// The operations that read a part of the document throw as parseUpdateMetaDataJson() does, and
-/// take time in proportion to what they read and make, as it does. They are not virtual, and nobody
-/// need call them: they are the steps of a load, for a derived parser that makes one of its own.
+/// take time in proportion to what they read and make, as it does. They are not virtual. Most
+/// callers never need them: they are the steps of a load, for a derived parser that composes its
+/// own. setupUpdateMetaDataHandler() comes first: setupUpdateMetaData(), parseMetaData(),
+/// parseReleaseData(), parseProductData() and parseComponentsWithFilesDeleted() use the handler
+/// that it stores, and do not check that there is one.
 class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
  public:
   /// Keeps a copy of `metaDataFilePath`, in UTF-16, and does nothing else: no input, no output.
@@ -46,16 +49,16 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   /// A second call makes a new handler and a new facade; earlier facades keep theirs. The two
   /// tables of packages are kept, so that their first entries win over those of the second text.
   ///
-  /// \throws std::runtime_error  "Update MetaData Json file does not exist " (with the final
-  /// blank),
-  ///                             "Error opening Update MetaData Json File", "Error while parsing "
-  ///                             and the path for malformed text or a top level that is no object,
-  ///                             "Invalid data provided for '" and a member's name and "'" for a
-  ///                             member that is missing or of the wrong kind, "invalid conversion:
-  ///                             " and two kinds, joined by " to ", for a value that cannot be
-  ///                             taken, which a missing "base" or "target" is, too ("undefined to
-  ///                             object")
-  /// \throws std::out_of_range   "map::at": one of the four sections is missing
+  /// \throws std::runtime_error
+  ///         - "Update MetaData Json file does not exist ", with the final blank
+  ///         - "Error opening Update MetaData Json File"
+  ///         - "Error while parsing " and the path: malformed text, or a top level that is not an
+  ///           object
+  ///         - "Invalid data provided for '", a member's name and "'": a member is missing or of
+  ///           the wrong kind
+  ///         - "invalid conversion: " and two kinds, joined by " to ": a value is not of the kind
+  ///           that is needed; a missing "base" or "target" counts as one ("undefined to object")
+  /// \throws std::out_of_range       "map::at": one of the four sections is missing
   /// \throws std::ios_base::failure  the file could be opened but not read to its end
   ///
   /// What a handler throws passes through unchanged. After a failure the parser keeps the new
@@ -65,13 +68,16 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   /// in the elements made: one for each package of each component of each product.
   virtual std::shared_ptr<UpdateMetaData> parseUpdateMetaDataJson();
 
-  /// Reads the whole file at `path`, byte by byte as it stands, and returns its bytes.
+  /// Reads the whole file at `path` and returns its bytes, unchanged.
   ///
   /// \throws std::runtime_error      the file is missing or cannot be opened, as above
   /// \throws std::ios_base::failure  a read failed; never a shortened text
   virtual std::string readFile(const std::u16string& path);
 
   /// Makes a new handler. It is the factory for the handler of a load, not a way to the stored one.
+  ///
+  /// An override must not return an empty pointer; not checked: setupUpdateMetaDataHandler() calls
+  /// the result's operations.
   virtual std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const;
 
   /// Reads and parses the file at `path` and returns its top-level object.
@@ -87,9 +93,13 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   void setupUpdateMetaDataHandler();
 
   /// Makes a facade that shares the stored handler.
+  ///
+  /// \pre here and below, where the handler is used: setupUpdateMetaDataHandler() has been called;
+  /// not checked.
   std::shared_ptr<UpdateMetaData> setupUpdateMetaData() const;
 
-  /// Reads the section "metadata": the architecture, then the target, then the base release.
+  /// Reads the section "metadata": the architecture, then the target, then the base release, and
+  /// hands each to the handler.
   ///
   /// \throws std::runtime_error  as parseUpdateMetaDataJson() does for members and conversions
   void parseMetaData(const foundation::json::Value& metadata);

@@ -2,8 +2,8 @@
 
 #pragma once
 
-// Every forward declaration that the public headers need, of this library's types and of the
-// platform's.
+// The forward declarations that the headers of this folder need, of this library's types, the JSON
+// value's and the product catalogue's. These headers declare nothing forward themselves.
 
 namespace foundation::json {
 
