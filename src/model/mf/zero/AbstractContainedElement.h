@@ -53,7 +53,8 @@ class ContainedElement final : public AbstractContainedElement {
 
   /// Returns a new reference to what the field holds, an empty handle while it is unset.
   Element get() const noexcept {
-    return static_cast<const Element&>(AbstractContainedElement::get());
+    const ModelElement& held = AbstractContainedElement::get();
+    return held ? Element::handleTo(*held.operator->()) : Element();
   }
 };
 

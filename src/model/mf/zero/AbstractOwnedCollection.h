@@ -55,9 +55,6 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
     return isRun() || !element.isProxy() ? element : replacePlaceholder(element, index);
   }
 
-  /// Makes a handle to an element of a list, which takes a reference.
-  static ModelElement handleOf(ElementImpl& element) noexcept { return ModelElement(element); }
-
  private:
   ElementImpl& owner() const noexcept {
     const void* start = reinterpret_cast<const char*>(this) - distance_;
@@ -99,8 +96,7 @@ class OwnedCollection final : public AbstractOwnedCollection {
   /// \pre `index` is less than size().
   /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>  as resolveProxy()
   Element operator[](std::size_t index) const {
-    const ModelElement handle = handleOf(resolvedAt(index, sizeof(typename Element::Impl)));
-    return static_cast<const Element&>(handle);
+    return Element::handleTo(resolvedAt(index, sizeof(typename Element::Impl)));
   }
 
   /// Reads the element at `index` in place, as operator[] does but without a reference: for walks
@@ -113,14 +109,14 @@ class OwnedCollection final : public AbstractOwnedCollection {
   /// Returns the element that `element`, a placeholder, stands for; any other element is returned
   /// as it is.
   ///
-  /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>  it stands for
-  /// nothing,
-  ///         for another placeholder or for an element of a class that does not belong in this list
-  /// \throws foundation::core::except::Exception<IncompatibleModels>  for an element of another
-  /// model
+  /// \pre the handle is not empty; not checked.
+  /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>
+  ///         it stands for nothing, for another placeholder, or for an element of a class that does
+  ///         not belong in this list
+  /// \throws foundation::core::except::Exception<IncompatibleModels>
+  ///         it stands for an element of another model
   Element resolveProxy(const Element& element) const {
-    const ModelElement resolved = AbstractOwnedCollection::resolveProxy(element);
-    return static_cast<const Element&>(resolved);
+    return Element::handleTo(*AbstractOwnedCollection::resolveProxy(element).operator->());
   }
 };
 

@@ -15,7 +15,7 @@ enum class Duplicates : std::uint8_t { kAdmitted, kRefused };
 
 /// A contained field of an element class: a single element or a list of elements.
 struct ContainedProperty {
-  const char16_t* name;              ///< as messages give it
+  const char16_t* name;              ///< as the data model calls it
   const ElementClass* elementClass;  ///< class of what the field holds
   Duplicates duplicates;             ///< for a list: whether it takes an element twice
 };

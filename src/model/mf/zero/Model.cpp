@@ -125,11 +125,11 @@ const ElementClass& ElementImpl::elementClass() const noexcept {
 }
 
 ModelElement ElementImpl::getContainer() const noexcept {
-  return container_ == nullptr ? ModelElement() : ModelElement(*container_);
+  return hasLivingContainer() ? ModelElement(*container_) : ModelElement();
 }
 
 const ContainedProperty* ElementImpl::getContainerProperty() const noexcept {
-  return container_ == nullptr ? nullptr : &container_->elementClass().properties[propertyNumber_];
+  return hasLivingContainer() ? &container_->elementClass().properties[propertyNumber_] : nullptr;
 }
 
 void ModelElement::destroy(ElementImpl& impl) noexcept {

@@ -38,8 +38,8 @@ class FOUNDATION_EXPORT ElementImpl {
   /// The element's class.
   const ElementClass& elementClass() const noexcept;
 
-  /// The element that contains this one: an empty handle before it is attached and after its
-  /// container is gone.
+  /// The element that contains this one: an empty handle before it is attached, and once its
+  /// container has lost its last reference.
   ModelElement getContainer() const noexcept;
 
   /// The field of the container that holds this element; null exactly if there is no container.
@@ -60,6 +60,12 @@ class FOUNDATION_EXPORT ElementImpl {
   friend class AbstractContainedElement;
   friend class ChangeOperation;
   friend class Placeholders;
+
+  // A container without references is being destroyed: a handle to it would destroy it again. The
+  // first of its lists to go runs foreign code while children in the others still have the link.
+  bool hasLivingContainer() const noexcept {
+    return container_ != nullptr && container_->references_ != 0;
+  }
 
   std::uint32_t references_ = 0;
   std::uint8_t propertyNumber_ = 0;  // of the container's class; meaningless without a container
@@ -172,6 +178,14 @@ class ElementHandle : public ModelElement {
     static_assert(std::is_nothrow_default_constructible_v<Impl>);
     Derived handle;
     handle.impl_ = new (allocateElement(model.impl(), Impl::kClass)) Impl();
+    handle.addRef();
+    return handle;
+  }
+
+  /// Makes a handle to `element` and takes a reference. \pre the element is of this class.
+  static Derived handleTo(ElementImpl& element) noexcept {
+    Derived handle;
+    handle.impl_ = &element;
     handle.addRef();
     return handle;
   }

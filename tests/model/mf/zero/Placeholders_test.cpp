@@ -5,6 +5,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -22,6 +23,7 @@ namespace {
 using foundation::core::except::Exception;
 using install::datamodels::product_update::ComponentDeltaData;
 using install::datamodels::product_update::PkgDeltaData;
+using ::testing::ElementsAre;
 using ::testing::StrEq;
 using ::testing::ThrowsMessage;
 
@@ -125,6 +127,68 @@ TEST_F(Placeholder, MayHoldTheLastReferenceToAnother) {
   EXPECT_EQ(token.use_count(), 2);
   outer = PkgDeltaData();
   EXPECT_EQ(token.use_count(), 1);
+}
+
+// What a child says of its place when a placeholder in the other list of its owner is dropped,
+// because the owner goes.
+struct PlaceOfChild {
+  bool hasContainer;
+  bool hasProperty;
+};
+
+class DyingOwner : public Placeholder {
+ protected:
+  // Lets the component go with a child in one list and a placeholder in the other, whose resolver
+  // asks the child for its place when it is destroyed.
+  std::vector<PlaceOfChild> askWhileTheOwnerGoes(OwnedCollection<PkgDeltaData>& ofChild,
+                                                 OwnedCollection<PkgDeltaData>& ofPlaceholder) {
+    std::vector<PlaceOfChild> places;
+    const PkgDeltaData child = make(u"child");
+    ofChild.append(child);
+    std::shared_ptr<void> asksWhenDestroyed(nullptr, [&places, child](void*) {
+      places.push_back({bool(child->getContainer()), child->getContainerProperty() != nullptr});
+    });
+    PkgDeltaData placeholder = make(u"placeholder");
+    Placeholders::make(
+        placeholder, [asksWhenDestroyed = std::move(asksWhenDestroyed)] { return ModelElement(); });
+    ofPlaceholder.append(placeholder);
+    placeholder = PkgDeltaData();
+    component = ComponentDeltaData();
+    EXPECT_FALSE(child->getContainer());
+    return places;
+  }
+};
+
+MATCHER(IsNowhere, "") {
+  return !arg.hasContainer && !arg.hasProperty;
+}
+
+TEST_F(DyingOwner, IsNoContainerForAChildInTheListThatIsStillToGo) {
+  EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToDeleteMutable(),
+                                   component->getPkgsToExtractMutable()),
+              ElementsAre(IsNowhere()));
+}
+
+TEST_F(DyingOwner, IsNoContainerForAChildInTheListThatIsGone) {
+  EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToExtractMutable(),
+                                   component->getPkgsToDeleteMutable()),
+              ElementsAre(IsNowhere()));
+}
+
+TEST_F(DyingOwner, IsNoContainerForAChildInTheSameList) {
+  EXPECT_THAT(askWhileTheOwnerGoes(list(), list()), ElementsAre(IsNowhere()));
+}
+
+TEST_F(DyingOwner, IsNoContainerWhenItIsAPlaceholderWithChildren) {
+  std::vector<bool> hadContainer;
+  const PkgDeltaData child = make(u"child");
+  list().append(child);
+  std::shared_ptr<void> asksWhenDestroyed(
+      nullptr, [&](void*) { hadContainer.push_back(bool(child->getContainer())); });
+  Placeholders::make(component,
+                     [asksWhenDestroyed = std::move(asksWhenDestroyed)] { return ModelElement(); });
+  component = ComponentDeltaData();
+  EXPECT_THAT(hadContainer, ElementsAre(false));
 }
 
 TEST_F(Placeholder, IsLeftToTheListToResolve) {
