@@ -1,8 +1,7 @@
 #include "lint/ReferenceChecks.h"
 
 #include <algorithm>
-#include <limits>
-#include <map>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,50 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "lint/KeyCollisions.h"
+#include "lint/NameTable.h"
 #include "lint/Words.h"
 
 namespace update_metadata_tool {
 namespace {
-
-constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
-
-/// The names of an object's members and the nodes of their keys, in order for look-ups. Of equal
-/// names the first in the order in which the library walks objects stays.
-class NameTable {
- public:
-  struct Entry {
-    std::string_view name;
-    std::size_t key;
-  };
-
-  NameTable() = default;
-  NameTable(SourceDocument& document, std::size_t object) {
-    document.forEachMember(object, [&](std::size_t key) {
-      entries_.push_back({document.nameOf(key), key});
-    });
-    const SourceTree& tree = document.tree();
-    const auto isBefore = [&tree](const Entry& left, const Entry& right) {
-      const int order = left.name.compare(right.name);
-      return order < 0 || (order == 0 && tree.decoded(left.key) < tree.decoded(right.key));
-    };
-    std::sort(entries_.begin(), entries_.end(), isBefore);
-  }
-
-  const std::vector<Entry>& entries() const { return entries_; }
-
-  /// The index of an entry; kNever if there is none.
-  std::size_t find(std::string_view name) const {
-    const auto found =
-        std::lower_bound(entries_.begin(), entries_.end(), name,
-                         [](const Entry& entry, std::string_view key) { return entry.name < key; });
-    return found != entries_.end() && found->name == name
-               ? static_cast<std::size_t>(found - entries_.begin())
-               : kNever;
-  }
-
- private:
-  std::vector<Entry> entries_;
-};
 
 class ReferenceChecks {
  public:
@@ -62,6 +23,10 @@ class ReferenceChecks {
     if (sections.components) {
       components_ = NameTable(document, *sections.components);
       uses_.resize(components_.entries().size());
+      for (const NameTable::Entry& component : components_.entries()) {
+        packages_.push_back({memberOf(component.key + 1, "delete", SourceKind::kObject),
+                             memberOf(component.key + 1, "extract", SourceKind::kObject)});
+      }
     }
   }
 
@@ -74,12 +39,12 @@ class ReferenceChecks {
       if (sections_.products && isEveryNameKnown_) {
         checkUnused();
       }
-      checkCollisions(components_, "delete");
-      checkCollisions(components_, "extract");
+      checkCollisions(&Packages::toDelete, &Use::toDelete);
+      checkCollisions(&Packages::toExtract, &Use::toExtract);
     }
     if (sections_.files) {
       const NameTable files(document_, *sections_.files);
-      checkCollisions(files, nullptr);
+      checkCollisionsOfFiles(files);
       checkChangedPackages(files);
     }
     return std::move(works_);
@@ -92,12 +57,18 @@ class ReferenceChecks {
     std::size_t toExtract = kNever;
   };
 
+  // The objects of a component's packages; kNever if there are none.
+  struct Packages {
+    std::size_t toDelete;
+    std::size_t toExtract;
+  };
+
   // The value of a member of an object that is of the right kind; kNever if there is none.
   std::size_t memberOf(std::size_t object, std::string_view name, SourceKind kind) const {
     std::size_t found = kNever;
     if (document_.isA(SourceKind::kObject, object)) {
       document_.forEachMember(object, [&](std::size_t key) {
-        if (tree_.decodedInto(key, buffer_) == name && document_.isA(kind, key + 1)) {
+        if (document_.bytesOf(key) == name && document_.isA(kind, key + 1)) {
           found = key + 1;
         }
       });
@@ -108,9 +79,9 @@ class ReferenceChecks {
   // The library walks products in the order of their keys' bytes, and each one's arrays as they
   // stand: that order decides which of two packages with one key is answered.
   void checkProducts() {
-    std::vector<std::pair<std::string, std::size_t>> products;
+    std::vector<std::pair<std::string_view, std::size_t>> products;
     document_.forEachMember(*sections_.products, [&](std::size_t key) {
-      products.emplace_back(tree_.decoded(key), key);
+      products.emplace_back(document_.bytesOf(key), key);
     });
     std::sort(products.begin(), products.end());
     for (const auto& [bytes, key] : products) {
@@ -123,8 +94,8 @@ class ReferenceChecks {
       const std::string_view product = document_.nameOf(key);
       checkNamed(toDelete, "delete", product, &Use::toDelete);
       checkNamed(toExtract, "extract", product, &Use::toExtract);
-      works_.push_back(
-          {key, namesPackages(toDelete, "delete"), namesPackages(toExtract, "extract")});
+      works_.push_back({key, namesPackages(toDelete, &Packages::toDelete),
+                        namesPackages(toExtract, &Packages::toExtract)});
       if (isEmpty(toDelete) && isEmpty(toExtract)) {
         findings_.add(Rule::kProductWithoutWork, tree_, key,
                       {"the product names no component and does not come into the model",
@@ -134,7 +105,7 @@ class ReferenceChecks {
   }
 
   // Tells whether one of the components that an array names has packages.
-  bool namesPackages(std::size_t array, const char* member) {
+  bool namesPackages(std::size_t array, std::size_t Packages::*member) {
     bool isAny = false;
     document_.forEachElement(array, [&](std::size_t element) {
       if (isAny || !document_.isA(SourceKind::kString, element)) {
@@ -142,7 +113,7 @@ class ReferenceChecks {
       }
       const std::size_t component = components_.find(document_.nameOf(element));
       if (component != kNever) {
-        const std::size_t packages = packagesOf(components_.entries()[component].key + 1, member);
+        const std::size_t packages = packages_[component].*member;
         isAny = packages != kNever && !isEmpty(packages);
       }
     });
@@ -209,153 +180,111 @@ class ReferenceChecks {
     }
   }
 
-  // The object of a component's packages: a member of it, or, without a name, itself.
-  std::size_t packagesOf(std::size_t component, const char* member) const {
-    if (member != nullptr) {
-      return memberOf(component, member, SourceKind::kObject);
+  void checkCollisions(std::size_t Packages::*member, std::size_t Use::*use) {
+    std::vector<KeyedComponent> components;
+    std::vector<std::size_t> ranks;
+    components.reserve(uses_.size());
+    ranks.reserve(uses_.size());
+    for (std::size_t index = 0; index < uses_.size(); ++index) {
+      components.push_back({components_.entries()[index].name, packages_[index].*member});
+      ranks.push_back(uses_[index].*use);
     }
-    return document_.isA(SourceKind::kObject, component) ? component : kNever;
+    reportCollisions(components, ranks,
+                     use == &Use::toDelete ? Answer::kToDelete : Answer::kToExtract);
   }
 
-  struct Package {
-    const NameTable::Entry* component;
-    std::string_view name;
-    std::size_t key;
-  };
-
-  // A component whose name others continue, and its packages once they are needed.
-  struct Beginning {
-    const NameTable::Entry* component;
-    std::optional<std::size_t> object = {};  // of its packages; kNever if there is none
-    std::optional<NameTable> packages = {};
-  };
-
-  // Packages of two components have one key if one name continues the other behind an underscore.
-  // In order, the names that a name continues come right before it, each continuing the last.
-  void checkCollisions(const NameTable& components, const char* member) {
-    std::vector<Beginning> beginnings;
-    for (const NameTable::Entry& longer : components.entries()) {
-      const auto isContinued = [&longer](const NameTable::Entry& shorter) {
-        return longer.name.substr(0, shorter.name.size()) == shorter.name;
-      };
-      while (!beginnings.empty() && !isContinued(*beginnings.back().component)) {
-        beginnings.pop_back();
-      }
-      for (Beginning& beginning : beginnings) {
-        const std::size_t length = beginning.component->name.size();
-        if (length < longer.name.size() && longer.name[length] == '_') {
-          checkPair(beginning, longer, member);
-        }
-      }
-      beginnings.push_back({&longer});
+  // Every component with files comes into the model, in the order of their names.
+  void checkCollisionsOfFiles(const NameTable& files) {
+    std::vector<KeyedComponent> components;
+    components.reserve(files.entries().size());
+    for (const NameTable::Entry& entry : files.entries()) {
+      const bool isObject = document_.isA(SourceKind::kObject, entry.key + 1);
+      components.push_back({entry.name, isObject ? entry.key + 1 : kNever});
     }
-    for (auto& [key, packages] : std::exchange(collisions_, {})) {
-      reportCollision(key, packages, member);
-    }
+    reportCollisions(components, std::vector<std::size_t>(components.size()), Answer::kFiles);
   }
 
-  void checkPair(Beginning& beginning, const NameTable::Entry& longer, const char* member) {
-    const NameTable::Entry& shorter = *beginning.component;
-    if (!beginning.object) {
-      beginning.object = packagesOf(shorter.key + 1, member);
-    }
-    const std::size_t ofShorter = *beginning.object;
-    const std::size_t ofLonger = packagesOf(longer.key + 1, member);
-    if (ofShorter == kNever || ofLonger == kNever || isEmpty(ofShorter) || isEmpty(ofLonger)) {
-      return;
-    }
-    if (!beginning.packages) {
-      beginning.packages = NameTable(document_, ofShorter);
-    }
-    const NameTable& packages = *beginning.packages;
-    const std::string rest = std::string(longer.name.substr(shorter.name.size() + 1)) + '_';
-    document_.forEachMember(ofLonger, [&](std::size_t key) {
-      const std::string_view package = document_.nameOf(key);
-      const std::size_t other = packages.find(rest + std::string(package));
-      if (other != kNever) {
-        const NameTable::Entry& same = packages.entries()[other];
-        std::vector<Package>& colliding =
-            collisions_[std::string(longer.name) + '_' + std::string(package)];
-        colliding.push_back({&shorter, same.name, same.key});
-        colliding.push_back({&longer, package, key});
-      }
-    });
-  }
-
-  // Where in the model a component comes first; kNever if it does not.
-  std::size_t rankOf(const NameTable::Entry& component, const char* member) const {
-    if (member == nullptr) {
-      return 0;  // every component with files comes into the model, in the order of their names
-    }
-    const Use& use = uses_[components_.find(component.name)];
-    return *member == 'd' ? use.toDelete : use.toExtract;
-  }
+  enum class Answer { kToDelete, kToExtract, kFiles };
 
   // Reports all packages of one key but the one that the answers keep, the first in the model.
-  void reportCollision(const std::string& key, std::vector<Package>& packages, const char* member) {
-    const auto isBefore = [&](const Package& left, const Package& right) {
-      const std::size_t leftRank = rankOf(*left.component, member);
-      const std::size_t rightRank = rankOf(*right.component, member);
-      return std::tie(leftRank, left.component->name) < std::tie(rightRank, right.component->name);
-    };
-    const auto isSame = [](const Package& left, const Package& right) {
-      return left.key == right.key;
+  //
+  // `ranks` are the places of the components in the model; kNever if one does not come into it.
+  void reportCollisions(const std::vector<KeyedComponent>& components,
+                        const std::vector<std::size_t>& ranks, Answer answer) {
+    std::deque<CollidingPackage> packages = findKeyCollisions(document_, components);
+    const auto isBefore = [&](const CollidingPackage& left, const CollidingPackage& right) {
+      return std::tie(left.group, ranks[left.component], left.component) <
+             std::tie(right.group, ranks[right.component], right.component);
     };
     std::sort(packages.begin(), packages.end(), isBefore);
-    packages.erase(std::unique(packages.begin(), packages.end(), isSame), packages.end());
-    const Package& kept = packages.front();
-    for (const Package& lost : packages) {
-      if (lost.key != kept.key) {
-        reportLost(key, kept, lost, member);
+    const CollidingPackage* kept = nullptr;
+    for (const CollidingPackage& package : packages) {
+      if (kept == nullptr || package.group != kept->group) {
+        kept = &package;
+      } else {
+        reportLost({*kept, components[kept->component].name},
+                   {package, components[package.component].name},
+                   ranks[package.component] != kNever, answer);
       }
     }
   }
 
-  void reportLost(const std::string& key, const Package& kept, const Package& lost,
-                  const char* member) {
-    const char* const what = member == nullptr ? "with files to delete"
-                             : *member == 'd'  ? "to delete"
-                                               : "to extract";
+  struct PackageOf {
+    const CollidingPackage& package;
+    std::string_view component;
+  };
+
+  void reportLost(const PackageOf& kept, const PackageOf& lost, bool isInModel, Answer answer) {
+    const char* const what = answer == Answer::kFiles      ? "with files to delete"
+                             : answer == Answer::kToDelete ? "to delete"
+                                                           : "to extract";
     std::string message = "this package has the same key as " +
-                          describePackage(kept.name, what, kept.component->name) + ", " +
-                          quote(key);
-    if (rankOf(*lost.component, member) == kNever) {
+                          describePackage(kept.package.name, what, kept.component) + ", " +
+                          quoteKey(lost.component, lost.package.name);
+    if (!isInModel) {
       message += "; no product names both components yet";
-    } else if (member == nullptr) {
+    } else if (answer == Answer::kFiles) {
       message += "; the answers keep the files and the size of that one and lose these";
-    } else if (*member == 'd') {
+    } else if (answer == Answer::kToDelete) {
       message += "; the answers hold one key for both";
     } else {
       message += "; the answers keep the sizes of that one and lose these";
     }
-    findings_.add(Rule::kPackageKeyCollision, tree_, lost.key,
+    findings_.add(Rule::kPackageKeyCollision, tree_, lost.package.key,
                   {std::move(message),
                    "rename one of the components or packages",
-                   describePackage(lost.name, what, lost.component->name),
-                   {{tree_[kept.key].begin, "the package that comes first stands here"}}});
+                   describePackage(lost.package.name, what, lost.component),
+                   {{tree_[kept.package.key].begin, "the package that comes first stands here"}}});
   }
 
+  // Components whose names are read alike follow one another, and have one table.
   void checkChangedPackages(const NameTable& files) {
+    std::size_t last = kNever;
+    NameTable toDelete;
+    NameTable toExtract;
     for (const NameTable::Entry& withFiles : files.entries()) {
       const std::size_t component = components_.find(withFiles.name);
       if (component == kNever || !document_.isA(SourceKind::kObject, withFiles.key + 1)) {
         continue;
       }
-      const std::size_t described = components_.entries()[component].key + 1;
-      if (uses_[component].toDelete != kNever) {
-        checkChanged(withFiles, memberOf(described, "delete", SourceKind::kObject), "deleted");
+      if (component != last) {
+        const auto [deleted, extracted] = packages_[component];
+        const Use& use = uses_[component];
+        toDelete = use.toDelete == kNever ? NameTable() : tableOf(deleted);
+        toExtract = use.toExtract == kNever ? NameTable() : tableOf(extracted);
+        last = component;
       }
-      if (uses_[component].toExtract != kNever) {
-        checkChanged(withFiles, memberOf(described, "extract", SourceKind::kObject), "extracted");
-      }
+      checkChanged(withFiles, toDelete, "deleted");
+      checkChanged(withFiles, toExtract, "extracted");
     }
   }
 
-  void checkChanged(const NameTable::Entry& withFiles, std::size_t packages, const char* change) {
-    if (packages == kNever) {
-      return;
-    }
-    const NameTable changed(document_, packages);
+  NameTable tableOf(std::size_t object) const {
+    return object == kNever ? NameTable() : NameTable(document_, object);
+  }
+
+  void checkChanged(const NameTable::Entry& withFiles, const NameTable& changed,
+                    const char* change) {
     document_.forEachMember(withFiles.key + 1, [&](std::size_t key) {
       const std::string_view package = document_.nameOf(key);
       const std::size_t found = changed.find(package);
@@ -377,12 +306,11 @@ class ReferenceChecks {
   const Sections& sections_;
   FindingList& findings_;
   NameTable components_;
-  std::vector<Use> uses_;  // by the components' places in their table
-  std::map<std::string, std::vector<Package>> collisions_;  // by key
+  std::vector<Use> uses_;           // by the components' places in their table
+  std::vector<Packages> packages_;  // likewise
   std::vector<ProductWork> works_;
   std::size_t named_ = 0;         // how many components have been named
   bool isEveryNameKnown_ = true;  // no product is broken, so that it might name any component
-  mutable std::string buffer_;
 };
 
 }  // namespace

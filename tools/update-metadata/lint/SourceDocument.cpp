@@ -1,20 +1,58 @@
 #include "lint/SourceDocument.h"
 
+#include <algorithm>
+#include <string>
+
 #include "Text.h"
 
 namespace update_metadata_tool {
 
-std::string_view SourceDocument::nameOf(std::size_t node) {
-  if (!tree_[node].hasEscapes) {
-    std::string unused;
-    const std::string_view bytes = tree_.decodedInto(node, unused);
-    return isUtf8(bytes) ? bytes : names_.emplace_back(toUtf8(readAsText(bytes)));
+SourceDocument::SourceDocument(const SourceTree& tree)
+    : tree_(tree), isLost_(tree.nodes().size()), isUtf8_(isUtf8(tree.text())) {
+  std::string buffer;
+  for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
+    const bool isText = isA(SourceKind::kString, node) || isA(SourceKind::kKey, node);
+    if (!isText || (isUtf8_ && !tree[node].hasEscapes)) {
+      continue;
+    }
+    const std::string_view decoded = tree.decodedInto(node, buffer);
+    const bool isName = isUtf8(decoded);
+    if (isName && !tree[node].hasEscapes) {
+      continue;
+    }
+    const std::string_view bytes = tree[node].hasEscapes ? keep(decoded) : decoded;
+    decoded_.push_back({node, bytes, isName ? bytes : keep(toUtf8(readAsText(decoded)))});
   }
-  std::string decoded = tree_.decoded(node);
-  if (!isUtf8(decoded)) {
-    decoded = toUtf8(readAsText(decoded));
+}
+
+std::string_view SourceDocument::keep(std::string_view text) {
+  auto* const copy = static_cast<char*>(texts_.allocate(text.size(), alignof(char)));
+  std::copy(text.begin(), text.end(), copy);
+  return {copy, text.size()};
+}
+
+const SourceDocument::Decoded* SourceDocument::findDecoded(std::size_t node) const {
+  const auto found = std::lower_bound(
+      decoded_.begin(), decoded_.end(), node,
+      [](const Decoded& decoded, std::size_t wanted) { return decoded.node < wanted; });
+  return found != decoded_.end() && found->node == node ? &*found : nullptr;
+}
+
+std::string_view SourceDocument::bytesOf(std::size_t node) const {
+  if (tree_[node].hasEscapes) {
+    return findDecoded(node)->bytes;
   }
-  return names_.emplace_back(std::move(decoded));
+  std::string unused;
+  return tree_.decodedInto(node, unused);
+}
+
+std::string_view SourceDocument::nameOf(std::size_t node) const {
+  if (!isUtf8_ || tree_[node].hasEscapes) {
+    if (const Decoded* const decoded = findDecoded(node)) {
+      return decoded->name;
+    }
+  }
+  return bytesOf(node);
 }
 
 }  // namespace update_metadata_tool

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 #include <deque>
+#include <memory_resource>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,7 +14,8 @@ namespace update_metadata_tool {
 /// A document as the library sees it: without the values that a repeated key loses.
 class SourceDocument {
  public:
-  explicit SourceDocument(const SourceTree& tree) : tree_(tree), isLost_(tree.nodes().size()) {}
+  /// Decodes every string and key that is not read as it is written, each once. Linear in the text.
+  explicit SourceDocument(const SourceTree& tree);
 
   const SourceTree& tree() const { return tree_; }
 
@@ -44,14 +45,30 @@ class SourceDocument {
 
   bool isA(SourceKind kind, std::size_t value) const { return tree_[value].kind == kind; }
 
+  /// The bytes that a string or key stands for, its escapes resolved. They stay as long as the
+  /// document; logarithmic time.
+  std::string_view bytesOf(std::size_t node) const;
+
   /// A string or key as the library reads it, in UTF-8: ill-formed parts are U+FFFD there. The text
-  /// stays as long as the document.
-  std::string_view nameOf(std::size_t node);
+  /// stays as long as the document; logarithmic time.
+  std::string_view nameOf(std::size_t node) const;
 
  private:
+  // A string or key that is not read as it is written.
+  struct Decoded {
+    std::size_t node;
+    std::string_view bytes;
+    std::string_view name;
+  };
+
+  std::string_view keep(std::string_view text);
+  const Decoded* findDecoded(std::size_t node) const;
+
   const SourceTree& tree_;
   std::vector<bool> isLost_;  // by the index of a key
-  std::deque<std::string> names_;
+  std::pmr::monotonic_buffer_resource texts_;
+  std::deque<Decoded> decoded_;  // in the order of the nodes
+  bool isUtf8_;                  // all of the text
 };
 
 /// What is known of the sections of a document; those that are missing, null or of the wrong kind

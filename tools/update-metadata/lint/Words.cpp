@@ -44,6 +44,13 @@ std::string quote(std::string_view name) {
   return '\'' + std::string(name.substr(0, end)) + "...'";
 }
 
+std::string quoteKey(std::string_view component, std::string_view package) {
+  // More than is quoted is enough of either.
+  constexpr std::size_t kEnough = kLongestQuote + 1;
+  std::string key(component.substr(0, kEnough));
+  return quote(key.append(1, '_').append(package.substr(0, kEnough)));
+}
+
 const char* describeKind(SourceKind kind) {
   switch (kind) {
     case SourceKind::kNull:

@@ -11,6 +11,9 @@ namespace update_metadata_tool {
 /// A name of the document as messages quote it: 'name', cut to about sixty bytes. Any bytes.
 std::string quote(std::string_view name);
 
+/// The key of a package, "component_package", as quote() shows it. The key itself is not made.
+std::string quoteKey(std::string_view component, std::string_view package);
+
 /// A kind as people call it: "a number", "an object".
 const char* describeKind(SourceKind kind);
 
