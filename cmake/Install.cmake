@@ -99,10 +99,6 @@ install(
   DESTINATION "${UMP_INSTALL_DOCDIR}/bindings/python"
   COMPONENT documentation)
 install(
-  DIRECTORY tests/fetched tests/second_platform
-  DESTINATION "${UMP_INSTALL_DOCDIR}/tests"
-  COMPONENT documentation)
-install(
   DIRECTORY docs examples
   DESTINATION "${UMP_INSTALL_DOCDIR}"
   COMPONENT documentation
