@@ -1,13 +1,16 @@
 #!/usr/bin/env python3
-"""Checks what the pages of this project say: their links lead somewhere, what their commands name is
-there, and the command lines that they show run.
+"""Checks what the pages of this project say: their links lead somewhere, what their commands name
+exists, and the command lines that they show run.
 
-usage: pages.py TOOL INSTALLED
+usage: pages.py TOOL [INSTALLED]
 
-TOOL is the built command. Checked are, in every Markdown file: targets of links, with their headings;
-scripts; presets of CMake; options UMP_...; and the subcommands and options of update-metadata. Its
-command lines without a placeholder are run, those in its help as well; what a page shows below one has
-to be what it writes. INSTALLED is a folder of installed pages, whose links are followed, too.
+TOOL is the built command. In every Markdown file, it checks the targets of links, with their headings;
+scripts; presets of CMake; options UMP_...; and the subcommands and options of update-metadata. Command
+lines without a placeholder are run, also those in the command's help; the output that a page shows below
+one must be what it prints. INSTALLED is a folder of installed pages, whose links are also followed.
+
+With UMP_UPDATE_GOLDEN in the environment, the output that a page shows is replaced by what the command
+prints.
 """
 
 import glob
@@ -103,13 +106,14 @@ class Workplace:
 
     SMALL = "examples/documents/small"
     FILES = {"tests/golden/tool/diff/next.json": ["new.json", "releases/new.json"],
+             "tests/golden/lint/repeated-key/document.json": ["document.json"],
              SMALL + "/update.json": ["update.json", "old.json", "one.json", "another.json",
                                       "releases/old.json", "documents/update.json"]}
-    # The programs that stand beside the command in a pipe. What they do is not looked at.
+    # Stand-ins for the programs beside the command in a pipe, whose output is not checked.
     PROGRAMS = {"generate-update": "cat old.json", "jq": "cat"}
-    # What may end with 1 without having failed.
+    # Commands that may exit with 1 without having failed.
     ANSWERS_NO = re.compile(r"update-metadata (diff|fmt --check|lint) ")
-    # Folders that a page cannot know, and those that stand for them here.
+    # Folders that a page names, and their stand-ins here.
     FOLDERS = {"/srv/product-data": "product-data", "/opt/fernlight": "fernlight"}
 
     def __init__(self, tool):
@@ -134,21 +138,23 @@ class Workplace:
                 program.write("#!/bin/sh\n%s\n" % script)
             os.chmod(path, 0o755)
 
-    def problems(self, line, shown=None):
-        """What is wrong with a command line, below which a page shows some output or none.
-
-        A page shows what is written for a terminal of 80 columns.
-        """
+    def run(self, line):
+        """Runs a command line for a terminal of 80 columns."""
         command = re.sub(r"\S*/update-metadata(?= )", "update-metadata", line)
         for folder, stand_in in self.FOLDERS.items():
             command = command.replace(folder, stand_in)
         with tempfile.TemporaryDirectory() as folder:
             self.fill(folder)
             path = os.path.join(folder, "bin") + ":/usr/bin:/bin"
-            run = subprocess.run(["bash", "-o", "pipefail", "-c", command], cwd=folder,
-                                 env={"PATH": path, "LC_ALL": "C.UTF-8", "COLUMNS": "80"}, text=True,
-                                 stdin=subprocess.DEVNULL, capture_output=True, check=False)
-        if run.returncode not in ((0, 1) if self.ANSWERS_NO.search(command) else (0,)):
+            return subprocess.run(["bash", "-o", "pipefail", "-c", command], cwd=folder,
+                                  env={"PATH": path, "LC_ALL": "C.UTF-8", "COLUMNS": "80"},
+                                  text=True, stdin=subprocess.DEVNULL, capture_output=True,
+                                  check=False)
+
+    def problems(self, line, shown=None):
+        """What is wrong with a command line, below which a page shows some output or none."""
+        run = self.run(line)
+        if run.returncode not in ((0, 1) if self.ANSWERS_NO.search(line) else (0,)):
             yield "shows '%s', which ends with %d: %s" % (line, run.returncode, run.stderr.strip())
         elif shown is not None and run.stdout != shown:
             yield "shows something else below '%s' than it writes" % line
@@ -158,13 +164,22 @@ def runnable(lines):
     return [line for line in lines if "update-metadata " in line and not PLACEHOLDER.search(line)]
 
 
-def run_problems(text, workplace):
+def run_problems(page, text, workplace):
     for line in runnable(re.findall(r"^    (\S.*)$", FENCE.sub("", text), re.MULTILINE)):
         yield from workplace.problems(line)
     for block in FENCE.findall(text):
         for line, shown in re.findall(r"^\$ (.*)\n((?:(?!\$ |```).*\n)*)", block, re.MULTILINE):
             if runnable([line]):
-                yield from workplace.problems(line, shown)
+                if "UMP_UPDATE_GOLDEN" in os.environ:
+                    replace(page, line, shown, workplace.run(line).stdout)
+                else:
+                    yield from workplace.problems(line, shown)
+
+
+def replace(page, line, shown, printed):
+    text = read(page)
+    with open(page, "w", encoding="utf-8") as file:
+        file.write(text.replace("$ %s\n%s" % (line, shown), "$ %s\n%s" % (line, printed)))
 
 
 def example_problems(help_text, workplace):
@@ -185,32 +200,31 @@ def commands_of(text):
 
 
 def main():
-    if len(sys.argv) != 3:
+    if len(sys.argv) not in (2, 3):
         sys.exit(__doc__)
     tool = Tool(os.path.abspath(sys.argv[1]))
-    installed = os.path.abspath(sys.argv[2])
+    installed = os.path.abspath(sys.argv[2]) if len(sys.argv) == 3 else None
     os.chdir(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../.."))
     presets = {preset["name"] for preset in json.loads(read("CMakePresets.json"))["configurePresets"]}
     sources = ["CMakeLists.txt", *glob.glob("cmake/*.cmake"), *glob.glob("bindings/*/CMakeLists.txt")]
     options = set().union(*(OPTION.findall(read(source)) for source in sources))
-    pages = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.md"],
-                           capture_output=True, text=True, check=True).stdout.split()
+    pages = [page for page in glob.glob("**/*.md", recursive=True) if not page.startswith("build")]
     workplace = Workplace(tool.path)
     problems = []
     for page in pages:
         text = read(page)
         problems += [(page, problem) for problem in
                      [*link_problems(page, text), *name_problems(text, presets, options),
-                      *tool.problems(commands_of(text)), *run_problems(text, workplace)]]
+                      *tool.problems(commands_of(text)), *run_problems(page, text, workplace)]]
     for name, help_text in tool.helps_by_name().items():
         problems += [("the help of " + name, problem) for problem in
                      example_problems(help_text, workplace)]
-    installed_pages = glob.glob(installed + "/**/*.md", recursive=True)
+    installed_pages = glob.glob(installed + "/**/*.md", recursive=True) if installed else []
     for page in installed_pages:
         problems += [(page, problem) for problem in link_problems(page, read(page))]
     for place, problem in problems:
         print("%s %s" % (place, problem), file=sys.stderr)
-    if problems or not pages or not installed_pages:
+    if problems or not pages or (installed and not installed_pages):
         sys.exit("pages: %d problems in %d pages, %d of them installed"
                  % (len(problems), len(pages) + len(installed_pages), len(installed_pages)))
     print("pages: what %d pages link, name and run is there, and what %d installed ones link"

@@ -23,7 +23,6 @@ namespace {
 
 using test_support::kRealistic;
 using test_support::kSmall;
-using test_support::readBytes;
 using test_support::refusedRun;
 using test_support::runTool;
 using test_support::storedText;
@@ -86,10 +85,6 @@ TEST(Diff, OfADocumentAndItselfSaysSo) {
   const ToolRun run = runOnSamples({kRealistic, kRealistic, "--format", "json"});
   EXPECT_EQ(run.exitCode, kSame);
   EXPECT_THAT(run.out, StartsWith(R"({"version":1,"different":false,"totals":{"before":{)"));
-}
-
-TEST(Diff, ShowsInTheDocumentationWhatItWrites) {
-  EXPECT_THAT(readBytes(kSourceDir + "/docs/diff.md"), HasSubstr(readBytes(kGolden + "next.txt")));
 }
 
 // --- the limit of growth --------------------------------------------------------------------
