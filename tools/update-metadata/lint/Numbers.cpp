@@ -17,6 +17,10 @@ namespace {
 constexpr double kTwoTo53 = 9007199254740992.0;
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
+// Packers rarely make a package that many times smaller.
+constexpr std::int64_t kLargestRatio = 1'000;
+constexpr std::int64_t kLargestPlausibleSize = std::int64_t{1} << 36;  // 64 GiB
+
 // As the library reads numbers: cut toward zero; what does not fit becomes the minimum.
 template <class Integer>
 Integer truncated(double number, double limit) {
@@ -85,6 +89,25 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
            "check whether that is the size that is meant");
   }
   return isSound ? std::optional(read) : std::nullopt;
+}
+
+void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unpacked,
+                   const DescribeItem& item, FindingList& findings) {
+  if (unpacked.bytes < packed.bytes) {
+    findings.add(Rule::kUnpackedSmaller, document.tree(), unpacked.node,
+                 {"unpacked, the package has " + std::to_string(unpacked.bytes) +
+                      " bytes, packed " + std::to_string(packed.bytes),
+                  "check whether the two numbers have been exchanged", item()});
+  }
+  // A packed size of 0 is one that is not known.
+  const bool isPlausible = packed.bytes > 0 && packed.bytes < kLargestPlausibleSize &&
+                           unpacked.bytes < kLargestPlausibleSize;
+  if (isPlausible && unpacked.bytes > packed.bytes * kLargestRatio) {
+    findings.add(Rule::kKilobyteSize, document.tree(), packed.node,
+                 {"'size' may be in kilobytes: 'uncompressedBytes' is more than 1,000 times as "
+                  "large",
+                  "write both sizes in bytes", item()});
+  }
 }
 
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings) {

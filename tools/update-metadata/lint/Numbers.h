@@ -17,6 +17,17 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
                                       const char* name, const DescribeItem& item,
                                       FindingList& findings);
 
+/// A size as it is read, and its node.
+struct ReadSize {
+  std::size_t node;
+  std::int64_t bytes;
+};
+
+/// Reports two sizes of a package that do not go together: it is smaller unpacked than packed, or
+/// so much larger that the packed size may be in kilobytes.
+void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unpacked,
+                   const DescribeItem& item, FindingList& findings);
+
 /// Reports an update level that is not read back as it is written.
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings);
 

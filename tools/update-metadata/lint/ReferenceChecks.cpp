@@ -11,6 +11,7 @@
 
 #include "lint/KeyCollisions.h"
 #include "lint/NameTable.h"
+#include "lint/Reach.h"
 #include "lint/Words.h"
 
 namespace update_metadata_tool {
@@ -112,15 +113,14 @@ class ReferenceChecks {
         return;
       }
       const std::size_t component = components_.find(document_.nameOf(element));
-      if (component != kNever) {
-        const std::size_t packages = packages_[component].*member;
-        isAny = packages != kNever && !isEmpty(packages);
-      }
+      isAny = component != kNever && hasPackages(packages_[component].*member);
     });
     return isAny;
   }
 
   bool isEmpty(std::size_t container) const { return tree_[container].next == container + 1; }
+
+  bool hasPackages(std::size_t packages) const { return packages != kNever && !isEmpty(packages); }
 
   void checkNamed(std::size_t array, const char* key, std::string_view product,
                   std::size_t Use::*use) {
@@ -142,8 +142,16 @@ class ReferenceChecks {
         if (sections_.components || sections_.areComponentsNull) {
           reportUnknown(element, name, product);
         }
-      } else if (uses_[component].*use == kNever) {
+        return;
+      }
+      if (uses_[component].*use == kNever) {
         uses_[component].*use = named_++;
+      }
+      const Packages& packages = packages_[component];
+      // A component without any package is a placeholder.
+      if (use == &Use::toDelete && !hasPackages(packages.toDelete) &&
+          hasPackages(packages.toExtract)) {
+        reportNothingToDelete(document_, element, product, findings_);
       }
     });
     const auto isBefore = [](const Named& left, const Named& right) {
@@ -171,11 +179,15 @@ class ReferenceChecks {
 
   void checkUnused() {
     for (std::size_t index = 0; index < uses_.size(); ++index) {
-      if (uses_[index].toDelete == kNever && uses_[index].toExtract == kNever) {
-        const NameTable::Entry& component = components_.entries()[index];
-        findings_.add(Rule::kUnusedComponent, tree_, component.key,
-                      {"no product names this component, so its packages are in no answer",
-                       "name it in a product, or take it out", describeComponent(component.name)});
+      const std::size_t component = components_.entries()[index].key;
+      const Use& use = uses_[index];
+      const Packages& packages = packages_[index];
+      if (use.toDelete == kNever && use.toExtract == kNever) {
+        reportUnused(document_, component, findings_);
+      } else if (use.toDelete == kNever && hasPackages(packages.toDelete)) {
+        reportUnreachable(document_, component, packages.toDelete, "delete", findings_);
+      } else if (use.toExtract == kNever && hasPackages(packages.toExtract)) {
+        reportUnreachable(document_, component, packages.toExtract, "extract", findings_);
       }
     }
   }

@@ -212,6 +212,29 @@ fault in them keeps the document from being loaded.
     "components": {"core": ...}, "products": {}
 
 What to do: name the component in a product or remove it.)"},
+    {Rule::kUnreachablePackages, "unreachable-packages", Severity::kWarning,
+     "A component has packages for a list in which no product names it",
+     R"(The packages of a component under "delete" count for products that delete the
+component, those under "extract" for products that extract it. Here the
+component has packages on one side, but products name it on the other side only.
+These packages appear in no answer. They are still checked: a fault in them
+keeps the document from being loaded.
+
+    "components": {"core": {"delete": {"old": {"size": 1}}, "extract": {...}}},
+    "products": {"Editor": {"delete": [], "extract": ["core"]}}
+
+What to do: add the component to that list of a product, or remove the packages.)"},
+    {Rule::kNothingToDelete, "nothing-to-delete", Severity::kInfo,
+     "A product deletes a component that has packages to extract only",
+     R"(A product lists a component under "delete", but the component's own "delete" is
+empty: nothing of it is deleted. A component without any package is a
+placeholder and is not reported.
+
+    "components": {"core": {"delete": {}, "extract": {"engine": ...}}},
+    "products": {"Editor": {"delete": ["core"], "extract": ["core"]}}
+
+What to do: nothing if that is meant. Otherwise remove the component from the
+list, or describe its packages to delete.)"},
     {Rule::kComponentNamedTwice, "component-named-twice", Severity::kWarning,
      "A product names a component twice in one list",
      R"(The same name stands twice in the list "delete" or in the list "extract" of one
@@ -301,6 +324,17 @@ to different builds.
     {"size": 4096, "uncompressedBytes": 1024}
 
 What to do: check both numbers.)"},
+
+    {Rule::kKilobyteSize, "kilobyte-size", Severity::kInfo,
+     "The packed size of a package may be in kilobytes",
+     R"(Unpacked, the package is more than 1,000 times as large as packed. Hardly any
+package can be packed that well. Both sizes are in bytes; often "size" was
+written in kilobytes. Packages of 64 GiB and more are not reported.
+
+    {"size": 1536, "uncompressedBytes": 4194304}
+
+What to do: write both sizes in bytes. Nothing if the package is that
+repetitive.)"},
 
     // --- names and other text -----------------------------------------------------------------
     {Rule::kSameName, "same-name", Severity::kWarning,

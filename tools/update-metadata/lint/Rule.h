@@ -33,6 +33,8 @@ enum class Rule {
   // How components, packages and products fit together.
   kUnknownComponent,
   kUnusedComponent,
+  kUnreachablePackages,
+  kNothingToDelete,
   kComponentNamedTwice,
   kProductWithoutWork,
   kPackageKeyCollision,
@@ -44,6 +46,7 @@ enum class Rule {
   kImpreciseSize,
   kSizeOutOfRange,
   kUnpackedSmaller,
+  kKilobyteSize,
   // Names and other text.
   kSameName,
   kIllFormedUtf8,

@@ -130,11 +130,8 @@ void checkPackageToExtract(SourceDocument& document, std::size_t package, const 
   if (unpacked) {
     unpackedBytes = checkSize(document, *unpacked, "uncompressedBytes", item, findings);
   }
-  if (bytes && unpackedBytes && *unpackedBytes < *bytes) {
-    findings.add(Rule::kUnpackedSmaller, document.tree(), *unpacked,
-                 {"unpacked, the package has " + std::to_string(*unpackedBytes) +
-                      " bytes, packed " + std::to_string(*bytes),
-                  "check whether the two numbers have been exchanged", item()});
+  if (bytes && unpackedBytes) {
+    checkSizePair(document, {*size, *bytes}, {*unpacked, *unpackedBytes}, item, findings);
   }
 }
 

@@ -11,15 +11,19 @@ class LineIndex;
 
 /// Writes findings for people, in the form of a compiler's, so that editors understand it:
 ///
-///     update.json:12:7: warning: the key "engine" stands twice in this object [repeated-key]
-///       "engine": { "size": 1, "uncompressedBytes": 1 }
+///     update.json:31:7: warning: no product deletes this component, so its packages to delete are
+///     in no answer [unreachable-packages]
+///       "delete": {
 ///       ^~~~~~~~
-///       in: package 'engine' to extract of component 'core'
-///       at: /components/core/extract/engine
-///       help: remove the value that is not meant
-///     update.json:11:7: note: the value that is kept stands here
-///       "engine": { "size": 2, "uncompressedBytes": 2 },
-///       ^
+///       in: component 'core'
+///       at: /components/core/delete
+///       help: add the component to 'delete' of a product, or remove these packages
+///
+/// A finding that speaks of a second place shows it as a note:
+///
+///     update.json:39:27: note: it stands here, too
+///       "extract": ["core", "core"]
+///                   ^
 ///
 /// Then, for each file, what the library does with it, and in the end one line for all files. What
 /// comes from a document is shown as toVisible() does.

@@ -1,0 +1,33 @@
+#include "lint/Reach.h"
+
+#include "lint/Words.h"
+
+namespace update_metadata_tool {
+
+void reportUnused(const SourceDocument& document, std::size_t component, FindingList& findings) {
+  findings.add(
+      Rule::kUnusedComponent, document.tree(), component,
+      {"no product names this component, so its packages are in no answer",
+       "name it in a product, or remove it", describeComponent(document.nameOf(component))});
+}
+
+void reportUnreachable(const SourceDocument& document, std::size_t component, std::size_t packages,
+                       const std::string& side, FindingList& findings) {
+  const std::size_t key = packages - 1;
+  findings.add(
+      Rule::kUnreachablePackages, document.tree(), key,
+      {"no product " + side + "s this component, so its packages to " + side + " are in no answer",
+       "add the component to '" + side + "' of a product, or remove these packages",
+       describeComponent(document.nameOf(component))});
+}
+
+void reportNothingToDelete(const SourceDocument& document, std::size_t element,
+                           std::string_view product, FindingList& findings) {
+  findings.add(
+      Rule::kNothingToDelete, document.tree(), element,
+      {"the component " + quote(document.nameOf(element)) +
+           " has packages to extract, but none to delete",
+       "remove it from this list, or describe the packages to delete", describeProduct(product)});
+}
+
+}  // namespace update_metadata_tool

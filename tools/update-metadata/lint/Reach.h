@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "lint/FindingList.h"
+#include "lint/SourceDocument.h"
+
+namespace update_metadata_tool {
+
+/// Reports a component that no product names.
+///
+/// \param component  its key
+void reportUnused(const SourceDocument& document, std::size_t component, FindingList& findings);
+
+/// Reports packages that are in no answer because products name their component on the other side
+/// only.
+///
+/// \param component  its key
+/// \param packages   the object with the packages, which is a member's value
+/// \param side       "delete" or "extract"
+void reportUnreachable(const SourceDocument& document, std::size_t component, std::size_t packages,
+                       const std::string& side, FindingList& findings);
+
+/// Reports a product that deletes a component which has packages to extract only.
+///
+/// \param element  the component's name in the product's list
+void reportNothingToDelete(const SourceDocument& document, std::size_t element,
+                           std::string_view product, FindingList& findings);
+
+}  // namespace update_metadata_tool
