@@ -4,174 +4,194 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "OrderedJson.h"
-#include "Text.h"
+#include "JsonWriter.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = OrderedJson;
-
-Json namesToJson(const std::vector<std::u16string>& names) {
-  Json array = Json::array();
-  for (const std::u16string& name : names) {
-    array.push_back(toUtf8(name));
-  }
-  return array;
-}
-
-Json namesToJson(const NameChanges& names) {
-  return {{"added", namesToJson(names.added)}, {"removed", namesToJson(names.removed)}};
+void write(const NameChanges& names, JsonWriter& json) {
+  json.beginObject();
+  json.name("added").array(names.added);
+  json.name("removed").array(names.removed);
+  json.endObject();
 }
 
 // Counts are far below the largest number, so that their differences fit.
-Json countDifference(std::size_t before, std::size_t after) {
+std::int64_t countDifference(std::size_t before, std::size_t after) {
   return static_cast<std::int64_t>(after) - static_cast<std::int64_t>(before);
 }
 
-Json totalsToJson(const Totals& totals) {
-  return {{"packagesToDelete", totals.packagesToDelete},
-          {"packagesToExtract", totals.packagesToExtract},
-          {"bytesToFetch", toJson(totals.bytesToFetch)},
-          {"bytesUnpacked", toJson(totals.bytesUnpacked)},
-          {"bytesDeleted", toJson(totals.bytesDeleted)}};
+void writeDifferences(const Totals& before, const Totals& after, JsonWriter& json) {
+  json.member("packagesToDelete", countDifference(before.packagesToDelete, after.packagesToDelete))
+      .member("packagesToExtract",
+              countDifference(before.packagesToExtract, after.packagesToExtract))
+      .member("bytesToFetch", (after.bytesToFetch - before.bytesToFetch).value())
+      .member("bytesUnpacked", (after.bytesUnpacked - before.bytesUnpacked).value())
+      .member("bytesDeleted", (after.bytesDeleted - before.bytesDeleted).value());
 }
 
-Json differenceToJson(const Totals& before, const Totals& after) {
-  return {{"packagesToDelete", countDifference(before.packagesToDelete, after.packagesToDelete)},
-          {"packagesToExtract", countDifference(before.packagesToExtract, after.packagesToExtract)},
-          {"bytesToFetch", toJson(after.bytesToFetch - before.bytesToFetch)},
-          {"bytesUnpacked", toJson(after.bytesUnpacked - before.bytesUnpacked)},
-          {"bytesDeleted", toJson(after.bytesDeleted - before.bytesDeleted)}};
+// What one document says of an item; null if it does not have it.
+template <class Side, class WriteMembers>
+void writeSide(const char* name, const std::optional<Side>& side, WriteMembers writeMembersOf,
+               JsonWriter& json) {
+  json.name(name);
+  if (side) {
+    json.beginObject();
+    writeMembersOf(*side, json);
+    json.endObject();
+  } else {
+    json.value(nullptr);
+  }
 }
 
-// Adds both sides of `item`, null where there is none, and their difference; with 0 for a side that
-// is not there.
+// Both sides of `item` and their difference; with 0 for a side that is not there.
 template <class Item>
-void addTotals(const Item& item, Json& object) {
-  object["before"] = item.before ? totalsToJson(*item.before) : Json();
-  object["after"] = item.after ? totalsToJson(*item.after) : Json();
-  object["difference"] =
-      differenceToJson(item.before.value_or(Totals()), item.after.value_or(Totals()));
+void writeTotals(const Item& item, JsonWriter& json) {
+  writeSide("before", item.before, writeMembers, json);
+  writeSide("after", item.after, writeMembers, json);
+  json.name("difference").beginObject();
+  writeDifferences(item.before.value_or(Totals()), item.after.value_or(Totals()), json);
+  json.endObject();
 }
 
-Json productToJson(const ProductChange& product) {
-  Json object = {{"name", toUtf8(product.name)}, {"baseCode", toJson(product.baseCode)}};
-  addTotals(product, object);
-  object["componentsToDelete"] = namesToJson(product.componentsToDelete);
-  object["componentsToExtract"] = namesToJson(product.componentsToExtract);
-  return object;
+void writeProduct(const ProductChange& product, JsonWriter& json) {
+  json.beginObject().member("name", product.name).member("baseCode", product.baseCode);
+  writeTotals(product, json);
+  json.name("componentsToDelete");
+  write(product.componentsToDelete, json);
+  json.name("componentsToExtract");
+  write(product.componentsToExtract, json);
+  json.endObject();
 }
 
-Json componentToJson(const ComponentChange& component) {
-  Json object = {{"name", toUtf8(component.name)}};
-  addTotals(component, object);
-  return object;
+void writeComponent(const ComponentChange& component, JsonWriter& json) {
+  json.beginObject().member("name", component.name);
+  writeTotals(component, json);
+  json.endObject();
 }
 
-Json packageToExtractToJson(const PackageChange& package) {
-  const auto sizes = [](const PackageSizes& side) {
-    return Json({{"size", side.size}, {"uncompressedBytes", side.uncompressedBytes}});
+void writePackageToExtract(const PackageChange& package, JsonWriter& json) {
+  const auto writeSizes = [](const PackageSizes& side, JsonWriter& object) {
+    object.member("size", side.size).member("uncompressedBytes", side.uncompressedBytes);
   };
   const PackageSizes before = package.before.value_or(PackageSizes());
   const PackageSizes after = package.after.value_or(PackageSizes());
-  return {{"key", toUtf8(package.key)},
-          {"before", package.before ? sizes(before) : Json()},
-          {"after", package.after ? sizes(after) : Json()},
-          {"difference",
-           {{"size", toJson(ByteSum(after.size) - ByteSum(before.size))},
-            {"uncompressedBytes",
-             toJson(ByteSum(after.uncompressedBytes) - ByteSum(before.uncompressedBytes))}}}};
+  json.beginObject().member("key", package.key);
+  writeSide("before", package.before, writeSizes, json);
+  writeSide("after", package.after, writeSizes, json);
+  json.name("difference")
+      .beginObject()
+      .member("size", (ByteSum(after.size) - ByteSum(before.size)).value())
+      .member("uncompressedBytes",
+              (ByteSum(after.uncompressedBytes) - ByteSum(before.uncompressedBytes)).value())
+      .endObject()
+      .endObject();
 }
 
-// What is known of a package is its size alone: of one to delete, and of one with files.
-Json sizeToJson(const std::u16string& key, const std::optional<std::int64_t>& before,
-                const std::optional<std::int64_t>& after) {
-  const auto side = [](const std::optional<std::int64_t>& size) {
-    return size ? Json({{"size", *size}}) : Json();
-  };
+// The members of a package of which the size alone is known: of one to delete, and of one with
+// files.
+void writeMembersOfSize(const std::u16string& key, const std::optional<std::int64_t>& before,
+                        const std::optional<std::int64_t>& after, JsonWriter& json) {
+  const auto writeSize = [](std::int64_t size, JsonWriter& object) { object.member("size", size); };
+  json.member("key", key);
+  writeSide("before", before, writeSize, json);
+  writeSide("after", after, writeSize, json);
   const ByteSum difference = ByteSum(after.value_or(0)) - ByteSum(before.value_or(0));
-  return {{"key", toUtf8(key)},
-          {"before", side(before)},
-          {"after", side(after)},
-          {"difference", {{"size", toJson(difference)}}}};
+  json.name("difference").beginObject().member("size", difference.value()).endObject();
 }
 
-Json packageToDeleteToJson(const PackageChange& package) {
+void writePackageToDelete(const PackageChange& package, JsonWriter& json) {
   const auto size = [](const std::optional<PackageSizes>& side) {
     return side ? std::optional(side->size) : std::nullopt;
   };
-  return sizeToJson(package.key, size(package.before), size(package.after));
+  json.beginObject();
+  writeMembersOfSize(package.key, size(package.before), size(package.after), json);
+  json.endObject();
 }
 
-Json filesToJson(const FilesChange& package) {
-  Json object = sizeToJson(package.key, package.before, package.after);
-  object["component"] = toUtf8(package.component);
-  object["files"] = namesToJson(package.files);
-  return object;
+void writePackageWithFiles(const FilesChange& package, JsonWriter& json) {
+  json.beginObject();
+  writeMembersOfSize(package.key, package.before, package.after, json);
+  json.member("component", package.component).name("files");
+  write(package.files, json);
+  json.endObject();
 }
 
 // Three lists: of what was added, removed and changed.
-template <class Item, class ToJson>
-Json listsToJson(const std::vector<Item>& items, ToJson itemToJson) {
-  Json added = Json::array();
-  Json removed = Json::array();
-  Json changed = Json::array();
-  for (const Item& item : items) {
-    Json& list = !item.before ? added : !item.after ? removed : changed;
-    list.push_back(itemToJson(item));
+template <class Item, class WriteItem>
+void writeLists(const std::vector<Item>& items, WriteItem writeItem, JsonWriter& json) {
+  constexpr std::pair<const char*, Change> kLists[] = {
+      {"added", Change::kAdded}, {"removed", Change::kRemoved}, {"changed", Change::kChanged}};
+  json.beginObject();
+  for (const auto& [name, change] : kLists) {
+    json.name(name).beginArray();
+    for (const Item& item : items) {
+      if (changeOf(item) == change) {
+        writeItem(item, json);
+      }
+    }
+    json.endArray();
   }
-  return {{"added", std::move(added)},
-          {"removed", std::move(removed)},
-          {"changed", std::move(changed)}};
+  json.endObject();
 }
 
-Json totalsToJson(const Difference& difference) {
+void writeTotalsOfAll(const Difference& difference, JsonWriter& json) {
   const Totals& before = difference.totals.before;
   const Totals& after = difference.totals.after;
   const Sides<std::size_t>& files = difference.filesToDelete;
-  Json object = {{"before", totalsToJson(before)},
-                 {"after", totalsToJson(after)},
-                 {"difference", differenceToJson(before, after)}};
-  object["before"]["filesToDelete"] = files.before;
-  object["after"]["filesToDelete"] = files.after;
-  object["difference"]["filesToDelete"] = countDifference(files.before, files.after);
-  return object;
+  json.beginObject().name("before").beginObject();
+  writeMembers(before, json);
+  json.member("filesToDelete", files.before).endObject().name("after").beginObject();
+  writeMembers(after, json);
+  json.member("filesToDelete", files.after).endObject().name("difference").beginObject();
+  writeDifferences(before, after, json);
+  json.member("filesToDelete", countDifference(files.before, files.after)).endObject().endObject();
 }
 
-Json releasesToJson(const std::vector<ReleaseChange>& releases) {
-  Json array = Json::array();
-  for (const ReleaseChange& change : releases) {
-    array.push_back({{"field", change.field},
-                     {"before", toUtf8(change.before)},
-                     {"after", toUtf8(change.after)}});
-  }
-  return array;
+void writeRelease(const ReleaseChange& change, JsonWriter& json) {
+  json.beginObject()
+      .member("field", change.field)
+      .member("before", change.before)
+      .member("after", change.after)
+      .endObject();
 }
 
 }  // namespace
 
 void writeJson(const Difference& difference, const std::optional<Growth>& growth,
                std::ostream& out) {
-  Json document = {{"version", 1}, {"different", !difference.isEmpty()}};
+  JsonWriter json(out);
+  json.beginObject().member("version", 1).member("different", !difference.isEmpty());
   if (growth) {
-    document["growth"] = {{"bytesToFetch", toJson(growth->bytes)},
-                          {"allowed", toJson(growth->allowed)},
-                          {"tooLarge", growth->isTooLarge()}};
+    json.name("growth")
+        .beginObject()
+        .member("bytesToFetch", growth->bytes.value())
+        .member("allowed", growth->allowed.value())
+        .member("tooLarge", growth->isTooLarge())
+        .endObject();
   }
-  document["totals"] = totalsToJson(difference);
-  document["doubtfulSizes"] = {{"before", toJson(difference.doubtfulSizes.before)},
-                               {"after", toJson(difference.doubtfulSizes.after)}};
-  document["releases"] = releasesToJson(difference.releases);
-  document["products"] = listsToJson(difference.products, productToJson);
-  document["components"] = listsToJson(difference.components, componentToJson);
-  document["packagesToDelete"] = listsToJson(difference.packagesToDelete, packageToDeleteToJson);
-  document["packagesToExtract"] = listsToJson(difference.packagesToExtract, packageToExtractToJson);
-  document["filesToDelete"] = listsToJson(difference.packagesWithFiles, filesToJson);
-  writeJson(document, out);
+  json.name("totals");
+  writeTotalsOfAll(difference, json);
+  json.name("doubtfulSizes").beginObject().name("before");
+  write(difference.doubtfulSizes.before, json);
+  json.name("after");
+  write(difference.doubtfulSizes.after, json);
+  json.endObject().name("releases").array(difference.releases, writeRelease);
+  json.name("products");
+  writeLists(difference.products, writeProduct, json);
+  json.name("components");
+  writeLists(difference.components, writeComponent, json);
+  json.name("packagesToDelete");
+  writeLists(difference.packagesToDelete, writePackageToDelete, json);
+  json.name("packagesToExtract");
+  writeLists(difference.packagesToExtract, writePackageToExtract, json);
+  json.name("filesToDelete");
+  writeLists(difference.packagesWithFiles, writePackageWithFiles, json);
+  json.endObject();
   out << '\n';
 }
 

@@ -2,22 +2,23 @@
 
 namespace update_metadata_tool {
 
-OrderedJson toJson(const std::optional<ForeseenException>& exception) {
+void writeException(const std::optional<ForeseenException>& exception, JsonWriter& json) {
   if (!exception) {
-    return nullptr;
+    json.value(nullptr);
+    return;
   }
-  return {{"type", exception->type}, {"text", exception->text}};
+  json.beginObject().member("type", exception->type).member("text", exception->text).endObject();
 }
 
-OrderedJson toJson(const std::array<std::size_t, kRuleCount>& omitted) {
-  OrderedJson counts = OrderedJson::object();
+void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, JsonWriter& json) {
+  json.beginObject();
   for (const RuleDescription& description : allRules()) {
     const std::size_t count = omitted[static_cast<std::size_t>(description.rule)];
     if (count != 0) {
-      counts[description.id] = count;
+      json.member(description.id, count);
     }
   }
-  return counts;
+  json.endObject();
 }
 
 }  // namespace update_metadata_tool

@@ -4,15 +4,15 @@
 #include <cstddef>
 #include <optional>
 
-#include "OrderedJson.h"
+#include "JsonWriter.h"
 #include "lint/Finding.h"
 
 namespace update_metadata_tool {
 
 /// The type and the text of an exception; null if there is none.
-OrderedJson toJson(const std::optional<ForeseenException>& exception);
+void writeException(const std::optional<ForeseenException>& exception, JsonWriter& json);
 
 /// How many findings are omitted of each rule of which some are, by the rules' ids.
-OrderedJson toJson(const std::array<std::size_t, kRuleCount>& omitted);
+void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, JsonWriter& json);
 
 }  // namespace update_metadata_tool

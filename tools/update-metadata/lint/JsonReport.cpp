@@ -1,12 +1,8 @@
 #include "lint/JsonReport.h"
 
-#include <array>
-#include <cstddef>
 #include <optional>
 #include <ostream>
-#include <utility>
 
-#include "OrderedJson.h"
 #include "lint/JsonPieces.h"
 #include "source/LineIndex.h"
 
@@ -15,91 +11,83 @@ namespace {
 
 constexpr int kVersion = 1;
 
-OrderedJson toJson(const RelatedPlace& related, const LineIndex& lines) {
+void writeRelated(const RelatedPlace& related, const LineIndex& lines, JsonWriter& json) {
   const Position position = lines.positionOf(related.offset);
-  return {{"message", related.message},
-          {"line", position.line},
-          {"column", position.column},
-          {"offset", related.offset}};
+  json.beginObject()
+      .member("message", related.message)
+      .member("line", position.line)
+      .member("column", position.column)
+      .member("offset", related.offset)
+      .endObject();
 }
 
-OrderedJson toJson(const Finding& finding, const LineIndex& lines) {
+void writeFinding(const Finding& finding, const LineIndex& lines, JsonWriter& json) {
   const Position position = lines.positionOf(finding.offset);
-  OrderedJson related = OrderedJson::array();
-  for (const RelatedPlace& place : finding.related) {
-    related.push_back(toJson(place, lines));
-  }
-  return {{"rule", describe(finding.rule).id},
-          {"severity", nameOf(finding.severity)},
-          {"message", finding.message},
-          {"advice", finding.advice},
-          {"line", position.line},
-          {"column", position.column},
-          {"offset", finding.offset},
-          {"pointer", finding.pointer},
-          {"length", finding.length},
-          {"item", finding.item},
-          {"related", std::move(related)}};
+  json.beginObject()
+      .member("rule", describe(finding.rule).id)
+      .member("severity", nameOf(finding.severity))
+      .member("message", finding.message)
+      .member("advice", finding.advice)
+      .member("line", position.line)
+      .member("column", position.column)
+      .member("offset", finding.offset)
+      .member("pointer", finding.pointer)
+      .member("length", finding.length)
+      .member("item", finding.item);
+  json.name("related")
+      .array(finding.related, [&lines](const RelatedPlace& place,
+                                       JsonWriter& array) { writeRelated(place, lines, array); })
+      .endObject();
 }
 
 }  // namespace
 
-JsonReport::JsonReport(std::ostream& out) : out_(out) {
-  out_ << "{\"version\":" << kVersion << ",\"files\":[";
-}
-
-void JsonReport::separate() {
-  if (!isFirst_) {
-    out_ << ',';
-  }
-  isFirst_ = false;
+JsonReport::JsonReport(std::ostream& out) : out_(out), json_(out) {
+  json_.beginObject().member("version", kVersion).name("files").beginArray();
 }
 
 void JsonReport::write(const FileReport& report) {
-  separate();
-  out_ << "{\"file\":";
-  writeJson(report.file, out_);
-  out_ << ",\"loads\":" << (report.loads ? "true" : "false") << ",\"exception\":";
-  writeJson(toJson(report.exception), out_);
-  out_ << ",\"findings\":[";
+  json_.beginObject().member("file", report.file).member("loads", report.loads).name("exception");
+  writeException(report.exception, json_);
+  json_.name("findings").beginArray();
   if (!report.findings.empty()) {
     const LineIndex lines(report.text);
-    const char* separator = "";
     for (const Finding& finding : report.findings) {
-      out_ << separator;
-      writeJson(toJson(finding, lines), out_);
-      separator = ",";
+      writeFinding(finding, lines, json_);
     }
   }
-  out_ << "],\"readable\":true,\"readerMessage\":";
-  writeJson(report.readerMessage.empty() ? OrderedJson() : OrderedJson(report.readerMessage), out_);
-  out_ << ",\"omitted\":";
-  writeJson(toJson(report.omitted), out_);
-  out_ << '}';
+  json_.endArray().member("readable", true).name("readerMessage");
+  if (report.readerMessage.empty()) {
+    json_.value(nullptr);
+  } else {
+    json_.value(report.readerMessage);
+  }
+  json_.name("omitted");
+  writeOmitted(report.omitted, json_);
+  json_.endObject();
 }
 
 void JsonReport::write(const UnreadableFile& file) {
-  separate();
-  writeJson({{"file", file.file},
-             {"loads", false},
-             {"exception", toJson(std::optional(file.exception))},
-             {"findings", OrderedJson::array()},
-             {"readable", false},
-             {"readerMessage", nullptr},
-             {"omitted", OrderedJson::object()}},
-            out_);
+  json_.beginObject().member("file", file.file).member("loads", false).name("exception");
+  writeException(file.exception, json_);
+  json_.name("findings").beginArray().endArray();
+  json_.member("readable", false).member("readerMessage", nullptr);
+  json_.name("omitted").beginObject().endObject().endObject();
 }
 
 void JsonReport::finish(const LintTotals& totals) {
-  out_ << "],\"totals\":";
-  writeJson({{"files", totals.files},
-             {"loads", totals.loads},
-             {"unreadable", totals.unreadable},
-             {"errors", totals.errors},
-             {"warnings", totals.warnings},
-             {"infos", totals.infos}},
-            out_);
-  out_ << "}\n";
+  json_.endArray()
+      .name("totals")
+      .beginObject()
+      .member("files", totals.files)
+      .member("loads", totals.loads)
+      .member("unreadable", totals.unreadable)
+      .member("errors", totals.errors)
+      .member("warnings", totals.warnings)
+      .member("infos", totals.infos)
+      .endObject()
+      .endObject();
+  out_ << '\n';
 }
 
 }  // namespace update_metadata_tool

@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 
+#include "JsonWriter.h"
 #include "lint/ReportWriter.h"
 
 namespace update_metadata_tool {
@@ -18,10 +19,8 @@ class JsonReport : public ReportWriter {
   void finish(const LintTotals& totals) override;
 
  private:
-  void separate();
-
   std::ostream& out_;
-  bool isFirst_ = true;
+  JsonWriter json_;
 };
 
 }  // namespace update_metadata_tool

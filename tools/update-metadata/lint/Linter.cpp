@@ -1,5 +1,6 @@
 #include "lint/Linter.h"
 
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -68,6 +69,10 @@ FileReport lintDocument(std::string file, std::string text, const LintOptions& o
     checkDocument(read, options, findings);
   }
   if (report.exception && !findings.hasErrors()) {
+    // The library reports a lack of memory as a text that it cannot parse, but this one it can.
+    if (report.exception->text.rfind("Error while parsing ", 0) == 0) {
+      throw std::bad_alloc();
+    }
     findings.addAt(Rule::kRefused, 0, 1,
                    {"the library refuses the document: " + report.exception->text,
                     "report this, with the document, to those who maintain this program"});

@@ -4,9 +4,7 @@
 #include <cstddef>
 #include <ostream>
 #include <string_view>
-#include <utility>
 
-#include "OrderedJson.h"
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"
@@ -57,26 +55,33 @@ const char* levelOf(Severity severity) {
   }
 }
 
-OrderedJson toMessage(const std::string& text) {
-  return {{"text", text}};
+void writeMessage(const char* name, const std::string& text, JsonWriter& json) {
+  json.name(name).beginObject().member("text", text).endObject();
 }
 
-OrderedJson toJson(const RuleDescription& description) {
-  return {{"id", description.id},
-          {"shortDescription", toMessage(std::string(description.summary) + '.')},
-          {"fullDescription", toMessage(description.explanation)},
-          {"defaultConfiguration", {{"level", levelOf(description.severity)}}}};
+void writeRule(const RuleDescription& description, JsonWriter& json) {
+  json.beginObject().member("id", description.id);
+  writeMessage("shortDescription", std::string(description.summary) + '.', json);
+  writeMessage("fullDescription", description.explanation, json);
+  json.name("defaultConfiguration")
+      .beginObject()
+      .member("level", levelOf(description.severity))
+      .endObject()
+      .endObject();
 }
 
-OrderedJson makeTool() {
-  OrderedJson rules = OrderedJson::array();
+void writeTool(JsonWriter& json) {
+  json.name("tool")
+      .beginObject()
+      .name("driver")
+      .beginObject()
+      .member("name", "update-metadata")
+      .member("version", install::update_metadata_parser::version());
+  json.name("rules").beginArray();
   for (const RuleDescription& description : allRules()) {
-    rules.push_back(toJson(description));
+    writeRule(description, json);
   }
-  return {{"driver",
-           {{"name", "update-metadata"},
-            {"version", install::update_metadata_parser::version()},
-            {"rules", std::move(rules)}}}};
+  json.endArray().endObject().endObject();
 }
 
 /// Finds regions of one file's text.
@@ -84,15 +89,18 @@ class Regions {
  public:
   explicit Regions(std::string_view text) : size_(text.size()), lines_(text), characters_(text) {}
 
-  OrderedJson regionOf(std::size_t begin, std::size_t length) const {
+  void writeRegion(std::size_t begin, std::size_t length, JsonWriter& json) const {
     begin = std::min(begin, size_);
     const std::size_t end = begin + std::min(length, size_ - begin);
-    return {{"startLine", lines_.positionOf(begin).line},
-            {"startColumn", columnOf(begin)},
-            {"endLine", lines_.positionOf(end).line},
-            {"endColumn", columnOf(end)},
-            {"byteOffset", begin},
-            {"byteLength", end - begin}};
+    json.name("region")
+        .beginObject()
+        .member("startLine", lines_.positionOf(begin).line)
+        .member("startColumn", columnOf(begin))
+        .member("endLine", lines_.positionOf(end).line)
+        .member("endColumn", columnOf(end))
+        .member("byteOffset", begin)
+        .member("byteLength", end - begin)
+        .endObject();
   }
 
  private:
@@ -106,50 +114,72 @@ class Regions {
   CharacterIndex characters_;
 };
 
-OrderedJson makePhysicalLocation(const std::string& uri, std::size_t artifact, OrderedJson region) {
-  return {{"artifactLocation", {{"uri", uri}, {"index", artifact}}}, {"region", std::move(region)}};
+/// A place in the file of an artifact.
+struct Place {
+  const Regions& regions;
+  const std::string& uri;
+  std::size_t artifact;  ///< its index
+};
+
+void writePhysicalLocation(const Place& place, std::size_t begin, std::size_t length,
+                           JsonWriter& json) {
+  json.name("physicalLocation")
+      .beginObject()
+      .name("artifactLocation")
+      .beginObject()
+      .member("uri", place.uri)
+      .member("index", place.artifact)
+      .endObject();
+  place.regions.writeRegion(begin, length, json);
+  json.endObject();
 }
 
-// One result. `artifact` is the index of its file, whose URI is `uri`.
-OrderedJson toJson(const Finding& finding, const Regions& regions, const std::string& uri,
-                   std::size_t artifact) {
-  OrderedJson location = {
-      {"physicalLocation",
-       makePhysicalLocation(uri, artifact, regions.regionOf(finding.offset, finding.length))}};
+void writeLocations(const Finding& finding, const Place& place, JsonWriter& json) {
+  json.name("locations").beginArray().beginObject();
+  writePhysicalLocation(place, finding.offset, finding.length, json);
   if (!finding.pointer.empty()) {
-    OrderedJson logical;
+    json.name("logicalLocations").beginArray().beginObject();
     if (!finding.item.empty()) {
-      logical["name"] = finding.item;
+      json.member("name", finding.item);
     }
-    logical["fullyQualifiedName"] = finding.pointer;
-    location["logicalLocations"] = OrderedJson::array({std::move(logical)});
+    json.member("fullyQualifiedName", finding.pointer).endObject().endArray();
   }
-  OrderedJson result = {
-      {"ruleId", describe(finding.rule).id},
-      {"ruleIndex", static_cast<std::size_t>(finding.rule)},
-      {"level", levelOf(finding.severity)},
-      {"message", toMessage(toSentence(finding.message) + ' ' + toSentence(finding.advice))},
-      {"locations", OrderedJson::array({std::move(location)})}};
+  json.endObject().endArray();
+}
+
+void writeRelatedLocations(const Finding& finding, const Place& place, JsonWriter& json) {
+  json.name("relatedLocations").beginArray();
+  std::size_t id = 0;
+  for (const RelatedPlace& related : finding.related) {
+    json.beginObject().member("id", id++);
+    writeMessage("message", toSentence(related.message), json);
+    writePhysicalLocation(place, related.offset, 1, json);
+    json.endObject();
+  }
+  json.endArray();
+}
+
+// One result.
+void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) {
+  json.beginObject()
+      .member("ruleId", describe(finding.rule).id)
+      .member("ruleIndex", static_cast<std::size_t>(finding.rule))
+      .member("level", levelOf(finding.severity));
+  writeMessage("message", toSentence(finding.message) + ' ' + toSentence(finding.advice), json);
+  writeLocations(finding, place, json);
   if (!finding.related.empty()) {
-    OrderedJson& locations = result["relatedLocations"] = OrderedJson::array();
-    for (const RelatedPlace& related : finding.related) {
-      locations.push_back(
-          {{"id", locations.size()},
-           {"message", toMessage(toSentence(related.message))},
-           {"physicalLocation",
-            makePhysicalLocation(uri, artifact, regions.regionOf(related.offset, 1))}});
-    }
+    writeRelatedLocations(finding, place, json);
   }
-  return result;
+  json.endObject();
 }
 
 }  // namespace
 
-SarifReport::SarifReport(std::ostream& out) : out_(out) {
-  out_ << "{\"$schema\":\"" << kSchema << "\",\"version\":\"" << kVersion
-       << "\",\"runs\":[{\"tool\":";
-  writeJson(makeTool(), out_);
-  out_ << ",\"columnKind\":\"unicodeCodePoints\",\"results\":[";
+SarifReport::SarifReport(std::ostream& out) : out_(out), json_(out) {
+  json_.beginObject().member("$schema", kSchema).member("version", kVersion);
+  json_.name("runs").beginArray().beginObject();
+  writeTool(json_);
+  json_.member("columnKind", "unicodeCodePoints").name("results").beginArray();
 }
 
 void SarifReport::write(const FileReport& report) {
@@ -165,9 +195,7 @@ void SarifReport::write(const FileReport& report) {
   }
   const Regions regions(report.text);
   for (const Finding& finding : report.findings) {
-    out_ << (isFirstResult_ ? "" : ",");
-    isFirstResult_ = false;
-    writeJson(toJson(finding, regions, uri, artifact), out_);
+    writeFinding(finding, {regions, uri, artifact}, json_);
   }
 }
 
@@ -176,29 +204,27 @@ void SarifReport::write(const UnreadableFile& file) {
 }
 
 void SarifReport::finish(const LintTotals& /*totals*/) {
-  OrderedJson artifacts = OrderedJson::array();
+  json_.endArray().name("artifacts").beginArray();
   for (const Artifact& artifact : artifacts_) {
-    OrderedJson properties = {{"loads", artifact.loads},
-                              {"exception", toJson(artifact.exception)},
-                              {"omitted", toJson(artifact.omitted)}};
-    artifacts.push_back(
-        {{"location", {{"uri", artifact.uri}}}, {"properties", std::move(properties)}});
+    json_.beginObject().name("location").beginObject().member("uri", artifact.uri).endObject();
+    json_.name("properties").beginObject().member("loads", artifact.loads).name("exception");
+    writeException(artifact.exception, json_);
+    json_.name("omitted");
+    writeOmitted(artifact.omitted, json_);
+    json_.endObject().endObject();
   }
-  OrderedJson notifications = OrderedJson::array();
+  json_.endArray().name("invocations").beginArray().beginObject();
+  json_.member("executionSuccessful", unreadable_.empty());
+  json_.name("toolExecutionNotifications").beginArray();
   for (const UnreadableFile& file : unreadable_) {
-    const OrderedJson place = {
-        {"physicalLocation", {{"artifactLocation", {{"uri", toUri(file.file)}}}}}};
-    notifications.push_back({{"level", "error"},
-                             {"message", toMessage(file.exception.text)},
-                             {"locations", OrderedJson::array({place})}});
+    json_.beginObject().member("level", "error");
+    writeMessage("message", file.exception.text, json_);
+    json_.name("locations").beginArray().beginObject().name("physicalLocation").beginObject();
+    json_.name("artifactLocation").beginObject().member("uri", toUri(file.file)).endObject();
+    json_.endObject().endObject().endArray().endObject();
   }
-  out_ << "],\"artifacts\":";
-  writeJson(artifacts, out_);
-  out_ << ",\"invocations\":[";
-  writeJson({{"executionSuccessful", unreadable_.empty()},
-             {"toolExecutionNotifications", std::move(notifications)}},
-            out_);
-  out_ << "]}]}\n";
+  json_.endArray().endObject().endArray().endObject().endArray().endObject();
+  out_ << '\n';
 }
 
 }  // namespace update_metadata_tool

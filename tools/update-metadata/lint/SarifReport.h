@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "JsonWriter.h"
 #include "lint/ReportWriter.h"
 
 namespace update_metadata_tool {
@@ -35,7 +36,7 @@ class SarifReport : public ReportWriter {
   };
 
   std::ostream& out_;
-  bool isFirstResult_ = true;
+  JsonWriter json_;
   std::vector<Artifact> artifacts_;
   std::map<std::string, std::size_t> artifactsByUri_;
   std::vector<UnreadableFile> unreadable_;

@@ -1,42 +1,28 @@
 #include "plan/JsonOutput.h"
 
 #include <ostream>
-#include <utility>
 #include <vector>
 
-#include "OrderedJson.h"
-#include "Text.h"
+#include "JsonWriter.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = OrderedJson;
-
-Json productsToJson(const std::vector<Product>& products) {
-  Json array = Json::array();
-  for (const Product& product : products) {
-    array.push_back({{"name", toUtf8(product.name)}, {"baseCode", toJson(product.baseCode)}});
-  }
-  return array;
+void writeProduct(const Product& product, JsonWriter& json) {
+  json.beginObject().member("name", product.name).member("baseCode", product.baseCode).endObject();
 }
 
-Json packagesToDeleteToJson(const std::vector<Package>& packages) {
-  Json array = Json::array();
-  for (const Package& package : packages) {
-    array.push_back({{"key", toUtf8(package.key)}, {"size", package.size}});
-  }
-  return array;
+void writePackageToDelete(const Package& package, JsonWriter& json) {
+  json.beginObject().member("key", package.key).member("size", package.size).endObject();
 }
 
-Json packagesToExtractToJson(const std::vector<Package>& packages) {
-  Json array = Json::array();
-  for (const Package& package : packages) {
-    array.push_back({{"key", toUtf8(package.key)},
-                     {"size", package.size},
-                     {"uncompressedBytes", package.uncompressedBytes}});
-  }
-  return array;
+void writePackageToExtract(const Package& package, JsonWriter& json) {
+  json.beginObject()
+      .member("key", package.key)
+      .member("size", package.size)
+      .member("uncompressedBytes", package.uncompressedBytes)
+      .endObject();
 }
 
 const char* nameOf(FileState state) {
@@ -55,74 +41,90 @@ const char* nameOf(FileState state) {
   return "unknown";
 }
 
+// An array of what `valueOf` gives for each file that was looked for.
+template <class ValueOf>
+void writeFound(const char* name, const PlannedFiles& package, ValueOf valueOf, JsonWriter& json) {
+  json.name(name).beginArray();
+  for (const PlannedFile& file : package.files) {
+    if (file.installed) {
+      json.value(valueOf(*file.installed));
+    }
+  }
+  json.endArray();
+}
+
 // The path that a file outside leads to, as it is; null for any other.
-Json leadsToJson(const InstalledFile& file) {
-  return file.state == FileState::kOutside ? Json(file.detail) : Json();
+std::optional<std::string> pathOutside(const InstalledFile& file) {
+  return file.state == FileState::kOutside ? std::optional(file.detail) : std::nullopt;
 }
 
 // Why a file has its state; null if there is nothing to say.
-Json reasonToJson(const InstalledFile& file) {
-  return file.state == FileState::kOutside || file.detail.empty() ? Json() : Json(file.detail);
+std::optional<std::string> reasonFor(const InstalledFile& file) {
+  return file.state == FileState::kOutside || file.detail.empty() ? std::nullopt
+                                                                  : std::optional(file.detail);
 }
 
 // With what was found of each file, in the same order, if they were looked for.
-Json filesToDeleteToJson(const std::vector<PlannedFiles>& packages, bool areLookedFor) {
-  Json array = Json::array();
-  for (const PlannedFiles& package : packages) {
-    Json files = Json::array();
-    Json states = Json::array();
-    Json leadsTo = Json::array();
-    Json reasons = Json::array();
-    for (const PlannedFile& file : package.files) {
-      files.push_back(toUtf8(file.path));
-      if (file.installed) {
-        states.push_back(nameOf(file.installed->state));
-        leadsTo.push_back(leadsToJson(*file.installed));
-        reasons.push_back(reasonToJson(*file.installed));
-      }
-    }
-    array.push_back(
-        {{"key", toUtf8(package.key)}, {"size", package.size}, {"files", std::move(files)}});
-    if (areLookedFor) {
-      array.back()["states"] = std::move(states);
-      array.back()["leadsTo"] = std::move(leadsTo);
-      array.back()["reasons"] = std::move(reasons);
-    }
+void writePackageWithFiles(const PlannedFiles& package, bool areLookedFor, JsonWriter& json) {
+  json.beginObject().member("key", package.key).member("size", package.size);
+  json.name("files").array(
+      package.files, [](const PlannedFile& file, JsonWriter& array) { array.value(file.path); });
+  if (areLookedFor) {
+    writeFound(
+        "states", package, [](const InstalledFile& file) { return nameOf(file.state); }, json);
+    writeFound("leadsTo", package, pathOutside, json);
+    writeFound("reasons", package, reasonFor, json);
   }
-  return array;
+  json.endObject();
 }
 
-Json totalsToJson(const Totals& totals) {
-  return {{"bytesToFetch", toJson(totals.bytesToFetch)},
-          {"bytesUnpacked", toJson(totals.bytesUnpacked)},
-          {"bytesDeleted", toJson(totals.bytesDeleted)},
-          {"netChange", toJson(totals.netChange())},
-          {"peakNeed", toJson(totals.peakNeed())}};
+void write(const Totals& totals, JsonWriter& json) {
+  json.beginObject()
+      .member("bytesToFetch", totals.bytesToFetch.value())
+      .member("bytesUnpacked", totals.bytesUnpacked.value())
+      .member("bytesDeleted", totals.bytesDeleted.value())
+      .member("netChange", totals.netChange().value())
+      .member("peakNeed", totals.peakNeed().value())
+      .endObject();
+}
+
+void write(const InstalledCounts& counts, JsonWriter& json) {
+  json.beginObject()
+      .member("present", counts.present)
+      .member("missing", counts.missing)
+      .member("folder", counts.folder)
+      .member("outside", counts.outside)
+      .member("unknown", counts.unknown)
+      .endObject();
 }
 
 }  // namespace
 
 void writeJson(const Contents& contents, const Plan& plan,
                const std::optional<InstalledCounts>& counts, std::ostream& out) {
-  Json document = {{"version", 1}};
-  document["base"] = toJson(contents.base);
-  document["target"] = targetToJson(contents);
-  document["arch"] = toUtf8(contents.architecture);
-  document["products"] = productsToJson(plan.products);
-  document["packagesToDelete"] = packagesToDeleteToJson(plan.packagesToDelete);
-  document["packagesToExtract"] = packagesToExtractToJson(plan.packagesToExtract);
-  document["filesToDelete"] = filesToDeleteToJson(plan.filesToDelete, counts.has_value());
-  document["totals"] = totalsToJson(plan.totals);
-  document["doubtfulSizes"] = toJson(plan.doubtfulSizes);
-  document["productsLeftOut"] = productsToJson(plan.leftOut);
+  JsonWriter json(out);
+  json.beginObject().member("version", 1).name("base");
+  write(contents.base, json);
+  json.name("target");
+  writeTarget(contents.target, contents.targetUpdateLevel, json);
+  json.member("arch", contents.architecture);
+  json.name("products").array(plan.products, writeProduct);
+  json.name("packagesToDelete").array(plan.packagesToDelete, writePackageToDelete);
+  json.name("packagesToExtract").array(plan.packagesToExtract, writePackageToExtract);
+  json.name("filesToDelete")
+      .array(plan.filesToDelete, [&counts](const PlannedFiles& package, JsonWriter& array) {
+        writePackageWithFiles(package, counts.has_value(), array);
+      });
+  json.name("totals");
+  write(plan.totals, json);
+  json.name("doubtfulSizes");
+  write(plan.doubtfulSizes, json);
+  json.name("productsLeftOut").array(plan.leftOut, writeProduct);
   if (counts) {
-    document["installed"] = {{"present", counts->present},
-                             {"missing", counts->missing},
-                             {"folder", counts->folder},
-                             {"outside", counts->outside},
-                             {"unknown", counts->unknown}};
+    json.name("installed");
+    write(*counts, json);
   }
-  writeJson(document, out);
+  json.endObject();
   out << '\n';
 }
 

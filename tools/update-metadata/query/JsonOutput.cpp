@@ -1,64 +1,55 @@
 #include "query/JsonOutput.h"
 
 #include <ostream>
-#include <string>
-#include <utility>
 
-#include "OrderedJson.h"
-#include "Text.h"
+#include "JsonWriter.h"
+#include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = OrderedJson;
-
-// Appends a member. Keys of an answer differ by themselves, so that none is searched for, which
-// would take a time quadratic in their number.
-void append(Json& object, const std::u16string& key, Json value) {
-  using Members = Json::object_t;
-  object.get_ref<Members&>().Members::Container::emplace_back(toUtf8(key), std::move(value));
+void write(const PackageKeys& keys, JsonWriter& json) {
+  json.array(keys);
 }
 
-Json toJson(const std::set<std::u16string>& strings) {
-  Json array = Json::array();
-  for (const std::u16string& string : strings) {
-    array.push_back(toUtf8(string));
-  }
-  return array;
-}
-
-Json toJson(const PackageKeysByBaseCode& keysByBaseCode) {
-  Json object = Json::object();
+void write(const PackageKeysByBaseCode& keysByBaseCode, JsonWriter& json) {
+  json.beginObject();
   for (const auto& [baseCode, keys] : keysByBaseCode) {
-    append(object, baseCode, toJson(keys));
+    json.name(baseCode).array(keys);
   }
-  return object;
+  json.endObject();
 }
 
-Json toJson(const Packages& packages) {
-  return std::visit([](const auto& keys) { return toJson(keys); }, packages);
-}
-
-Json toJson(const Release& release) {
-  return {{"family", toUtf8(release.family)}, {"version", toUtf8(release.version)}};
+void write(const Packages& packages, JsonWriter& json) {
+  std::visit([&json](const auto& keys) { write(keys, json); }, packages);
 }
 
 }  // namespace
 
 void writeJson(const Answers& answers, std::ostream& out) {
-  Json document = {{"base", toJson(answers.base)}, {"target", toJson(answers.target)}};
-  document["target"]["updateLevel"] = answers.targetUpdateLevel;
-  document["componentsToDelete"] = toJson(answers.packagesToDelete);
-  document["componentsToExtract"] = toJson(answers.packagesToExtract);
-  Json& sizesByKey = document["updateSizeForComponentsToExtract"] = Json::object();
+  JsonWriter json(out);
+  json.beginObject().name("base");
+  write(answers.base, json);
+  json.name("target");
+  writeTarget(answers.target, answers.targetUpdateLevel, json);
+  json.name("componentsToDelete");
+  write(answers.packagesToDelete, json);
+  json.name("componentsToExtract");
+  write(answers.packagesToExtract, json);
+  json.name("updateSizeForComponentsToExtract").beginObject();
   for (const auto& [key, sizes] : answers.sizesToExtract) {
-    append(sizesByKey, key, {{"size", sizes.first}, {"uncompressedBytes", sizes.second}});
+    json.name(key)
+        .beginObject()
+        .member("size", sizes.first)
+        .member("uncompressedBytes", sizes.second)
+        .endObject();
   }
-  Json& filesByKey = document["componentsWithFilesToDelete"] = Json::object();
+  json.endObject().name("componentsWithFilesToDelete").beginObject();
   for (const auto& [key, filesAndSize] : answers.filesToDelete) {
-    append(filesByKey, key, {{"size", filesAndSize.second}, {"files", toJson(filesAndSize.first)}});
+    json.name(key).beginObject().member("size", filesAndSize.second);
+    json.name("files").array(filesAndSize.first).endObject();
   }
-  writeJson(document, out);
+  json.endObject().endObject();
   out << '\n';
 }
 

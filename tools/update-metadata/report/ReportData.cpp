@@ -2,153 +2,142 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ios>
 #include <numeric>
+#include <optional>
 #include <sstream>
-#include <vector>
 
-#include "OrderedJson.h"
-#include "Text.h"
+#include "JsonWriter.h"
 #include "source/LineIndex.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
+#include "summary/SummaryJson.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool {
 namespace {
 
-using Json = OrderedJson;
-
 constexpr std::size_t kMostFindings = 10'000;
 
-Json toJson(const Release& release) {
-  return {{"family", toUtf8(release.family)}, {"version", toUtf8(release.version)}};
+void writeBytes(const Totals& totals, JsonWriter& json) {
+  json.member("bytesToFetch", toPlainNumber(totals.bytesToFetch))
+      .member("bytesUnpacked", toPlainNumber(totals.bytesUnpacked))
+      .member("bytesDeleted", toPlainNumber(totals.bytesDeleted));
 }
 
-void addBytes(const Totals& totals, Json& object) {
-  object["bytesToFetch"] = toPlainNumber(totals.bytesToFetch);
-  object["bytesUnpacked"] = toPlainNumber(totals.bytesUnpacked);
-  object["bytesDeleted"] = toPlainNumber(totals.bytesDeleted);
+void writeSums(const Totals& totals, JsonWriter& json) {
+  json.member("packagesToExtract", totals.packagesToExtract)
+      .member("packagesToDelete", totals.packagesToDelete);
+  writeBytes(totals, json);
 }
 
-void addSums(const Totals& totals, Json& object) {
-  object["packagesToExtract"] = totals.packagesToExtract;
-  object["packagesToDelete"] = totals.packagesToDelete;
-  addBytes(totals, object);
+void writePackageToExtract(const Package& package, JsonWriter& json) {
+  json.beginArray()
+      .value(package.key)
+      .value(package.size)
+      .value(package.uncompressedBytes)
+      .endArray();
 }
 
-Json listPackagesToExtract(const Contents& contents) {
-  Json list = Json::array();
-  for (const Package& package : contents.packagesToExtract) {
-    list.push_back({toUtf8(package.key), package.size, package.uncompressedBytes});
-  }
-  return list;
+void writePackageToDelete(const Package& package, JsonWriter& json) {
+  json.beginArray().value(package.key).value(package.size).endArray();
 }
 
-Json listPackagesToDelete(const Contents& contents) {
-  Json list = Json::array();
-  for (const Package& package : contents.packagesToDelete) {
-    // Two elements, the first a string, would be taken for a member of an object.
-    list.push_back(Json::array({toUtf8(package.key), package.size}));
-  }
-  return list;
-}
-
-Json listComponents(const Contents& contents, const Tally& tally) {
-  Json list = Json::array();
+void writeComponents(const Contents& contents, const Tally& tally, JsonWriter& json) {
+  json.beginArray();
   for (std::size_t number = 0; number != contents.components.size(); ++number) {
     const Component& component = contents.components[number];
-    Json object = {{"name", toUtf8(component.name)},
-                   {"packagesToExtract", component.packagesToExtract},
-                   {"packagesToDelete", component.packagesToDelete}};
-    addBytes(tally.totalsOfComponent(number), object);
-    list.push_back(std::move(object));
+    json.beginObject().member("name", component.name);
+    json.name("packagesToExtract").array(component.packagesToExtract);
+    json.name("packagesToDelete").array(component.packagesToDelete);
+    writeBytes(tally.totalsOfComponent(number), json);
+    json.endObject();
   }
-  return list;
+  json.endArray();
 }
 
-Json listProducts(const Contents& contents, Tally& tally) {
-  Json list = Json::array();
+void writeProducts(const Contents& contents, Tally& tally, JsonWriter& json) {
+  json.beginArray();
   for (std::size_t number = 0; number != contents.products.size(); ++number) {
     const Product& product = contents.products[number];
-    Json object = {{"name", toUtf8(product.name)},
-                   {"baseCode", product.baseCode ? Json(toUtf8(*product.baseCode)) : Json(nullptr)},
-                   {"componentsToExtract", product.componentsToExtract},
-                   {"componentsToDelete", product.componentsToDelete}};
-    addSums(tally.totalsOfProduct(number), object);
-    list.push_back(std::move(object));
+    json.beginObject().member("name", product.name).member("baseCode", product.baseCode);
+    json.name("componentsToExtract").array(product.componentsToExtract);
+    json.name("componentsToDelete").array(product.componentsToDelete);
+    writeSums(tally.totalsOfProduct(number), json);
+    json.endObject();
   }
-  return list;
+  json.endArray();
 }
 
-Json listFiles(const std::vector<std::u16string>& files) {
-  Json list = Json::array();
-  for (const std::u16string& file : files) {
-    list.push_back(toUtf8(file));
-  }
-  return list;
+void writePackageWithFiles(const PackageWithFiles& package, JsonWriter& json) {
+  json.beginObject().member("key", package.key).member("size", package.size);
+  json.name("files").array(package.files).endObject();
 }
 
-Json listComponentsWithFiles(const Contents& contents) {
-  Json list = Json::array();
-  for (const ComponentWithFiles& component : contents.componentsWithFiles) {
-    Json packages = Json::array();
-    for (const PackageWithFiles& package : component.packages) {
-      packages.push_back({{"key", toUtf8(package.key)},
-                          {"size", package.size},
-                          {"files", listFiles(package.files)}});
-    }
-    list.push_back({{"name", toUtf8(component.name)}, {"packages", std::move(packages)}});
-  }
-  return list;
+void writeComponentWithFiles(const ComponentWithFiles& component, JsonWriter& json) {
+  json.beginObject().member("name", component.name);
+  json.name("packages").array(component.packages, writePackageWithFiles).endObject();
 }
 
-Json toJson(const Finding& finding, const LineIndex& lines) {
+void write(const Finding& finding, const LineIndex& lines, JsonWriter& json) {
   const Position position = lines.positionOf(finding.offset);
-  return {{"severity", nameOf(finding.severity)},
-          {"rule", describe(finding.rule).id},
-          {"line", position.line},
-          {"column", position.column},
-          {"message", finding.message},
-          {"advice", finding.advice},
-          {"item", finding.item},
-          {"pointer", finding.pointer}};
+  json.beginObject()
+      .member("severity", nameOf(finding.severity))
+      .member("rule", describe(finding.rule).id)
+      .member("line", position.line)
+      .member("column", position.column)
+      .member("message", finding.message)
+      .member("advice", finding.advice)
+      .member("item", finding.item)
+      .member("pointer", finding.pointer)
+      .endObject();
 }
 
-void addFindings(const FileReport& linting, Json& data) {
+void writeFindings(const FileReport& linting, JsonWriter& json) {
   const LineIndex lines(linting.text);
   const std::size_t listed = std::min(linting.findings.size(), kMostFindings);
-  Json& list = data["findings"] = Json::array();
+  json.name("findings").beginArray();
   for (std::size_t place = 0; place != listed; ++place) {
-    list.push_back(toJson(linting.findings[place], lines));
+    write(linting.findings[place], lines, json);
   }
-  data["omittedFindings"] = std::accumulate(linting.omitted.begin(), linting.omitted.end(),
-                                            linting.findings.size() - listed);
+  json.endArray();
+  json.member("omittedFindings", std::accumulate(linting.omitted.begin(), linting.omitted.end(),
+                                                 linting.findings.size() - listed));
+}
+
+void writeData(const std::u16string& file, const Contents& contents, const FileReport& linting,
+               JsonWriter& json) {
+  Tally tally(contents);
+  json.beginObject().member("version", 1).member("file", file).name("base");
+  write(contents.base, json);
+  json.name("target");
+  writeTarget(contents.target, contents.targetUpdateLevel, json);
+  json.member("arch", contents.architecture).name("totals").beginObject();
+  writeSums(tally.totalsOfAll(), json);
+  json.member("filesToDelete", countFilesToDelete(contents)).endObject();
+  const DoubtfulSizes doubtful = countDoubtfulSizes(contents, tally.selectAll());
+  json.member("doubtfulSizes",
+              doubtful.areAny() ? std::optional(describe(doubtful)) : std::nullopt);
+  json.name("packagesToExtract").array(contents.packagesToExtract, writePackageToExtract);
+  json.name("packagesToDelete").array(contents.packagesToDelete, writePackageToDelete);
+  json.name("components");
+  writeComponents(contents, tally, json);
+  json.name("products");
+  writeProducts(contents, tally, json);
+  json.name("componentsWithFiles").array(contents.componentsWithFiles, writeComponentWithFiles);
+  writeFindings(linting, json);
+  json.endObject();
 }
 
 }  // namespace
 
 std::string makeReportData(const std::u16string& file, const Contents& contents,
                            const FileReport& linting) {
-  Tally tally(contents);
-  Json data = {{"version", 1},
-               {"file", toUtf8(file)},
-               {"base", toJson(contents.base)},
-               {"target", toJson(contents.target)},
-               {"arch", toUtf8(contents.architecture)}};
-  data["target"]["updateLevel"] = contents.targetUpdateLevel;
-  Json& totals = data["totals"];
-  addSums(tally.totalsOfAll(), totals);
-  totals["filesToDelete"] = countFilesToDelete(contents);
-  const DoubtfulSizes doubtful = countDoubtfulSizes(contents, tally.selectAll());
-  data["doubtfulSizes"] = doubtful.areAny() ? Json(describe(doubtful)) : Json(nullptr);
-  data["packagesToExtract"] = listPackagesToExtract(contents);
-  data["packagesToDelete"] = listPackagesToDelete(contents);
-  data["components"] = listComponents(contents, tally);
-  data["products"] = listProducts(contents, tally);
-  data["componentsWithFiles"] = listComponentsWithFiles(contents);
-  addFindings(linting, data);
   std::ostringstream text;
-  writeJson(data, text);
+  // Else memory that is short would end the text early, without a word.
+  text.exceptions(std::ios_base::badbit);
+  JsonWriter json(text);
+  writeData(file, contents, linting, json);
   return text.str();
 }
 

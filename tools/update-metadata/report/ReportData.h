@@ -33,7 +33,7 @@ namespace update_metadata_tool {
 /// those of a document always fit. "doubtfulSizes" is what DoubtfulSizes.h says of those that no
 /// package can have, if there are any. Of the findings there are the first ten thousand, and the
 /// number of the others. It is one line, in which characters that a terminal must not be sent are
-/// escaped, as by writeJson() of OrderedJson.h.
+/// escaped, as by JsonWriter.
 ///
 /// \param file     the document's name, to show
 /// \param linting  what the linter says of the document

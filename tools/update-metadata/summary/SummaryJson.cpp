@@ -1,34 +1,35 @@
 #include "summary/SummaryJson.h"
 
-#include <cstdint>
-
-#include "Text.h"
-
 namespace update_metadata_tool {
 
-using Json = nlohmann::ordered_json;
-
-Json toJson(const ByteSum& sum) {
-  const std::optional<std::int64_t> value = sum.value();
-  return value ? Json(*value) : Json();
+void write(const Release& release, JsonWriter& json) {
+  json.beginObject()
+      .member("family", release.family)
+      .member("version", release.version)
+      .endObject();
 }
 
-Json toJson(const Release& release) {
-  return {{"family", toUtf8(release.family)}, {"version", toUtf8(release.version)}};
+void writeTarget(const Release& release, int updateLevel, JsonWriter& json) {
+  json.beginObject()
+      .member("family", release.family)
+      .member("version", release.version)
+      .member("updateLevel", updateLevel)
+      .endObject();
 }
 
-Json targetToJson(const Contents& contents) {
-  Json target = toJson(contents.target);
-  target["updateLevel"] = contents.targetUpdateLevel;
-  return target;
+void write(const DoubtfulSizes& sizes, JsonWriter& json) {
+  json.beginObject()
+      .member("negative", sizes.negative)
+      .member("truncated", sizes.truncated)
+      .endObject();
 }
 
-Json toJson(const std::optional<std::u16string>& text) {
-  return text ? Json(toUtf8(*text)) : Json();
-}
-
-Json toJson(const DoubtfulSizes& sizes) {
-  return {{"negative", sizes.negative}, {"truncated", sizes.truncated}};
+void writeMembers(const Totals& totals, JsonWriter& json) {
+  json.member("packagesToDelete", totals.packagesToDelete)
+      .member("packagesToExtract", totals.packagesToExtract)
+      .member("bytesToFetch", totals.bytesToFetch.value())
+      .member("bytesUnpacked", totals.bytesUnpacked.value())
+      .member("bytesDeleted", totals.bytesDeleted.value());
 }
 
 }  // namespace update_metadata_tool

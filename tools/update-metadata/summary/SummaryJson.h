@@ -1,29 +1,23 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
-#include <nlohmann/json.hpp>
-
-#include "summary/ByteSum.h"
-#include "summary/Contents.h"
+#include "JsonWriter.h"
+#include "Release.h"
 #include "summary/DoubtfulSizes.h"
+#include "summary/Totals.h"
 
 namespace update_metadata_tool {
 
-/// The number of bytes; null if it does not fit into 64 bits.
-nlohmann::ordered_json toJson(const ByteSum& sum);
-
 /// {"family", "version"}
-nlohmann::ordered_json toJson(const Release& release);
+void write(const Release& release, JsonWriter& json);
 
-/// The same for the target release, with "updateLevel" at its end.
-nlohmann::ordered_json targetToJson(const Contents& contents);
-
-/// The text, null without one.
-nlohmann::ordered_json toJson(const std::optional<std::u16string>& text);
+/// The same for a target release, with "updateLevel" at its end.
+void writeTarget(const Release& release, int updateLevel, JsonWriter& json);
 
 /// {"negative", "truncated"}
-nlohmann::ordered_json toJson(const DoubtfulSizes& sizes);
+void write(const DoubtfulSizes& sizes, JsonWriter& json);
+
+/// The members "packagesToDelete", "packagesToExtract", "bytesToFetch", "bytesUnpacked" and
+/// "bytesDeleted". A number of bytes that does not fit into 64 bits is null.
+void writeMembers(const Totals& totals, JsonWriter& json);
 
 }  // namespace update_metadata_tool

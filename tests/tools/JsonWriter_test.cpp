@@ -1,11 +1,16 @@
-#include "OrderedJson.h"
+#include "JsonWriter.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "Text.h"
 #include "support/RunTool.h"
@@ -14,14 +19,18 @@
 namespace update_metadata_tool {
 namespace {
 
+using namespace std::string_literals;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
 
-std::string written(const OrderedJson& json) {
+// What `write` writes.
+template <class Write>
+std::string written(Write write) {
   std::ostringstream out;
-  writeJson(json, out);
+  JsonWriter json(out);
+  write(json);
   return out.str();
 }
 
@@ -38,7 +47,9 @@ std::ostream& operator<<(std::ostream& out, const WrittenString& row) {
 class WrittenStrings : public ::testing::TestWithParam<WrittenString> {};
 
 TEST_P(WrittenStrings, HaveEscapesForWhatNoTerminalShallGet) {
-  EXPECT_EQ(written(GetParam().text), '"' + GetParam().written + '"');
+  const std::string& text = GetParam().text;
+  EXPECT_EQ(written([&text](JsonWriter& json) { json.value(text); }),
+            '"' + GetParam().written + '"');
 }
 
 const WrittenString kWrittenStrings[] = {
@@ -63,18 +74,48 @@ INSTANTIATE_TEST_SUITE_P(Strings, WrittenStrings, ::testing::ValuesIn(kWrittenSt
                          [](const auto& row) { return row.param.name; });
 
 TEST(WrittenJson, MeansTheSame) {
-  OrderedJson strings = OrderedJson::array();
+  std::vector<std::string> strings;
   for (char32_t code = 0; code < 0x10000; ++code) {
     if (code < 0xD800 || code > 0xDFFF) {
       strings.push_back(toUtf8(std::u16string(3, static_cast<char16_t>(code))));
     }
   }
-  EXPECT_EQ(OrderedJson::parse(written(strings)), strings);
+  const std::string json = written([&strings](JsonWriter& array) { array.array(strings); });
+  EXPECT_EQ(nlohmann::json::parse(json), nlohmann::json(strings));
 }
 
-TEST(WrittenJson, KeepsTheOrderOfMembersAndEscapesTheirNames) {
-  EXPECT_EQ(written({{"z\xC2\x9B", 1}, {"a", {true, nullptr}}}),
-            R"({"z\u009b":1,"a":[true,null]})");
+TEST(WrittenJson, HasMembersInTheOrderOfWritingAndEscapesTheirNames) {
+  EXPECT_EQ(written([](JsonWriter& json) {
+              json.beginObject().member("z\xC2\x9B", 1).name(u"a\"").beginArray();
+              json.value(true).value(nullptr).endArray().endObject();
+            }),
+            R"({"z\u009b":1,"a\"":[true,null]})");
+}
+
+TEST(WrittenJson, PartsValuesWithCommasWhateverStandsBeforeThem) {
+  EXPECT_EQ(written([](JsonWriter& json) {
+              json.beginArray().beginArray().endArray().beginObject().endObject();
+              json.value("").value(u"\xD800").value(false).endArray();
+            }),
+            "[[],{},\"\",\"\xEF\xBF\xBD\",false]");
+}
+
+TEST(WrittenJson, HasNumbersWhole) {
+  EXPECT_EQ(written([](JsonWriter& json) {
+              json.array(std::vector{std::numeric_limits<std::int64_t>::min(), std::int64_t{0},
+                                     std::numeric_limits<std::int64_t>::max()});
+            }),
+            "[-9223372036854775808,0,9223372036854775807]");
+  EXPECT_EQ(written([](JsonWriter& json) { json.value(std::numeric_limits<std::size_t>::max()); }),
+            "18446744073709551615");
+}
+
+TEST(WrittenJson, HasNullForAMissingValue) {
+  EXPECT_EQ(written([](JsonWriter& json) {
+              json.beginObject().member("none", std::optional<int>());
+              json.member("some", std::optional(u"text"s)).endObject();
+            }),
+            R"({"none":null,"some":"text"})");
 }
 
 struct Writer {
