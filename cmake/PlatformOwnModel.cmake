@@ -47,5 +47,6 @@ ump_add_platform(
           mf/zero/Name.h
           mf/zero/PrimitiveSequence.h
           mf/zero/ReferenceCollection.h
+          mf/zero/ReferenceCount.h
           mf/zero/Uuid.h
   LINKS platform::foundation)

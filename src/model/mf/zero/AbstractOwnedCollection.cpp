@@ -32,7 +32,7 @@ AbstractOwnedCollection::~AbstractOwnedCollection() {
   }
   for (std::size_t index = 0; index != size(); ++index) {
     ElementImpl& child = at(index, elementBytes);
-    if (--child.references_ == 0) {
+    if (child.references_.drop()) {
       ModelElement::destroy(child);
     }
   }

@@ -13,6 +13,7 @@
 #include "mf/zero/ElementClass.h"
 #include "mf/zero/Model.h"
 #include "mf/zero/Name.h"
+#include "mf/zero/ReferenceCount.h"
 #include "mf/zero/Uuid.h"
 
 namespace mf::zero {
@@ -64,10 +65,10 @@ class FOUNDATION_EXPORT ElementImpl {
   // A container without references is being destroyed: a handle to it would destroy it again. The
   // first of its lists to go runs foreign code while children in the others still have the link.
   bool hasLivingContainer() const noexcept {
-    return container_ != nullptr && container_->references_ != 0;
+    return container_ != nullptr && !container_->references_.isZero();
   }
 
-  std::uint32_t references_ = 0;
+  ReferenceCount<std::uint32_t> references_;
   std::uint8_t propertyNumber_ = 0;  // of the container's class; meaningless without a container
   bool proxy_ = false;
   bool everAttached_ = false;         // an element that never was cannot be in any list yet
@@ -110,13 +111,13 @@ class FOUNDATION_EXPORT ModelElement {
   /// by themselves: outside the framework there is no reason to call this.
   void addRef() const noexcept {
     if (impl_ != nullptr) {
-      ++impl_->references_;
+      impl_->references_.add();
     }
   }
 
   /// Drops a reference; with the last one the element is freed. Nothing happens to an empty handle.
   void removeRef() const noexcept {
-    if (impl_ != nullptr && --impl_->references_ == 0) {
+    if (impl_ != nullptr && impl_->references_.drop()) {
       destroy(*impl_);
     }
   }

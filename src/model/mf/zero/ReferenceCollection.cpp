@@ -37,7 +37,7 @@ void ReferenceCollection::reserve(std::size_t count) {
 }
 
 void ReferenceCollection::replace(std::size_t index, ElementImpl& element) const noexcept {
-  ++element.references_;
+  element.references_.add();
   // The handle takes over the reference of the place, and drops it.
   ModelElement replaced;
   replaced.impl_ = std::exchange(places_[index], &element);

@@ -63,7 +63,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
       first_ = &element;
     }
     ++size_;
-    ++element.references_;
+    element.references_.add();
   }
 
   /// Makes room for `count` elements in all, unless the list is a run.

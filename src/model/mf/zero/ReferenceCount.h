@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <limits>
+
+namespace mf::zero {
+
+/// A number of references, counted in an unsigned type.
+///
+/// It never wraps: once it has reached the type's largest value it stays there, and nothing that
+/// it counts is freed any more. Leaking references without end wastes memory but frees nothing that
+/// is in use. A count belongs to one thread at a time.
+template <class Unsigned>
+class ReferenceCount {
+ public:
+  /// Takes a reference.
+  void add() noexcept { count_ = static_cast<Unsigned>(count_ + (count_ != kStuck ? 1 : 0)); }
+
+  /// Drops a reference and says whether it was the last. \pre there is one.
+  [[nodiscard]] bool drop() noexcept {
+    count_ = static_cast<Unsigned>(count_ - (count_ != kStuck ? 1 : 0));
+    return count_ == 0;
+  }
+
+  /// Says whether there is no reference.
+  bool isZero() const noexcept { return count_ == 0; }
+
+ private:
+  static constexpr Unsigned kStuck = std::numeric_limits<Unsigned>::max();
+
+  Unsigned count_ = 0;
+};
+
+}  // namespace mf::zero
