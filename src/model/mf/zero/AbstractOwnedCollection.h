@@ -60,7 +60,7 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
     const void* start = reinterpret_cast<const char*>(this) - distance_;
     return *static_cast<ElementImpl*>(const_cast<void*>(start));
   }
-  const ContainedProperty& property() const noexcept;
+  FOUNDATION_HIDDEN const ContainedProperty& property() const noexcept;
   ElementImpl& replacePlaceholder(ElementImpl& found, std::size_t index) const;
 
   std::uint8_t distance_;  // from the start of the owner, in bytes: shorter than a pointer to it

@@ -98,7 +98,7 @@ class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
   Iterator end() const noexcept { return Iterator(nullptr); }
 
  private:
-  bool holds(std::u16string_view value) const noexcept;
+  FOUNDATION_HIDDEN bool holds(std::u16string_view value) const noexcept;
 
   const ElementImpl* owner_;
   CompactString::Stored* first_ = nullptr;

@@ -43,7 +43,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
   }
 
   /// Tells whether `element` stands in the list. Linear time, constant for a run.
-  bool holds(const ElementImpl& element, std::size_t elementBytes) const noexcept;
+  FOUNDATION_HIDDEN bool holds(const ElementImpl& element, std::size_t elementBytes) const noexcept;
 
   /// Makes sure that push() has room for `element`.
   /// \throws std::bad_alloc  nothing has changed then
@@ -72,7 +72,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
 
   /// Puts `element` in the place of the one at `index`, taking the one reference and dropping the
   /// other. \pre the list is no run.
-  void replace(std::size_t index, ElementImpl& element) const noexcept;
+  FOUNDATION_HIDDEN void replace(std::size_t index, ElementImpl& element) const noexcept;
 
  private:
   ElementImpl& runAt(std::size_t index, std::size_t elementBytes) const noexcept {
