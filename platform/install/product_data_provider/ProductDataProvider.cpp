@@ -119,6 +119,29 @@ std::uint32_t toProductNumber(std::string_view digits) {
   return number;
 }
 
+/// Reads one row. Its controlling product is the one of that name in `controllingProducts`, which
+/// gets it if it is new.
+///
+/// \throws std::runtime_error  the line has another form
+template <class ControllingProducts>
+std::shared_ptr<const Product> readProduct(std::string_view line,
+                                           ControllingProducts& controllingProducts) {
+  const auto fields = splitFields(line);
+  auto product = std::make_shared<Product>();
+  product->baseCode = fl::i18n::to_ustring(fields[kBaseCode]);
+  product->name = fl::i18n::to_ustring(fields[kName]);
+  product->number = toProductNumber(fields[kNumber]);
+  if (!fields[kControllingProduct].empty()) {
+    const std::u16string name = fl::i18n::to_ustring(fields[kControllingProduct]);
+    std::shared_ptr<const ControllingProduct>& controlling = controllingProducts[name];
+    if (!controlling) {
+      controlling = std::make_shared<ControllingProduct>(ControllingProduct{name});
+    }
+    product->controllingProduct = controlling;
+  }
+  return product;
+}
+
 }  // namespace
 
 ProductDataProvider::ProductDataProvider(std::u16string productDataLocation)
@@ -134,36 +157,21 @@ ProductDataProvider::ProductDataProvider(std::u16string productDataLocation)
     if (reader.line().empty() && reader.atLastLine()) {
       break;
     }
+    std::shared_ptr<const Product> product;
     try {
-      addProduct(reader.line());
+      product = readProduct(reader.line(), controllingProductsByName_);
     } catch (const std::runtime_error& reason) {
       throw std::runtime_error(fl::i18n::to_string(table) + ':' + std::to_string(reader.number()) +
                                ": " + reason.what());
     }
+    // try_emplace keeps what an earlier row has put there, in each table on its own.
+    productsByBaseCode_.try_emplace(product->baseCode, product);
+    productsByName_.try_emplace(product->name, product);
+    productsByNumber_.try_emplace(product->number, product);
   }
 }
 
 ProductDataProvider::~ProductDataProvider() = default;
-
-void ProductDataProvider::addProduct(std::string_view line) {
-  const auto fields = splitFields(line);
-  auto product = std::make_shared<Product>();
-  product->baseCode = fl::i18n::to_ustring(fields[kBaseCode]);
-  product->name = fl::i18n::to_ustring(fields[kName]);
-  product->number = toProductNumber(fields[kNumber]);
-  if (!fields[kControllingProduct].empty()) {
-    const std::u16string name = fl::i18n::to_ustring(fields[kControllingProduct]);
-    std::shared_ptr<const ControllingProduct>& controlling = controllingProductsByName_[name];
-    if (!controlling) {
-      controlling = std::make_shared<ControllingProduct>(ControllingProduct{name});
-    }
-    product->controllingProduct = controlling;
-  }
-  // try_emplace keeps what an earlier row has put there, in each table on its own.
-  productsByBaseCode_.try_emplace(product->baseCode, product);
-  productsByName_.try_emplace(product->name, product);
-  productsByNumber_.try_emplace(product->number, product);
-}
 
 std::u16string ProductDataProvider::getProductBaseCode(const std::u16string& productName) const {
   const auto found = productsByName_.find(productName);

@@ -3,10 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 
 #include "install/product_data_provider/Export.h"
 
@@ -42,14 +41,15 @@ class PRODUCT_DATA_PROVIDER_EXPORT ProductDataProvider {
  public:
   /// Reads the catalogue from `productDataLocation`: a folder that holds products.tsv, or that file
   /// itself under any name. If the location, or the file in the folder, does not exist, the
-  /// catalogue is empty.
+  /// catalogue is empty; so it is if a folder above the location may not be searched.
   ///
-  /// \throws std::runtime_error  (exactly) the file exists but cannot be opened or read: the text
-  ///                             names the file and the reason; or a line is empty, has another
-  ///                             number of fields than four or has a bad number: the text names the
-  ///                             file, the line (from 1) and the reason
+  /// \throws std::runtime_error  (exactly) the file exists but cannot be opened or read, or the
+  ///                             folder may not be searched: the text names the file or folder and
+  ///                             the reason; or a line is empty, has another number of fields
+  ///                             than four or has a bad number: the text names the file, the line
+  ///                             (from 1) and the reason
   ///
-  /// Linear in the size of the file.
+  /// O(n log n) comparisons for n rows, whatever they hold.
   explicit ProductDataProvider(std::u16string productDataLocation);
 
   ProductDataProvider(const ProductDataProvider&) = delete;
@@ -70,14 +70,15 @@ class PRODUCT_DATA_PROVIDER_EXPORT ProductDataProvider {
       const std::u16string& name) const;
 
  private:
-  void addProduct(std::string_view line);
+  // Ordered, because the table is not trusted: no choice of names or numbers makes a look-up slow.
+  template <class Key, class Record>
+  using Records = std::map<Key, std::shared_ptr<const Record>>;
 
   std::u16string location_;
-  std::unordered_map<std::u16string, std::shared_ptr<const Product>> productsByBaseCode_;
-  std::unordered_map<std::u16string, std::shared_ptr<const Product>> productsByName_;
-  std::unordered_map<std::uint32_t, std::shared_ptr<const Product>> productsByNumber_;
-  std::unordered_map<std::u16string, std::shared_ptr<const ControllingProduct>>
-      controllingProductsByName_;
+  Records<std::u16string, Product> productsByBaseCode_;
+  Records<std::u16string, Product> productsByName_;
+  Records<std::uint32_t, Product> productsByNumber_;
+  Records<std::u16string, ControllingProduct> controllingProductsByName_;
 };
 
 }  // namespace install::product_data_provider

@@ -1,19 +1,26 @@
 #include "install/product_data_provider/ProductDataProvider.h"
 
+#include <sys/stat.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <typeinfo>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "fl/i18n.h"
+#include "support/HashCollisions.h"
 #include "support/TemporaryFolder.h"
+#include "support/WithoutRights.h"
 
 namespace {
 
@@ -21,7 +28,9 @@ using namespace std::string_literals;
 using install::product_data_provider::ControllingProduct;
 using install::product_data_provider::Product;
 using install::product_data_provider::ProductDataProvider;
+using test_support::HashCollisions;
 using test_support::TemporaryFolder;
+using test_support::WithoutRights;
 
 const std::string kHeader = "base code\tname\tnumber\tcontrolling product\n";
 
@@ -228,6 +237,27 @@ TEST(ProductTable, MayHaveManyRows) {
   EXPECT_EQ(row(catalogue->findByNumber(50'000)), u"C50000|Product 50000|50000|Main");
 }
 
+// With look-ups by std::hash these rows would take minutes.
+TEST(ProductTable, MayHaveRowsWhoseKeysShareOneHash) {
+  constexpr std::size_t kRows = 40'000;
+  const std::vector<std::u16string> names = HashCollisions::names(kRows);
+  const std::vector<std::uint32_t> numbers = HashCollisions::numbers(kRows);
+  const std::hash<std::u16string> hash;
+  ASSERT_EQ(hash(names.front()), hash(names.back()));
+  std::string table = kHeader;
+  for (std::size_t row = 0; row != kRows; ++row) {
+    const std::string name = fl::i18n::to_string(names[row]);
+    table += name + '\t' + name + '\t' + std::to_string(numbers[row]) + '\t' + name + '\n';
+  }
+  const Catalogue catalogue(table);
+  for (std::size_t row = 0; row != kRows; ++row) {
+    ASSERT_EQ(catalogue->getProductBaseCode(names[row]), names[row]);
+    ASSERT_EQ(catalogue->getProductName(names[row]), names[row]);
+    ASSERT_EQ(catalogue->findByNumber(numbers[row])->name, names[row]);
+    ASSERT_EQ(catalogue->findControllingProduct(names[row])->name, names[row]);
+  }
+}
+
 // ---------------------------------------------------------------------------------------------
 // What a table may not look like.
 
@@ -324,6 +354,33 @@ TEST(ProductDataLocation, FailsForAFileThatCannotBeOpened) {
   folder.makeFolder("nested/products.tsv");
   EXPECT_EQ(failure(folder, folder.path("nested")), "@/nested/products.tsv: cannot be opened");
   EXPECT_EQ(failure(folder, folder.path("nested/")), "@/nested/products.tsv: cannot be opened");
+}
+
+/// A folder "locked" that may not be searched. It has a catalogue, and so has a folder in it.
+class LockedFolder : public ::testing::Test {
+ protected:
+  LockedFolder() {
+    folder_.writeFile("locked/products.tsv", kHeader + "A\tOne\t1\t\n");
+    folder_.writeFile("locked/inside/products.tsv", kHeader + "A\tOne\t1\t\n");
+    ::chmod(folder_.nativePath().c_str(), 0755);
+    ::chmod(folder_.nativePath("locked").c_str(), 0);
+  }
+  ~LockedFolder() override { ::chmod(folder_.nativePath("locked").c_str(), 0700); }
+
+  const TemporaryFolder folder_;
+};
+
+TEST_F(LockedFolder, CannotBeOpenedAsALocation) {
+  const WithoutRights withoutRights;
+  EXPECT_EQ(failure(folder_, folder_.path("locked")), "@/locked: cannot be opened");
+  EXPECT_EQ(failure(folder_, folder_.path("locked/")), "@/locked/: cannot be opened");
+}
+
+TEST_F(LockedFolder, HidesTheLocationsInIt) {
+  for (const char* location : {"locked/products.tsv", "locked/inside", "locked/missing"}) {
+    const WithoutRights withoutRights;
+    EXPECT_EQ(ProductDataProvider(folder_.path(location)).getProductName(u"A"), u"") << location;
+  }
 }
 
 TEST(ProductDataLocation, FailsForAFileThatCannotBeRead) {
