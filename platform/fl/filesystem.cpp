@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <locale>
 #include <optional>
 
 #include "fl/i18n.h"
@@ -41,6 +42,8 @@ basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::
     setstate(std::ios_base::failbit);
     return;
   }
+  // Before the file is opened, and so for every byte of it: a global locale may convert characters.
+  imbue(std::locale::classic());
   open(*native, mode);
   // The platform opens a folder for reading and refuses only the first read.
   if (is_open() && isFolder(*native)) {

@@ -21,7 +21,7 @@ bool exists(const std::u16string& path);
 template <class CharT>
 class basic_ifstream;
 
-/// Reads the bytes of a file unchanged.
+/// Reads the bytes of a file unchanged, whatever the global locale: the stream has the classic one.
 ///
 /// Whether the file was opened is told by is_open(), and by failbit as for every file stream.
 /// Whatever can be read as a sequence of bytes opens: a file, a device, a FIFO, whose writers are

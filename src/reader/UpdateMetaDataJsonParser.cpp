@@ -1,6 +1,5 @@
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
-#include <algorithm>
 #include <exception>
 #include <ios>
 #include <stdexcept>
@@ -8,11 +7,11 @@
 
 #include "fl/filesystem.h"
 #include "fl/i18n.h"
-#include "foundation/core/large_pages.h"
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "json/JsonText.h"
+#include "reader/StreamText.h"
 
 namespace install::update_metadata_parser {
 namespace {
@@ -24,53 +23,6 @@ using foundation::json::Value;
 constexpr const char* kMissingFile = "Update MetaData Json file does not exist ";
 constexpr const char* kUnopenedFile = "Error opening Update MetaData Json File";
 constexpr const char* kParseFailure = "Error while parsing ";
-
-// Bytes asked for at a time, and by how much the room for them grows: room that is never filled
-// costs address space only.
-constexpr std::size_t kReadBytes = std::size_t{64} << 10;
-constexpr std::size_t kGrowth = 4;
-
-// What a file says of its size is believed up to here; a longer one is read all the same.
-constexpr std::streamoff kMostBelieved = std::streamoff{1} << 30;
-
-// The bytes that a stream buffer at its beginning seems to have; 0 if it cannot tell.
-std::size_t sizeHint(std::streambuf& buffer) {
-  const std::streamoff end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
-  if (end <= 0) {
-    return 0;
-  }
-  if (buffer.pubseekpos(0, std::ios_base::in) != std::streampos(0)) {
-    throw std::ios_base::failure("a file that has an end has lost its beginning");
-  }
-  return end <= kMostBelieved ? static_cast<std::size_t>(end) : 0;
-}
-
-void reserve(std::string& text, std::size_t room) {
-  text.reserve(room);
-  foundation::core::adviseLargePages(text.data(), text.capacity());
-}
-
-// Takes all that a stream buffer gives, to its end, whatever the file says of its size.
-std::string readToEnd(std::streambuf& buffer) {
-  std::string text;
-  const std::size_t hint = sizeHint(buffer);
-  // One byte more than there seem to be: only a read that asks for it meets the end.
-  reserve(text, hint != 0 ? hint + 1 : kReadBytes);
-  for (;;) {
-    const std::size_t size = text.size();
-    if (size == text.capacity()) {
-      reserve(text, text.capacity() * kGrowth);
-    }
-    const std::size_t asked = std::min(kReadBytes, text.capacity() - size);
-    text.resize(size + asked);
-    const auto got = static_cast<std::size_t>(
-        buffer.sgetn(text.data() + size, static_cast<std::streamsize>(asked)));
-    if (got < asked) {
-      text.resize(size + got);
-      return text;
-    }
-  }
-}
 
 }  // namespace
 

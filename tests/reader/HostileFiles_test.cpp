@@ -1,9 +1,9 @@
 // Paths that lead to no document, and files of every kind.
 
-#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <memory>
 #include <ostream>
@@ -18,19 +18,23 @@
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "reader/SampleDocument.h"
 #include "support/Failure.h"
+#include "support/Locales.h"
 #include "support/RecordingParser.h"
 #include "support/TemporaryFolder.h"
+#include "support/WithoutRights.h"
 
 namespace install::update_metadata_parser {
 namespace {
 
 using namespace std::string_literals;
+using test_support::ConvertingLocaleScope;
 using test_support::failureOf;
 using test_support::RecordingParser;
 using test_support::sampleCalls;
 using test_support::sampleDocument;
 using test_support::TemporaryFolder;
 using test_support::toJson;
+using test_support::WithoutRights;
 using ::testing::ElementsAre;
 
 const std::string kMissing = "std::runtime_error: Update MetaData Json file does not exist ";
@@ -109,20 +113,6 @@ TEST(UnopenedFile, IsASocket) {
   const TemporaryFolder folder;
   EXPECT_EQ(load(folder.makeSocket("document.json")), kUnopened);
 }
-
-/// Lets the calling thread use the file system as a user without rights, even as an administrator.
-class WithoutRights {
- public:
-  WithoutRights() : before_(::setfsuid(kNobody)) {}
-  WithoutRights(const WithoutRights&) = delete;
-  WithoutRights& operator=(const WithoutRights&) = delete;
-  ~WithoutRights() { ::setfsuid(static_cast<uid_t>(before_)); }
-
- private:
-  static constexpr uid_t kNobody = 65534;
-
-  int before_;
-};
 
 TEST(UnopenedFile, IsOneThatMayNotBeRead) {
   const TemporaryFolder folder;
@@ -204,6 +194,13 @@ TEST(ReadFile, ReturnsTheBytesUnchanged) {
   EXPECT_EQ(readFile(folder.writeFile("document.json", "")), "");
 }
 
+TEST(ReadFile, ReturnsTheBytesUnchangedUnderALocaleThatConvertsThem) {
+  const TemporaryFolder folder;
+  const std::u16string path = folder.writeFile("document.json", "[1,2,1]");
+  const ConvertingLocaleScope locale;
+  EXPECT_EQ(readFile(path), "[1,2,1]");
+}
+
 TEST(ReadFile, ReturnsFilesOfEverySizeWhole) {
   const TemporaryFolder folder;
   std::string bytes;
@@ -217,11 +214,12 @@ TEST(ReadFile, ReturnsFilesOfEverySizeWhole) {
   }
 }
 
-TEST(ReadFile, MakesRoomForNoMoreThanTheFileHas) {
+TEST(ReadFile, MakesRoomForNoMoreThanTheFileHasOrAMegabyte) {
   const TemporaryFolder folder;
-  for (const std::size_t size : {100U, 65536U, 3'000'000U}) {
+  constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+  for (const std::size_t size : {std::size_t{100}, kMegabyte - 1, kMegabyte, 3 * kMegabyte}) {
     const std::u16string path = folder.writeFile("document.json", std::string(size, 'x'));
-    EXPECT_LE(readFile(path).capacity(), size + 16);
+    EXPECT_LE(readFile(path).capacity(), std::max(size, kMegabyte) + 16) << size;
   }
 }
 

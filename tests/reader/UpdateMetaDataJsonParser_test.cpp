@@ -256,18 +256,39 @@ TEST(Facade, SharesTheHandlerWithTheParserAlone) {
   EXPECT_EQ(parser.handler.use_count(), 2);
 }
 
-TEST(Facade, OutlivesTheParserAndStillAnswers) {
+TEST(Facade, OutlivesTheParserAndAnswersEveryQuestion) {
+  const TemporaryFolder folder;
+  const std::u16string catalogue =
+      folder.writeFile("products.tsv", "header\nPR\tPress\t1\t\nSC\tScale\t2\t\n");
   auto parser = std::make_unique<TextParser>(toJson(sampleDocument()));
   const auto facade = parser->parseUpdateMetaDataJson();
   const std::weak_ptr<UpdateMetaDataHandler> handler = parser->handler;
   parser.reset();
   EXPECT_EQ(handler.use_count(), 1);
+
+  EXPECT_EQ(facade->getBaseReleaseFamily(), u"Garden");
+  EXPECT_EQ(facade->getTargetReleaseFamily(), u"Orchard");
   EXPECT_EQ(facade->getBaseReleaseVersion(), u"1.0");
-  const std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> files = {
-      {u"docs_guide", {{u"guide/old.txt"}, 30}},
-      {u"help_index", {{}, 31}},
-      {u"help_pages", {{u"a.html", u"b.html"}, 32}}};
-  EXPECT_EQ(facade->getComponentsWithFilesToDelete(), files);
+  EXPECT_EQ(facade->getTargetReleaseVersion(), u"1.1");
+  EXPECT_EQ(facade->getTargetUpdateLevelForQorv(), 7);
+
+  using Keys = std::set<std::u16string>;
+  const Keys extracted = {u"core_new", u"extra_gain", u"extra_in"};
+  EXPECT_EQ(facade->getComponentsToExtract(catalogue),
+            (std::map<std::u16string, Keys>{{u"PR", extracted}, {u"SC", extracted}}));
+  EXPECT_EQ(facade->getComponentsToExtract(u"PR", catalogue), extracted);
+  const Keys deleted = {u"core_old", u"extra_out", u"extra_shed"};
+  EXPECT_EQ(facade->getComponentsToDelete(catalogue),
+            (std::map<std::u16string, Keys>{{u"PR", {u"core_old"}}, {u"SC", deleted}}));
+  EXPECT_EQ(facade->getComponentsToDelete(u"SC", catalogue), deleted);
+  EXPECT_EQ(facade->getComponentsWithFilesToDelete(),
+            (std::map<std::u16string, std::pair<Keys, std::int64_t>>{
+                {u"docs_guide", {{u"guide/old.txt"}, 30}},
+                {u"help_index", {{}, 31}},
+                {u"help_pages", {{u"a.html", u"b.html"}, 32}}}));
+  EXPECT_EQ(facade->getUpdateSizeForComponentsToExtract(),
+            (std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>{
+                {u"core_new", {20, 40}}, {u"extra_gain", {70, 140}}, {u"extra_in", {80, 160}}}));
 }
 
 TEST(Failure, LeavesTheNewHandlerWithTheParserAlone) {

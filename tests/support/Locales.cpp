@@ -1,7 +1,9 @@
 #include "support/Locales.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
+#include <cwchar>
 #include <locale>
 #include <stdexcept>
 
@@ -26,6 +28,17 @@ struct Commas : std::numpunct<char> {
   std::string do_grouping() const override { return "\3"; }
 };
 
+struct OnesAsTwos : std::codecvt<char, char, std::mbstate_t> {
+  bool do_always_noconv() const noexcept override { return false; }
+  result do_in(std::mbstate_t&, const char* from, const char* fromEnd, const char*& fromNext,
+               char* to, char* toEnd, char*& toNext) const override {
+    const auto count = std::min(fromEnd - from, toEnd - to);
+    fromNext = from + count;
+    toNext = std::replace_copy(from, fromNext, to, '1', '2');
+    return fromNext == fromEnd ? ok : partial;
+  }
+};
+
 }  // namespace
 
 LocaleScope::LocaleScope(const std::string& name) : before_(std::setlocale(LC_ALL, nullptr)) {
@@ -41,6 +54,13 @@ LocaleScope::LocaleScope(const std::string& name) : before_(std::setlocale(LC_AL
 LocaleScope::~LocaleScope() {
   std::locale::global(streamsBefore_);
   std::setlocale(LC_ALL, before_.c_str());
+}
+
+ConvertingLocaleScope::ConvertingLocaleScope()
+    : before_(std::locale::global(std::locale(std::locale::classic(), new OnesAsTwos))) {}
+
+ConvertingLocaleScope::~ConvertingLocaleScope() {
+  std::locale::global(before_);
 }
 
 }  // namespace test_support

@@ -28,4 +28,17 @@ class LocaleScope {
   std::locale streamsBefore_;
 };
 
+/// Puts all streams under a locale whose files are not what their bytes are: every '1' is read as a
+/// '2'. For the time of its life.
+class ConvertingLocaleScope {
+ public:
+  ConvertingLocaleScope();
+  ConvertingLocaleScope(const ConvertingLocaleScope&) = delete;
+  ConvertingLocaleScope& operator=(const ConvertingLocaleScope&) = delete;
+  ~ConvertingLocaleScope();
+
+ private:
+  std::locale before_;
+};
+
 }  // namespace test_support

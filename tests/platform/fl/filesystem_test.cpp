@@ -1,6 +1,5 @@
 #include "fl/filesystem.h"
 
-#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,13 +13,17 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Locales.h"
 #include "support/TemporaryFolder.h"
+#include "support/WithoutRights.h"
 
 namespace {
 
 using namespace std::string_literals;
 using fl::filesystem::exists;
+using test_support::ConvertingLocaleScope;
 using test_support::TemporaryFolder;
+using test_support::WithoutRights;
 
 using Stream = fl::filesystem::basic_ifstream<char>;
 
@@ -55,20 +58,6 @@ Verdict verdict(const std::u16string& path) {
 constexpr Verdict kReadable = {true, true};
 constexpr Verdict kThereButClosed = {true, false};
 constexpr Verdict kAbsent = {false, false};
-
-/// Lets the calling thread use the file system as a user without rights, even as an administrator.
-class WithoutRights {
- public:
-  WithoutRights() : before_(::setfsuid(kNobody)) {}
-  WithoutRights(const WithoutRights&) = delete;
-  WithoutRights& operator=(const WithoutRights&) = delete;
-  ~WithoutRights() { ::setfsuid(static_cast<uid_t>(before_)); }
-
- private:
-  static constexpr uid_t kNobody = 65534;
-
-  int before_;
-};
 
 TEST(FileSystem, SeesAndOpensAFile) {
   const TemporaryFolder folder;
@@ -178,6 +167,16 @@ TEST(InputFileStream, ReadsTheBytesUnchanged) {
   const std::string bytes = "\xEF\xBB\xBF \t{\0}\r\n\xFF\x1A\n\n"s;
   Stream stream(folder.writeFile("document.json", bytes));
   EXPECT_EQ(readAll(stream), bytes);
+}
+
+TEST(InputFileStream, ReadsTheBytesUnchangedUnderALocaleThatConvertsThem) {
+  const TemporaryFolder folder;
+  const std::u16string path = folder.writeFile("document.json", "[1,2,1]");
+  const ConvertingLocaleScope locale;
+  std::ifstream converted(folder.nativePath("document.json"));
+  ASSERT_EQ(std::string(std::istreambuf_iterator<char>(converted), {}), "[2,2,2]");
+  Stream stream(path);
+  EXPECT_EQ(readAll(stream), "[1,2,1]");
 }
 
 TEST(InputFileStream, ReadsAnEmptyFile) {

@@ -1,0 +1,97 @@
+#include "reader/StreamText.h"
+
+#include <cstddef>
+#include <ios>
+#include <ostream>
+#include <streambuf>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace install::update_metadata_parser {
+namespace {
+
+constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+
+char byteAt(std::size_t offset) {
+  return static_cast<char>(offset % 251);
+}
+
+/// Gives a number of bytes, as many at a time as it likes, and cannot seek.
+class ForwardBuffer : public std::streambuf {
+ public:
+  ForwardBuffer(std::size_t size, std::size_t atATime) : size_(size), atATime_(atATime) {}
+
+  bool wasSought() const { return wasSought_; }
+
+ protected:
+  int_type underflow() override {
+    if (offset_ == size_) {
+      return traits_type::eof();
+    }
+    given_.clear();
+    for (; given_.size() != atATime_ && offset_ != size_; ++offset_) {
+      given_ += byteAt(offset_);
+    }
+    setg(given_.data(), given_.data(), given_.data() + given_.size());
+    return traits_type::to_int_type(given_.front());
+  }
+
+  pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
+    wasSought_ = true;
+    return pos_type(off_type(-1));
+  }
+
+  pos_type seekpos(pos_type, std::ios_base::openmode) override {
+    wasSought_ = true;
+    return pos_type(off_type(-1));
+  }
+
+ private:
+  std::size_t size_;
+  std::size_t atATime_;
+  std::size_t offset_ = 0;
+  std::string given_;
+  bool wasSought_ = false;
+};
+
+struct Stretch {
+  const char* name;
+  std::size_t size;
+};
+
+void PrintTo(const Stretch& stretch, std::ostream* stream) {
+  *stream << stretch.name;
+}
+
+constexpr Stretch kStretches[] = {
+    {"Nothing", 0},
+    {"AByte", 1},
+    {"OneByteLessThanAMegabyte", kMegabyte - 1},
+    {"AMegabyte", kMegabyte},
+    {"OneByteMoreThanAMegabyte", kMegabyte + 1},
+    {"TwoPieces", 2 * kMegabyte},
+    {"OneByteMoreThanTwoPieces", 2 * kMegabyte + 1},
+    {"ThreePieces", 4 * kMegabyte},
+    {"ThreePiecesAndAHalf", 6 * kMegabyte},
+};
+
+class StreamOf : public ::testing::TestWithParam<Stretch> {};
+
+INSTANTIATE_TEST_SUITE_P(Sizes, StreamOf, ::testing::ValuesIn(kStretches),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(StreamOf, IsReadToItsEndWithoutASeek) {
+  for (const std::size_t atATime : {std::size_t{1000}, 3 * kMegabyte}) {
+    ForwardBuffer buffer(GetParam().size, atATime);
+    const std::string text = readToEnd(buffer);
+    ASSERT_EQ(text.size(), GetParam().size);
+    for (std::size_t offset = 0; offset != text.size(); ++offset) {
+      ASSERT_EQ(text[offset], byteAt(offset)) << offset;
+    }
+    EXPECT_FALSE(buffer.wasSought());
+  }
+}
+
+}  // namespace
+}  // namespace install::update_metadata_parser
