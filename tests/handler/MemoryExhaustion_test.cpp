@@ -1,7 +1,9 @@
 // What the handler leaves behind when memory runs out at any single allocation.
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,8 @@
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdatePkgData.h"
+#include "mf/zero/Uuid.h"
+#include "support/CatalogueHandler.h"
 #include "support/FailingAllocation.h"
 #include "support/ModelDump.h"
 #include "support/TemporaryFolder.h"
@@ -19,8 +23,11 @@ namespace install::update_metadata_parser {
 namespace {
 
 using datamodels::product_update::PkgDataWithFilesToDelete;
+using datamodels::product_update::ProductDeltaData;
+using test_support::CatalogueHandler;
 using test_support::dump;
 using test_support::failEachAllocation;
+using test_support::FailingAllocation;
 using test_support::liveBlocks;
 
 const std::u16string kLong = u"a name that does not fit into the string object itself";
@@ -81,6 +88,95 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
     EXPECT_EQ(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().size(), 201u);
   }
   EXPECT_EQ(liveBlocks(), before);
+}
+
+/// The names of many components and their packages: so many texts that some allocations come in the
+/// middle of a component. All of them are new to the model in each `round`.
+struct ManyComponents {
+  static constexpr std::size_t kComponents = 200;
+  static constexpr std::size_t kPkgs = 5;
+
+  explicit ManyComponents(std::size_t round) {
+    for (std::size_t component = 0; component != kComponents; ++component) {
+      names.push_back(kLong + number(round * kComponents + component));
+      for (std::size_t pkg = 0; pkg != kPkgs; ++pkg) {
+        const std::u16string name = names.back() + number(pkg);
+        pkgsToDelete[names.back()].emplace(name, 1);
+        pkgsToExtract[names.back()].push_back({name, 1, 2});
+      }
+    }
+  }
+
+  static std::u16string number(std::size_t value) {
+    const std::string digits = ' ' + std::to_string(value);
+    return std::u16string(digits.begin(), digits.end());
+  }
+
+  std::vector<std::u16string> names;
+  UpdateMetaDataHandler::PkgsToDelete pkgsToDelete;
+  UpdateMetaDataHandler::PkgsToExtract pkgsToExtract;
+};
+
+/// Has each allocation of `appendTo(product, many)` fail. `pkgCountsOf` gives how many packages
+/// each component has that the product has afterwards.
+template <class AppendTo, class PkgCountsOf>
+void expectWholeComponentsOnly(const CatalogueHandler& handler, AppendTo appendTo,
+                               PkgCountsOf pkgCountsOf) {
+  const std::vector<std::size_t> all(ManyComponents::kComponents, ManyComponents::kPkgs);
+  std::size_t cutOff = 0;
+  for (std::size_t nth = 0;; ++nth) {
+    const ManyComponents many(nth);
+    const auto product = ProductDeltaData::create(handler.model, mf::zero::Uuid());
+    bool failed = false;
+    try {
+      const FailingAllocation failing(nth);
+      appendTo(product, many);
+    } catch (const std::bad_alloc&) {
+      failed = true;
+    }
+    const std::vector<std::size_t> counts = pkgCountsOf(product);
+    ASSERT_TRUE(std::equal(counts.begin(), counts.end(), all.begin())) << nth;
+    if (!failed) {
+      ASSERT_EQ(counts, all);
+      break;
+    }
+    if (!counts.empty() && counts.size() < all.size()) {
+      ++cutOff;
+    }
+  }
+  EXPECT_GT(cutOff, 5u) << "the test needs failures between the first component and the last";
+}
+
+TEST(MemoryOfTheHandler, HasNoComponentToDeleteWithoutAllItsPackages) {
+  const CatalogueHandler handler;
+  expectWholeComponentsOnly(
+      handler,
+      [&](const ProductDeltaData& product, const ManyComponents& many) {
+        handler.setCompsToDelete(product, many.names, many.pkgsToDelete);
+      },
+      [](const ProductDeltaData& product) {
+        std::vector<std::size_t> counts;
+        for (std::size_t index = 0; index != product->getCompsToDelete().size(); ++index) {
+          counts.push_back(product->getCompsToDelete()[index]->getPkgsToDelete().size());
+        }
+        return counts;
+      });
+}
+
+TEST(MemoryOfTheHandler, HasNoComponentToExtractWithoutAllItsPackages) {
+  const CatalogueHandler handler;
+  expectWholeComponentsOnly(
+      handler,
+      [&](const ProductDeltaData& product, const ManyComponents& many) {
+        handler.setCompsToExtract(product, many.names, many.pkgsToExtract);
+      },
+      [](const ProductDeltaData& product) {
+        std::vector<std::size_t> counts;
+        for (std::size_t index = 0; index != product->getCompsToExtract().size(); ++index) {
+          counts.push_back(product->getCompsToExtract()[index]->getPkgsToExtract().size());
+        }
+        return counts;
+      });
 }
 
 TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded) {
