@@ -11,6 +11,7 @@
 
 #include "install/product_data_provider/ProductDataProvider.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
 namespace {
@@ -53,19 +54,50 @@ void checkFiles() {
          "the platform converts the path of a message");
 }
 
+/// A parser whose handler can be asked for what the facade does not give.
+class OpenParser : public UpdateMetaDataJsonParser {
+ public:
+  using UpdateMetaDataJsonParser::handler;
+  using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;
+};
+
+void checkReleases() {
+  OpenParser parser(u"built-in:update");
+  const auto update = parser.parseUpdateMetaDataJson();
+  expect(update->getBaseReleaseFamily() == u"b\u00E2le" &&
+             update->getTargetReleaseFamily() == u"t\u00EAte",
+         "families are Latin-1");
+  expect(update->getBaseReleaseVersion() == u"un\u00B9" &&
+             update->getTargetReleaseVersion() == u"trois\u00B3",
+         "versions are Latin-1");
+  expect(update->getTargetUpdateLevelForQorv() == 7, "the update level is a number");
+  expect(parser.handler->getProductUpdateMetaDataModel()->getReleaseData()->getMetaDataArch() ==
+             u"m\u00E9l\u00E9",
+         "the architecture is Latin-1");
+}
+
 void checkAnswers() {
   const auto update = UpdateMetaDataJsonParser(u"built-in:update").parseUpdateMetaDataJson();
   expect(update->getComponentsWithFilesToDelete() ==
              std::map<std::u16string, std::pair<Keys, std::int64_t>>{
-                 {u"core_manual", {{u"\u00E9t\u00E9"}, 2}}},
-         "paths are UTF-8");
+                 {u"for\u00EAt_cl\u00EAt", {{u"\u00E9t\u00E9"}, 2}}},
+         "names are Latin-1, and paths of files to delete UTF-8");
   expect(thrownText([&] { update->getComponentsToDelete(u"ED"); }) == "a product without a name",
          "the platform's catalogue refuses a location");
-  expect(update->getComponentsToDelete(u"ED=\u00C9diteur") ==
-             std::map<std::u16string, Keys>{{u"ED", {u"core_old"}}},
-         "names are Latin-1, and the platform's catalogue tells base codes");
-  expect(update->getComponentsToDelete(u"ED", u"") == Keys{u"core_old"},
-         "the platform's catalogue tells names");
+  expect(update->getComponentsToDelete(u"EV=\u00C8ve") ==
+             std::map<std::u16string, Keys>{{u"EV", {u"vi\u00E8ux_p\u00E8re"}}},
+         "names to delete are Latin-1, and the platform's catalogue has the base codes");
+  expect(update->getComponentsToDelete(u"EV", u"") == Keys{u"vi\u00E8ux_p\u00E8re"},
+         "the platform's catalogue has the names");
+  expect(update->getComponentsToExtract(u"") ==
+             std::map<std::u16string, Keys>{{u"EV", {u"no\u00EBl_fl\u00FBte"}}},
+         "names to extract are Latin-1");
+  expect(update->getComponentsToExtract(u"EV", u"") == Keys{u"no\u00EBl_fl\u00FBte"},
+         "names to extract of one product are Latin-1");
+  expect(update->getUpdateSizeForComponentsToExtract() ==
+             std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>{
+                 {u"no\u00EBl_fl\u00FBte", {3, 4}}},
+         "names with sizes are Latin-1");
 }
 
 }  // namespace
@@ -73,6 +105,7 @@ void checkAnswers() {
 int main() {
   try {
     checkFiles();
+    checkReleases();
     checkAnswers();
     // Users of the library see the catalogue that was brought, not the one of its tree.
     const install::product_data_provider::ProductDataProvider catalogue(u"a=b");
