@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "growth/Catalogues.h"
+
 namespace bench::growth {
 namespace {
 
@@ -223,6 +225,14 @@ std::string productsTimesComponentsTimesPackages(std::size_t size) {
       "");
 }
 
+// A component name of n bytes before each of 2n packages.
+std::string longComponentName(std::size_t size) {
+  const auto bytes =
+      static_cast<std::size_t>(std::lround(std::sqrt(static_cast<double>(size) / 2)));
+  const auto name = [=](std::size_t) { return std::string(bytes, 'c'); };
+  return document(component(name(0), 2 * bytes), product("p", 1, name), "");
+}
+
 constexpr std::size_t kKilobytes = 1024;
 constexpr std::size_t kMegabyte = 1'000'000;
 
@@ -231,6 +241,7 @@ constexpr std::size_t kMegabyte = 1'000'000;
 const std::vector<Family>& families() {
   constexpr bool kText = false;
   constexpr bool kDocument = true;
+  constexpr bool kCatalogue = true;
   constexpr bool kComments = true;
   static const std::vector<Family> all = {
       {"nested-arrays", "arrays in arrays", kText, false, 32 * kKilobytes, kMegabyte, nestedArrays},
@@ -282,6 +293,14 @@ const std::vector<Family>& families() {
        manyProducts},
       {"product", "as many products as components as packages", kDocument, false, 64'000, 3'700'000,
        productsTimesComponentsTimesPackages},
+      {"component-name", "packages of a component with a long name", kDocument, false, 200'000,
+       200'000'000, longComponentName},
+      {"product-rows", "products of a catalogue", kText, false, 500, 23'000, &productRows,
+       kCatalogue},
+      {"colliding-names", "products whose names share one hash", kText, false, 500, 10'000,
+       &rowsOfCollidingNames, kCatalogue},
+      {"colliding-numbers", "products whose numbers share one bucket", kText, false, 500, 23'000,
+       &rowsOfCollidingNumbers, kCatalogue},
   };
   return all;
 }

@@ -9,17 +9,27 @@
 // Everything that counts happens inside functions whose names begin with "measured", so that a tool
 // that counts instructions can leave out the rest.
 
+#include <unistd.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <map>
 #include <memory>
-#include <optional>
+#include <set>
+#include <sstream>
 #include <string>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
+#include "fl/i18n.h"
 #include "foundation/json/Value.h"
 #include "growth/Families.h"
+#include "install/product_data_provider/ProductDataProvider.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
@@ -30,6 +40,7 @@
 namespace {
 
 using bench::growth::Family;
+using install::product_data_provider::ProductDataProvider;
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
@@ -83,11 +94,29 @@ std::size_t countElements(const UpdateMetaDataHandler& handler) {
   return count;
 }
 
-template <class Answer>
-std::size_t entriesOf(const Answer& answer) {
-  std::size_t entries = answer.size();
-  for (const auto& [code, keys] : answer) {
-    entries += keys.size();
+// A key counts by its length: once, and once more for each of these units that it has.
+constexpr std::size_t kUnitsOfAnEntry = 32;
+
+std::size_t entryOf(const std::u16string& key) {
+  return 1 + key.size() / kUnitsOfAnEntry;
+}
+
+std::size_t entriesOf(const std::set<std::u16string>& keys) {
+  std::size_t entries = 0;
+  for (const std::u16string& key : keys) {
+    entries += entryOf(key);
+  }
+  return entries;
+}
+
+template <class Content>
+std::size_t entriesOf(const std::map<std::u16string, Content>& answer) {
+  std::size_t entries = 0;
+  for (const auto& [key, content] : answer) {
+    entries += entryOf(key);
+    if constexpr (std::is_same_v<Content, std::set<std::u16string>>) {
+      entries += entriesOf(content);
+    }
   }
   return entries;
 }
@@ -112,11 +141,23 @@ extern "C" {
 [[gnu::noinline]] void measuredQuestions(const UpdateMetaData& facade, std::size_t& entries) {
   entries += entriesOf(facade.getComponentsToDelete(u"there"));
   entries += entriesOf(facade.getComponentsToExtract(u"there"));
-  entries += facade.getComponentsToDelete(u"p", u"there").size();
-  entries += facade.getComponentsToExtract(u"p", u"there").size();
-  entries += facade.getUpdateSizeForComponentsToExtract().size();
+  entries += entriesOf(facade.getComponentsToDelete(u"p", u"there"));
+  entries += entriesOf(facade.getComponentsToExtract(u"p", u"there"));
+  entries += entriesOf(facade.getUpdateSizeForComponentsToExtract());
   for (const auto& [key, files] : facade.getComponentsWithFilesToDelete()) {
     entries += 1 + files.first.size();
+  }
+}
+
+// Reads a table of products and looks each of them up by all that it has.
+[[gnu::noinline]] void measuredCatalogue(const std::u16string& path,
+                                         const std::vector<std::u16string>& names,
+                                         std::size_t& entries) {
+  const ProductDataProvider catalogue(path);
+  for (const std::u16string& name : names) {
+    const bool known = catalogue.getProductBaseCode(name) == catalogue.getProductName(name) &&
+                       catalogue.findControllingProduct(name) != nullptr;
+    entries += known ? 1 : 0;
   }
 }
 
@@ -141,11 +182,48 @@ Work load(std::string text) {
   return work;
 }
 
+void print(std::size_t bytes, const Work& work, const bench::peers::Probe& probe) {
+  std::cout << bytes << ' ' << work.elements << ' ' << work.entries << ' '
+            << static_cast<std::int64_t>(probe.findings().task.cpuSeconds * 1e9) << ' '
+            << probe.findings().peakBytes + static_cast<std::int64_t>(bytes) << '\n';
+}
+
+// Calls `action` with the path of a file of that text, which is gone afterwards.
+template <class Action>
+void withFile(const std::string& text, const Action& action) {
+  const auto path = std::filesystem::temp_directory_path() /
+                    ("bench-growth-" + std::to_string(::getpid()) + ".tsv");
+  std::ofstream(path, std::ios_base::binary) << text;
+  action(path.u16string());
+  std::filesystem::remove(path);
+}
+
+// The second field of each line behind the first.
+std::vector<std::u16string> namesOf(const std::string& table) {
+  std::vector<std::u16string> names;
+  std::istringstream lines(table);
+  std::string line;
+  std::getline(lines, line);
+  while (std::getline(lines, line)) {
+    const std::size_t begin = line.find('\t') + 1;
+    names.push_back(fl::i18n::to_ustring(line.substr(begin, line.find('\t', begin) - begin)));
+  }
+  return names;
+}
+
 void run(const Family& family, std::size_t size) {
   std::string text = family.make(size);
   const std::size_t bytes = text.size();
   Work work;
   bench::peers::Probe probe;
+  if (family.isCatalogue) {
+    const std::vector<std::u16string> names = namesOf(text);
+    withFile(text, [&](const std::u16string& path) {
+      probe.task([&] { measuredCatalogue(path, names, work.entries); });
+    });
+    print(bytes, work, probe);
+    return;
+  }
   probe.task([&] {
     if (family.isDocument) {
       work = load(std::move(text));
@@ -153,9 +231,7 @@ void run(const Family& family, std::size_t size) {
       measuredRead(text, family.hasComments);
     }
   });
-  std::cout << bytes << ' ' << work.elements << ' ' << work.entries << ' '
-            << static_cast<std::int64_t>(probe.findings().task.cpuSeconds * 1e9) << ' '
-            << probe.findings().peakBytes + static_cast<std::int64_t>(bytes) << '\n';
+  print(bytes, work, probe);
 }
 
 int fail() {
