@@ -83,19 +83,25 @@ class Browser:
 
     def open(self, path, width=1200, height=900, dark=False, phone=False):
         """Opens a file in a window of that size and returns when it is loaded."""
-        self.ask("Emulation.setDeviceMetricsOverride", width=width, height=height,
-                 deviceScaleFactor=2 if phone else 1, mobile=phone)
-        self.set_dark(dark)
+        self.resize(width, height, phone)
+        self.set_media(dark)
         self._events.clear()
         self.ask("Page.navigate", url="file://" + os.path.abspath(path))
         while not any(event.get("method") == "Page.loadEventFired" for event in self._events):
             self._events.append(self._read())
         self.settle()
 
-    def set_dark(self, dark):
-        """Sets what the system says to prefer."""
-        self.ask("Emulation.setEmulatedMedia", features=[
+    def resize(self, width, height=900, phone=False):
+        """Gives the window a size."""
+        self.ask("Emulation.setDeviceMetricsOverride", width=width, height=height,
+                 deviceScaleFactor=2 if phone else 1, mobile=phone)
+        self.settle()
+
+    def set_media(self, dark=False, media=""):
+        """Sets what the system prefers, and whether the page is laid out for "print"."""
+        self.ask("Emulation.setEmulatedMedia", media=media, features=[
             {"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
+        self.settle()
 
     def evaluate(self, expression):
         """Returns the value of a JavaScript expression, once it is there."""
@@ -141,6 +147,12 @@ class Browser:
                                  "scale": 1})
         with open(path, "wb") as file:
             file.write(base64.b64decode(picture["data"]))
+
+    def print(self, path):
+        """Prints the page on A4 as a PDF."""
+        printed = self.ask("Page.printToPDF", paperWidth=8.27, paperHeight=11.69)
+        with open(path, "wb") as file:
+            file.write(base64.b64decode(printed["data"]))
 
     def complaints(self):
         """What went wrong in the page since it was opened: exceptions, and entries of its log."""

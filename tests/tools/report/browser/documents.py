@@ -119,6 +119,19 @@ def make_beyond():
         {name.capitalize(): {"delete": [], "extract": [name]} for name in sizes})
 
 
+def make_wide():
+    """The longest figures that the page can show, and names of several lengths."""
+    names = ["a", "renderer", "Fernlight Engineering Workbench", "component_with_a_long_name" * 3]
+    return make_document(
+        {name: {"delete": {name: {"size": -1023 * 2 ** 20}},
+                "extract": {name: extracted(-1023 * 2 ** 20, -1e300),
+                            "vast": extracted(9e18, 9e18), "vaster": extracted(9e18, 9e18)}}
+         for name in names},
+        {name: {"delete": names, "extract": names} for name in names},
+        {name: {name: {"size": 1, "files": ["folder/" + other for other in names]}}
+         for name in names})
+
+
 def make_empty():
     """A document that updates nothing."""
     return {"metadata": {"arch": "", "base": None, "target": None}, "components": None,

@@ -1,6 +1,7 @@
 """What the page shows of a document: figures, tables, the picture in words."""
 
 import json
+import subprocess
 
 import documents
 from page_test import SMALL, PageTest
@@ -28,6 +29,15 @@ class SmallSample(PageTest):
         self.assertEqual(self.texts("#figures .large"),
                          ["2.4 MiB", "5.6 MiB", "272.0 KiB", "5", "2", "2"])
 
+    def test_names_sums_as_show_does(self):
+        sums = ["To fetch", "Unpacked", "Deleted"]
+        shown = subprocess.run([self.tool, "show", SMALL + "/update.json"], check=True,
+                               stdout=subprocess.PIPE, text=True).stdout
+        self.assertRegex(shown, " +".join(["Products", "Delete", "Extract"] + sums))
+        self.assertEqual(self.texts("#figures dt")[:3], sums)
+        self.assertEqual(self.texts("#panel-0 th")[-3:], sums)
+        self.assertEqual(self.texts("#bars table:first-child th"), sums)
+
     def test_lists_the_products_with_base_codes_and_sums(self):
         self.assertEqual(self.rows(0), [
             ["Fernlight Editor", "FE", "4", "2", "2.4 MiB", "5.6 MiB", "272.0 KiB"],
@@ -54,18 +64,18 @@ class SmallSample(PageTest):
     def test_draws_products_in_proportion_to_what_they_fetch(self):
         (first, first_area), (second, second_area) = self.boxes()
         self.assertEqual(first,
-                         "Fernlight Editor: 2.4 MiB, 53 % of what is drawn, 2 components")
+                         "Fernlight Editor: 2.4 MiB to fetch, 53% of 4.5 MiB, 2 components")
         self.assertEqual(second,
-                         "Fernlight Viewer: 2.1 MiB, 47 % of what is drawn, 2 components")
+                         "Fernlight Viewer: 2.1 MiB to fetch, 47% of 4.5 MiB, 2 components")
         self.assertAlmostEqual(first_area / second_area, 2498560 / 2229141, delta=0.01)
 
     def test_describes_each_picture_in_words(self):
         self.assertEqual(self.attribute("#treemap", "aria-label"), "Bytes to fetch: All products")
         self.assertIn("treemap-text", self.attribute("#treemap", "aria-describedby"))
         self.assertEqual(self.texts("#treemap-text"), [
-            "The largest parts of what is drawn: Fernlight Editor 2.4 MiB (53 %), Fernlight Viewer "
-            "2.1 MiB (47 %). The tables below list all of them."])
-        self.assertEqual(self.texts("#treemap-status"), ["All products: 2.4 MiB"])
+            "Largest of 4.5 MiB drawn: Fernlight Editor 2.4 MiB (53%), Fernlight Viewer 2.1 MiB "
+            "(47%). The tables below list everything."])
+        self.assertEqual(self.texts("#treemap-status"), ["All products: 4.5 MiB drawn (2.4 MiB to fetch)"])
         self.assertEqual(self.texts("#bars caption"),
                          ["Fernlight Editor (FE)", "Fernlight Viewer (FV)"])
         self.assertEqual(self.texts("#bars td.size"), ["2.4 MiB", "5.6 MiB", "272.0 KiB",
@@ -117,29 +127,29 @@ class OddNumbers(PageTest):
 
     def test_are_drawn_with_the_figures_of_the_tables(self):
         self.open("odd", documents.make_odd())
-        self.assertEqual(self.texts("#treemap-status"), ["All products: beyond 64 bits"])
+        self.assertEqual(self.texts("#treemap-status"), ["All products: 15.6 EiB drawn (beyond 64 bits to fetch)"])
         self.assertEqual([label for label, _ in self.boxes()], [
-            "Vast: beyond 64 bits, 100 % of what is drawn, 1 component",
-            "Small: 693 bytes, under 1 % of what is drawn, 2 components"])
+            "Vast: 15.6 EiB drawn (beyond 64 bits to fetch), 100% of 15.6 EiB, 1 component",
+            "Small: 700 bytes drawn (693 bytes to fetch), under 1% of 15.6 EiB, 2 components"])
 
     def test_of_two_packages_with_one_key_are_drawn_once_in_a_product(self):
         self.open("colliding", documents.make_colliding())
         self.assertEqual(self.texts("#figures .large")[0], "1,000 bytes")
-        self.assertEqual(self.texts("#treemap-status"), ["All products: 1,000 bytes"])
+        self.assertEqual(self.texts("#treemap-status"), ["All products: 2.0 KiB drawn (1,000 bytes to fetch)"])
         self.assertEqual([label for label, _ in self.boxes()], [
-            "Both: 1,000 bytes, 50 % of what is drawn, 2 components",
-            "Second: 1,000 bytes, 50 % of what is drawn, 1 component"])
+            "Both: 1,000 bytes to fetch, 50% of 2.0 KiB, 2 components",
+            "Second: 1,000 bytes to fetch, 50% of 2.0 KiB, 1 component"])
         self.browser.click("document.querySelector('.box')")
         self.assertEqual(sorted(label for label, _ in self.boxes()), [
-            "a: 700 bytes, 70 % of what is drawn, 1 package",
-            "a_b: 1,000 bytes, 30 % of what is drawn, 2 packages"])
+            "a: 700 bytes to fetch, 70% of 1,000 bytes, 1 package",
+            "a_b: 300 bytes drawn (1,000 bytes to fetch), 30% of 1,000 bytes, 2 packages"])
 
     def test_that_are_none_above_zero_leave_no_picture_and_say_so(self):
         self.open("zero", documents.make_document(
             {"a": {"delete": {}, "extract": {"b": documents.extracted(0)}}},
             {"P": {"delete": [], "extract": ["a"]}}))
         self.assertEqual(self.texts("#treemap"),
-                         ["Nothing that is fetched has a size above zero."])
+                         ["No package to extract has a size above zero."])
 
     def test_beyond_64_bits_are_told_and_sorted_as_what_they_are(self):
         self.open("beyond", documents.make_beyond())
@@ -164,6 +174,6 @@ class OddNumbers(PageTest):
     def test_of_an_empty_document_leave_a_page_that_says_so(self):
         self.open("empty", documents.make_empty())
         self.assertEqual(self.texts("h1"), ["no release \u2192 no release"])
-        self.assertEqual(self.texts("#treemap"), ["Nothing is fetched."])
-        self.assertEqual(self.texts("#bars"), ["The update is for no product."])
+        self.assertEqual(self.texts("#treemap"), ["There is nothing to fetch."])
+        self.assertEqual(self.texts("#bars"), ["This update has no products."])
         self.assertEqual(self.count(0), "0 rows")

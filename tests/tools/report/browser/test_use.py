@@ -19,8 +19,8 @@ class Zoom(PageTest):
         self.browser.click("document.querySelector('.box')")
         self.assertEqual(self.path(), ["All products", "Fernlight Editor", "core"])
         self.assertEqual([label for label, _ in self.boxes()],
-                         ["engine: 1.5 MiB, 71 % of what is drawn",
-                          "fonts: 640.0 KiB, 29 % of what is drawn"])
+                         ["engine: 1.5 MiB to fetch, 71% of 2.1 MiB",
+                          "fonts: 640.0 KiB to fetch, 29% of 2.1 MiB"])
         self.browser.click("document.querySelector('#treemap-path button')")
         self.assertEqual(self.path(), ["All products"])
         self.assertEqual(len(self.boxes()), 2)
@@ -55,7 +55,7 @@ class Zoom(PageTest):
         self.browser.evaluate("document.querySelectorAll('.box')[1].dispatchEvent("
                          "new PointerEvent('pointerover', {bubbles: true}))")
         self.assertEqual(self.texts("#treemap-status"),
-                         ["Fernlight Viewer: 2.1 MiB, 47 % of what is drawn, 2 components"])
+                         ["Fernlight Viewer: 2.1 MiB to fetch, 47% of 4.5 MiB, 2 components"])
 
 
 class SearchAndSort(PageTest):
@@ -114,8 +114,8 @@ class Keyboard(PageTest):
             reached.append(self.focused().split(":")[0])
         self.assertEqual(reached[:4],
                          ["Dark", "Fernlight Editor", "Products (2)", ""])  # the search
-        self.assertEqual(reached[4:12], ["Products", "Product", "Base code", "Extracts", "Deletes",
-                                         "To fetch", "Unpacked", "Freed"])
+        self.assertEqual(reached[4:12], ["Products", "Product", "Base code", "Extract", "Delete",
+                                         "To fetch", "Unpacked", "Deleted"])
 
     def test_walks_through_tabs_and_rows(self):
         self.open("small", SMALL)
@@ -137,7 +137,7 @@ class Keyboard(PageTest):
 class Findings(PageTest):
     def test_of_a_document_without_a_fault_are_none(self):
         self.open("small", SMALL)
-        self.assertEqual(self.texts("#findings-text"), ["The linter finds nothing to say."])
+        self.assertEqual(self.texts("#findings-text"), ["No problems found."])
 
     def test_are_counted_listed_and_explained(self):
         self.open("realistic", REALISTIC)
@@ -147,7 +147,7 @@ class Findings(PageTest):
         findings = linting["files"][0]["findings"]
         warnings = sum(finding["severity"] == "warning" for finding in findings)
         self.assertEqual(self.texts("#findings-text"), [
-            "%d warnings, %d remarks." % (warnings, len(findings) - warnings)])
+            "%d warnings, %d notes." % (warnings, len(findings) - warnings)])
         rows = self.browser.evaluate(
             "[...document.querySelectorAll('#findings tr.row')].map("
             "(row) => [...row.children].map((cell) => cell.textContent))")

@@ -75,7 +75,7 @@ function listPackages(components) {
     if (!row) {
       const name = visible(key.slice(rawComponent.name.length + 1));
       row = {key: visible(key), name, components: [], productLists: [], fetch: null,
-             unpacked: null, freed: null};
+             unpacked: null, deleted: null};
       rows.set(key, row);
     }
     if (row.components[row.components.length - 1] !== component) {
@@ -91,8 +91,8 @@ function listPackages(components) {
       return note(key, component, raw, extractionsOf(index), {fetch, unpacked});
     });
     for (const number of raw.packagesToDelete) {
-      const [key, freed] = contents.packagesToDelete[number];
-      note(key, component, raw, deletionsOf(index), {freed});
+      const [key, deleted] = contents.packagesToDelete[number];
+      note(key, component, raw, deletionsOf(index), {deleted});
     }
   });
   return [...rows.values()];

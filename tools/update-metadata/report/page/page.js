@@ -20,11 +20,11 @@ function showHead() {
 function showFigures() {
   const figures = [
     ['To fetch', readable(totals.bytesToFetch), exact(totals.bytesToFetch)],
-    ['After unpacking', readable(totals.bytesUnpacked), exact(totals.bytesUnpacked)],
-    ['Of deleted packages', readable(totals.bytesDeleted), exact(totals.bytesDeleted)],
+    ['Unpacked', readable(totals.bytesUnpacked), exact(totals.bytesUnpacked)],
+    ['Deleted', readable(totals.bytesDeleted), exact(totals.bytesDeleted)],
     ['Packages to extract', totals.packagesToExtract.toLocaleString('en')],
     ['Packages to delete', totals.packagesToDelete.toLocaleString('en')],
-    ['Single files to delete', totals.filesToDelete.toLocaleString('en')],
+    ['Files to delete', totals.filesToDelete.toLocaleString('en')],
   ];
   for (const [term, figure, precisely] of figures) {
     const card = make('div', {}, make('dt', {textContent: term}),
@@ -36,8 +36,8 @@ function showFigures() {
   }
   if (components.some((component) => component.products.length > 1)) {
     byId('counting').textContent =
-        'A package that several products name counts once in these figures, and in full in the ' +
-        'figures of each product.';
+        'A package that several products name counts once in these totals, and in full for each ' +
+        'product.';
   }
 }
 
@@ -65,9 +65,9 @@ const LONGEST_BAR = 2 ** 63;
 
 function showBars() {
   const measures = [
-    ['Fetched', 'bytesToFetch', '--fetch'],
+    ['To fetch', 'bytesToFetch', '--fetch'],
     ['Unpacked', 'bytesUnpacked', '--unpack'],
-    ['Freed', 'bytesDeleted', '--freed'],
+    ['Deleted', 'bytesDeleted', '--deleted'],
   ];
   const length = (product, measure) => Math.min(Math.max(magnitudeOf(product[measure]), 0),
                                                 LONGEST_BAR);
@@ -93,10 +93,10 @@ function showBars() {
     byId('bars').append(table);
   }
   if (products.length === 0) {
-    byId('bars').textContent = 'The update is for no product.';
+    byId('bars').textContent = 'This update has no products.';
   } else if (products.length > largest.length) {
     byId('bars-note').textContent =
-        `The ${largest.length} products with the most to fetch; the table below lists all ` +
+        `The ${largest.length} products with the most bytes to fetch. The table below lists all ` +
         `${products.length.toLocaleString('en')}.`;
   }
 }
@@ -112,7 +112,7 @@ function sizeColumn(title, get) {
   return {
     title,
     className: 'number',
-    width: '8rem',
+    width: '9rem',
     value: (row) => {
       const bytes = get(row);
       return bytes === null ? -Infinity : magnitudeOf(bytes);
@@ -138,7 +138,7 @@ function numberColumn(title, get) {
   return {
     title,
     className: 'number minor',
-    width: '6.5rem',
+    width: '7.5rem',
     value: get,
     text: (row) => get(row).toLocaleString('en'),
   };
@@ -154,32 +154,32 @@ function nameSome(named) {
 function explainSizes({bytesToFetch, bytesUnpacked, bytesDeleted}) {
   return [
     ['To fetch', exact(bytesToFetch)],
-    ['After unpacking', exact(bytesUnpacked)],
-    ['Freed', exact(bytesDeleted)],
+    ['Unpacked', exact(bytesUnpacked)],
+    ['Deleted', exact(bytesDeleted)],
   ];
 }
 
 const SUMS = [
   sizeColumn('To fetch', (row) => row.bytesToFetch),
   sizeColumn('Unpacked', (row) => row.bytesUnpacked),
-  sizeColumn('Freed', (row) => row.bytesDeleted),
+  sizeColumn('Deleted', (row) => row.bytesDeleted),
 ];
 
 function makeProductTable() {
   const columns = [
     {title: 'Product', text: (row) => row.name},
-    {title: 'Base code', className: 'minor', width: '7rem',
+    {title: 'Base code', className: 'minor', width: '8rem',
      text: (row) => row.baseCode === null ? '' : row.baseCode},
-    numberColumn('Extracts', (row) => row.packagesToExtract),
-    numberColumn('Deletes', (row) => row.packagesToDelete),
+    numberColumn('Extract', (row) => row.packagesToExtract),
+    numberColumn('Delete', (row) => row.packagesToDelete),
     ...SUMS,
   ];
   return new DataTable('Products', columns, products, (row) => [
     ['Product', nameProduct(row)],
-    ['To extract', `${counted(row.packagesToExtract, 'package')} of ` +
-                   counted(row.componentsToExtract.length, 'component')],
-    ['To delete', `${counted(row.packagesToDelete, 'package')} of ` +
-                  counted(row.componentsToDelete.length, 'component')],
+    ['Extract', `${counted(row.packagesToExtract, 'package')} from ` +
+                counted(row.componentsToExtract.length, 'component')],
+    ['Delete', `${counted(row.packagesToDelete, 'package')} from ` +
+               counted(row.componentsToDelete.length, 'component')],
     ...explainSizes(row),
   ]);
 }
@@ -188,14 +188,14 @@ function makeComponentTable() {
   const columns = [
     {title: 'Component', text: (row) => row.name},
     numberColumn('Products', (row) => row.products.length),
-    numberColumn('Extracts', (row) => row.packagesToExtract.length),
-    numberColumn('Deletes', (row) => row.packagesToDelete.length),
+    numberColumn('Extract', (row) => row.packagesToExtract.length),
+    numberColumn('Delete', (row) => row.packagesToDelete.length),
     ...SUMS,
   ];
   return new DataTable('Components', columns, components, (row) => [
     ['Component', row.name],
-    ['To extract', counted(row.packagesToExtract.length, 'package')],
-    ['To delete', counted(row.packagesToDelete.length, 'package')],
+    ['Extract', counted(row.packagesToExtract.length, 'package')],
+    ['Delete', counted(row.packagesToDelete.length, 'package')],
     ...explainSizes(row),
     ['Products', ...nameSome(row.products)],
   ]);
@@ -210,7 +210,7 @@ function makePackageTable() {
     numberColumn('Products', (row) => productsOf(row).length),
     packageSizeColumn('To fetch', (row) => row.fetch),
     packageSizeColumn('Unpacked', (row) => row.unpacked),
-    packageSizeColumn('Freed', (row) => row.freed),
+    packageSizeColumn('Deleted', (row) => row.deleted),
   ];
   const maybe = (term, bytes) => bytes === null
       ? []
@@ -219,8 +219,8 @@ function makePackageTable() {
     ['Package', row.key],
     ['Component', ...componentsOf(row)],
     ...maybe('To fetch', row.fetch),
-    ...maybe('After unpacking', row.unpacked),
-    ...maybe('Freed', row.freed),
+    ...maybe('Unpacked', row.unpacked),
+    ...maybe('Deleted', row.deleted),
     ['Products', ...nameSome(productsOf(row))],
   ]);
 }
@@ -258,12 +258,12 @@ function listFindings() {
 function countFindings(findings) {
   const counts = SEVERITIES.flatMap((severity) => {
     const number = findings.filter((finding) => finding.severity === severity).length;
-    return number > 0 ? [counted(number, severity === 'info' ? 'remark' : severity)] : [];
+    return number > 0 ? [counted(number, severity === 'info' ? 'note' : severity)] : [];
   });
   const others = contents.omittedFindings;
   return others > 0
-      ? `The first ${findings.length.toLocaleString('en')}: ${counts.join(', ')}. ` +
-            `${counted(others, 'more finding')} are told by update-metadata lint.`
+      ? `The first ${counted(findings.length, 'finding')}: ${counts.join(', ')}. ` +
+            `${counted(others, 'more finding')} not listed here; run update-metadata lint.`
       : `${counts.join(', ')}.`;
 }
 
@@ -274,7 +274,7 @@ function makeFindingTable(findings) {
      value: (row) => -SEVERITIES.indexOf(row.severity),
      style: (row) => `severity-${row.severity}`},
     {title: 'Rule', width: '13rem', text: (row) => row.rule},
-    {title: 'Line', className: 'number', width: '8rem', value: (row) => row.line,
+    {title: 'Line', className: 'number', width: '9rem', value: (row) => row.line,
      text: (row) => `${row.line}:${row.column}`},
   ];
   return new DataTable('Findings', columns, findings, (row) => [
@@ -288,7 +288,7 @@ function makeFindingTable(findings) {
 function showFindings() {
   const findings = listFindings();
   if (findings.length === 0) {
-    byId('findings-text').textContent = 'The linter finds nothing to say.';
+    byId('findings-text').textContent = 'No problems found.';
     return;
   }
   byId('findings-text').textContent = countFindings(findings);

@@ -3,6 +3,7 @@
 // No browser shows an element of any height: beyond this many pixels a table scrolls in steps of
 // more than a row.
 const MOST_HEIGHT = 8000000;
+const MOST_ROWS_ON_PAPER = 200;
 
 function isNumber({className = ''}) {
   return className.split(' ').includes('number');
@@ -29,6 +30,8 @@ class DataTable {
     this.elements = [];
     this.element = this.build();
     new ResizeObserver(() => this.draw()).observe(this.scroll);
+    addEventListener('beforeprint', () => this.drawForPaper());
+    addEventListener('afterprint', () => this.draw());
   }
 
   build() {
@@ -39,22 +42,19 @@ class DataTable {
     this.heads = this.columns.map((column, index) => {
       const button = make('button', {type: 'button', textContent: column.title});
       button.addEventListener('click', () => this.sort(index));
-      return make('th', {role: 'columnheader', scope: 'col', className: column.className || ''},
-                  button);
+      const head = make('th', {role: 'columnheader', scope: 'col',
+                               className: column.className || ''}, button);
+      head.style.setProperty('--width', column.width || 'auto');
+      return head;
     });
-    this.above = this.makeSpace();
-    this.below = this.makeSpace();
+    this.above = make('tr', {className: 'space', role: 'presentation'});
+    this.below = make('tr', {className: 'space', role: 'presentation'});
     this.body = make('tbody', {role: 'rowgroup'}, this.above, this.below);
-    const head = make('thead', {role: 'rowgroup'}, make('tr', {role: 'row'}, ...this.heads));
-    head.firstChild.setAttribute('aria-rowindex', '1');
-    const widths = make('colgroup', {}, ...this.columns.map((column) => {
-      const width = make('col');
-      width.style.width = column.width || '';
-      return width;
-    }));
+    this.head = make('thead', {role: 'rowgroup'},
+                     make('tr', {role: 'row', aria: {rowindex: 1}}, ...this.heads));
     this.table = make('table', {role: 'grid', tabIndex: 0,
                                 aria: {label: this.label, colcount: this.columns.length}},
-                      widths, head, this.body);
+                      this.head, this.body);
     this.table.addEventListener('keydown', (event) => this.onKey(event));
     this.body.addEventListener('click', (event) => this.onClick(event));
     this.scroll = make('div', {className: 'scroll'}, this.table);
@@ -64,11 +64,6 @@ class DataTable {
     const label = make('label', {textContent: 'Search '}, this.input);
     return make('div', {}, make('div', {className: 'search'}, label, this.count), this.scroll,
                 this.details);
-  }
-
-  makeSpace() {
-    return make('tr', {className: 'space', role: 'presentation'},
-                make('td', {colSpan: this.columns.length, role: 'presentation'}));
   }
 
   /** Keeps the rows that hold every word of `text` in some column, whatever the case. */
@@ -170,12 +165,8 @@ class DataTable {
     }
   }
 
-  headHeight() {
-    return this.heads[0].offsetHeight;
-  }
-
   viewHeight() {
-    return Math.max(this.scroll.clientHeight - this.headHeight(), 0);
+    return Math.max(this.scroll.clientHeight - this.head.offsetHeight, 0);
   }
 
   // How the pixels that scroll relate to those of all rows, were they there. There is a row.
@@ -200,6 +191,14 @@ class DataTable {
       this.scroll.scrollTop = rowTop / this.scale;
     } else if (rowTop + this.rowHeight > top + view) {
       this.scroll.scrollTop = Math.ceil((rowTop + this.rowHeight - view) / this.scale);
+    }
+  }
+
+  drawForPaper() {
+    this.fill(0, Math.min(this.shown.length, MOST_ROWS_ON_PAPER));
+    if (this.shown.length > MOST_ROWS_ON_PAPER) {
+      this.count.textContent =
+          `The first ${MOST_ROWS_ON_PAPER} of ${counted(this.shown.length, 'row')}`;
     }
   }
 

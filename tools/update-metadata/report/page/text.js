@@ -54,10 +54,10 @@ function counted(number, thing) {
   return `${number.toLocaleString('en')} ${thing}${number == 1 || number == -1 ? '' : 's'}`;
 }
 
-/** Tells a share of a whole: "12 %", "under 1 %". */
+/** Tells a share of a whole: "12%", "under 1%". */
 function share(part, whole) {
   const percent = whole > 0 ? 100 * part / whole : 0;
-  return percent > 0 && percent < 1 ? 'under 1 %' : `${Math.round(percent)} %`;
+  return percent > 0 && percent < 1 ? 'under 1%' : `${Math.round(percent)}%`;
 }
 
 /** Makes an element. `properties` are set on it, those of `aria` and of `data` as attributes. */

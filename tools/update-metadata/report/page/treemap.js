@@ -15,8 +15,9 @@ const MOST_PARTS_IN_WORDS = 5;
  * slices allow, best if weights descend. They are above zero. Returns [x, y, width, height] of
  * each.
  */
-function squarify(weights, x, y, width, height) {
+function squarify(weights, width, height) {
   const rectangles = [];
+  let [x, y] = [0, 0];
   const scale = width * height / weights.reduce((sum, weight) => sum + weight, 0);
   for (let start = 0; start < weights.length;) {
     const side = Math.min(width, height);
@@ -55,6 +56,16 @@ function squarify(weights, x, y, width, height) {
     }
   }
   return rectangles;
+}
+
+/** Puts an element into a rectangle of an area, as shares of it, so that it follows its size. */
+function setPlace(element, [x, y, width, height], areaWidth, areaHeight) {
+  Object.assign(element.style, {
+    left: `${100 * x / areaWidth}%`,
+    top: `${100 * y / areaHeight}%`,
+    width: `${100 * width / areaWidth}%`,
+    height: `${100 * height / areaHeight}%`,
+  });
 }
 
 // Of a node: what it is called; `figure`, the bytes that the data tell of it; `weight`, the bytes
@@ -144,7 +155,7 @@ function partsInArea(node, area) {
   }
   if (large > 0) {
     const small = parts.slice(large);
-    return [...parts.slice(0, large), bundle(small, `${counted(small.length, 'smaller one')}`)];
+    return [...parts.slice(0, large), bundle(small, `${counted(small.length, 'smaller item')}`)];
   }
   // None is large enough: bundles of equally many are.
   const size = Math.ceil(parts.length / MOST_BUNDLES);
@@ -158,6 +169,12 @@ function partsInArea(node, area) {
   return bundles;
 }
 
+/** The bytes drawn and, where they differ, the bytes to fetch. */
+function describeBytes({figure, weight}) {
+  const toFetch = `${readable(figure)} to fetch`;
+  return readable(weight) === readable(figure) ? toFetch : `${readable(weight)} drawn (${toFetch})`;
+}
+
 class Treemap {
   constructor(root, showPackage) {
     this.host = byId('treemap');
@@ -165,10 +182,10 @@ class Treemap {
     this.path = [root];
     this.showPackage = showPackage;
     this.host.addEventListener('keydown', (event) => this.onKey(event));
-    this.host.addEventListener('focusin', (event) => this.tell(this.nodeOf(event.target)));
-    this.host.addEventListener('pointerover', (event) => this.tell(this.nodeOf(event.target)));
+    this.host.addEventListener('focusin', (event) => this.showStatus(this.nodeOf(event.target)));
+    this.host.addEventListener('pointerover', (event) => this.showStatus(this.nodeOf(event.target)));
     this.host.addEventListener('pointerleave',
-                               () => this.tell(this.nodeOf(document.activeElement)));
+                               () => this.showStatus(this.nodeOf(document.activeElement)));
     this.host.addEventListener('click', (event) => this.enter(this.nodeOf(event.target)));
     new ResizeObserver(() => {
       const focused = this.boxes.indexOf(document.activeElement);
@@ -259,17 +276,18 @@ class Treemap {
     return best;
   }
 
-  /** Says what a box holds: on its label, and below the picture while it is looked at. */
+  /** Describes a box, for its label and for the line below the picture. */
   describe(node) {
+    const {weight} = this.current;
     const parts = {product: 'component', component: 'package'}[node.kind];
     const within = parts ? `, ${counted(node.size, parts)}` : '';
-    const part = share(node.weight, this.current.weight);
-    return `${node.name}: ${readable(node.figure)}, ${part} of what is drawn${within}`;
+    return `${node.name}: ${describeBytes(node)}, ${share(node.weight, weight)} of ` +
+        `${readable(weight)}${within}`;
   }
 
-  tell(node) {
+  showStatus(node) {
     this.status.textContent =
-        node ? this.describe(node) : `${this.current.name}: ${readable(this.current.figure)}`;
+        node ? this.describe(node) : `${this.current.name}: ${describeBytes(this.current)}`;
   }
 
   draw() {
@@ -282,28 +300,29 @@ class Treemap {
     this.host.classList.toggle('empty', isEmpty);
     if (isEmpty) {
       this.host.textContent = totals.packagesToExtract === 0
-          ? 'Nothing is fetched.'
-          : 'Nothing that is fetched has a size above zero.';
+          ? 'There is nothing to fetch.'
+          : 'No package to extract has a size above zero.';
     } else if (width > 0 && height > 0) {
       this.host.replaceChildren(...this.drawBoxes(width, height));
     }
     this.host.setAttribute('aria-label', `Bytes to fetch: ${this.current.name}`);
     byId('treemap-text').textContent = this.alternative();
-    this.tell(undefined);
+    this.showStatus(undefined);
   }
 
   drawBoxes(width, height) {
     const parts = partsInArea(this.current, width * height);
-    const places = squarify(parts.map((part) => part.weight), 0, 0, width, height);
+    const places = squarify(parts.map((part) => part.weight), width, height);
     parts.forEach((part, index) => {
       const box = this.drawBox(part, index, places[index]);
+      setPlace(box, places[index], width, height);
       this.boxes.push(box);
       this.nodes.set(box, part);
     });
     return this.boxes;
   }
 
-  drawBox(node, index, [x, y, width, height]) {
+  drawBox(node, index, [, , width, height]) {
     const box = make('button', {
       type: 'button',
       className: node.kind === 'bundle' ? 'box bundle' : 'box',
@@ -312,11 +331,9 @@ class Treemap {
     });
     node.hue = this.hueOf(node, index);
     box.style.setProperty('--hue', node.hue);
-    Object.assign(box.style, {left: `${x}px`, top: `${y}px`, width: `${width}px`,
-                              height: `${height}px`});
     if (width > 40 && height > 18) {
       box.append(make('span', {className: 'label'}, make('b', {textContent: node.name}),
-                      ` ${readable(node.figure)}`));
+                      ` ${readable(node.weight)}`));
     }
     if (node.kind !== 'bundle') {
       this.drawInner(box, node, width - 6, height - HEAD_HEIGHT - 5);
@@ -343,21 +360,17 @@ class Treemap {
     // The others get a place of their weight and no box.
     const others = {weight: weigh(parts) - weigh(shown)};
     const drawn = others.weight > 0 ? [...shown, others] : shown;
-    const places = squarify(drawn.map((part) => part.weight), 2, HEAD_HEIGHT, width, height);
-    drawn.forEach((part, index) => {
-      if (part === others) {
-        return;
-      }
-      const [x, y, innerWidth, innerHeight] = places[index];
-      const inner = make('i', {aria: {hidden: 'true'}});
-      if (innerWidth > 36 && innerHeight > 14) {
-        inner.textContent = part.name;
-      }
-      Object.assign(inner.style, {left: `${x + 1}px`, top: `${y + 1}px`,
-                                  width: `${Math.max(innerWidth - 2, 1)}px`,
-                                  height: `${Math.max(innerHeight - 2, 1)}px`});
-      box.append(inner);
+    const places = squarify(drawn.map((part) => part.weight), width, height);
+    const inner = make('span', {className: 'inner', aria: {hidden: 'true'}});
+    shown.forEach((part, index) => {
+      const [, , innerWidth, innerHeight] = places[index];
+      const hint = make('i', {
+        textContent: innerWidth > 36 && innerHeight > 14 ? part.name : '',
+      });
+      setPlace(hint, places[index], width, height);
+      inner.append(hint);
     });
+    box.append(inner);
   }
 
   drawPath() {
@@ -382,10 +395,10 @@ class Treemap {
       return '';
     }
     const largest = parts.slice(0, MOST_PARTS_IN_WORDS).map(
-        (part) => `${part.name} ${readable(part.figure)} (${share(part.weight, weight)})`);
+        (part) => `${part.name} ${readable(part.weight)} (${share(part.weight, weight)})`);
     const others = parts.length - largest.length;
     const more = others > 0 ? ` and ${counted(others, 'other')}` : '';
-    return `The largest parts of what is drawn: ${largest.join(', ')}${more}. ` +
-        'The tables below list all of them.';
+    return `Largest of ${readable(weight)} drawn: ${largest.join(', ')}${more}. ` +
+        'The tables below list everything.';
   }
 }
