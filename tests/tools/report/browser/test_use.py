@@ -147,7 +147,7 @@ class Findings(PageTest):
         findings = linting["files"][0]["findings"]
         warnings = sum(finding["severity"] == "warning" for finding in findings)
         self.assertEqual(self.texts("#findings-text"), [
-            "%d warnings, %d notes." % (warnings, len(findings) - warnings)])
+            "%d warnings, %d infos." % (warnings, len(findings) - warnings)])
         rows = self.browser.evaluate(
             "[...document.querySelectorAll('#findings tr.row')].map("
             "(row) => [...row.children].map((cell) => cell.textContent))")

@@ -258,7 +258,7 @@ function listFindings() {
 function countFindings(findings) {
   const counts = SEVERITIES.flatMap((severity) => {
     const number = findings.filter((finding) => finding.severity === severity).length;
-    return number > 0 ? [counted(number, severity === 'info' ? 'note' : severity)] : [];
+    return number > 0 ? [counted(number, severity)] : [];
   });
   const others = contents.omittedFindings;
   return others > 0
