@@ -18,7 +18,7 @@ bool isContainer(SourceKind kind) {
 
 // The last node that begins at an offset or before it; kNoNode if there is none.
 std::size_t findLastBefore(const SourceTree& tree, std::size_t offset) {
-  const std::vector<SourceNode>& nodes = tree.nodes();
+  const std::deque<SourceNode>& nodes = tree.nodes();
   const auto isBehind = [](std::size_t place, const SourceNode& node) {
     return place < node.begin;
   };
@@ -26,32 +26,29 @@ std::size_t findLastBefore(const SourceTree& tree, std::size_t offset) {
   return static_cast<std::size_t>(next - nodes.begin()) - 1;
 }
 
+constexpr std::size_t kBlock = 2 * sizeof(void*);  // what a block of memory takes for itself, about
+
+// What a string takes beside itself.
+std::size_t heapOf(const std::string& text) {
+  return text.capacity() == std::string().capacity() ? 0 : text.capacity() + kBlock;
+}
+
+}  // namespace
+
 /// Makes the pointers to the nodes of a tree, which have to be asked for in ascending order.
-class Pointers {
+class FindingList::Pointers {
  public:
   explicit Pointers(const SourceTree& tree) : tree_(tree) {}
 
-  const std::string& pointerTo(std::size_t node) {
-    for (; next_ <= node && next_ < tree_.nodes().size(); ++next_) {
+  // The pointer to an entry's value, or to the innermost value around its offset.
+  std::string_view pointerOf(const Entry& entry) {
+    if (entry.node == kNoNode) {
+      return {};
+    }
+    for (; next_ <= entry.node && next_ < tree_.nodes().size(); ++next_) {
       stepTo(next_);
     }
-    return pointer_;
-  }
-
-  /// The pointer to the innermost value around an offset. \pre `node` is the last that begins there
-  /// or before
-  std::string pointerAround(std::size_t node, std::size_t offset) {
-    const std::string& pointer = pointerTo(node);
-    if (offset < tree_[node].end) {
-      return pointer;
-    }
-    for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
-      const SourceNode& container = tree_[level->container];
-      if (offset < container.end || !container.isClosed) {
-        return pointer.substr(0, level->length);
-      }
-    }
-    return "";
+    return entry.isBeside ? pointerAround(entry.finding.offset, tree_[entry.node]) : pointer_;
   }
 
  private:
@@ -63,6 +60,19 @@ class Pointers {
     bool isArray;
     bool isPointerWhole;  // false if the pointer is that of a container farther out
   };
+
+  std::string_view pointerAround(std::size_t offset, const SourceNode& last) const {
+    if (offset < last.end) {
+      return pointer_;
+    }
+    for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
+      const SourceNode& container = tree_[level->container];
+      if (offset < container.end || !container.isClosed) {
+        return std::string_view(pointer_).substr(0, level->length);
+      }
+    }
+    return {};
+  }
 
   void stepTo(std::size_t index) {
     while (!levels_.empty() && levels_.back().end <= index) {
@@ -109,8 +119,6 @@ class Pointers {
   std::size_t next_ = 0;
 };
 
-}  // namespace
-
 void FindingList::addAt(Rule rule, std::size_t offset, std::size_t length, FindingWords words) {
   addOf(rule, kNoNode, offset, length, std::move(words));
 }
@@ -131,15 +139,69 @@ void FindingList::addOf(Rule rule, std::size_t node, std::size_t offset, std::si
   const auto index = static_cast<std::size_t>(rule);
   const Severity severity = describe(rule).severity;
   hasErrors_ = hasErrors_ || severity == Severity::kError;
-  if (counts_[index] == kMostOfOneRule) {
+  Finding finding = {rule,
+                     severity,
+                     offset,
+                     length,
+                     "",
+                     std::move(words.item),
+                     std::move(words.message),
+                     std::move(words.advice),
+                     std::move(words.related)};
+  if (counts_[index] == kMostOfOneRule || !reserve(severity, bytesOf(finding))) {
     ++omitted_[index];
     return;
   }
   ++counts_[index];
-  entries_.push_back({{rule, severity, offset, length, "", std::move(words.item),
-                       std::move(words.message), std::move(words.advice), std::move(words.related)},
-                      node,
-                      false});
+  entries_.push_back({std::move(finding), node, false, true});
+}
+
+bool FindingList::reserve(Severity severity, std::size_t bytes) {
+  const bool isError = severity == Severity::kError;
+  if (bytes_ + bytes > (isError ? kMostBytes : kMostBytesWithoutErrors)) {
+    return false;
+  }
+  bytes_ += bytes;
+  return true;
+}
+
+// While they are sorted and moved out, findings are there twice, their texts are not.
+std::size_t FindingList::bytesOf(const Finding& finding) {
+  std::size_t bytes = 2 * sizeof(Entry) + heapOf(finding.pointer) + heapOf(finding.item) +
+                      heapOf(finding.message) + heapOf(finding.advice);
+  for (const RelatedPlace& related : finding.related) {
+    bytes += 2 * sizeof(RelatedPlace) + heapOf(related.message);
+  }
+  return bytes;
+}
+
+// Leaves out the findings for which there is no memory left once they have their pointers.
+void FindingList::leaveOut(const SourceTree& tree) {
+  constexpr std::size_t kLongestItem = 256;  // about; it quotes two names
+  Pointers pointers(tree);
+  bytes_ = 0;
+  for (Entry& entry : entries_) {
+    const Finding& finding = entry.finding;
+    const std::size_t bytes = bytesOf(finding) + pointers.pointerOf(entry).size() + kBlock +
+                              (finding.item.empty() ? kLongestItem : 0);
+    entry.isKept = reserve(finding.severity, bytes);
+    if (!entry.isKept) {
+      ++omitted_[static_cast<std::size_t>(finding.rule)];
+    }
+  }
+  const auto isLeftOut = [](const Entry& entry) { return !entry.isKept; };
+  entries_.erase(std::remove_if(entries_.begin(), entries_.end(), isLeftOut), entries_.end());
+}
+
+void FindingList::addPointers(const SourceTree& tree) {
+  Pointers pointers(tree);
+  for (Entry& entry : entries_) {
+    Finding& finding = entry.finding;
+    finding.pointer = pointers.pointerOf(entry);
+    if (finding.item.empty()) {
+      finding.item = describePlace(finding.pointer);
+    }
+  }
 }
 
 std::vector<Finding> FindingList::take(const SourceTree& tree) {
@@ -151,17 +213,8 @@ std::vector<Finding> FindingList::take(const SourceTree& tree) {
   }
   const auto byNode = [](const Entry& left, const Entry& right) { return left.node < right.node; };
   std::stable_sort(entries_.begin(), entries_.end(), byNode);
-  Pointers pointers(tree);
-  for (Entry& entry : entries_) {
-    if (entry.node != kNoNode) {
-      entry.finding.pointer = entry.isBeside
-                                  ? pointers.pointerAround(entry.node, entry.finding.offset)
-                                  : pointers.pointerTo(entry.node);
-      if (entry.finding.item.empty()) {
-        entry.finding.item = describePlace(entry.finding.pointer);
-      }
-    }
-  }
+  leaveOut(tree);
+  addPointers(tree);
   const auto byPlace = [](const Entry& left, const Entry& right) {
     return std::pair(left.finding.offset, left.finding.rule) <
            std::pair(right.finding.offset, right.finding.rule);
@@ -169,10 +222,10 @@ std::vector<Finding> FindingList::take(const SourceTree& tree) {
   std::stable_sort(entries_.begin(), entries_.end(), byPlace);
   std::vector<Finding> findings;
   findings.reserve(entries_.size());
-  for (Entry& entry : entries_) {
-    findings.push_back(std::move(entry.finding));
+  for (; !entries_.empty(); entries_.pop_front()) {
+    findings.push_back(std::move(entries_.front().finding));
   }
-  entries_.clear();
+  bytes_ = 0;
   return findings;
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -22,10 +23,14 @@ struct FindingWords {
 /// Gathers the findings of one document.
 ///
 /// A document of a hundred megabytes can have millions of faults of one kind; nobody reads them. So
-/// the first hundred thousand of each rule are kept and the others counted.
+/// the first hundred thousand of each rule are kept, as long as all together take at most 128 MB of
+/// memory, and the others counted. A quarter of that is for errors alone, which say why a document
+/// is refused.
 class FindingList {
  public:
   static constexpr std::size_t kMostOfOneRule = 100'000;
+  static constexpr std::size_t kMostBytes = 128'000'000;
+  static constexpr std::size_t kMostBytesWithoutErrors = kMostBytes / 4 * 3;
 
   /// Adds a finding about some bytes of the text. Its pointer is that of the innermost value
   /// around.
@@ -44,6 +49,8 @@ class FindingList {
 
   /// Moves all findings out, in the order of their offsets, with the pointers to their values.
   ///
+  /// Findings for whose pointers there is no memory left are counted as omitted, too.
+  ///
   /// A pointer of more than 4,096 bytes is that of the innermost value around whose pointer is not
   /// longer: neither deep nesting nor long names make the findings larger than the document.
   /// Linear in the tree, and n log n in the findings.
@@ -53,6 +60,8 @@ class FindingList {
   const std::array<std::size_t, kRuleCount>& omitted() const { return omitted_; }
 
  private:
+  class Pointers;
+
   void addOf(Rule rule, std::size_t node, std::size_t offset, std::size_t length,
              FindingWords words);
 
@@ -60,8 +69,16 @@ class FindingList {
     Finding finding;
     std::size_t node;
     bool isBeside;  // it is about the text near the node
+    bool isKept;
   };
-  std::vector<Entry> entries_;
+
+  bool reserve(Severity severity, std::size_t bytes);
+  static std::size_t bytesOf(const Finding& finding);
+  void leaveOut(const SourceTree& tree);
+  void addPointers(const SourceTree& tree);
+
+  std::deque<Entry> entries_;
+  std::size_t bytes_ = 0;
   std::array<std::size_t, kRuleCount> counts_{};
   std::array<std::size_t, kRuleCount> omitted_{};
   bool hasErrors_ = false;

@@ -55,11 +55,11 @@ class Mending {
       : text_(text), mended_(mended), findings_(findings) {}
 
   MendedText read(std::string& readerMessage) {
-    SourceTree untouched(text_);
-    if (!untouched.fault()) {
+    if (SourceTree untouched(text_); !untouched.fault()) {
       return {std::move(untouched), true};
+    } else {
+      readerMessage = untouched.fault()->message;
     }
-    readerMessage = untouched.fault()->message;
     begin_ = skipWhatStandsBefore();
     for (int round = 0;; ++round) {
       SourceTree tree(text_, begin_, allowComments_);

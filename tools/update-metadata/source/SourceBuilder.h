@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "source/SourceTree.h"
 
@@ -74,7 +74,7 @@ class SourceBuilder {
     return !nodes_.empty() && nodes_.back().kind == SourceKind::kInteger;
   }
 
-  std::vector<SourceNode> takeNodes() { return std::move(nodes_); }
+  std::deque<SourceNode> takeNodes() { return std::move(nodes_); }
 
  private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -98,7 +98,7 @@ class SourceBuilder {
   }
 
   const char* text_;
-  std::vector<SourceNode> nodes_;
+  std::deque<SourceNode> nodes_;
   std::size_t open_ = kNone;  // the innermost open container
   std::size_t last_ = 0;      // the value or key that was added or closed last
   std::size_t begin_ = 0;

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace update_metadata_tool {
 
@@ -67,7 +67,7 @@ class SourceTree {
   /// Tells whether the first value of the text is whole, though something else may stand behind it.
   bool isWhole() const { return !nodes_.empty() && nodes_.front().isClosed; }
 
-  const std::vector<SourceNode>& nodes() const { return nodes_; }
+  const std::deque<SourceNode>& nodes() const { return nodes_; }
   const SourceNode& operator[](std::size_t index) const { return nodes_[index]; }
 
   std::string_view text() const { return text_; }
@@ -93,7 +93,7 @@ class SourceTree {
 
  private:
   std::string_view text_;
-  std::vector<SourceNode> nodes_;
+  std::deque<SourceNode> nodes_;  // grows without ever being there twice
   std::optional<SyntaxFault> fault_;
 };
 
