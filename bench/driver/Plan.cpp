@@ -11,14 +11,14 @@
 #include "driver/Experiment.h"
 #include "driver/Process.h"
 #include "generate/Document.h"
-#include "generate/HostileText.h"
+#include "generate/Family.h"
 #include "generate/Presets.h"
 
 namespace bench::driver {
 namespace {
 
 using generate::DocumentShape;
-using generate::HostileText;
+using generate::Family;
 
 constexpr const char* kOurs = "ours";
 // Documents up to this size are measured several times as often: chance weighs more there.
@@ -44,8 +44,10 @@ class PlanRunner {
       measurePreset(name);
     }
     if (includes("hostile")) {
-      for (const HostileText& text : generate::hostileTexts()) {
-        measureHostile(text);
+      for (const Family& family : generate::hostileTexts()) {
+        if (family.benchmark.count != 0) {
+          measureHostile(family);
+        }
       }
     }
     if (includes("growth")) {
@@ -173,32 +175,34 @@ class PlanRunner {
     }
   }
 
-  Document makeHostile(const HostileText& text, std::size_t count) const {
-    const std::string name = std::to_string(count) + " " + std::string(text.name);
+  Document makeHostile(const Family& family, std::size_t count) const {
+    const std::string name = std::to_string(count) + " " + std::string(family.name);
     std::ofstream out(pathOf(name), std::ios_base::binary);
-    const std::string bytes = text.make(count);
+    const std::string bytes = family.make(count * family.benchmark.unitBytes);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return closed(out, name);
   }
 
-  void measureHostile(const HostileText& text) {
-    const std::size_t count = text.usualCount / plan_.hostileDivisor;
-    const Document document = makeHostile(text, count);
+  void measureHostile(const Family& family) {
+    const std::size_t count = family.benchmark.count / plan_.hostileDivisor;
+    const Document document = makeHostile(family, count);
     announce("READ", document.name);
-    Experiment experiment(std::string(text.description), contenders({"read"}, document.file));
+    Experiment experiment(std::string(family.description), contenders({"read"}, document.file));
     experiment.run(worker_, plan_.rounds);
     const std::string label =
-        "READ, each " + std::string(text.counts) + " of " + std::to_string(count);
+        "READ, each " + std::string(family.benchmark.unit) + " of " + std::to_string(count);
     rows_.push_back(experiment.row(nanosecondsPer(label, static_cast<double>(count)), "read"));
     rows_.push_back(experiment.row(peakBytesPer(label, static_cast<double>(count)), "read"));
   }
 
   // What twice as much needs, as a multiple of what half of it needs.
   void measureGrowth() {
-    for (const HostileText& text : generate::hostileTexts()) {
-      const std::size_t count = text.usualCount / plan_.hostileDivisor;
-      addGrowth("read", std::string(text.description), makeHostile(text, count / 2),
-                makeHostile(text, count));
+    for (const Family& family : generate::hostileTexts()) {
+      const std::size_t count = family.benchmark.count / plan_.hostileDivisor;
+      if (count != 0) {
+        addGrowth("read", std::string(family.description), makeHostile(family, count / 2),
+                  makeHostile(family, count));
+      }
     }
     const DocumentShape half = generate::findPreset("medium")->shape;
     const Document once = make("once", half);

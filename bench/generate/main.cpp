@@ -1,4 +1,4 @@
-// bench-generate: writes one update metadata document, or a text that is hard on a JSON reader.
+// bench-generate: writes one update metadata document, or an input that is hard on a reader.
 // The same options give the same bytes on every machine.
 
 #include <algorithm>
@@ -14,13 +14,13 @@
 #include <CLI/CLI.hpp>
 
 #include "generate/Document.h"
-#include "generate/HostileText.h"
+#include "generate/Family.h"
 #include "generate/Presets.h"
 
 namespace {
 
 using bench::generate::DocumentShape;
-using bench::generate::HostileText;
+using bench::generate::Family;
 using bench::generate::NameStyle;
 using bench::generate::Preset;
 
@@ -40,10 +40,10 @@ std::vector<std::string> namesOf(const std::vector<Preset>& presets) {
   return names;
 }
 
-std::vector<std::string> namesOf(const std::vector<HostileText>& texts) {
+std::vector<std::string> namesOfFamilies() {
   std::vector<std::string> names;
-  for (const HostileText& text : texts) {
-    names.emplace_back(text.name);
+  for (const Family& family : bench::generate::allFamilies()) {
+    names.emplace_back(family.name);
   }
   return names;
 }
@@ -76,8 +76,12 @@ void write(const Options& options, std::ostream& out) {
   if (options.hostile.empty()) {
     writeDocument(options.shape, sink);
   } else {
-    const HostileText& text = *bench::generate::findHostileText(options.hostile);
-    sink(text.make(options.count != 0 ? options.count : text.usualCount));
+    for (const Family& family : bench::generate::allFamilies()) {
+      if (family.name == options.hostile) {
+        const std::size_t count = options.count != 0 ? options.count : family.benchmark.count;
+        sink(family.make(count != 0 ? count * family.benchmark.unitBytes : family.megabyte));
+      }
+    }
   }
   out.flush();
   if (!out) {
@@ -103,8 +107,9 @@ int run(int argc, char** argv) {
   CLI::Option* names = app.add_option("--names", given.names, "words, letters or wide")
                            ->transform(CLI::CheckedTransformer(styles));
   app.add_option("--hostile", options.hostile, "a text that is hard on a reader instead")
-      ->check(CLI::IsMember(namesOf(bench::generate::hostileTexts())));
-  app.add_option("--count", options.count, "how many levels, members or escapes that one has");
+      ->check(CLI::IsMember(namesOfFamilies()));
+  app.add_option("--count", options.count,
+                 "how many levels, members, escapes or, for others, its size");
   app.add_option("-o,--output", options.output, "the file to write (default: standard output)");
   CLI11_PARSE(app, argc, argv);
 

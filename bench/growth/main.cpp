@@ -1,10 +1,11 @@
 // bench-growth: gives the library one input of a family, for scripts/check/growth.
 //
-//     bench-growth list              tells the families: name, size to start with, size of a
-//     megabyte bench-growth run FAMILY SIZE   reads, or loads, asks and destroys, and tells: the
-//     bytes of the
-//                                    text, the elements of the model, the entries of the answers,
-//                                    nanoseconds of the processor, the most memory in use at a time
+//     bench-growth list
+//         Prints of each family: its name, the size to start with, the size of a megabyte.
+//     bench-growth run FAMILY SIZE
+//         Reads the text, or loads, queries and destroys the document, or looks the products up,
+//         and prints: the bytes of the text, the elements of the model, the entries of the answers,
+//         nanoseconds of processor time, the peak of memory in bytes.
 //
 // Everything that counts happens inside functions whose names begin with "measured", so that a tool
 // that counts instructions can leave out the rest.
@@ -28,7 +29,7 @@
 
 #include "fl/i18n.h"
 #include "foundation/json/Value.h"
-#include "growth/Families.h"
+#include "generate/Family.h"
 #include "install/product_data_provider/ProductDataProvider.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
@@ -39,7 +40,8 @@
 
 namespace {
 
-using bench::growth::Family;
+using bench::generate::Family;
+using bench::generate::FamilyKind;
 using install::product_data_provider::ProductDataProvider;
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
@@ -216,7 +218,7 @@ void run(const Family& family, std::size_t size) {
   const std::size_t bytes = text.size();
   Work work;
   bench::peers::Probe probe;
-  if (family.isCatalogue) {
+  if (family.kind == FamilyKind::catalogue) {
     const std::vector<std::u16string> names = namesOf(text);
     withFile(text, [&](const std::u16string& path) {
       probe.task([&] { measuredCatalogue(path, names, work.entries); });
@@ -225,7 +227,7 @@ void run(const Family& family, std::size_t size) {
     return;
   }
   probe.task([&] {
-    if (family.isDocument) {
+    if (family.kind == FamilyKind::document) {
       work = load(std::move(text));
     } else {
       measuredRead(text, family.hasComments);
@@ -243,18 +245,20 @@ int fail() {
 
 int main(int argc, char** argv) {
   const std::string command = argc > 1 ? argv[1] : "";
+  const std::vector<Family> families = bench::generate::allFamilies();
   if (command == "list" && argc == 2) {
-    for (const Family& family : bench::growth::families()) {
+    for (const Family& family : families) {
       std::cout << family.name << ' ' << family.sizeToStart << ' ' << family.megabyte << '\n';
     }
     return 0;
   }
   if (command == "run" && argc == 4) {
-    const Family* family = bench::growth::findFamily(argv[2]);
     const std::size_t size = std::strtoull(argv[3], nullptr, 10);
-    if (family != nullptr && size != 0) {
-      run(*family, size);
-      return 0;
+    for (const Family& family : families) {
+      if (family.name == argv[2] && size != 0) {
+        run(family, size);
+        return 0;
+      }
     }
   }
   return fail();

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace bench::generate {
+
+/// A number of many digits, so that numbers and their texts have one order.
+inline std::string nineDigits(std::size_t number) {
+  std::string digits = std::to_string(number);
+  digits.insert(0, 9 - std::min<std::size_t>(9, digits.size()), '0');
+  return digits;
+}
+
+/// Numbers in no order, each another for `index` below 999,999,937.
+inline std::size_t shuffled(std::size_t index) {
+  return index * 618'033'989 % 999'999'937;
+}
+
+/// Calls `part` with 0 to `count` - 1 and joins the results by commas.
+template <class Part>
+std::string joined(std::size_t count, const Part& part) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    text.append(i == 0 ? "" : ",").append(part(i));
+  }
+  return text;
+}
+
+/// The piece, so many times.
+inline std::string repeated(std::string_view piece, std::size_t count) {
+  std::string text;
+  text.reserve(piece.size() * count);
+  for (; count != 0; --count) {
+    text += piece;
+  }
+  return text;
+}
+
+}  // namespace bench::generate
