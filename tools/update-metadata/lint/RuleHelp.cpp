@@ -37,4 +37,16 @@ void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream&
       << description.explanation << '\n';
 }
 
+void writeRulePage(std::ostream& out) {
+  out << "# The rules of lint\n\n"
+         "Each rule has an id, by which 'update-metadata lint --explain' shows the same text, and "
+         "the\n"
+         "severity that '--severity' changes.\n";
+  for (const RuleDescription& description : allRules()) {
+    out << "\n## " << description.id << "\n\n"
+        << nameOf(description.severity) << ": " << description.summary << ".\n\n"
+        << description.explanation << '\n';
+  }
+}
+
 }  // namespace update_metadata_tool

@@ -9,7 +9,10 @@ namespace update_metadata_tool {
 /// Writes one line for each rule: its id, its severity under these settings, its summary.
 void writeRuleList(const SeveritySettings& settings, std::ostream& out);
 
-/// Writes everything that is told of one rule.
+/// Writes everything that is said of one rule.
 void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream& out);
+
+/// Writes the page of the documentation that explains every rule, in Markdown.
+void writeRulePage(std::ostream& out);
 
 }  // namespace update_metadata_tool

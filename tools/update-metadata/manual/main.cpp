@@ -1,11 +1,13 @@
-// Writes the manual pages and the completion of the program into a folder, as it is installed:
-// write-manual FOLDER
+// Writes the manual pages and the completion of the program into one folder, as they are installed,
+// and the pages of the documentation that are made from the program into another: write-manual
+// SHARE DOCS
 
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <ios>
 #include <iostream>
+#include <sstream>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -13,6 +15,7 @@
 #include "Command.h"
 #include "Program.h"
 #include "install/update_metadata_parser/Version.h"
+#include "lint/RuleHelp.h"
 #include "manual/Completion.h"
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
@@ -49,11 +52,14 @@ void writeAll(const tool::ProgramOutline& program, const fs::path& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::cerr << "usage: write-manual FOLDER\n";
+  if (argc != 3) {
+    std::cerr << "usage: write-manual SHARE DOCS\n";
     return 2;
   }
   try {
+    std::ostringstream rules;
+    tool::writeRulePage(rules);
+    write(fs::path(argv[2]) / "lint-rules.md", rules.str());
     CLI::App app;
     tool::describeProgram(app);
     const auto commands = tool::addCommands(app);

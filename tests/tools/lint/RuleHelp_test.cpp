@@ -1,0 +1,28 @@
+#include "lint/RuleHelp.h"
+
+#include <sstream>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "lint/Rule.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using ::testing::HasSubstr;
+
+TEST(RulePage, ExplainsEveryRuleUnderItsId) {
+  std::ostringstream page;
+  writeRulePage(page);
+  for (const RuleDescription& description : allRules()) {
+    const std::string severity = nameOf(description.severity);
+    EXPECT_THAT(page.str(),
+                HasSubstr(std::string("\n## ") + description.id + "\n\n" + severity + ": " +
+                          description.summary + ".\n\n" + description.explanation + '\n'));
+  }
+}
+
+}  // namespace
+}  // namespace update_metadata_tool
