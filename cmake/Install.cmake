@@ -1,9 +1,9 @@
 # What an installation holds.
 #
 # Components: runtime (the shared library), development (public headers, CMake package, pkg-config file, link for the
-# linker), platform (headers of the platform libraries that the library was built with), tool (the companion command with
-# its manual pages and completion, and the schema of the document), documentation (pages, examples and, if it is built, the
-# reference), python (the Python module, if it is built).
+# linker), platform (headers of the model, of the JSON value and of the platform libraries that the library was built
+# with), tool (the companion command with its manual pages and completion, and the schema of the document), documentation
+# (pages, examples and, if it is built, the reference), python (the Python module, if it is built).
 include(CMakePackageConfigHelpers)
 
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
@@ -35,7 +35,7 @@ function(ump_install_headers COMPONENT ROOT)
   endforeach()
 endfunction()
 
-# The public headers, and those of the platform libraries for callers who derive. What is not listed is private.
+# The public headers, and for callers who derive those of the model, the JSON value and the platform. What is not listed is private.
 ump_install_headers(
   development
   "${PROJECT_SOURCE_DIR}/include"
@@ -46,9 +46,9 @@ ump_install_headers(
   install/update_metadata_parser/UpdatePkgData.h
   install/update_metadata_parser/Version.h
   install/update_metadata_parser/fwd.h)
-foreach(library fl catalogue model foundation)
-  get_target_property(root platform::${library} UMP_HEADER_ROOT)
-  get_target_property(headers platform::${library} UMP_HEADERS)
+foreach(library ump_model ump_foundation platform::fl platform::catalogue)
+  get_target_property(root ${library} UMP_HEADER_ROOT)
+  get_target_property(headers ${library} UMP_HEADERS)
   if(headers)
     ump_install_headers(platform "${root}" ${headers})
   endif()

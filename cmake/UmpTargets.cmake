@@ -40,26 +40,20 @@ function(ump_add_platform NAME)
   ump_set_up_target(ump_platform_${NAME})
 endfunction()
 
-# ump_add_layer(NAME SOURCES file... [PUBLIC_LINKS target...] [PRIVATE_LINKS target...])
+# ump_add_layer(NAME [OWN_ROOT] SOURCES file... [HEADERS file...] [PUBLIC_LINKS target...])
 #
-# One layer of the library, a static library ump_NAME with hidden symbols: tests reach its insides. Sources are given
-# relative to src/NAME.
-#
-# What an installer exchanges is searched for headers first: the include root of platform::foundation holds the stand-ins
-# for it, too.
+# The current folder as one layer of the library, a static library ump_NAME with hidden symbols: tests reach its insides.
+# A header is included by its path from src, or, in a layer with OWN_ROOT, from the folder itself: such a layer has HEADERS
+# that users of the shared library need, which are installed with it, and nothing else of src is visible with them.
 function(ump_add_layer NAME)
-  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;PUBLIC_LINKS;PRIVATE_LINKS")
-  list(TRANSFORM ARG_SOURCES PREPEND "${NAME}/")
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "OWN_ROOT" "" "SOURCES;HEADERS;PUBLIC_LINKS")
   add_library(ump_${NAME} STATIC ${ARG_SOURCES})
-  foreach(exchanged fl catalogue)
-    target_include_directories(
-      ump_${NAME} PUBLIC $<TARGET_PROPERTY:platform::${exchanged},INTERFACE_INCLUDE_DIRECTORIES>)
-  endforeach()
-  target_include_directories(ump_${NAME} PUBLIC "${PROJECT_SOURCE_DIR}/include"
-                                                "${PROJECT_SOURCE_DIR}/src")
-  target_link_libraries(
-    ump_${NAME}
-    PUBLIC ${ARG_PUBLIC_LINKS}
-    PRIVATE ${ARG_PRIVATE_LINKS})
+  if(ARG_OWN_ROOT)
+    target_include_directories(ump_${NAME} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+  else()
+    target_include_directories(ump_${NAME} PUBLIC "${PROJECT_SOURCE_DIR}/include" "${PROJECT_SOURCE_DIR}/src")
+  endif()
+  target_link_libraries(ump_${NAME} PUBLIC ${ARG_PUBLIC_LINKS})
+  set_target_properties(ump_${NAME} PROPERTIES UMP_HEADER_ROOT "${CMAKE_CURRENT_SOURCE_DIR}" UMP_HEADERS "${ARG_HEADERS}")
   ump_set_up_target(ump_${NAME})
 endfunction()

@@ -8,7 +8,7 @@
 #include "Fuzzer.h"
 #include "Require.h"
 #include "fl/i18n.h"
-#include "foundation/json/detail.h"
+#include "json/scan/Conversions.h"
 #include "support/NaiveText.h"
 
 using fuzz::require;

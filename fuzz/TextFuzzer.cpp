@@ -10,9 +10,9 @@
 
 #include "Fuzzer.h"
 #include "Require.h"
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
+#include "json/ParseResult.h"
 #include "json/ParserException.h"
 
 namespace {

@@ -1,6 +1,4 @@
-# The platform libraries of this application: two of its own, the JSON value and the model of the parser.
-include("${PROJECT_SOURCE_DIR}/cmake/PlatformOwnModel.cmake")
-
+# The platform libraries of this application.
 ump_add_platform(
   fl
   ROOT "${CMAKE_CURRENT_LIST_DIR}"

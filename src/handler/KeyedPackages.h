@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "handler/PackageKey.h"
-#include "mf/zero/AbstractOwnedCollection.h"
-#include "mf/zero/Name.h"
+#include "mf/zero/fields/OwnedCollection.h"
+#include "mf/zero/text/Name.h"
 
 namespace install::update_metadata_parser {
 

@@ -3,7 +3,7 @@
 
 #include "install/datamodels/product_update/ComponentDataWithFilesToDelete.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
-#include "mf/zero/Uuid.h"
+#include "mf/zero/elements/Uuid.h"
 
 namespace install::update_metadata_parser {
 namespace {

@@ -3,7 +3,7 @@
 #include "install/datamodels/common/Release.h"
 #include "install/datamodels/product_update/ReleaseData.h"
 #include "install/product_data_provider/ProductDataProvider.h"
-#include "mf/zero/Uuid.h"
+#include "mf/zero/elements/Uuid.h"
 
 namespace install::update_metadata_parser {
 namespace {

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "foundation/json/TreeBuilder.h"
 #include "json/ParserException.h"
 #include "json/TextReader.h"
+#include "json/TreeBuilder.h"
 
 namespace foundation::json {
 

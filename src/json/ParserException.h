@@ -7,7 +7,7 @@
 #include <string_view>
 #include <tuple>
 
-#include "foundation/json/ParseResult.h"
+#include "json/ParseResult.h"
 
 namespace foundation::json {
 

@@ -9,15 +9,15 @@
 #include <vector>
 
 #include "fl/i18n.h"
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
-#include "foundation/json/detail.h"
-#include "json/DigitScan.h"
-#include "json/StringDecoding.h"
-#include "json/StringScan.h"
+#include "json/ParseResult.h"
 #include "json/TypedPayloads.h"
 #include "json/TypedValues.h"
-#include "json/Whitespace.h"
+#include "json/scan/Conversions.h"
+#include "json/scan/DigitScan.h"
+#include "json/scan/StringDecoding.h"
+#include "json/scan/StringScan.h"
+#include "json/scan/Whitespace.h"
 
 namespace foundation::json {
 

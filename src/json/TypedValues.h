@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "fl/i18n.h"
-#include "foundation/json/ParseResult.h"
-#include "json/Whitespace.h"
+#include "json/ParseResult.h"
+#include "json/scan/Whitespace.h"
 
 namespace foundation::json {
 

@@ -21,7 +21,7 @@
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
-#include "mf/zero/Messages.h"
+#include "mf/zero/elements/Messages.h"
 
 namespace {
 

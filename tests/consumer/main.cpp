@@ -20,7 +20,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "install/update_metadata_parser/Version.h"
-#include "mf/zero/Messages.h"
+#include "mf/zero/elements/Messages.h"
 
 namespace {
 

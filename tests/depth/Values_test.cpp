@@ -12,9 +12,9 @@
 
 #include <gtest/gtest.h>
 
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
+#include "json/ParseResult.h"
 #include "support/Depth.h"
 #include "support/JsonOutcome.h"
 

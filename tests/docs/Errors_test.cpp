@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "docs/Markdown.h"
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
+#include "json/ParseResult.h"
 
 namespace {
 

@@ -24,7 +24,7 @@
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
-#include "mf/zero/Messages.h"
+#include "mf/zero/elements/Messages.h"
 #include "support/FailingAllocation.h"
 #include "support/ModelDump.h"
 #include "support/TemporaryFolder.h"

@@ -22,7 +22,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "json/JsonText.h"
 #include "json/ParserException.h"
-#include "mf/zero/Messages.h"
+#include "mf/zero/elements/Messages.h"
 #include "support/FailingAllocation.h"
 #include "support/TemporaryFolder.h"
 

@@ -11,8 +11,8 @@
 
 #include "faults/Documents.h"
 #include "faults/Outcome.h"
-#include "foundation/json/ParseResult.h"
 #include "json/JsonText.h"
+#include "json/ParseResult.h"
 #include "json/ParserException.h"
 #include "support/FailingAllocation.h"
 

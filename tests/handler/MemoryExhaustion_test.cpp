@@ -13,7 +13,7 @@
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdatePkgData.h"
-#include "mf/zero/Uuid.h"
+#include "mf/zero/elements/Uuid.h"
 #include "support/CatalogueHandler.h"
 #include "support/FailingAllocation.h"
 #include "support/ModelDump.h"

@@ -11,7 +11,7 @@
 
 #include "foundation/core/except.h"
 #include "install/update_metadata_parser/UpdatePkgData.h"
-#include "mf/zero/Messages.h"
+#include "mf/zero/elements/Messages.h"
 #include "support/CatalogueHandler.h"
 #include "support/ModelDump.h"
 #include "support/SampleStrings.h"

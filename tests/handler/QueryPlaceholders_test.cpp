@@ -14,8 +14,8 @@
 #include "install/datamodels/common/Release.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
-#include "mf/zero/Messages.h"
-#include "mf/zero/Placeholders.h"
+#include "mf/zero/elements/Messages.h"
+#include "mf/zero/elements/Placeholders.h"
 #include "support/CatalogueHandler.h"
 
 namespace install::update_metadata_parser {

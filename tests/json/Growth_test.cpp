@@ -10,11 +10,11 @@
 
 #include <gtest/gtest.h>
 
-#include "foundation/json/ParseResult.h"
-#include "foundation/json/TreeBuilder.h"
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
+#include "json/ParseResult.h"
 #include "json/TextReader.h"
+#include "json/TreeBuilder.h"
 #include "support/JsonOutcome.h"
 
 // Texts for which a careless reader would take hours.

@@ -8,8 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "foundation/json/ParseResult.h"
 #include "json/JsonText.h"
+#include "json/ParseResult.h"
 #include "json/ParserException.h"
 #include "support/JsonOutcome.h"
 #include "support/ValueText.h"

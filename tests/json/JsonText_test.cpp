@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/json/Value.h"
-#include "foundation/json/detail.h"
+#include "json/scan/Conversions.h"
 #include "support/ValueText.h"
 
 namespace foundation::json {

@@ -13,7 +13,7 @@
 
 #include <gtest/gtest.h>
 
-#include "foundation/json/ParseResult.h"
+#include "json/ParseResult.h"
 
 namespace foundation::json {
 namespace {

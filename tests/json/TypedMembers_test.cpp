@@ -8,9 +8,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
+#include "json/ParseResult.h"
 #include "support/JsonOutcome.h"
 #include "support/ValueText.h"
 

@@ -10,8 +10,8 @@
 
 #include <gtest/gtest.h>
 
-#include "foundation/json/ParseResult.h"
-#include "foundation/json/TreeBuilder.h"
+#include "json/ParseResult.h"
+#include "json/TreeBuilder.h"
 #include "support/ValueText.h"
 
 namespace foundation::json {

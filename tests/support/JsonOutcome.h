@@ -4,8 +4,8 @@
 #include <iosfwd>
 #include <string>
 
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
+#include "json/ParseResult.h"
 
 namespace test_support {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "mf/zero/ModelElement.h"
-#include "mf/zero/Placeholders.h"
+#include "mf/zero/elements/ModelElement.h"
+#include "mf/zero/elements/Placeholders.h"
 
 namespace test_support {
 

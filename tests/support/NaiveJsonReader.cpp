@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "fl/i18n.h"
-#include "foundation/json/ParseResult.h"
-#include "foundation/json/detail.h"
+#include "json/ParseResult.h"
 #include "json/ParserException.h"
+#include "json/scan/Conversions.h"
 #include "support/NaivePayloadReader.h"
 
 namespace test_support {

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
+#include "json/ParseResult.h"
 
 namespace test_support {
 

@@ -18,7 +18,7 @@
 #include "install/update_metadata_parser/Export.h"
 #include "install/update_metadata_parser/UpdatePkgData.h"
 #include "install/update_metadata_parser/fwd.h"
-#include "mf/zero/Model.h"
+#include "mf/zero/elements/Model.h"
 
 namespace install::update_metadata_parser {
 

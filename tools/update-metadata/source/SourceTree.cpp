@@ -4,13 +4,13 @@
 #include <initializer_list>
 
 #include "fl/i18n.h"
-#include "foundation/json/ParseResult.h"
 #include "foundation/json/Value.h"
-#include "foundation/json/detail.h"
+#include "json/ParseResult.h"
 #include "json/ParserException.h"
-#include "json/StringDecoding.h"
 #include "json/TextReader.h"
-#include "json/Whitespace.h"
+#include "json/scan/Conversions.h"
+#include "json/scan/StringDecoding.h"
+#include "json/scan/Whitespace.h"
 #include "source/SourceBuilder.h"
 
 namespace update_metadata_tool {

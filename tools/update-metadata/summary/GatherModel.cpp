@@ -14,9 +14,9 @@
 #include "install/datamodels/product_update/PkgDataWithFilesToDelete.h"
 #include "install/datamodels/product_update/PkgDeltaData.h"
 #include "install/datamodels/product_update/ProductDeltaData.h"
-#include "mf/zero/AbstractOwnedCollection.h"
-#include "mf/zero/Name.h"
-#include "mf/zero/PrimitiveSequence.h"
+#include "mf/zero/fields/OwnedCollection.h"
+#include "mf/zero/fields/PrimitiveSequence.h"
+#include "mf/zero/text/Name.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -11,8 +11,8 @@
 #include "install/datamodels/product_update/ComponentDeltaData.h"
 #include "install/datamodels/product_update/PkgDataWithFilesToDelete.h"
 #include "install/datamodels/product_update/PkgDeltaData.h"
-#include "mf/zero/Placeholders.h"
-#include "mf/zero/StringPool.h"
+#include "mf/zero/elements/Placeholders.h"
+#include "mf/zero/text/StringPool.h"
 #include "support/FailingAllocation.h"
 #include "support/ModelDump.h"
 

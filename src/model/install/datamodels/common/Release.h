@@ -6,7 +6,7 @@
 #include <string>
 
 #include "foundation/core/export.h"
-#include "mf/zero/ModelElement.h"
+#include "mf/zero/elements/ModelElement.h"
 
 namespace install::datamodels::common {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "foundation/core/export.h"
-#include "mf/zero/ModelElement.h"
-#include "mf/zero/PrimitiveSequence.h"
+#include "mf/zero/elements/ModelElement.h"
+#include "mf/zero/fields/PrimitiveSequence.h"
 
 namespace install::datamodels::product_update {
 

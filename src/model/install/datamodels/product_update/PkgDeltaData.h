@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "foundation/core/export.h"
-#include "mf/zero/ModelElement.h"
+#include "mf/zero/elements/ModelElement.h"
 
 namespace install::datamodels::product_update {
 

@@ -8,8 +8,8 @@
 
 #include "foundation/core/export.h"
 #include "install/datamodels/product_update/ComponentDeltaData.h"
-#include "mf/zero/AbstractOwnedCollection.h"
-#include "mf/zero/ModelElement.h"
+#include "mf/zero/elements/ModelElement.h"
+#include "mf/zero/fields/OwnedCollection.h"
 
 namespace install::datamodels::product_update {
 

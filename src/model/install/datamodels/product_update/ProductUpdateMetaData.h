@@ -9,9 +9,9 @@
 #include "install/datamodels/product_update/ComponentDataWithFilesToDelete.h"
 #include "install/datamodels/product_update/ProductDeltaData.h"
 #include "install/datamodels/product_update/ReleaseData.h"
-#include "mf/zero/AbstractContainedElement.h"
-#include "mf/zero/AbstractOwnedCollection.h"
-#include "mf/zero/ModelElement.h"
+#include "mf/zero/elements/ModelElement.h"
+#include "mf/zero/fields/ContainedElement.h"
+#include "mf/zero/fields/OwnedCollection.h"
 
 namespace install::datamodels::product_update {
 

@@ -7,8 +7,8 @@
 
 #include "foundation/core/export.h"
 #include "install/datamodels/common/Release.h"
-#include "mf/zero/AbstractContainedElement.h"
-#include "mf/zero/ModelElement.h"
+#include "mf/zero/elements/ModelElement.h"
+#include "mf/zero/fields/ContainedElement.h"
 
 namespace install::datamodels::product_update {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/core/except.h"
-#include "mf/zero/Messages.h"
+#include "mf/zero/elements/Messages.h"
 #include "support/ModelDump.h"
 
 namespace install::datamodels::product_update {

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "foundation/core/export.h"
+#include "mf/zero/elements/ElementClass.h"
+#include "mf/zero/elements/Model.h"
+#include "mf/zero/elements/ReferenceCount.h"
+#include "mf/zero/elements/Uuid.h"
+#include "mf/zero/text/Name.h"
+
+namespace mf::zero {
+
+class ModelElement;
+
+/// What all implementation objects of elements share: their count and their place in the tree.
+///
+/// It lies in a slab of its model, whose head tells model and class, so that an element spends no
+/// memory on either. No virtual operations, for the same reason.
+class FOUNDATION_EXPORT ElementImpl {
+ public:
+  ElementImpl(const ElementImpl&) = delete;
+  ElementImpl& operator=(const ElementImpl&) = delete;
+
+  /// Tells whether this is a placeholder that its list still has to resolve. Elements that create()
+  /// makes are none.
+  bool isProxy() const noexcept { return proxy_; }
+
+  /// The model in which the element was created.
+  Model::Impl& model() const noexcept;
+
+  /// The element's class.
+  const ElementClass& elementClass() const noexcept;
+
+  /// The element that contains this one: an empty handle before it is attached, and once its
+  /// container has lost its last reference.
+  ModelElement getContainer() const noexcept;
+
+  /// The field of the container that holds this element; null exactly if there is no container.
+  const ContainedProperty* getContainerProperty() const noexcept;
+
+ protected:
+  ElementImpl() noexcept = default;
+  ~ElementImpl() = default;
+
+  /// Stores `text` as a name in the element's model; the empty string is an unset name.
+  /// \throws std::bad_alloc
+  Name makeName(std::u16string_view text) const;
+
+ private:
+  friend class ModelElement;
+  friend class ReferenceCollection;
+  friend class AbstractOwnedCollection;
+  friend class AbstractContainedElement;
+  friend class ChangeOperation;
+  friend class Placeholders;
+
+  // A container without references is being destroyed: a handle to it would destroy it again. The
+  // first of its lists to go runs foreign code while children in the others still have the link.
+  bool hasLivingContainer() const noexcept {
+    return container_ != nullptr && !container_->references_.isZero();
+  }
+
+  ReferenceCount<std::uint32_t> references_;
+  std::uint8_t propertyNumber_ = 0;  // of the container's class; meaningless without a container
+  bool proxy_ = false;
+  bool everAttached_ = false;         // an element that never was cannot be in any list yet
+  ElementImpl* container_ = nullptr;  // not counted; the container clears it when it goes
+};
+
+/// A handle to one model element, of whatever class.
+///
+/// A handle is one pointer. Copying takes a reference, destroying drops it, and the element is
+/// freed with its last reference. Handles compare by identity of the element, never by its content.
+class FOUNDATION_EXPORT ModelElement {
+ public:
+  /// Makes an empty handle.
+  ModelElement() noexcept = default;
+
+  /// Refers to the same element and takes a reference.
+  ModelElement(const ModelElement& other) noexcept : impl_(other.impl_) { addRef(); }
+
+  /// Takes the other handle's reference over and leaves it empty.
+  ModelElement(ModelElement&& other) noexcept : impl_(std::exchange(other.impl_, nullptr)) {}
+
+  /// Takes the new reference before it drops the old one, so that assigning a part of the element
+  /// that goes is safe.
+  ModelElement& operator=(const ModelElement& other) noexcept {
+    ModelElement(other).swap(*this);
+    return *this;
+  }
+
+  /// Takes the other handle's reference over, leaves it empty and drops its own.
+  ModelElement& operator=(ModelElement&& other) noexcept {
+    ModelElement(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
+    return *this;
+  }
+  ~ModelElement() { removeRef(); }
+
+  /// Tells whether the handle refers to an element.
+  explicit operator bool() const noexcept { return impl_ != nullptr; }
+
+  /// Takes a reference beside the handle's own; nothing happens to an empty handle. Handles count
+  /// by themselves: outside the framework there is no reason to call this.
+  void addRef() const noexcept {
+    if (impl_ != nullptr) {
+      impl_->references_.add();
+    }
+  }
+
+  /// Drops a reference; with the last one the element is freed. Nothing happens to an empty handle.
+  void removeRef() const noexcept {
+    if (impl_ != nullptr && impl_->references_.drop()) {
+      destroy(*impl_);
+    }
+  }
+
+  /// What all elements offer. \pre the handle is not empty.
+  ElementImpl* operator->() const noexcept { return impl_; }
+
+  /// Tells whether two handles refer to the same element, or both to none.
+  friend bool operator==(const ModelElement& left, const ModelElement& right) noexcept {
+    return left.impl_ == right.impl_;
+  }
+
+  /// The opposite of equality.
+  friend bool operator!=(const ModelElement& left, const ModelElement& right) noexcept {
+    return !(left == right);
+  }
+
+ protected:
+  /// Refers to an element and takes a reference.
+  explicit ModelElement(ElementImpl& impl) noexcept : impl_(&impl) { addRef(); }
+
+  ElementImpl* impl_ = nullptr;  ///< counted; null for an empty handle
+
+ private:
+  friend class ReferenceCollection;
+  friend class AbstractOwnedCollection;
+  friend class ElementImpl;
+  friend class Placeholders;
+  friend class AbstractContainedElement;
+
+  void swap(ModelElement& other) noexcept { std::swap(impl_, other.impl_); }
+
+  static void destroy(ElementImpl& impl) noexcept;
+};
+
+/// Gets memory for one element of `elementClass` from its model, and a reference on the model.
+/// \throws std::bad_alloc
+FOUNDATION_EXPORT void* allocateElement(Model::Impl& model, const ElementClass& elementClass);
+
+/// A handle to an element of one class.
+///
+/// `Derived` is the class of handles, with its nested class `Impl`, which derives from ElementImpl
+/// and has a static member `kClass` and a default constructor that throws nothing.
+template <class Derived>
+class ElementHandle : public ModelElement {
+ public:
+  /// Makes an empty handle.
+  ElementHandle() noexcept = default;
+
+  /// Makes a new element in `model` that is attached to nothing and whose fields are all unset.
+  ///
+  /// Elements are told apart by identity. The UUID names an element to services outside this
+  /// process; nothing here reads it, so it is not kept.
+  ///
+  /// \pre the handle to the model is not empty. Constant time. Throws only std::bad_alloc.
+  static Derived create(const Model& model, const Uuid& uuid) {
+    static_cast<void>(uuid);
+    using Impl = typename Derived::Impl;
+    static_assert(std::is_nothrow_default_constructible_v<Impl>);
+    Derived handle;
+    handle.impl_ = new (allocateElement(model.impl(), Impl::kClass)) Impl();
+    handle.addRef();
+    return handle;
+  }
+
+  /// Makes a handle to `element` and takes a reference. \pre the element is of this class.
+  static Derived handleTo(ElementImpl& element) noexcept {
+    Derived handle;
+    handle.impl_ = &element;
+    handle.addRef();
+    return handle;
+  }
+
+  /// The element's setters, getters and lists. \pre the handle is not empty.
+  auto operator->() const noexcept { return static_cast<typename Derived::Impl*>(impl_); }
+};
+
+/// Ends the life of an implementation object of class `Impl`: the function of its ElementClass.
+template <class Impl>
+void destroyElementImpl(ElementImpl& impl) noexcept {
+  static_cast<Impl&>(impl).~Impl();
+}
+
+}  // namespace mf::zero

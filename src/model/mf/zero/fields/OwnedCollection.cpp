@@ -1,0 +1,104 @@
+#include "mf/zero/fields/OwnedCollection.h"
+
+#include <cassert>
+
+#include "mf/zero/elements/ChangeOperation.h"
+#include "mf/zero/elements/CompatibleModel.h"
+#include "mf/zero/elements/Placeholders.h"
+
+namespace mf::zero {
+
+AbstractOwnedCollection::AbstractOwnedCollection(ElementImpl& owner,
+                                                 std::uint8_t propertyNumber) noexcept
+    : distance_(static_cast<std::uint8_t>(reinterpret_cast<const char*>(this) -
+                                          reinterpret_cast<const char*>(&owner))),
+      propertyNumber_(propertyNumber) {
+  static_assert(sizeof(AbstractOwnedCollection) == 16, "lists are as many as components");
+  assert(&this->owner() == &owner);
+}
+
+AbstractOwnedCollection::~AbstractOwnedCollection() {
+  if (empty()) {
+    return;
+  }
+  const ElementImpl* going = &owner();
+  const std::size_t elementBytes = property().elementClass->implSize;
+  // All links before the first reference: with it, code of others may run that looks at the rest.
+  for (std::size_t index = 0; index != size(); ++index) {
+    ElementImpl& child = at(index, elementBytes);
+    if (child.container_ == going) {
+      child.container_ = nullptr;
+    }
+  }
+  for (std::size_t index = 0; index != size(); ++index) {
+    ElementImpl& child = at(index, elementBytes);
+    if (child.references_.drop()) {
+      ModelElement::destroy(child);
+    }
+  }
+}
+
+void AbstractOwnedCollection::checkCompatibleModel(const ModelElement& element) const {
+  mf::zero::checkCompatibleModel(owner(), *element.impl_);
+}
+
+void AbstractOwnedCollection::resolvePlaceholders() const {
+  if (!holdsPlaceholders_) {
+    return;
+  }
+  // The size is read anew: resolving runs code of others, which may append to this very list.
+  for (std::size_t index = 0; index < size(); ++index) {
+    resolvedAt(index, property().elementClass->implSize);
+  }
+  holdsPlaceholders_ = false;
+}
+
+void AbstractOwnedCollection::append(const ModelElement& element, std::size_t elementBytes) {
+  if (!element) {
+    return;
+  }
+  ElementImpl& child = *element.impl_;
+  mf::zero::checkCompatibleModel(owner(), child);
+  // Only an element that has been in some list can be in this one: the search is for those alone.
+  if (child.everAttached_ && property().duplicates == Duplicates::kRefused &&
+      holds(child, elementBytes)) {
+    return;
+  }
+  makeRoomFor(child, elementBytes);
+  ChangeOperation change(child);
+  if (!child.isProxy()) {
+    change.link(owner(), propertyNumber_);
+  }
+  change.markAttached();
+  push(child);
+  change.commit();
+  holdsPlaceholders_ = holdsPlaceholders_ || child.isProxy();
+}
+
+ModelElement AbstractOwnedCollection::resolveProxy(const ModelElement& element) const {
+  if (!element->isProxy()) {
+    return element;
+  }
+  ModelElement resolved = Placeholders::resolve(element, *property().elementClass);
+  checkCompatibleModel(resolved);
+  return resolved;
+}
+
+const ContainedProperty& AbstractOwnedCollection::property() const noexcept {
+  return owner().elementClass().properties[propertyNumber_];
+}
+
+ElementImpl& AbstractOwnedCollection::replacePlaceholder(ElementImpl& found,
+                                                         std::size_t index) const {
+  // Held here: resolving runs code of others, which may read this very list.
+  const ModelElement placeholder(found);
+  const ModelElement resolved = resolveProxy(placeholder);
+  ChangeOperation change(*resolved.impl_);
+  change.link(owner(), propertyNumber_);
+  change.markAttached();
+  replace(index, *resolved.impl_);
+  change.commit();
+  return *resolved.impl_;
+}
+
+}  // namespace mf::zero

@@ -1,0 +1,52 @@
+#include "mf/zero/memory/BlockMemory.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <utility>
+
+#include "foundation/core/large_pages.h"
+
+namespace mf::zero {
+namespace {
+
+// Blocks double in size: little for few texts, and few blocks for many. From a size on, large pages
+// are worth their rounding up.
+constexpr std::size_t kFirstBlock = 1024;
+constexpr std::size_t kLargestBlock = std::size_t{32} << 20;
+constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
+constexpr std::size_t kLargestShare = std::size_t{256} << 10;
+
+constexpr std::size_t kAlignment = std::max(alignof(void*), alignof(std::size_t));
+
+}  // namespace
+
+void* BlockMemory::allocate(std::size_t bytes) {
+  if (bytes > std::numeric_limits<std::size_t>::max() / 2) {
+    throw std::bad_alloc();
+  }
+  bytes = (bytes + kAlignment - 1) & ~(kAlignment - 1);
+  if (bytes > left_) {
+    if (bytes > kLargestShare) {
+      // A block of its own leaves the rest of the newest one in use.
+      return addBlock(bytes);
+    }
+    nextBlock_ = std::min(kLargestBlock, std::max(kFirstBlock, nextBlock_ * 2));
+    const std::size_t size = std::max(nextBlock_, bytes);
+    position_ = addBlock(size);
+    left_ = size;
+  }
+  left_ -= bytes;
+  return std::exchange(position_, position_ + bytes);
+}
+
+char* BlockMemory::addBlock(std::size_t bytes) {
+  std::unique_ptr<char[]> block(new char[bytes]);
+  blocks_.push_back(std::move(block));
+  if (bytes >= kLargePagesFrom) {
+    foundation::core::adviseLargePages(blocks_.back().get(), bytes);
+  }
+  return blocks_.back().get();
+}
+
+}  // namespace mf::zero

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mf/zero/memory/BlockMemory.h"
+#include "mf/zero/text/Name.h"
+
+namespace mf::zero {
+
+/// Stores each UTF-16 string once, however often it is put in, and keeps it until the pool goes.
+///
+/// Strings are found by a hash with a key that each pool draws for itself, so that who chooses the
+/// strings cannot choose them to collide.
+class StringPool {
+ public:
+  /// What the hash of a string depends on beside the string: any numbers, none of them foreseeable.
+  struct HashKey {
+    std::array<std::uint64_t, 8> words;  ///< one for each word of a block
+    std::uint64_t low;                   ///< what a hash begins with
+    std::uint64_t high;                  ///< mixed with the high half of each block's sum
+    std::uint64_t size;                  ///< multiplied by the number of units
+  };
+
+  /// Makes an empty pool with a key of its own.
+  StringPool() noexcept;
+
+  /// Makes an empty pool with a key that is known.
+  explicit StringPool(const HashKey& key) noexcept : key_(key) {}
+
+  StringPool(const StringPool&) = delete;
+  StringPool& operator=(const StringPool&) = delete;
+
+  /// Returns the one stored string equal to `text`.
+  ///
+  /// Constant expected time but for reading the text. If it throws std::bad_alloc, the pool has not
+  /// changed.
+  const InternedString& intern(std::u16string_view text);
+
+ private:
+  using Table = std::vector<const InternedString*>;  // open addressing, a power of two of places
+
+  const InternedString& add(std::u16string_view text, std::size_t hash);
+  void growTable();
+  static void put(const InternedString& string, Table& table) noexcept;
+
+  HashKey key_;
+  Table table_;
+  std::size_t used_ = 0;
+  BlockMemory memory_;
+};
+
+}  // namespace mf::zero

@@ -1,0 +1,308 @@
+#include "mf/zero/elements/ModelElement.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "install/datamodels/common/Release.h"
+#include "install/datamodels/product_update/ComponentDeltaData.h"
+#include "install/datamodels/product_update/PkgDeltaData.h"
+#include "install/datamodels/product_update/ProductDeltaData.h"
+#include "install/datamodels/product_update/ProductUpdateMetaData.h"
+#include "install/datamodels/product_update/ReleaseData.h"
+#include "mf/zero/elements/Model.h"
+#include "mf/zero/elements/Uuid.h"
+#include "support/LifetimeProbe.h"
+
+namespace mf::zero {
+namespace {
+
+using install::datamodels::common::Release;
+using install::datamodels::product_update::ComponentDeltaData;
+using install::datamodels::product_update::PkgDeltaData;
+using install::datamodels::product_update::ProductDeltaData;
+using install::datamodels::product_update::ProductUpdateMetaData;
+using install::datamodels::product_update::ReleaseData;
+using test_support::LifetimeProbe;
+
+static_assert(sizeof(PkgDeltaData) == sizeof(void*), "a handle is one pointer");
+static_assert(std::is_nothrow_copy_constructible_v<PkgDeltaData>);
+static_assert(std::is_nothrow_copy_assignable_v<PkgDeltaData>);
+static_assert(std::is_nothrow_move_constructible_v<PkgDeltaData>);
+static_assert(std::is_nothrow_move_assignable_v<PkgDeltaData>);
+static_assert(!std::is_copy_constructible_v<PkgDeltaData::Impl>, "elements are not copied");
+static_assert(!std::is_convertible_v<PkgDeltaData, bool>, "the test for emptiness is explicit");
+static_assert(!std::is_assignable_v<PkgDeltaData&, ComponentDeltaData>);
+
+class Handle : public ::testing::Test {
+ protected:
+  template <class Element>
+  Element make() const {
+    return Element::create(model, Uuid());
+  }
+
+  Model model = Model::create(ModelSpec());
+};
+
+TEST_F(Handle, IsEmptyUntilItIsGivenAnElement) {
+  PkgDeltaData handle;
+  EXPECT_FALSE(handle);
+  handle = make<PkgDeltaData>();
+  EXPECT_TRUE(handle);
+}
+
+TEST_F(Handle, DoesNoHarmWhenItIsEmpty) {
+  PkgDeltaData empty;
+  const PkgDeltaData copy(empty);
+  const PkgDeltaData moved(std::move(empty));
+  PkgDeltaData assigned;
+  assigned = copy;
+  assigned.addRef();
+  assigned.removeRef();
+  assigned.removeRef();
+  EXPECT_FALSE(copy);
+  EXPECT_FALSE(moved);
+  EXPECT_FALSE(assigned);
+  EXPECT_EQ(copy, assigned);
+}
+
+TEST_F(Handle, FreesTheElementWithItsLastCopy) {
+  std::optional<PkgDeltaData> first = make<PkgDeltaData>();
+  const LifetimeProbe element(*first);
+  std::optional<PkgDeltaData> second = first;
+  std::optional<PkgDeltaData> third = second;
+  first.reset();
+  third.reset();
+  EXPECT_TRUE(element.alive());
+  second.reset();
+  EXPECT_FALSE(element.alive());
+}
+
+TEST_F(Handle, MovesItsReferenceAndIsEmptyAfterwards) {
+  std::optional<PkgDeltaData> first = make<PkgDeltaData>();
+  const LifetimeProbe element(*first);
+  std::optional<PkgDeltaData> second = std::move(*first);
+  EXPECT_FALSE(*first);
+  PkgDeltaData third;
+  third = std::move(*second);
+  EXPECT_FALSE(*second);
+  EXPECT_TRUE(element.alive());
+  third = PkgDeltaData();
+  EXPECT_FALSE(element.alive());
+}
+
+TEST_F(Handle, DropsItsFormerElementWhenItIsAssignedAnother) {
+  PkgDeltaData handle = make<PkgDeltaData>();
+  const LifetimeProbe first(handle);
+  const PkgDeltaData other = make<PkgDeltaData>();
+  const LifetimeProbe second(other);
+  handle = other;
+  EXPECT_FALSE(first.alive());
+  EXPECT_TRUE(second.alive());
+  EXPECT_EQ(handle, other);
+}
+
+TEST_F(Handle, KeepsItsElementWhenItIsAssignedToItself) {
+  PkgDeltaData handle = make<PkgDeltaData>();
+  const LifetimeProbe element(handle);
+  PkgDeltaData& same = handle;
+  handle = same;
+  EXPECT_TRUE(handle);
+  handle = std::move(same);
+  EXPECT_TRUE(handle);
+  EXPECT_TRUE(element.alive());
+  handle = PkgDeltaData();
+  EXPECT_FALSE(element.alive());
+}
+
+TEST_F(Handle, TakesAPartOfTheElementThatGoesWithTheAssignment) {
+  ProductDeltaData product = make<ProductDeltaData>();
+  const PkgDeltaData pkg = make<PkgDeltaData>();
+  {
+    const ComponentDeltaData component = make<ComponentDeltaData>();
+    component->getPkgsToDeleteMutable().append(pkg);
+    product->getCompsToDeleteMutable().append(component);
+  }
+  const ProductDeltaData::Impl& whole = *product.operator->();
+  ModelElement handle = std::move(product);
+  // The handle holds the last reference to the whole, and the whole the last one to its part.
+  handle = whole.getCompsToDelete()[0];
+  EXPECT_EQ(pkg->getContainer(), handle) << "the part is still there";
+  handle = ModelElement();
+  EXPECT_FALSE(pkg->getContainer());
+}
+
+TEST_F(Handle, CountsReferencesThatAreTakenAndDroppedByHand) {
+  ProductDeltaData product = make<ProductDeltaData>();
+  const ComponentDeltaData component = make<ComponentDeltaData>();
+  product->getCompsToDeleteMutable().append(component);
+  product.addRef();
+  product = ProductDeltaData();
+  EXPECT_TRUE(component->getContainer()) << "the reference taken by hand keeps the product";
+  component->getContainer().removeRef();
+  EXPECT_FALSE(component->getContainer());
+}
+
+TEST_F(Handle, ComparesByIdentityNeverByContent) {
+  const PkgDeltaData pkg = make<PkgDeltaData>();
+  const PkgDeltaData same = pkg;
+  const PkgDeltaData twin = make<PkgDeltaData>();
+  EXPECT_TRUE(pkg == same);
+  EXPECT_FALSE(pkg != same);
+  EXPECT_FALSE(pkg == twin);
+  EXPECT_TRUE(pkg != twin);
+  EXPECT_FALSE(pkg == PkgDeltaData());
+  EXPECT_TRUE(ModelElement() == PkgDeltaData());
+}
+
+TEST_F(Handle, LeadsToTheSameElementAsItsCopies) {
+  const PkgDeltaData pkg = make<PkgDeltaData>();
+  const PkgDeltaData copy = pkg;
+  copy->setName(u"shared");
+  EXPECT_EQ(pkg->getName(), u"shared");
+}
+
+TEST_F(Handle, GoesByIdentityWhateverTheUuid) {
+  Uuid uuid;
+  uuid.bytes.fill(0xAB);
+  const PkgDeltaData named = PkgDeltaData::create(model, uuid);
+  const PkgDeltaData twin = PkgDeltaData::create(model, uuid);
+  EXPECT_NE(named, twin);
+  ComponentDeltaData component = make<ComponentDeltaData>();
+  component->getPkgsToDeleteMutable().append(named);
+  component->getPkgsToDeleteMutable().append(twin);
+  EXPECT_EQ(component->getPkgsToDelete().size(), 2u);
+}
+
+TEST(NilUuid, IsSixteenZeroBytes) {
+  EXPECT_EQ(Uuid().bytes, (std::array<std::uint8_t, 16>{}));
+}
+
+class Element : public Handle {
+ protected:
+  // A root with one of everything below it; what the test keeps of it stays.
+  struct Tree {
+    ProductUpdateMetaData root;
+    ReleaseData releaseData;
+    Release release;
+    ProductDeltaData product;
+    ComponentDeltaData component;
+    PkgDeltaData pkg;
+  };
+
+  Tree makeTree() const {
+    Tree tree{make<ProductUpdateMetaData>(), make<ReleaseData>(),        make<Release>(),
+              make<ProductDeltaData>(),      make<ComponentDeltaData>(), make<PkgDeltaData>()};
+    tree.root->setReleaseData(tree.releaseData);
+    tree.releaseData->setTargetRelease(tree.release);
+    tree.component->getPkgsToExtractMutable().append(tree.pkg);
+    tree.product->getCompsToExtractMutable().append(tree.component);
+    tree.root->getProductsDeltaDataMutable().append(tree.product);
+    return tree;
+  }
+};
+
+TEST_F(Element, IsHeldByItsContainerAlone) {
+  PkgDeltaData pkg = make<PkgDeltaData>();
+  const LifetimeProbe element(pkg);
+  std::optional<ComponentDeltaData> component = make<ComponentDeltaData>();
+  (*component)->getPkgsToDeleteMutable().append(pkg);
+  pkg = PkgDeltaData();
+  EXPECT_TRUE(element.alive());
+  component.reset();
+  EXPECT_FALSE(element.alive());
+}
+
+TEST_F(Element, OutlivesItsContainerInTheHandsOfACaller) {
+  const PkgDeltaData pkg = makeTree().pkg;
+  pkg->setName(u"kept");
+  pkg->setSize(7);
+  EXPECT_EQ(pkg->getName(), u"kept");
+  EXPECT_EQ(pkg->getSize(), 7);
+}
+
+TEST_F(Element, OutlivesEveryHandleToItsModel) {
+  const Tree tree = makeTree();
+  model = Model();
+  tree.pkg->setName(u"new name");
+  tree.release->setVersion(u"1.0");
+  EXPECT_EQ(tree.pkg->getName(), u"new name");
+  EXPECT_EQ(tree.root->getReleaseData()->getTargetRelease()->getVersion(), u"1.0");
+}
+
+TEST_F(Element, OutlivesModelAndTreeTogether) {
+  std::optional<Tree> tree = makeTree();
+  const Release release = tree->release;
+  const ComponentDeltaData component = tree->component;
+  model = Model();
+  tree.reset();
+  release->setReleaseFamily(u"still here");
+  component->setName(u"and here");
+  EXPECT_EQ(release->getReleaseFamily(), u"still here");
+  EXPECT_EQ(component->getName(), u"and here");
+  EXPECT_EQ(component->getPkgsToExtract().size(), 1u);
+}
+
+TEST_F(Element, KnowsItsContainerAndItsField) {
+  const Tree tree = makeTree();
+  EXPECT_EQ(tree.releaseData->getContainer(), tree.root);
+  EXPECT_EQ(tree.release->getContainer(), tree.releaseData);
+  EXPECT_EQ(tree.product->getContainer(), tree.root);
+  EXPECT_EQ(tree.component->getContainer(), tree.product);
+  EXPECT_EQ(tree.pkg->getContainer(), tree.component);
+  EXPECT_FALSE(tree.root->getContainer());
+  EXPECT_EQ(tree.releaseData->getContainerProperty()->name, std::u16string_view(u"releaseData"));
+  EXPECT_EQ(tree.release->getContainerProperty()->name, std::u16string_view(u"targetRelease"));
+  EXPECT_EQ(tree.component->getContainerProperty()->name, std::u16string_view(u"compsToExtract"));
+  EXPECT_EQ(tree.pkg->getContainerProperty()->name, std::u16string_view(u"pkgsToExtract"));
+  EXPECT_EQ(tree.root->getContainerProperty(), nullptr);
+}
+
+TEST_F(Element, ForgetsAContainerThatIsGone) {
+  std::optional<Tree> tree = makeTree();
+  const ReleaseData releaseData = tree->releaseData;
+  const Release release = tree->release;
+  const ProductDeltaData product = tree->product;
+  const PkgDeltaData pkg = tree->pkg;
+  tree.reset();
+  EXPECT_FALSE(releaseData->getContainer());
+  EXPECT_FALSE(product->getContainer());
+  EXPECT_EQ(product->getContainerProperty(), nullptr);
+  EXPECT_EQ(release->getContainer(), releaseData) << "its own container is still there";
+  EXPECT_EQ(pkg->getContainer(), product->getCompsToExtract()[0]);
+}
+
+TEST_F(Element, DoesNotHoldItsContainer) {
+  const Tree tree = makeTree();
+  const PkgDeltaData pkg = make<PkgDeltaData>();
+  {
+    const ComponentDeltaData component = make<ComponentDeltaData>();
+    component->getPkgsToDeleteMutable().append(pkg);
+    ASSERT_TRUE(pkg->getContainer());
+  }
+  EXPECT_FALSE(pkg->getContainer());
+}
+
+TEST_F(Element, IsFreedWithTheWholeTreeWhenTheRootGoes) {
+  PkgDeltaData pkg = make<PkgDeltaData>();
+  const LifetimeProbe deepest(pkg);
+  {
+    const ProductUpdateMetaData root = make<ProductUpdateMetaData>();
+    const ProductDeltaData product = make<ProductDeltaData>();
+    const ComponentDeltaData component = make<ComponentDeltaData>();
+    root->getProductsDeltaDataMutable().append(product);
+    product->getCompsToDeleteMutable().append(component);
+    component->getPkgsToDeleteMutable().append(pkg);
+    pkg = PkgDeltaData();
+    EXPECT_TRUE(deepest.alive());
+  }
+  EXPECT_FALSE(deepest.alive());
+}
+
+}  // namespace
+}  // namespace mf::zero

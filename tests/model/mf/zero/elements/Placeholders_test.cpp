@@ -1,0 +1,310 @@
+#include "mf/zero/elements/Placeholders.h"
+
+#include <cstddef>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "foundation/core/except.h"
+#include "install/datamodels/product_update/ComponentDeltaData.h"
+#include "install/datamodels/product_update/PkgDeltaData.h"
+#include "mf/zero/elements/Messages.h"
+#include "mf/zero/fields/OwnedCollection.h"
+
+namespace mf::zero {
+namespace {
+
+using foundation::core::except::Exception;
+using install::datamodels::product_update::ComponentDeltaData;
+using install::datamodels::product_update::PkgDeltaData;
+using ::testing::ElementsAre;
+using ::testing::StrEq;
+using ::testing::ThrowsMessage;
+
+class Placeholder : public ::testing::Test {
+ protected:
+  PkgDeltaData make(const std::u16string& name = u"") const {
+    PkgDeltaData pkg = PkgDeltaData::create(model, Uuid());
+    pkg->setName(name);
+    return pkg;
+  }
+
+  // A placeholder in the list of packages to delete.
+  PkgDeltaData appendPlaceholder(const Placeholders::Resolver& resolver) const {
+    PkgDeltaData placeholder = make(u"placeholder");
+    Placeholders::make(placeholder, resolver);
+    list().append(placeholder);
+    return placeholder;
+  }
+
+  OwnedCollection<PkgDeltaData>& list() const { return component->getPkgsToDeleteMutable(); }
+
+  Model model = Model::create(ModelSpec());
+  ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
+};
+
+TEST_F(Placeholder, IsNothingThatCreateMakes) {
+  EXPECT_FALSE(make()->isProxy());
+  EXPECT_FALSE(component->isProxy());
+}
+
+TEST_F(Placeholder, SaysSoOfItself) {
+  const PkgDeltaData placeholder = make();
+  Placeholders::make(placeholder, [] { return ModelElement(); });
+  EXPECT_TRUE(placeholder->isProxy());
+}
+
+TEST_F(Placeholder, GivesWayToItsElementWhenItIsRead) {
+  const PkgDeltaData real = make(u"real");
+  int resolved = 0;
+  list().append(make(u"before"));
+  const PkgDeltaData placeholder = appendPlaceholder([&] {
+    ++resolved;
+    return real;
+  });
+  list().append(make(u"after"));
+  EXPECT_EQ(resolved, 0) << "nobody has looked yet";
+  const OwnedCollection<PkgDeltaData>& read = component->getPkgsToDelete();
+  EXPECT_EQ(read[1], real);
+  EXPECT_EQ(read.readAt(1).getName(), u"real");
+  EXPECT_EQ(read[1], real);
+  EXPECT_EQ(resolved, 1) << "the element has taken its place";
+  EXPECT_EQ(read.size(), 3u);
+  EXPECT_EQ(real->getContainer(), component);
+  EXPECT_FALSE(placeholder->getContainer());
+}
+
+TEST_F(Placeholder, MakesNoDifferenceToTheElementsAroundIt) {
+  const PkgDeltaData real = make(u"real");
+  std::vector<PkgDeltaData> expected;
+  for (int count = 0; count < 20; ++count) {
+    if (count == 10) {
+      appendPlaceholder([&] { return real; });
+      expected.push_back(real);
+    }
+    expected.push_back(make());
+    list().append(expected.back());
+  }
+  for (std::size_t index = 0; index < expected.size(); ++index) {
+    EXPECT_EQ(list()[index], expected[index]);
+  }
+}
+
+TEST_F(Placeholder, IsResolvedInPlaceToo) {
+  const PkgDeltaData real = make(u"real");
+  appendPlaceholder([&] { return real; });
+  EXPECT_EQ(&component->getPkgsToDelete().readAt(0), real.operator->());
+}
+
+TEST_F(Placeholder, IsFreedWithItsResolverOnceItIsResolved) {
+  const auto token = std::make_shared<int>();
+  appendPlaceholder([token, real = make()] { return real; });
+  EXPECT_EQ(token.use_count(), 2);
+  EXPECT_TRUE(list()[0]);
+  EXPECT_EQ(token.use_count(), 1);
+}
+
+TEST_F(Placeholder, IsFreedWithItsResolverWhenNobodyEverLooks) {
+  const auto token = std::make_shared<int>();
+  appendPlaceholder([token, real = make()] { return real; });
+  component = ComponentDeltaData();
+  EXPECT_EQ(token.use_count(), 1);
+}
+
+TEST_F(Placeholder, MayHoldTheLastReferenceToAnother) {
+  const auto token = std::make_shared<int>();
+  PkgDeltaData inner = make();
+  Placeholders::make(inner, [token] { return ModelElement(); });
+  PkgDeltaData outer = make();
+  Placeholders::make(outer, [inner] { return inner; });
+  inner = PkgDeltaData();
+  EXPECT_EQ(token.use_count(), 2);
+  outer = PkgDeltaData();
+  EXPECT_EQ(token.use_count(), 1);
+}
+
+// What a child says of its place when a placeholder in the other list of its owner is dropped,
+// because the owner goes.
+struct PlaceOfChild {
+  bool hasContainer;
+  bool hasProperty;
+};
+
+class DyingOwner : public Placeholder {
+ protected:
+  // Lets the component go with a child in one list and a placeholder in the other, whose resolver
+  // asks the child for its place when it is destroyed.
+  std::vector<PlaceOfChild> askWhileTheOwnerGoes(OwnedCollection<PkgDeltaData>& ofChild,
+                                                 OwnedCollection<PkgDeltaData>& ofPlaceholder) {
+    std::vector<PlaceOfChild> places;
+    const PkgDeltaData child = make(u"child");
+    ofChild.append(child);
+    std::shared_ptr<void> asksWhenDestroyed(nullptr, [&places, child](void*) {
+      places.push_back({bool(child->getContainer()), child->getContainerProperty() != nullptr});
+    });
+    PkgDeltaData placeholder = make(u"placeholder");
+    Placeholders::make(
+        placeholder, [asksWhenDestroyed = std::move(asksWhenDestroyed)] { return ModelElement(); });
+    ofPlaceholder.append(placeholder);
+    placeholder = PkgDeltaData();
+    component = ComponentDeltaData();
+    EXPECT_FALSE(child->getContainer());
+    return places;
+  }
+};
+
+MATCHER(IsNowhere, "") {
+  return !arg.hasContainer && !arg.hasProperty;
+}
+
+TEST_F(DyingOwner, IsNoContainerForAChildInTheListThatIsStillToGo) {
+  EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToDeleteMutable(),
+                                   component->getPkgsToExtractMutable()),
+              ElementsAre(IsNowhere()));
+}
+
+TEST_F(DyingOwner, IsNoContainerForAChildInTheListThatIsGone) {
+  EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToExtractMutable(),
+                                   component->getPkgsToDeleteMutable()),
+              ElementsAre(IsNowhere()));
+}
+
+TEST_F(DyingOwner, IsNoContainerForAChildInTheSameList) {
+  EXPECT_THAT(askWhileTheOwnerGoes(list(), list()), ElementsAre(IsNowhere()));
+}
+
+TEST_F(DyingOwner, IsNoContainerWhenItIsAPlaceholderWithChildren) {
+  std::vector<bool> hadContainer;
+  const PkgDeltaData child = make(u"child");
+  list().append(child);
+  std::shared_ptr<void> asksWhenDestroyed(
+      nullptr, [&](void*) { hadContainer.push_back(bool(child->getContainer())); });
+  Placeholders::make(component,
+                     [asksWhenDestroyed = std::move(asksWhenDestroyed)] { return ModelElement(); });
+  component = ComponentDeltaData();
+  EXPECT_THAT(hadContainer, ElementsAre(false));
+}
+
+TEST_F(Placeholder, IsLeftToTheListToResolve) {
+  const PkgDeltaData real = make();
+  const PkgDeltaData placeholder = appendPlaceholder([&] { return real; });
+  EXPECT_EQ(list().resolveProxy(placeholder), real);
+  EXPECT_EQ(list().resolveProxy(real), real) << "what is none is returned as it is";
+  EXPECT_FALSE(real->getContainer()) << "resolving alone changes no list";
+}
+
+TEST_F(Placeholder, MayAppendToItsListWhileItIsResolved) {
+  const PkgDeltaData real = make(u"real");
+  appendPlaceholder([&] {
+    for (int count = 0; count < 100; ++count) {
+      list().append(make(u"appended"));
+    }
+    return real;
+  });
+  EXPECT_EQ(component->getPkgsToDelete()[0], real);
+  EXPECT_EQ(list().size(), 101u);
+}
+
+TEST_F(Placeholder, MayStandForAnElementOfTheSameListThatIsAPlaceholderNoMore) {
+  const PkgDeltaData real = make(u"real");
+  appendPlaceholder([&] { return real; });
+  appendPlaceholder([&] { return component->getPkgsToDelete()[0]; });
+  EXPECT_EQ(component->getPkgsToDelete()[1], real);
+}
+
+TEST_F(Placeholder, LetsTheExceptionOfItsResolverPassAndStays) {
+  bool fails = true;
+  const PkgDeltaData real = make();
+  const PkgDeltaData placeholder = appendPlaceholder([&]() -> ModelElement {
+    if (fails) {
+      throw std::runtime_error("not loaded");
+    }
+    return real;
+  });
+  EXPECT_THAT([&] { static_cast<void>(component->getPkgsToDelete()[0]); },
+              ThrowsMessage<std::runtime_error>(StrEq("not loaded")));
+  EXPECT_TRUE(placeholder->isProxy());
+  fails = false;
+  EXPECT_EQ(component->getPkgsToDelete()[0], real);
+}
+
+struct WrongTarget {
+  const char* name;
+  ModelElement (*resolve)(const Model& model);
+  std::u16string typeName;
+  std::string text;
+};
+
+void PrintTo(const WrongTarget& target, std::ostream* stream) {
+  *stream << target.name;
+}
+
+class PlaceholderRefuses : public ::testing::TestWithParam<WrongTarget> {};
+
+TEST_P(PlaceholderRefuses, AndStays) {
+  const Model model = Model::create(ModelSpec());
+  const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
+  const PkgDeltaData placeholder = PkgDeltaData::create(model, Uuid());
+  int resolved = 0;
+  Placeholders::make(placeholder, [&] {
+    ++resolved;
+    return GetParam().resolve(model);
+  });
+  component->getPkgsToExtractMutable().append(placeholder);
+  for (int attempt = 1; attempt <= 2; ++attempt) {
+    try {
+      static_cast<void>(component->getPkgsToExtract().readAt(0));
+      FAIL() << "nothing was thrown";
+    } catch (const Exception<CannotCastIncompatibleTypes>& error) {
+      EXPECT_EQ(error.message().typeName, GetParam().typeName);
+      EXPECT_EQ(error.what(), GetParam().text);
+    }
+    EXPECT_EQ(resolved, attempt) << "the placeholder is still in its place";
+  }
+  EXPECT_TRUE(placeholder->isProxy());
+  EXPECT_EQ(component->getPkgsToExtract().size(), 1u);
+}
+
+const WrongTarget kWrongTargets[] = {
+    {"Nothing", [](const Model&) { return ModelElement(); }, u"mf::zero::ModelElement",
+     "cannot cast incompatible types: mf::zero::ModelElement"},
+    {"AnElementOfAnotherType",
+     [](const Model& model) -> ModelElement { return ComponentDeltaData::create(model, Uuid()); },
+     u"install::datamodels::product_update::ComponentDeltaData",
+     "cannot cast incompatible types: install::datamodels::product_update::ComponentDeltaData"},
+    {"AnotherPlaceholder",
+     [](const Model& model) -> ModelElement {
+       PkgDeltaData other = PkgDeltaData::create(model, Uuid());
+       Placeholders::make(other, [] { return ModelElement(); });
+       return other;
+     },
+     u"install::datamodels::product_update::PkgDeltaData",
+     "cannot cast incompatible types: install::datamodels::product_update::PkgDeltaData"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Target, PlaceholderRefuses, ::testing::ValuesIn(kWrongTargets),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(Placeholder, RefusesItself) {
+  PkgDeltaData self;
+  const PkgDeltaData placeholder = appendPlaceholder([&] { return self; });
+  self = placeholder;
+  EXPECT_THROW(list()[0], Exception<CannotCastIncompatibleTypes>);
+  EXPECT_EQ(list().size(), 1u);
+}
+
+TEST_F(Placeholder, RefusesAnElementOfAnotherModel) {
+  const PkgDeltaData placeholder =
+      appendPlaceholder([] { return PkgDeltaData::create(Model::create(ModelSpec()), Uuid()); });
+  EXPECT_THROW(list()[0], Exception<IncompatibleModels>);
+  EXPECT_TRUE(placeholder->isProxy());
+}
+
+}  // namespace
+}  // namespace mf::zero
