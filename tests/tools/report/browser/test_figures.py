@@ -1,4 +1,4 @@
-"""What the page shows of a document: figures, tables, the picture in words."""
+"""What the page shows: totals, tables, the picture in words."""
 
 import json
 import subprocess
@@ -11,12 +11,12 @@ class SmallSample(PageTest):
     def setUp(self):
         self.open("small", SMALL)
 
-    def test_tells_the_releases(self):
+    def test_shows_the_releases(self):
         self.assertEqual(self.texts("h1"), ["Fernlight 7 7.1.0 \u2192 Fernlight 7 7.2.0"])
         self.assertEqual(self.texts("#subtitle"),
                          ["Update level 3 \u00b7 x86_64 \u00b7 update.json"])
 
-    def test_tells_the_headline_figures(self):
+    def test_shows_the_totals(self):
         with open(SMALL + "/update.json", encoding="utf-8") as file:
             components = json.load(file)["components"]
         sizes = [package for component in components.values()
@@ -75,7 +75,8 @@ class SmallSample(PageTest):
         self.assertEqual(self.texts("#treemap-text"), [
             "Largest of 4.5 MiB drawn: Fernlight Editor 2.4 MiB (53%), Fernlight Viewer 2.1 MiB "
             "(47%). The tables below list everything."])
-        self.assertEqual(self.texts("#treemap-status"), ["All products: 4.5 MiB drawn (2.4 MiB to fetch)"])
+        self.assertEqual(self.texts("#treemap-status"),
+                         ["All products: 4.5 MiB drawn (2.4 MiB to fetch)"])
         self.assertEqual(self.texts("#bars caption"),
                          ["Fernlight Editor (FE)", "Fernlight Viewer (FV)"])
         self.assertEqual(self.texts("#bars td.size"), ["2.4 MiB", "5.6 MiB", "272.0 KiB",
@@ -86,7 +87,7 @@ class SmallSample(PageTest):
 
 
 class OddNumbers(PageTest):
-    def test_are_told_as_they_are(self):
+    def test_are_shown_unchanged(self):
         self.open("odd", documents.make_odd())
         self.assertEqual(self.texts("#figures .large")[:3],
                          ["beyond 64 bits", "7.8 EiB", "-5 bytes"])
@@ -111,23 +112,23 @@ class OddNumbers(PageTest):
         self.assertEqual(self.rows(2), [
             ["c_a", "c", "1", "5 bytes", "5 bytes", "\u2013"],
             ["c_b", "c", "1", "! -8.0 EiB", "! -2 bytes", "\u2013"]])
-        truncated = ("A size that does not fit into 64 bits: it was taken for "
-                     "-9223372036854775808.")
+        truncated = "A size that does not fit into 64 bits, read as -9223372036854775808."
         self.assertEqual(
             self.browser.evaluate("[...document.querySelectorAll('#panel-2 tr.row')].map("
                              "(row) => [row.children[3].title, row.children[4].title])"),
-            [["5 bytes", "5 bytes"], [truncated, "A size below zero."]])
+            [["5 bytes", "5 bytes"], [truncated, "A negative size."]])
         self.browser.click("document.querySelectorAll('#panel-2 tr.row')[1]")
         self.assertEqual(self.texts("#panel-2 .details dd"), [
             "c_b", "c", "-9,223,372,036,854,775,808 bytes", truncated, "-2 bytes",
-            "A size below zero.", "P"])
+            "A negative size.", "P"])
         self.assertEqual(self.texts("#tables-note"), [
             "'!' marks doubtful sizes: 1 package with a size that does not fit into 64 bits and "
             "was taken for -9223372036854775808. Sums take sizes as they stand."])
 
     def test_are_drawn_with_the_figures_of_the_tables(self):
         self.open("odd", documents.make_odd())
-        self.assertEqual(self.texts("#treemap-status"), ["All products: 15.6 EiB drawn (beyond 64 bits to fetch)"])
+        self.assertEqual(self.texts("#treemap-status"),
+                         ["All products: 15.6 EiB drawn (beyond 64 bits to fetch)"])
         self.assertEqual([label for label, _ in self.boxes()], [
             "Vast: 15.6 EiB drawn (beyond 64 bits to fetch), 100% of 15.6 EiB, 1 component",
             "Small: 700 bytes drawn (693 bytes to fetch), under 1% of 15.6 EiB, 2 components"])
@@ -135,7 +136,8 @@ class OddNumbers(PageTest):
     def test_of_two_packages_with_one_key_are_drawn_once_in_a_product(self):
         self.open("colliding", documents.make_colliding())
         self.assertEqual(self.texts("#figures .large")[0], "1,000 bytes")
-        self.assertEqual(self.texts("#treemap-status"), ["All products: 2.0 KiB drawn (1,000 bytes to fetch)"])
+        self.assertEqual(self.texts("#treemap-status"),
+                         ["All products: 2.0 KiB drawn (1,000 bytes to fetch)"])
         self.assertEqual([label for label, _ in self.boxes()], [
             "Both: 1,000 bytes to fetch, 50% of 2.0 KiB, 2 components",
             "Second: 1,000 bytes to fetch, 50% of 2.0 KiB, 1 component"])
@@ -151,7 +153,7 @@ class OddNumbers(PageTest):
         self.assertEqual(self.texts("#treemap"),
                          ["No package to extract has a size above zero."])
 
-    def test_beyond_64_bits_are_told_and_sorted_as_what_they_are(self):
+    def test_beyond_64_bits_are_named_and_sorted_at_the_ends(self):
         self.open("beyond", documents.make_beyond())
         def fetched():
             return [[row[0], row[4]] for row in self.rows(0)]

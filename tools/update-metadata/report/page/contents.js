@@ -1,18 +1,17 @@
-// What the document says, as the rows that the page shows.
+// The document's contents, as the rows that the page shows.
 //
-// The element "contents" holds the object that ReportData.h describes. A size is a number, exact as
-// the document's are; a sum is a text of digits, which may need more bits than a number here has.
-// One that needs more than 64 is told by the bound that it passes: ">" or "<" and its digits.
+// The element "contents" contains the object that ReportData.h describes. A size is a number. A sum
+// is a text of digits, since it may need more bits than a number has; one that needs more than 64
+// bits is given as the bound that it exceeds: ">" or "<" and the bound's digits.
 
 const contents = JSON.parse(document.getElementById('contents').textContent);
 
-// What a name may hold and a reader would not see, or see something else than it is: controls,
-// separators of lines, what turns the direction of writing, and the byte-order mark. The same as
-// those of Text.cpp.
+// Characters that cannot be seen or that mislead: controls, line separators, marks that change the
+// direction of writing, and the byte-order mark. Text.cpp has the same.
 const UNSEEN =
     /[\u0000-\u001f\u007f-\u009f\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069\ufeff]/g;
 
-/** A name as it is shown: what would not be seen as its code, <U+202E>. */
+/** A name to show, with characters that cannot be seen as their codes: <U+202E>. */
 function visible(name) {
   if (name === '') {
     return '(empty)';
@@ -54,7 +53,7 @@ function uniteProducts(lists) {
   return lists.length === 1 ? lists[0] : [...new Set(lists.flat())];
 }
 
-/** Where productLists has the products that extract a component, and those that delete it. */
+/** The places in productLists of the products that extract or delete a component. */
 function extractionsOf(component) {
   return 2 * component;
 }
@@ -64,9 +63,9 @@ function deletionsOf(component) {
 }
 
 /**
- * One row for each package, whether it is extracted, deleted or both: its key, its own name in the
- * first of its components, and its sizes, null where nothing is done. Gives each component the
- * rows of what it extracts.
+ * One row per package, extracted or deleted or both: its key, its name in the first of its
+ * components, and its sizes, null where there is nothing to do. Sets `extracted` of each component
+ * to the rows of the packages that it extracts.
  */
 function listPackages(components) {
   const rows = new Map();
@@ -98,7 +97,7 @@ function listPackages(components) {
   return [...rows.values()];
 }
 
-/** The products that extract or delete a package; one list for all packages that have the same. */
+/** The products that extract or delete a package; packages with the same products share a list. */
 function productsOf(row) {
   const key = row.productLists.join();
   if (!unitedProducts.has(key)) {
@@ -107,7 +106,7 @@ function productsOf(row) {
   return unitedProducts.get(key);
 }
 
-/** One row for each file to delete. */
+/** One row per file to delete. */
 function listFiles() {
   return contents.componentsWithFiles.flatMap(
       (component) => component.packages.flatMap(({key, files}) => files.map((path) => ({

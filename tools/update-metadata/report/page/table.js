@@ -1,7 +1,5 @@
-// Tables of any number of rows, and the tabs between them.
-
-// No browser shows an element of any height: beyond this many pixels a table scrolls in steps of
-// more than a row.
+// Browsers limit the height of an element: a table that would be higher than this many pixels
+// scrolls by more than it appears to.
 const MOST_HEIGHT = 8000000;
 const MOST_ROWS_ON_PAPER = 200;
 
@@ -10,13 +8,13 @@ function isNumber({className = ''}) {
 }
 
 /**
- * A table of any number of rows that can be searched and sorted; only the rows in view are there.
+ * A table of any number of rows to search and sort; only the rows in view are elements.
  *
- * A column is {title, text(row), value(row), hint(row), width, className, style(row)}: `text` is
- * what a cell shows, and what is sorted, unless `value` gives a number to sort by; what
- * is not of the class "number" is searched; `hint` is what a cell tells when it is pointed at, if
- * not its text; `style` is the class of one cell. `explain(row)` gives what is said about
- * the row that is chosen, as lists of a term and its descriptions.
+ * A column is {title, text(row), value(row), hint(row), width, className, style(row)}. A cell shows
+ * `text`, and `hint` or else `text` under the pointer; `style` is its class. Columns sort by
+ * `value`, a number, or else by `text`; the search reads those without the class "number". Narrow
+ * windows hide columns of the class "minor". `explain(row)` describes the chosen row: a list of
+ * lists of a term and its descriptions.
  */
 class DataTable {
   constructor(label, columns, rows, explain) {
@@ -66,7 +64,7 @@ class DataTable {
                 this.details);
   }
 
-  /** Keeps the rows that hold every word of `text` in some column, whatever the case. */
+  /** Keeps the rows that contain every word of `text`, in any column and any case. */
   search(text) {
     const words = text.toLowerCase().split(/\s+/).filter(Boolean);
     if (words.length > 0 && !this.texts) {
@@ -81,7 +79,7 @@ class DataTable {
     this.restart();
   }
 
-  /** Sorts by a column: texts upwards first, numbers downwards; the other way the next time. */
+  /** Sorts by a column, texts ascending and numbers descending; the next time in reverse. */
   sort(index) {
     const {text, value} = this.columns[index];
     const isSame = this.sorting.column === index;
@@ -101,7 +99,7 @@ class DataTable {
     this.search(this.input.value);
   }
 
-  /** Shows the one row, whatever was searched for. */
+  /** Chooses a row, clearing the search. */
   show(row) {
     this.input.value = '';
     this.search('');
@@ -137,7 +135,7 @@ class DataTable {
 
   onKey(event) {
     if (event.target !== this.table) {
-      return;  // a button of the head
+      return;  // a heading's button
     }
     const page = Math.max(Math.floor(this.viewHeight() / this.rowHeight) - 1, 1);
     const last = this.shown.length - 1;
@@ -169,7 +167,8 @@ class DataTable {
     return Math.max(this.scroll.clientHeight - this.head.offsetHeight, 0);
   }
 
-  // How the pixels that scroll relate to those of all rows, were they there. There is a row.
+  // Measures the height of a row, and by how much more than the pixels scrolled the rows move.
+  // Needs a row.
   measure() {
     if (this.elements.length === 0) {
       this.fill(0, 1);
@@ -204,7 +203,7 @@ class DataTable {
 
   draw() {
     if (this.scroll.clientHeight === 0) {
-      return;  // its tab is not chosen
+      return;  // hidden by its tab
     }
     this.table.setAttribute('aria-rowcount', String(this.shown.length + 1));
     this.count.textContent = this.shown.length === this.rows.length
@@ -233,7 +232,7 @@ class DataTable {
     this.below.style.height = `${below}px`;
   }
 
-  // Makes the elements of `count` rows show those from `first` on.
+  // Shows `count` rows starting at `first`.
   fill(first, count) {
     while (this.elements.length < count) {
       this.elements.push(this.makeRow());
@@ -278,59 +277,5 @@ class DataTable {
         cell.className = column.style(row);
       }
     });
-  }
-}
-
-/** Tabs, of which one shows its table. Each table is made when its tab is first chosen. */
-class Tabs {
-  constructor(tabs) {
-    this.tabs = tabs.map(({title, rows, makeTable}, index) => {
-      const button = make('button', {
-        type: 'button',
-        role: 'tab',
-        id: `tab-${index}`,
-        textContent: `${title} (${rows.toLocaleString('en')})`,
-        aria: {controls: `panel-${index}`},
-      });
-      const panel = make('div', {role: 'tabpanel', id: `panel-${index}`, hidden: true,
-                                 aria: {labelledby: button.id}});
-      button.addEventListener('click', () => this.choose(index));
-      return {button, panel, makeTable, table: null};
-    });
-    byId('tabs').append(...this.tabs.map((tab) => tab.button));
-    byId('tables').append(...this.tabs.map((tab) => tab.panel));
-    byId('tabs').addEventListener('keydown', (event) => this.onKey(event));
-    this.choose(0);
-  }
-
-  /** Shows one table and returns it. */
-  choose(index) {
-    this.chosen = index;
-    this.tabs.forEach(({button, panel}, other) => {
-      button.setAttribute('aria-selected', String(other === index));
-      button.tabIndex = other === index ? 0 : -1;
-      panel.hidden = other !== index;
-    });
-    const tab = this.tabs[index];
-    if (!tab.table) {
-      tab.table = tab.makeTable();
-      tab.panel.append(tab.table.element);
-    }
-    return tab.table;
-  }
-
-  onKey(event) {
-    const last = this.tabs.length - 1;
-    const moves = {
-      ArrowLeft: this.chosen === 0 ? last : this.chosen - 1,
-      ArrowRight: this.chosen === last ? 0 : this.chosen + 1,
-      Home: 0,
-      End: last,
-    };
-    if (event.key in moves) {
-      event.preventDefault();
-      this.choose(moves[event.key]);
-      this.tabs[this.chosen].button.focus();
-    }
   }
 }

@@ -1,173 +1,11 @@
-// The picture of what is fetched: boxes in boxes, each as large as its share.
+// The treemap of the bytes to fetch, with boxes in proportion to the bytes drawn.
 
-// Boxes smaller than this many square pixels are put into one together.
-const LEAST_AREA = 260;
-const LEAST_INNER_AREA = 160;
-const HEAD_HEIGHT = 20;
-// Hues in steps of this angle never come back to where one was.
+const LEAST_INNER_AREA = 160;  // square pixels
+const HEAD_HEIGHT = 20;        // of a box: the top of .inner
+// Multiples of this angle in degrees never repeat a hue.
 const GOLDEN_ANGLE = 137.508;
 const FIRST_HUE = 210;
-const MOST_BUNDLES = 100;
 const MOST_PARTS_IN_WORDS = 5;
-
-/**
- * Divides a rectangle into one for each weight, of proportional area and with sides as alike as
- * slices allow, best if weights descend. They are above zero. Returns [x, y, width, height] of
- * each.
- */
-function squarify(weights, width, height) {
-  const rectangles = [];
-  let [x, y] = [0, 0];
-  const scale = width * height / weights.reduce((sum, weight) => sum + weight, 0);
-  for (let start = 0; start < weights.length;) {
-    const side = Math.min(width, height);
-    let area = 0;
-    let largest = 0;
-    let smallest = Infinity;
-    let worst = Infinity;
-    let end = start;
-    for (; end < weights.length; ++end) {
-      const next = weights[end] * scale;
-      const grown = area + next;
-      largest = Math.max(largest, next);
-      smallest = Math.min(smallest, next);
-      const ratio = Math.max(side * side * largest / (grown * grown),
-                             grown * grown / (side * side * smallest));
-      if (ratio > worst) {
-        break;
-      }
-      worst = ratio;
-      area = grown;
-    }
-    const thickness = area / side;
-    let along = 0;
-    for (; start < end; ++start) {
-      const length = weights[start] * scale / thickness;
-      rectangles.push(width >= height ? [x, y + along, thickness, length]
-                                      : [x + along, y, length, thickness]);
-      along += length;
-    }
-    if (width >= height) {
-      x += thickness;
-      width = Math.max(width - thickness, 0);
-    } else {
-      y += thickness;
-      height = Math.max(height - thickness, 0);
-    }
-  }
-  return rectangles;
-}
-
-/** Puts an element into a rectangle of an area, as shares of it, so that it follows its size. */
-function setPlace(element, [x, y, width, height], areaWidth, areaHeight) {
-  Object.assign(element.style, {
-    left: `${100 * x / areaWidth}%`,
-    top: `${100 * y / areaHeight}%`,
-    width: `${100 * width / areaWidth}%`,
-    height: `${100 * height / areaHeight}%`,
-  });
-}
-
-// Of a node: what it is called; `figure`, the bytes that the data tell of it; `weight`, the bytes
-// that are drawn of it; `size`, how many parts it has; and its parts that weigh something, made
-// when they are asked for, the heaviest first. `leaf` is the row of a package.
-function makeNode({listParts = () => [], ...properties}) {
-  let parts = null;
-  return {
-    hue: FIRST_HUE,
-    ...properties,
-    parts() {
-      parts = parts || listParts().filter((part) => part.weight > 0)
-                          .sort((left, right) => right.weight - left.weight);
-      return parts;
-    },
-  };
-}
-
-function weigh(nodes) {
-  return nodes.reduce((sum, node) => sum + node.weight, 0);
-}
-
-function weightOf(row) {
-  return Math.max(row.fetch, 0);
-}
-
-function makePackageNode(row) {
-  return makeNode({name: row.name, kind: 'package', figure: row.fetch, weight: weightOf(row),
-                   leaf: row});
-}
-
-/** A component of which `rows` are drawn. */
-function makeComponentNode({name, bytesToFetch, extracted}, rows) {
-  return makeNode({
-    name,
-    kind: 'component',
-    figure: bytesToFetch,
-    weight: rows.reduce((sum, row) => sum + weightOf(row), 0),
-    size: extracted.length,
-    listParts: () => rows.map(makePackageNode),
-  });
-}
-
-/** Of each component, the rows that another one extracts, too. */
-function listSharedRows() {
-  const extractions = new Map();
-  for (const row of components.flatMap(({extracted}) => extracted)) {
-    extractions.set(row, (extractions.get(row) || 0) + 1);
-  }
-  return components.map(({extracted}) => extracted.filter((row) => extractions.get(row) > 1));
-}
-
-/** What is drawn: a package once in each product, in the first component that has it. */
-function makeTree() {
-  const whole = components.map((component) => makeComponentNode(component, component.extracted));
-  const shared = listSharedRows();
-  const productNodes = products.map((product) => {
-    const drawn = new Set();
-    const named = product.componentsToExtract.map((index) => {
-      const repeated = new Set(shared[index].filter((row) => drawn.has(row)));
-      shared[index].forEach((row) => drawn.add(row));
-      const {extracted} = components[index];
-      return repeated.size === 0
-          ? whole[index]
-          : makeComponentNode(components[index], extracted.filter((row) => !repeated.has(row)));
-    });
-    return makeNode({name: product.name, kind: 'product', figure: product.bytesToFetch,
-                     weight: weigh(named), size: named.length, listParts: () => named});
-  });
-  return makeNode({name: 'All products', kind: 'update', figure: totals.bytesToFetch,
-                   weight: weigh(productNodes), listParts: () => productNodes});
-}
-
-/** One node for several, which are too small to be drawn each. */
-function bundle(nodes, name) {
-  const weight = weigh(nodes);
-  return makeNode({name, kind: 'bundle', figure: weight, weight, listParts: () => nodes});
-}
-
-/** The parts that are drawn in an area: the heaviest, and one for all that are too small. */
-function partsInArea(node, area) {
-  const parts = node.parts();
-  const least = node.weight * LEAST_AREA / area;
-  const large = parts.findIndex((part) => part.weight < least);
-  if (large < 0 || parts.length - large < 2) {
-    return parts;
-  }
-  if (large > 0) {
-    const small = parts.slice(large);
-    return [...parts.slice(0, large), bundle(small, `${counted(small.length, 'smaller item')}`)];
-  }
-  // None is large enough: bundles of equally many are.
-  const size = Math.ceil(parts.length / MOST_BUNDLES);
-  const bundles = [];
-  for (let start = 0; start < parts.length; start += size) {
-    const bundled = parts.slice(start, start + size);
-    bundles.push(bundled.length === 1
-        ? bundled[0]
-        : bundle(bundled, `${bundled[0].name} and ${counted(bundled.length - 1, 'other')}`));
-  }
-  return bundles;
-}
 
 /** The bytes drawn and, where they differ, the bytes to fetch. */
 function describeBytes({figure, weight}) {
@@ -183,7 +21,8 @@ class Treemap {
     this.showPackage = showPackage;
     this.host.addEventListener('keydown', (event) => this.onKey(event));
     this.host.addEventListener('focusin', (event) => this.showStatus(this.nodeOf(event.target)));
-    this.host.addEventListener('pointerover', (event) => this.showStatus(this.nodeOf(event.target)));
+    this.host.addEventListener('pointerover',
+                               (event) => this.showStatus(this.nodeOf(event.target)));
     this.host.addEventListener('pointerleave',
                                () => this.showStatus(this.nodeOf(document.activeElement)));
     this.host.addEventListener('click', (event) => this.enter(this.nodeOf(event.target)));
@@ -204,7 +43,7 @@ class Treemap {
     return box ? this.nodes.get(box) : undefined;
   }
 
-  /** Looks into a part; a package is shown in the table. */
+  /** Opens a part; shows a package in the table. */
   enter(node) {
     if (!node) {
       return;
@@ -218,7 +57,7 @@ class Treemap {
     this.focus(0);
   }
 
-  /** Goes back until the path has `length` steps. */
+  /** Goes back to the first `length` steps of the path. */
   leaveTo(length) {
     if (length < 1 || length >= this.path.length) {
       return;
@@ -257,7 +96,7 @@ class Treemap {
     }
   }
 
-  /** The nearest box in one direction, or the same one if there is none. */
+  /** The nearest box in a direction, or the same box if there is none. */
   neighbour(index, right, down) {
     const middle = (box) => [box.offsetLeft + box.offsetWidth / 2,
                              box.offsetTop + box.offsetHeight / 2];
@@ -341,14 +180,14 @@ class Treemap {
     return box;
   }
 
-  // What can be looked into has a hue of its own, of which its packages then are.
+  // Each product and component has a hue, which its packages share.
   hueOf(node, index) {
     return node.leaf || node.kind === 'bundle'
         ? this.current.hue
         : Math.round(FIRST_HUE + index * GOLDEN_ANGLE) % 360;
   }
 
-  // What a box holds is only hinted at: it can be looked into.
+  // Sketches the contents of a box.
   drawInner(box, node, width, height) {
     const parts = node.parts();
     if (parts.length < 2 || width < 20 || height < 20) {
@@ -357,7 +196,7 @@ class Treemap {
     const scale = width * height / node.weight;
     const most = parts.findIndex((part) => part.weight * scale < LEAST_INNER_AREA);
     const shown = most < 0 ? parts : parts.slice(0, most);
-    // The others get a place of their weight and no box.
+    // The others leave a gap of their size.
     const others = {weight: weigh(parts) - weigh(shown)};
     const drawn = others.weight > 0 ? [...shown, others] : shown;
     const places = squarify(drawn.map((part) => part.weight), width, height);
@@ -387,7 +226,7 @@ class Treemap {
         ...steps.flatMap((step, index) => index === 0 ? [step] : ['\u203a', step]));
   }
 
-  /** The picture in words. */
+  /** Describes the picture for those who cannot see it. */
   alternative() {
     const {weight} = this.current;
     const parts = this.current.parts();
