@@ -28,7 +28,7 @@ std::size_t countOf(std::string_view part, std::string_view text) {
   return count;
 }
 
-// What stands between the tags of the element with the data.
+// The text of the element with the data.
 std::string dataOf(const std::string& page) {
   const std::size_t begin = page.find(kBeforeData) + kBeforeData.size();
   return page.substr(begin, page.find("</script>", begin) - begin);
@@ -43,14 +43,14 @@ TEST(ReportPage, IsOneWholeDocumentAroundTheData) {
   EXPECT_EQ(countOf("</style>", page), 1U);
 }
 
-TEST(ReportPage, AsksForNothingBesideItself) {
+TEST(ReportPage, IsSelfContained) {
   EXPECT_THAT(std::string(kPageText), HasSubstr("default-src 'none'"));
   EXPECT_THAT(std::string(kPageText), Not(HasSubstr("://")));
   EXPECT_THAT(std::string(kPageText), Not(HasSubstr("@import")));
   EXPECT_THAT(std::string(kPageText), Not(HasSubstr("url(")));
 }
 
-TEST(ReportPage, MakesMarkupOfNoText) {
+TEST(ReportPage, NeverTurnsTextIntoMarkup) {
   for (const char* way : {"innerHTML", "outerHTML", "insertAdjacentHTML", "document.write", "eval(",
                           "new Function", "DOMParser", "setTimeout(", "fetch("}) {
     EXPECT_THAT(std::string(kPageText), Not(HasSubstr(way)));
@@ -74,7 +74,7 @@ std::ostream& operator<<(std::ostream& out, const EscapedText& row) {
 
 class ReportPageEscapes : public ::testing::TestWithParam<EscapedText> {};
 
-TEST_P(ReportPageEscapes, WhatMeansSomethingToHtml) {
+TEST_P(ReportPageEscapes, CharactersWithAMeaningInHtml) {
   EXPECT_EQ(dataOf(makePage(GetParam().data)), GetParam().expected);
 }
 

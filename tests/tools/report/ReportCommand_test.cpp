@@ -52,7 +52,7 @@ class Report : public ::testing::Test {
   ToolSurroundings around_;
 };
 
-TEST_F(Report, IsWrittenToAFileWithoutAWord) {
+TEST_F(Report, IsWrittenToAFileSilently) {
   EXPECT_EQ(
       runTool({"report", kSample, "-o", "page.html", "--product-data", kProductData}, around_),
       (ToolRun{0, "", ""}));
@@ -64,7 +64,7 @@ TEST_F(Report, IsWrittenToStandardOutput) {
             (ToolRun{0, expectedPage(std::nullopt), ""}));
 }
 
-// As a shell makes one of the output of another command.
+// As in a shell's process substitution.
 TEST_F(Report, OfAPipeReadsItOnce) {
   folder_.makeFifo("update.json");
   std::thread writer(
@@ -74,7 +74,7 @@ TEST_F(Report, OfAPipeReadsItOnce) {
   EXPECT_EQ(run, (ToolRun{0, expectedPage(std::nullopt), ""}));
 }
 
-// The totals of a page, and those of its products, are the ones that show tells.
+// For the totals and for each product.
 TEST_F(Report, HasTheFiguresOfShow) {
   const std::string realistic = UMP_SOURCE_DIR "/examples/documents/realistic/";
   for (const std::string& file : {kSample, realistic + "update.json"}) {
@@ -118,7 +118,7 @@ TEST_F(Report, OfADocumentThatDoesNotLoadIsNotWritten) {
 struct ReplacedInput {
   const char* name;
   std::vector<std::string> arguments;  ///< the last one is the output
-  const char* input;                   ///< what that is
+  const char* input;                   ///< which input that is
 };
 
 std::ostream& operator<<(std::ostream& out, const ReplacedInput& row) {
@@ -127,7 +127,7 @@ std::ostream& operator<<(std::ostream& out, const ReplacedInput& row) {
 
 class ReplacedInputs : public Report, public ::testing::WithParamInterface<ReplacedInput> {};
 
-TEST_P(ReplacedInputs, AreLeftAsTheyAre) {
+TEST_P(ReplacedInputs, AreRejectedAndUnchanged) {
   const std::string document = readBytes(kSample);
   const std::string table = readBytes(kProductData + "/products.tsv");
   folder_.writeFile("in.json", document);
@@ -143,7 +143,7 @@ TEST_P(ReplacedInputs, AreLeftAsTheyAre) {
   EXPECT_EQ(runTool(arguments, around_),
             (ToolRun{kTrouble, "",
                      "update-metadata: '" + output + "' is " + GetParam().input +
-                         " itself, which the page would replace; nothing was changed: name "
+                         ", which the page would replace; nothing was changed: choose "
                          "another file with --output\n"}));
   EXPECT_EQ(readBytes(folder_.nativePath("in.json")), document);
   EXPECT_EQ(readBytes(folder_.nativePath("data/products.tsv")), table);
@@ -169,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(Inputs, ReplacedInputs, ::testing::ValuesIn(kReplacedIn
 struct UnwritablePage {
   const char* name;
   std::string output;
-  std::string shown;  ///< the output in the complaint
+  std::string shown;  ///< the output in the message
   const char* reason;
 };
 
@@ -179,7 +179,7 @@ std::ostream& operator<<(std::ostream& out, const UnwritablePage& row) {
 
 class UnwritablePages : public Report, public ::testing::WithParamInterface<UnwritablePage> {};
 
-TEST_P(UnwritablePages, AreToldOfInOneLine) {
+TEST_P(UnwritablePages, AreReportedInOneLine) {
   folder_.makeLink("link.html", "nowhere");
   folder_.makeLink("circle.html", "circle.html");
   EXPECT_EQ(
@@ -219,7 +219,7 @@ TEST_F(Report, DoesNotReplaceAPipe) {
                      "file, or '-' for standard output\n"}));
 }
 
-TEST_F(Report, OnAFullDiskIsToldOf) {
+TEST_F(Report, OnAFullDiskIsReported) {
   around_.outFile = "/dev/full";
   EXPECT_EQ(runTool({"report", kSample, "-o", "-"}, around_),
             (ToolRun{kFailed, "",
@@ -240,7 +240,7 @@ TEST_F(Report, NeedsAnOutputThatIsNotEmpty) {
                      "Run with --help for more information.\n"}));
 }
 
-TEST_F(Report, TellsInItsHelpHowToUseIt) {
+TEST_F(Report, ShowsExamplesAndExitStatusInItsHelp) {
   const ToolRun help = runTool({"report", "--help"}, around_);
   EXPECT_EQ(help.exitCode, 0);
   EXPECT_THAT(help.out, HasSubstr("  update-metadata report update.json -o report.html\n"));

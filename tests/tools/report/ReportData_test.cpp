@@ -30,12 +30,12 @@ Contents contentsOf(const std::string& document, std::optional<std::u16string> p
       .gatherContents();
 }
 
-// The report of a document without a fault.
+// The linter's report on a valid document.
 FileReport faultless() {
   return {"", "", true, std::nullopt, "", {}, {}};
 }
 
-TEST(ReportData, TellEverythingAboutASample) {
+TEST(ReportData, ContainEverythingAboutASample) {
   const std::string small = UMP_SOURCE_DIR "/examples/documents/small/";
   const Contents contents =
       contentsOf(test_support::readBytes(small + "update.json"), toUtf16(small + "product-data"));
@@ -90,7 +90,7 @@ TEST(ReportData, HaveEveryMemberForADocumentThatUpdatesNothing) {
             R"("findings":[],"omittedFindings":0})");
 }
 
-TEST(ReportData, TellASumAsATextAndOneBeyondSixtyFourBitsByItsBound) {
+TEST(ReportData, GiveASumAsATextAndOneBeyondSixtyFourBitsAsItsBound) {
   constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
   constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
   Contents contents;
@@ -124,14 +124,14 @@ TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
             "as they stand.");
 }
 
-TEST(ReportData, ReplaceHalvesOfCharactersAndKeepEverythingElse) {
+TEST(ReportData, ReplaceUnpairedSurrogatesAndKeepEverythingElse) {
   Contents contents;
   contents.architecture = u"\xD800 \u2028<\"\\\n";
   EXPECT_EQ(Json::parse(makeReportData(u"", contents, faultless()))["arch"],
             "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
 }
 
-TEST(ReportData, HaveCharactersThatControlATerminalEscaped) {
+TEST(ReportData, EscapeCharactersThatControlATerminal) {
   Contents contents;
   contents.architecture = u"\x9B\x31m\x202E\x7F \x00E9";
   const std::string data = makeReportData(u"\x85.json", contents, faultless());
@@ -142,7 +142,7 @@ TEST(ReportData, HaveCharactersThatControlATerminalEscaped) {
   EXPECT_NE(data.find(R"("file":"\u0085.json")"), std::string::npos) << data;
 }
 
-TEST(ReportData, TellFindingsByLineAndColumn) {
+TEST(ReportData, GiveFindingsByLineAndColumn) {
   FileReport linting = faultless();
   linting.text = "{\n  \"a\": 1}";
   Finding finding{Rule::kRepeatedKey, Severity::kWarning, 4,    3, "/a",
@@ -157,7 +157,7 @@ TEST(ReportData, TellFindingsByLineAndColumn) {
   EXPECT_EQ(data["omittedFindings"], 9);
 }
 
-TEST(ReportData, HoldTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
+TEST(ReportData, ContainTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
   FileReport linting = faultless();
   linting.text = "{}";
   linting.findings.assign(10'005, {Rule::kEmptyName, Severity::kInfo, 0, 1, "", "", "m", "", {}});
@@ -167,8 +167,8 @@ TEST(ReportData, HoldTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
   EXPECT_EQ(data["omittedFindings"], 10);
 }
 
-// What the page adds up for its picture, and what it lists, is in agreement with the totals.
-TEST(ReportData, AddUpToTheTotalsOfMadeUpDocuments) {
+// The packages listed have the sums of the totals.
+TEST(ReportData, AddUpToTheTotalsOfRandomDocuments) {
   std::mt19937 random(6);
   for (int round = 0; round != 300; ++round) {
     const Contents contents = contentsOf(makeRandomDocument(random).json());

@@ -14,7 +14,7 @@ struct Escape {
   std::string_view escape;
 };
 
-// In JSON they stand in strings alone. The two separators are line ends to old readers of scripts.
+// In JSON they occur only in strings. Old script engines take the two separators for line ends.
 constexpr Escape kEscapes[] = {
     {"<", "\\u003c"},
     {">", "\\u003e"},

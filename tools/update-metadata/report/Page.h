@@ -5,10 +5,10 @@
 
 namespace update_metadata_tool {
 
-/// Makes the page that shows `data`, a JSON text in UTF-8: HTML that needs nothing but itself.
+/// Makes the page that shows `data`, a JSON text in UTF-8: self-contained HTML.
 ///
-/// Whatever the strings in `data` are, none ends the element that holds them: the characters that
-/// mean something to HTML are written as JSON escapes, which the page reads as the same data.
+/// No string in `data` can end the element that contains it: characters with a meaning in HTML
+/// become JSON escapes, which the page reads as the same data.
 std::string makePage(std::string_view data);
 
 }  // namespace update_metadata_tool

@@ -4,8 +4,7 @@
 
 namespace update_metadata_tool {
 
-/// The text of the page, put together from the files in page/, with @CONTENTS@ where the data
-/// belong.
+/// The text of the page, made of the files in page/, with @CONTENTS@ where the data go.
 extern const std::string_view kPageText;
 
 }  // namespace update_metadata_tool

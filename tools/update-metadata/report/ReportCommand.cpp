@@ -32,10 +32,10 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata report update.json -o report.html --product-data /srv/product-data
   update-metadata report update.json -o - > report.html
 
-The page needs no network: one file, for any browser of today, to keep or to send.
+The page is one file for any current browser. It needs no network.
 
-Exit status: 0 written, 1 the page could not be written, 2 wrong usage, also a page in place of the
-document or of the product data, or the document could not be loaded or answered.)";
+Exit status: 0 written, 1 the page could not be written, 2 usage error, the page would replace the
+document or the product data, or the document could not be loaded or queried.)";
 
 CLI::Validator isPage() {
   const auto refuse = [](const std::string& argument) {
@@ -44,13 +44,13 @@ CLI::Validator isPage() {
   return CLI::Validator(refuse, "");
 }
 
-// The folders that a document lies in are nobody else's business.
+// Without the folders: readers of the page need not know them.
 std::u16string nameToShow(const std::string& file) {
   return file == kStandardInput ? u"standard input"
                                 : std::filesystem::path(toUtf16(file)).filename().u16string();
 }
 
-// Tells whether both are one file, by whatever names and links. What is not there is not.
+// Whether both paths lead to one existing file.
 bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code ignored;
   return std::filesystem::equivalent(one, other, ignored);
@@ -59,10 +59,10 @@ bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& o
 }  // namespace
 
 ReportCommand::ReportCommand(CLI::App& app)
-    : Command(app, "report", "Write a page about one document, to look at in a browser") {
+    : Command(app, "report", "Write an HTML report on one document") {
   addDocument(subcommand(), "FILE", file_);
   subcommand()
-      .add_option("-o,--output", output_, "Where to write the page; - is standard output")
+      .add_option("-o,--output", output_, "Write the page to this file; - is standard output")
       ->required()
       ->type_name("PAGE")
       ->check(isUtf8Argument())
@@ -71,7 +71,7 @@ ReportCommand::ReportCommand(CLI::App& app)
   subcommand().footer(kExamples);
 }
 
-// What the page would replace that it is made from; nothing if it is written elsewhere.
+// Which of its inputs the page would replace; null if none.
 const char* ReportCommand::findReplacedInput() const {
   if (output_ == kStandardOutput) {
     return nullptr;
@@ -79,7 +79,7 @@ const char* ReportCommand::findReplacedInput() const {
   if (isSameFile(file_ == kStandardInput ? "/dev/stdin" : file_, output_)) {
     return "the document";
   }
-  // The user names their folder or their table.
+  // The user names the folder or the table.
   if (productData_ && (isSameFile(*productData_, output_) ||
                        isSameFile(std::filesystem::path(*productData_) / kProductTable, output_))) {
     return "the product data";
@@ -87,7 +87,7 @@ const char* ReportCommand::findReplacedInput() const {
   return nullptr;
 }
 
-// The page; nothing, after a complaint on `err`, if the document could not be loaded or answered.
+// The page, or a message on `err` if the document could not be loaded or queried.
 std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
                                                      ProgressLine& progress) const {
   const std::u16string file = toUtf16(file_);
@@ -121,7 +121,7 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
 ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
   if (const char* const input = findReplacedInput()) {
     err << "update-metadata: '" << toVisible(toUtf16(output_)) << "' is " << input
-        << " itself, which the page would replace; nothing was changed: name another file with "
+        << ", which the page would replace; nothing was changed: choose another file with "
            "--output\n";
     return ExitCode::kTrouble;
   }

@@ -10,13 +10,13 @@
 
 namespace update_metadata_tool {
 
-/// The subcommand `report`: writes a page about one document, to look at in a browser.
+/// The subcommand `report`: writes an HTML report on one document.
 class ReportCommand : public Command {
  public:
   explicit ReportCommand(CLI::App& app);
 
-  /// The page is complete before anything of it is written; a file appears whole or not at all.
-  /// What the page is made from is not replaced by it.
+  /// Completes the page before writing any of it; a file appears whole or not at all. Never
+  /// replaces the document or the product data.
   ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:

@@ -7,7 +7,7 @@
 
 namespace update_metadata_tool {
 
-/// Writes what the page shows of one document as JSON:
+/// Writes the data of the page as JSON:
 ///
 ///     {"version": 1, "file": TEXT,
 ///      "base": {"family": TEXT, "version": TEXT},
@@ -27,16 +27,15 @@ namespace update_metadata_tool {
 ///
 /// It mirrors Contents: a NUMBER is a place in the list of that name, from 0. SUMS are
 /// "packagesToExtract" and "packagesToDelete", numbers of packages, and BYTES; BYTES are
-/// "bytesToFetch", "bytesUnpacked" and "bytesDeleted". As a sum may need more bits than a number of
-/// the page's language has, it is a text of digits; one that needs more than 64 is told by the
-/// bound that it passes, ">9223372036854775807" or "<-9223372036854775808". A SIZE is a number:
-/// those of a document always fit. "doubtfulSizes" is what DoubtfulSizes.h says of those that no
-/// package can have, if there are any. Of the findings there are the first ten thousand, and the
-/// number of the others. It is one line, in which characters that a terminal must not be sent are
-/// escaped, as by JsonWriter.
+/// "bytesToFetch", "bytesUnpacked" and "bytesDeleted". A sum may need more bits than a number of
+/// JavaScript has, so it is a text of digits; one that needs more than 64 bits is given as the
+/// bound that it exceeds, ">9223372036854775807" or "<-9223372036854775808". A SIZE is a number, as
+/// a document's sizes always fit. "doubtfulSizes" is the text of DoubtfulSizes.h, if any package
+/// has an impossible size. "findings" has the first ten thousand, "omittedFindings" the number of
+/// the others. The text is one line, with the escapes of JsonWriter.
 ///
 /// \param file     the document's name, to show
-/// \param linting  what the linter says of the document
+/// \param linting  the linter's report on the document
 std::string makeReportData(const std::u16string& file, const Contents& contents,
                            const FileReport& linting);
 

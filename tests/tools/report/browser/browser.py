@@ -1,4 +1,4 @@
-"""Drives a headless Chromium by its DevTools protocol, over the pipe that it offers for that."""
+"""Drives a headless Chromium by its DevTools protocol over a pipe."""
 
 import base64
 import json
@@ -8,7 +8,7 @@ import shutil
 import subprocess
 import tempfile
 
-# The pipe's ends in the browser: it reads commands from the one and writes to the other.
+# The browser's descriptors: it reads commands and writes answers.
 COMMANDS, ANSWERS = 3, 4
 
 KEYS = {"ArrowLeft": 37, "ArrowUp": 38, "ArrowRight": 39, "ArrowDown": 40, "Enter": 13,
@@ -30,8 +30,7 @@ class Browser:
             os.dup2(command_end, COMMANDS)
             os.dup2(answer_end, ANSWERS)
 
-        # Containers run it as root, which it allows without its sandbox only. What it opens is
-        # ours.
+        # As root, as in containers, it needs --no-sandbox; it opens only our own pages.
         arguments = [program, "--headless", "--no-sandbox", "--disable-gpu", "--no-first-run",
                      "--disable-dev-shm-usage", "--remote-debugging-pipe",
                      "--user-data-dir=" + self._profile, "about:blank"]
@@ -82,7 +81,7 @@ class Browser:
         return json.loads(message)
 
     def open(self, path, width=1200, height=900, dark=False, phone=False):
-        """Opens a file in a window of that size and returns when it is loaded."""
+        """Opens a file in a window of that size and waits until it is loaded."""
         self.resize(width, height, phone)
         self.set_media(dark)
         self._events.clear()
@@ -104,7 +103,7 @@ class Browser:
         self.settle()
 
     def evaluate(self, expression):
-        """Returns the value of a JavaScript expression, once it is there."""
+        """Evaluates a JavaScript expression, waiting for a promise."""
         result = self.ask("Runtime.evaluate", expression=expression, returnByValue=True,
                           awaitPromise=True)
         if "exceptionDetails" in result:
@@ -112,12 +111,12 @@ class Browser:
         return result["result"].get("value")
 
     def settle(self):
-        """Waits until what has been done so far is drawn."""
+        """Waits until the page is drawn."""
         self.evaluate("new Promise((done) => requestAnimationFrame(() => "
                       "requestAnimationFrame(done)))")
 
     def press(self, key):
-        """Presses and lets go of one key where the focus is."""
+        """Presses and releases a key."""
         names = {"key": key, "code": key, "windowsVirtualKeyCode": KEYS[key]}
         text = {"text": "\r"} if key == "Enter" else {}
         self.ask("Input.dispatchKeyEvent", type="keyDown", **names, **text)
@@ -125,12 +124,12 @@ class Browser:
         self.settle()
 
     def type(self, text):
-        """Enters text where the focus is."""
+        """Types text into the focused element."""
         self.ask("Input.insertText", text=text)
         self.settle()
 
     def click(self, element):
-        """Clicks into the middle of the element that the expression gives."""
+        """Clicks the center of the element that the expression gives."""
         place = self.evaluate(
             "(() => { const element = %s; element.scrollIntoView({block: 'center'}); "
             "const box = element.getBoundingClientRect(); "
@@ -155,7 +154,7 @@ class Browser:
             file.write(base64.b64decode(printed["data"]))
 
     def complaints(self):
-        """What went wrong in the page since it was opened: exceptions, and entries of its log."""
+        """Exceptions and log entries since the page was opened."""
         found = []
         for event in self._events:
             if event.get("method") == "Runtime.exceptionThrown":
@@ -168,13 +167,13 @@ class Browser:
         return found
 
     def requests(self):
-        """The addresses that the page asked for since it was opened."""
+        """The addresses requested since the page was opened."""
         return [event["params"]["request"]["url"] for event in self._events
                 if event.get("method") == "Network.requestWillBeSent"]
 
 
 def _pipe():
-    """A pipe whose ends are out of the way of the browser's numbers."""
+    """A pipe whose ends do not collide with the browser's descriptors."""
     ends = os.pipe()
     moved = [fcntl.fcntl(end, fcntl.F_DUPFD_CLOEXEC, 10) for end in ends]
     for end in ends:

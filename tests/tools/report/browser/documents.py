@@ -19,7 +19,7 @@ def extracted(size, unpacked=None):
 
 
 def make_large(products, components, packages):
-    """Of products that name more and more components, each of that many packages."""
+    """Products that each name more components than the one before, each with that many packages."""
     names = ["component%04d" % number for number in range(components)]
     return make_document(
         {name: {"delete": {"package%05d" % number: {"size": 100 + number}
@@ -33,7 +33,7 @@ def make_large(products, components, packages):
 
 
 def make_replaced(products, packages):
-    """One component of packages that every product deletes and extracts anew."""
+    """One component of packages that every product deletes and extracts."""
     names = ["package%06d" % number for number in range(packages)]
     return make_document(
         {"all": {"delete": {name: {"size": 100} for name in names},
@@ -43,14 +43,14 @@ def make_replaced(products, packages):
 
 
 def make_even(packages):
-    """One component of packages that are all alike, so that none is large enough to be drawn."""
+    """One component of equal packages, none of them large enough to draw."""
     return make_document(
         {"even": {"delete": {}, "extract": {"package%05d" % number: extracted(1000)
                                             for number in range(packages)}}},
         {"Product": {"delete": [], "extract": ["even"]}})
 
 
-# What would do something if it were taken for more than a name.
+# These have an effect if they are read as markup, script or control.
 HOSTILE_NAMES = [
     "<script>document.hostile = true</script>",
     "</script><script>document.hostile = true</script>",

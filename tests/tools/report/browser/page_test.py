@@ -1,4 +1,4 @@
-"""What the tests of report pages have in common: pages made by the command, opened in the browser."""
+"""A base for tests of report pages, which the command writes and the browser opens."""
 
 import json
 import os
@@ -19,7 +19,7 @@ class PageTest(unittest.TestCase):
     pages = {}      # the files written so far, by the name of the page
 
     def open(self, name, document, **how):
-        """Opens the page of a document: a folder with product data, or an object to write as JSON."""
+        """Opens the page of a document: a folder with product data, or an object for JSON."""
         if name not in self.pages:
             self.pages[name] = self.write_page(name, document)
         self.page = self.pages[name]
@@ -42,7 +42,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.browser.requests(), ["file://" + os.path.abspath(self.page)])
 
     def texts(self, selector):
-        """What the elements say."""
+        """The texts of the elements."""
         return self.browser.evaluate(
             "[...document.querySelectorAll(%s)].map((element) => element.textContent)"
             % json.dumps(selector))
@@ -52,7 +52,7 @@ class PageTest(unittest.TestCase):
                                 % (json.dumps(selector), json.dumps(name)))
 
     def focused(self):
-        """The name that a screen reader gives to what has the focus."""
+        """The focused element as a screen reader names it."""
         return self.browser.evaluate("(document.activeElement.getAttribute('aria-label') || "
                                 "document.activeElement.textContent)")
 
@@ -60,7 +60,7 @@ class PageTest(unittest.TestCase):
         self.browser.click("document.getElementById('tab-%d')" % number)
 
     def rows(self, panel):
-        """The cells of the rows that are there."""
+        """The texts of the cells of the rows that exist."""
         return self.browser.evaluate(
             "[...document.querySelectorAll('#panel-%d tr.row')].map("
             "(row) => [...row.children].map((cell) => cell.textContent))" % panel)

@@ -1,4 +1,4 @@
-"""How the page fits what shows it: a window, a phone, light and dark."""
+"""The page in windows of any width, on a phone, on paper, in light and dark."""
 
 import os
 import subprocess
@@ -7,9 +7,9 @@ import documents
 from page_test import REALISTIC, SMALL, PageTest
 
 
-def luminance(colour):
-    """Of what the browser tells of a colour: "rgb(27, 32, 39)"."""
-    parts = [float(part) / 255 for part in colour[colour.index("(") + 1:-1].split(",")[:3]]
+def luminance(color):
+    """The relative luminance of a color as the browser gives it: "rgb(27, 32, 39)"."""
+    parts = [float(part) / 255 for part in color[color.index("(") + 1:-1].split(",")[:3]]
     linear = [part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4
               for part in parts]
     return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
@@ -22,13 +22,13 @@ def contrast(one, other):
 
 # The narrowest and the widest window, and both sides of each change of the layout.
 WIDTHS = (320, 400, 640, 641, 700, 768, 769, 800, 900, 901, 1024, 1120, 1121, 1280, 1600, 2000)
-# What a column of names needs to be of use.
+# In pixels: narrower names cannot be read.
 LEAST_NAME_WIDTH = 200
 # The width of A4 and of A5 within the margins that a browser leaves.
 PAPER_WIDTHS = (718, 484)
 
-# What is cut off or lies outside of what surrounds it, as the names of elements and their texts.
-# Names in rows are cut off on purpose, with an ellipsis.
+# Lists elements that are cut off or outside their container. Names in rows may be cut off: they end
+# in an ellipsis.
 FAULTS = """
 (() => {
   const faults = [];
@@ -125,7 +125,7 @@ class Print(PageTest):
                     " packages.map((row) => row.key), listFiles().map((row) => row.path)][%d]"
                     % number)
                 names = ["".join(name.split()) for name in names
-                         if max(name) < "\u3000"]  # of others there may be no font
+                         if max(name) < "\u3000"]  # other scripts may lack a font
                 self.choose_tab(number)
                 text = self.printed("%s-%d" % (title, width))
                 self.assertIn(title, text)

@@ -1,4 +1,4 @@
-"""Pages of very many packages."""
+"""Pages with 100,000 packages."""
 
 import os
 

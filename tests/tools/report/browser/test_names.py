@@ -1,4 +1,4 @@
-"""Names that would do something if they were taken for more."""
+"""Names that would have an effect if they were read as markup or script."""
 
 import documents
 from page_test import PageTest

@@ -1,4 +1,4 @@
-"""What the page does when it is used: by pointer and by keys."""
+"""Using the page by pointer and by keys."""
 
 import json
 import subprocess
@@ -40,7 +40,7 @@ class Zoom(PageTest):
         self.assertEqual(self.path(), ["All products"])
         self.assertTrue(self.focused().startswith("Fernlight Viewer"), self.focused())
 
-    def test_leads_from_a_package_to_its_row(self):
+    def test_goes_from_a_package_to_its_row(self):
         for _ in range(3):
             self.browser.evaluate("document.querySelector('.box').focus()")
             self.browser.press("Enter")
@@ -51,7 +51,7 @@ class Zoom(PageTest):
             "core_engine", "core", "1,572,864 bytes", "4,194,304 bytes", "Fernlight Editor (FE)",
             "Fernlight Viewer (FV)"])
 
-    def test_tells_what_the_pointer_is_on(self):
+    def test_describes_the_box_under_the_pointer(self):
         self.browser.evaluate("document.querySelectorAll('.box')[1].dispatchEvent("
                          "new PointerEvent('pointerover', {bubbles: true}))")
         self.assertEqual(self.texts("#treemap-status"),
@@ -78,7 +78,7 @@ class SearchAndSort(PageTest):
         self.search(2, "")
         self.assertEqual(self.count(2), every)
 
-    def test_sorts_by_a_column_and_turns_the_order_round(self):
+    def test_sorts_by_a_column_and_reverses_the_order(self):
         def sizes():
             return self.browser.evaluate(
                 "(() => { const rows = [];"
@@ -135,7 +135,7 @@ class Keyboard(PageTest):
 
 
 class Findings(PageTest):
-    def test_of_a_document_without_a_fault_are_none(self):
+    def test_of_a_valid_document_are_none(self):
         self.open("small", SMALL)
         self.assertEqual(self.texts("#findings-text"), ["No problems found."])
 
