@@ -24,6 +24,24 @@ function(ump_set_up_target NAME)
             $<$<BOOL:${UMP_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
 
+# ump_harden(NAME)
+#
+# With UMP_HARDENING: what is shipped stops when a buffer on the stack overflows or a checked function of the C library would
+# write too much, and its table of bound addresses cannot be overwritten. Sanitizers check the same, and more, by themselves;
+# _FORTIFY_SOURCE needs a compiler that optimizes. A packager's own choice of it is kept.
+function(ump_harden NAME)
+  if(NOT UMP_HARDENING OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    return()
+  endif()
+  target_compile_options(${NAME} PRIVATE -fstack-protector-strong)
+  if(NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
+    # The first option is for compilers that define it by themselves.
+    target_compile_options(
+      ${NAME} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+  endif()
+  target_link_options(${NAME} PRIVATE "LINKER:-z,relro,-z,now")
+endfunction()
+
 # ump_add_platform(NAME ROOT dir SOURCES file... [HEADERS file...] [LINKS target...])
 #
 # One platform library, known to the layers as platform::NAME. ROOT is its include root, to which the files are relative.
@@ -38,6 +56,7 @@ function(ump_add_platform NAME)
   set_target_properties(ump_platform_${NAME} PROPERTIES UMP_HEADER_ROOT "${ARG_ROOT}"
                                                         UMP_HEADERS "${ARG_HEADERS}")
   ump_set_up_target(ump_platform_${NAME})
+  ump_harden(ump_platform_${NAME})
 endfunction()
 
 # ump_add_layer(NAME [OWN_ROOT] SOURCES file... [HEADERS file...] [PUBLIC_LINKS target...])
@@ -56,4 +75,5 @@ function(ump_add_layer NAME)
   target_link_libraries(ump_${NAME} PUBLIC ${ARG_PUBLIC_LINKS})
   set_target_properties(ump_${NAME} PROPERTIES UMP_HEADER_ROOT "${CMAKE_CURRENT_SOURCE_DIR}" UMP_HEADERS "${ARG_HEADERS}")
   ump_set_up_target(ump_${NAME})
+  ump_harden(ump_${NAME})
 endfunction()
