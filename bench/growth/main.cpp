@@ -97,7 +97,7 @@ std::size_t countElements(const UpdateMetaDataHandler& handler) {
 }
 
 // A key counts by its length: once, and once more for each of these units that it has.
-constexpr std::size_t kUnitsOfAnEntry = 32;
+constexpr std::size_t kUnitsOfAnEntry = 16;
 
 std::size_t entryOf(const std::u16string& key) {
   return 1 + key.size() / kUnitsOfAnEntry;
