@@ -1,39 +1,14 @@
 #include "lint/Members.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 #include <vector>
 
+#include "lint/Resembling.h"
 #include "lint/Words.h"
 
 namespace update_metadata_tool {
 namespace {
-
-constexpr std::size_t kLongestResembling = 40;
-
-char lowered(char byte) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
-}
-
-// How many letters have to be changed, put in or left out to make one word the other, whatever
-// their case.
-std::size_t editDistance(std::string_view left, std::string_view right) {
-  std::vector<std::size_t> row(right.size() + 1);
-  for (std::size_t column = 0; column < row.size(); ++column) {
-    row[column] = column;
-  }
-  for (std::size_t index = 0; index < left.size(); ++index) {
-    std::size_t diagonal = std::exchange(row[0], index + 1);
-    for (std::size_t column = 1; column < row.size(); ++column) {
-      const bool isSame = lowered(left[index]) == lowered(right[column - 1]);
-      const std::size_t changed = diagonal + (isSame ? 0 : 1);
-      diagonal = row[column];
-      row[column] = std::min({changed, diagonal + 1, row[column - 1] + 1});
-    }
-  }
-  return row.back();
-}
 
 // The listed member that a name resembles, if any; of those that are not there anyway.
 const ListedMember* findResembling(std::string_view name, const ListedMember* listed,
@@ -42,7 +17,7 @@ const ListedMember* findResembling(std::string_view name, const ListedMember* li
     return nullptr;
   }
   const ListedMember* nearest = nullptr;
-  std::size_t least = name.size() <= 4 ? 1 : 2;
+  std::size_t least = mostEdits(name);
   for (const ListedMember* member = listed; member != listed + count; ++member) {
     const std::size_t distance = editDistance(name, member->name);
     if (!isThere[static_cast<std::size_t>(member - listed)] && distance <= least &&
@@ -58,12 +33,12 @@ std::string quotedName(const ListedMember& member) {
   return '\'' + std::string(member.name) + '\'';
 }
 
+// `meant` is the listed member that the name resembles, if any.
 void reportUnlisted(const SourceDocument& document, std::size_t key, std::string_view name,
-                    const ListedMember* listed, const std::vector<bool>& isThere,
-                    const DescribeItem& item, FindingList& findings) {
+                    const ListedMember* meant, const DescribeItem& item, FindingList& findings) {
   std::string message = quote(name) + " is not read";
-  std::string advice = "take it out if it is not meant for another reader";
-  if (const ListedMember* meant = findResembling(name, listed, isThere.size(), isThere)) {
+  std::string advice = "remove it if it is not meant for another reader";
+  if (meant != nullptr) {
     message += "; it resembles " + quotedName(*meant);
     advice = "write " + quotedName(*meant) + " if that is meant";
   }
@@ -71,13 +46,20 @@ void reportUnlisted(const SourceDocument& document, std::size_t key, std::string
                {std::move(message), std::move(advice), item()});
 }
 
+// `similar` is the key of an unlisted member whose name resembles the missing one's, if any.
 void reportMissing(const SourceDocument& document, std::size_t object, const ListedMember& member,
-                   const DescribeItem& item, FindingList& findings) {
-  findings.add(
-      member.ifMissing, document.tree(), object,
-      {quotedName(member) + " is missing",
-       "add " + quotedName(member) + ", " + describeKind(member.kind) + ": " + member.meaning,
-       item()});
+                   const std::optional<std::size_t>& similar, const DescribeItem& item,
+                   FindingList& findings) {
+  FindingWords words{
+      quotedName(member) + " is missing",
+      "add " + quotedName(member) + ", " + describeKind(member.kind) + ": " + member.meaning,
+      item()};
+  if (similar) {
+    words.advice = "rename " + quote(document.nameOf(*similar)) + " to " + quotedName(member) +
+                   " if that is meant, else " + words.advice;
+    words.related = {{document.tree()[*similar].begin, "the name that resembles it"}};
+  }
+  findings.add(member.ifMissing, document.tree(), object, std::move(words));
 }
 
 }  // namespace
@@ -128,15 +110,21 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
       values[index] = value;
     }
   });
+  std::vector<std::optional<std::size_t>> similar(count);
   for (const std::size_t key : unlisted) {
-    reportUnlisted(document, key, tree.decodedInto(key, buffer), listed, isThere, item, findings);
+    const std::string_view name = tree.decodedInto(key, buffer);
+    const ListedMember* const meant = findResembling(name, listed, count, isThere);
+    if (meant != nullptr) {
+      similar[static_cast<std::size_t>(meant - listed)] = key;
+    }
+    reportUnlisted(document, key, name, meant, item, findings);
   }
   if (!tree[object].isClosed) {
     return;
   }
   for (std::size_t index = 0; index < count; ++index) {
     if (!isThere[index] && listed[index].isRead) {
-      reportMissing(document, object, listed[index], item, findings);
+      reportMissing(document, object, listed[index], similar[index], item, findings);
     }
   }
 }

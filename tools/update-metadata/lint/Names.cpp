@@ -35,6 +35,43 @@ std::string codeOf(char16_t unit) {
   return std::string("U+00") + kDigits[(unit >> 4U) & 0xFU] + kDigits[unit & 0xFU];
 }
 
+// The letter of the short escape that stands for a control character; 0 if there is none.
+char escapeOf(char16_t unit) {
+  constexpr std::string_view kEscapes("btn\0fr", 6);
+  return unit >= u'\b' && unit <= u'\r' ? kEscapes[unit - u'\b'] : '\0';
+}
+
+// Tells whether a string is written with the escape of that letter.
+bool hasEscape(std::string_view written, char letter) {
+  for (std::size_t at = written.find('\\'); at != std::string_view::npos;
+       at = written.find('\\', at + 2)) {
+    if (written[at + 1] == letter) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void reportControl(const SourceDocument& document, std::size_t node, const std::string& what,
+                   char16_t control, const DescribeItem& item, FindingList& findings) {
+  const SourceTree& tree = document.tree();
+  const char letter = escapeOf(control);
+  std::string message = "the " + what + " contains the control character " + codeOf(control);
+  std::string advice = "remove the character, which can be neither seen nor typed";
+  if (letter != '\0' && tree[node].hasEscapes && hasEscape(tree.written(node), letter)) {
+    const std::string escape = std::string("\\") + letter;
+    message += ", written as " + escape;
+    const std::string twoSigns = '\\' + escape;
+    advice =
+        (what == "path"
+             ? std::string("write /") + letter + " if a folder's name ends here, or " + twoSigns
+             : "write " + twoSigns + " if a backslash and '" + letter + "' are meant") +
+        ", else remove the character";
+  }
+  findings.add(Rule::kControlCharacter, tree, node,
+               {std::move(message), std::move(advice), item()});
+}
+
 bool isLetter(char byte) {
   return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
 }
@@ -74,8 +111,8 @@ const PathRule kPathRules[] = {
      "name a file inside the folder that the package is installed in"},
     {Rule::kFilePathNul,
      [](std::string_view path) { return path.find('\0') != std::string_view::npos; },
-     "the path holds a NUL, where a file system ends it",
-     "take the character out: another file would be deleted than the one that is shown"},
+     "the path contains a NUL, where a file system ends it",
+     "remove the character: otherwise another file is deleted than the one that is shown"},
     {Rule::kFilePathTrailingSeparator,
      [](std::string_view path) { return isSeparator(path.back()); },
      "the path ends in a separator, as that of a folder does", "name a file"},
@@ -134,7 +171,7 @@ void checkCase(const SourceDocument& document, std::vector<FoldedPath>& paths,
                    {"the path differs from " + quote(first.path) + " only in the case of letters",
                     "check which of the two is meant: on some file systems they are one file",
                     item(),
-                    {{document.tree()[first.node].begin, "the other path stands here"}}});
+                    {{document.tree()[first.node].begin, "the other path"}}});
     }
   }
 }
@@ -170,7 +207,7 @@ void checkSameNames(SourceDocument& document, std::size_t object, const char* wh
                         quote(names[index].read),
                     "correct the bytes of the two names",
                     "",
-                    {{document.tree()[names[index - 1].key].begin, "the other one stands here"}}});
+                    {{document.tree()[names[index - 1].key].begin, "the other one"}}});
     }
   }
 }
@@ -184,9 +221,7 @@ void checkName(SourceDocument& document, std::size_t node, const char* what,
     findings.add(Rule::kEmptyName, document.tree(), node,
                  {std::string("the ") + what + " is empty", "write what is meant", item()});
   } else if (const std::optional<char16_t> control = findControl(name)) {
-    findings.add(Rule::kControlCharacter, document.tree(), node,
-                 {std::string("the ") + what + " holds the control character " + codeOf(*control),
-                  "take the character out: nobody can see or type it", item()});
+    reportControl(document, node, what, *control, item, findings);
   }
 }
 

@@ -30,4 +30,13 @@ void reportNothingToDelete(const SourceDocument& document, std::size_t element,
        "remove it from this list, or describe the packages to delete", describeProduct(product)});
 }
 
+void reportSimilar(const SourceDocument& document, std::size_t component, std::string_view similar,
+                   FindingList& findings) {
+  const std::string_view name = document.nameOf(component);
+  findings.add(Rule::kSimilarComponent, document.tree(), component,
+               {"the component " + quote(name) + " is not described in \"components\", but " +
+                    quote(similar) + " is",
+                "write " + quote(similar) + " if that is meant", describeComponent(name)});
+}
+
 }  // namespace update_metadata_tool

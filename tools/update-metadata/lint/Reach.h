@@ -29,4 +29,10 @@ void reportUnreachable(const SourceDocument& document, std::size_t component, st
 void reportNothingToDelete(const SourceDocument& document, std::size_t element,
                            std::string_view product, FindingList& findings);
 
+/// Reports a component with files to delete that is not described, while one of a similar name is.
+///
+/// \param component  its key in the section of files
+void reportSimilar(const SourceDocument& document, std::size_t component, std::string_view similar,
+                   FindingList& findings);
+
 }  // namespace update_metadata_tool

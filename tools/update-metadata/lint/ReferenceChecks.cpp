@@ -12,6 +12,7 @@
 #include "lint/KeyCollisions.h"
 #include "lint/NameTable.h"
 #include "lint/Reach.h"
+#include "lint/Resembling.h"
 #include "lint/Words.h"
 
 namespace update_metadata_tool {
@@ -24,10 +25,13 @@ class ReferenceChecks {
     if (sections.components) {
       components_ = NameTable(document, *sections.components);
       uses_.resize(components_.entries().size());
+      std::vector<std::string_view> names;
       for (const NameTable::Entry& component : components_.entries()) {
         packages_.push_back({memberOf(component.key + 1, "delete", SourceKind::kObject),
                              memberOf(component.key + 1, "extract", SourceKind::kObject)});
+        names.push_back(component.name);
       }
+      nearest_ = NearestNames(std::move(names));
     }
   }
 
@@ -47,6 +51,7 @@ class ReferenceChecks {
       const NameTable files(document_, *sections_.files);
       checkCollisionsOfFiles(files);
       checkChangedPackages(files);
+      checkSimilar(files);
     }
     return std::move(works_);
   }
@@ -100,7 +105,7 @@ class ReferenceChecks {
       if (isEmpty(toDelete) && isEmpty(toExtract)) {
         findings_.add(Rule::kProductWithoutWork, tree_, key,
                       {"the product names no component and does not come into the model",
-                       "take the product out, or name its components", describeProduct(product)});
+                       "remove the product, or name its components", describeProduct(product)});
       }
     }
   }
@@ -161,20 +166,39 @@ class ReferenceChecks {
     for (std::size_t index = 1; index < names.size(); ++index) {
       if (names[index].name == names[index - 1].name) {
         findings_.add(Rule::kComponentNamedTwice, tree_, names[index].element,
-                      {"the component " + quote(names[index].name) + " stands in this '" + key +
+                      {"the component " + quote(names[index].name) + " is in this '" + key +
                            "' already; the model has it twice, the answers once",
-                       "take one of the two out",
+                       "remove one of the two",
                        describeProduct(product),
-                       {{tree_[names[index - 1].element].begin, "it stands here, too"}}});
+                       {{tree_[names[index - 1].element].begin, "the name before it"}}});
       }
     }
   }
 
   void reportUnknown(std::size_t element, std::string_view name, std::string_view product) {
+    const std::optional<std::string_view> nearest = nearest_.find(name, mostEdits(name));
     findings_.add(
         Rule::kUnknownComponent, tree_, element,
         {"the component " + quote(name) + " is not described in \"components\" and has no packages",
-         "correct the name, or describe the component", describeProduct(product)});
+         nearest ? "write " + quote(*nearest) + " if that is meant, else describe the component"
+                 : "correct the name, or describe the component",
+         describeProduct(product)});
+  }
+
+  // Components with files need no description, so only those are reported that resemble one.
+  void checkSimilar(const NameTable& files) {
+    constexpr std::size_t kBytesForAnEdit = 8;
+    for (const NameTable::Entry& withFiles : files.entries()) {
+      const std::string_view name = withFiles.name;
+      if (components_.find(name) != kNever) {
+        continue;
+      }
+      const auto nearest =
+          nearest_.find(name, std::max<std::size_t>(1, name.size() / kBytesForAnEdit));
+      if (nearest && files.find(*nearest) == kNever) {
+        reportSimilar(document_, withFiles.key, *nearest, findings_);
+      }
+    }
   }
 
   void checkUnused() {
@@ -266,7 +290,7 @@ class ReferenceChecks {
                   {std::move(message),
                    "rename one of the components or packages",
                    describePackage(lost.package.name, what, lost.component),
-                   {{tree_[kept.package.key].begin, "the package that comes first stands here"}}});
+                   {{tree_[kept.package.key].begin, "the package that comes first"}}});
   }
 
   // Components whose names are read alike follow one another, and have one table.
@@ -308,7 +332,7 @@ class ReferenceChecks {
              "check whether both are meant",
              describePackage(package, "with files to delete", withFiles.name),
              {{tree_[changed.entries()[found].key].begin,
-               std::string("the package that is ") + change + " stands here"}}});
+               std::string("the package that is ") + change}}});
       }
     });
   }
@@ -318,6 +342,7 @@ class ReferenceChecks {
   const Sections& sections_;
   FindingList& findings_;
   NameTable components_;
+  NearestNames nearest_;            // of the components
   std::vector<Use> uses_;           // by the components' places in their table
   std::vector<Packages> packages_;  // likewise
   std::vector<ProductWork> works_;

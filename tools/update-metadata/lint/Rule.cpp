@@ -274,6 +274,19 @@ to the installer.
 
 What to do: remove the files if the package as a whole is meant.)"},
 
+    {Rule::kSimilarComponent, "similar-component", Severity::kInfo,
+     "A component with files to delete has nearly the name of a described one",
+     R"(The section "componentsWithFilesDeleted" names a component that the section
+"components" does not describe. That is allowed: files can be deleted of a
+component that is otherwise unchanged. But here the name differs from that of a
+described one in few characters only, so it may be misspelled. The keys of the
+answers begin with that name.
+
+    "components": {"core": ...},
+    "componentsWithFilesDeleted": {"Core": {...}}
+
+What to do: nothing if both components exist. Otherwise correct the name.)"},
+
     // --- numbers ------------------------------------------------------------------------------
     {Rule::kUpdateLevel, "update-level", Severity::kWarning,
      "The update level of the target does not come back as it is written",

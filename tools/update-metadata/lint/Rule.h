@@ -39,6 +39,7 @@ enum class Rule {
   kProductWithoutWork,
   kPackageKeyCollision,
   kFileOfChangedPackage,
+  kSimilarComponent,
   // Numbers.
   kUpdateLevel,
   kFractionalSize,

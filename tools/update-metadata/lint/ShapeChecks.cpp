@@ -157,6 +157,26 @@ void checkPackageWithFiles(SourceDocument& document, std::size_t package, const 
   checkPaths(document, *files, item, findings);
 }
 
+// Reports a member of a package that has taken the place of the package itself; false if it is not
+// one.
+bool reportMissingPackage(const SourceDocument& document, std::size_t key, const DescribeItem& item,
+                          FindingList& findings) {
+  const std::string_view name = document.nameOf(key);
+  const std::size_t value = key + 1;
+  const SourceKind kind = document.tree()[value].kind;
+  if (kind == SourceKind::kObject ||
+      (name != "size" && name != "uncompressedBytes" && name != "files")) {
+    return false;
+  }
+  findings.add(
+      kind == SourceKind::kNull ? Rule::kNullValue : Rule::kWrongKind, document.tree(), value,
+      {"the package " + quote(name) + " is " + describeKind(kind) +
+           " and must be an object; the name of a package seems to be missing above it",
+       "put the name of the package in between: {\"NAME\": {\"" + std::string(name) + "\": ...}}",
+       item()});
+  return true;
+}
+
 // Checks each package of an object with `check`.
 template <class Check>
 void checkPackages(SourceDocument& document, std::size_t packages, std::string_view component,
@@ -166,11 +186,44 @@ void checkPackages(SourceDocument& document, std::size_t packages, std::string_v
     const DescribeItem item = [&document, key, what, component] {
       return describePackage(document.nameOf(key), what, component);
     };
+    if (reportMissingPackage(document, key, item, findings)) {
+      return;
+    }
     if (checkKind(document, key + 1, SourceKind::kObject, "the package", "its members by name",
                   item, findings)) {
       check(document, key + 1, item, findings);
     }
   });
+}
+
+// Reports a product's list, or the packages of a component, in the place of the product or
+// component itself; false if they are not.
+bool reportMissingName(const SourceDocument& document, std::size_t key, const std::string& what,
+                       SourceKind kind, const DescribeItem& item, FindingList& findings) {
+  const SourceTree& tree = document.tree();
+  const std::string_view name = document.nameOf(key);
+  const std::size_t value = key + 1;
+  if ((name != "delete" && name != "extract") || !document.isA(kind, value)) {
+    return false;
+  }
+  bool isComponent = kind == SourceKind::kObject && !tree[value].isClosed;
+  if (kind == SourceKind::kObject) {
+    document.forEachMember(value, [&](std::size_t member) {
+      const std::string_view inner = document.nameOf(member);
+      isComponent = isComponent || inner == "delete" || inner == "extract";
+    });
+  }
+  if (isComponent) {
+    return false;
+  }
+  const bool isObject = kind == SourceKind::kObject;
+  findings.add(isObject ? Rule::kMissingMember : Rule::kWrongKind, tree, value,
+               {quote(name) + " is read as the name of a " + what + "; the name of the " + what +
+                    " seems to be missing above it",
+                "put the name of the " + what + " in between: {\"NAME\": {\"" + std::string(name) +
+                    "\": ...}}",
+                item()});
+  return true;
 }
 
 void checkComponentNames(SourceDocument& document, std::size_t array, const char* key,
@@ -222,7 +275,8 @@ void checkComponents(SourceDocument& document, std::size_t components, FindingLi
   document.forEachMember(components, [&](std::size_t key) {
     const std::string_view name = document.nameOf(key);
     const DescribeItem item = [name] { return describeComponent(name); };
-    if (!checkKind(document, key + 1, SourceKind::kObject, "the component",
+    if (reportMissingName(document, key, "component", SourceKind::kObject, item, findings) ||
+        !checkKind(document, key + 1, SourceKind::kObject, "the component",
                    "its packages under \"delete\" and \"extract\"", item, findings)) {
       return;
     }
@@ -241,7 +295,8 @@ void checkProducts(SourceDocument& document, std::size_t products, FindingList& 
   document.forEachMember(products, [&](std::size_t key) {
     const std::string_view name = document.nameOf(key);
     const DescribeItem item = [name] { return describeProduct(name); };
-    if (!checkKind(document, key + 1, SourceKind::kObject, "the product",
+    if (reportMissingName(document, key, "product", SourceKind::kArray, item, findings) ||
+        !checkKind(document, key + 1, SourceKind::kObject, "the product",
                    "its components under \"delete\" and \"extract\"", item, findings)) {
       return;
     }

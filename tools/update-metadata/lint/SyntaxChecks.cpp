@@ -7,14 +7,15 @@
 #include <utility>
 #include <vector>
 
-#include "lint/Words.h"
+#include "lint/Indentation.h"
+#include "lint/SyntaxAdvice.h"
 
 namespace update_metadata_tool {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// Each time the text is read anew.
+// The text is read again after each.
 constexpr int kMostMendings = 20;
 
 bool startsWith(std::string_view text, std::string_view beginning) {
@@ -73,8 +74,8 @@ class Mending {
         return {std::move(tree), next == text_.size() || !isOfObject(text_[next])};
       }
       if (round == kMostMendings || !mend(fault)) {
-        report(fault, tree);
-        return {std::move(tree), isInsideValue(fault)};
+        const bool isNestingSure = report(fault, tree);
+        return {std::move(tree), isNestingSure};
       }
     }
   }
@@ -89,8 +90,20 @@ class Mending {
   void reportComment(std::size_t offset) {
     allowComments_ = true;
     findings_.addAt(Rule::kMalformedText, offset, 2,
-                    {"a comment stands here, which JSON does not have",
-                     "take this comment and any further one out"});
+                    {"JSON has no comments", "remove this comment and any other"});
+  }
+
+  // Replaces a comment that goes on to the end of its line with blanks.
+  void blankComment(std::size_t offset) {
+    findings_.addAt(Rule::kMalformedText, offset, 1,
+                    {"JSON has no comments", "remove this comment"});
+    const std::size_t end = std::min(text_.find('\n', offset), text_.size());
+    for (std::size_t at = offset; at < end; ++at) {
+      replace(at, ' ');
+    }
+    if (offset == begin_) {
+      begin_ = skipSpace(text_, begin_);
+    }
   }
 
   std::size_t skipWhatStandsBefore() {
@@ -98,7 +111,7 @@ class Mending {
     if (startsWith(text_, kByteOrderMark)) {
       offset = kByteOrderMark.size();
       findings_.addAt(Rule::kTextAroundValue, 0, offset,
-                      {"a byte-order mark stands before the document",
+                      {"a byte-order mark comes before the document",
                        "save the file as UTF-8 without a byte-order mark, or run "
                        "'update-metadata fmt'"});
     }
@@ -108,7 +121,7 @@ class Mending {
     }
     if (behindSpace != offset) {
       findings_.addAt(Rule::kTextAroundValue, offset, 1,
-                      {"white space stands before the document",
+                      {"white space comes before the document",
                        "begin the file with '{', or run 'update-metadata fmt'"});
     }
     if (isCommentAt(behindSpace)) {
@@ -122,15 +135,15 @@ class Mending {
     const std::string_view rest = text_.substr(offset);
     if (isWhiteSpace(rest)) {
       findings_.addAt(Rule::kTextAroundValue, offset, 1,
-                      {describeSpace(rest) + " stands behind the document",
+                      {describeSpace(rest) + " follows the document",
                        "end the file with the document's last '}' (many editors add a line feed by "
                        "themselves), or run 'update-metadata fmt'"});
       return;
     }
     const std::size_t place = skipSpace(text_, offset);
     findings_.addAt(Rule::kTextAroundValue, place, 1,
-                    {"the document is complete before this, and nothing may stand behind it",
-                     "take out what follows, or the bracket that closes the document too early"});
+                    {"the document is complete before this, and nothing may follow it",
+                     "remove what follows, or the bracket that closes the document too early"});
   }
 
   // Mends a fault that has one obvious remedy. False if it is none.
@@ -141,6 +154,10 @@ class Mending {
     }
     if (isCommentAt(offset) && !allowComments_) {
       reportComment(offset);
+      return true;
+    }
+    if (byteAt(offset) == '#' && !fault.isInEscape && !fault.isInNumber) {
+      blankComment(offset);
       return true;
     }
     return mendTrailingComma(offset) || mendMissingComma(fault);
@@ -159,8 +176,8 @@ class Mending {
       return false;
     }
     findings_.addAt(Rule::kMalformedText, comma, 1,
-                    {std::string("a comma stands before the closing '") + closing + '\'',
-                     "take the comma out, or add what is missing behind it"});
+                    {std::string("a comma comes before the closing '") + closing + '\'',
+                     "remove the comma, or add what is missing after it"});
     replace(comma, ' ');
     return true;
   }
@@ -173,7 +190,7 @@ class Mending {
       return false;
     }
     findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                    {"a comma is missing before this", "put a comma behind the value before it"});
+                    {"a comma is missing before this", "put a comma after the value before it"});
     replace(fault.offset - 1, ',');
     return true;
   }
@@ -186,41 +203,71 @@ class Mending {
     mended_[offset] = byte;
   }
 
-  // Reports a fault that ends the reading.
-  void report(const SyntaxFault& fault, const SourceTree& tree) {
+  // Reports a fault that ends the reading. Tells whether what comes before it is nested as it is
+  // meant to be.
+  bool report(const SyntaxFault& fault, const SourceTree& tree) {
+    constexpr const char* kNotChecked = "; what follows has not been checked";
     if (fault.isTypeNoString) {
       findings_.addAt(Rule::kTypeNameNotAString, fault.offset, 1,
                       {"the value of \"qztype\" is not a string",
-                       "write the name of an integer type, such as \"int64\", or give the member "
-                       "another name; what follows has not been checked"});
-      return;
+                       std::string("write the name of an integer type, such as \"int64\", or give "
+                                   "the member another name") +
+                           kNotChecked});
+      return true;
     }
     if (fault.isInPayload) {
       findings_.addAt(
           Rule::kTypedPayload, fault.offset, 1,
           {"\"qzdata\" is not an array of integers, as its \"qztype\" says: " + lowered(fault.why),
-           "write integers only, or take \"qztype\" out; what follows has not been "
-           "checked"});
-      return;
+           std::string("write integers only, or remove \"qztype\"") + kNotChecked});
+      return true;
     }
     if (const std::optional<std::size_t> string = findOverrunning(tree)) {
-      findings_.addAt(
-          Rule::kMalformedText, fault.offset, 1,
-          {lowered(fault.why),
-           "close the string before this on its line, with a quotation mark; nothing "
-           "else has been checked",
-           "",
-           {{*string, "the string that goes on over the end of its line begins here"}}});
-      return;
+      reportOverrunning(fault, tree, *string);
+      return false;
     }
+    if (const std::optional<KnownMistake> mistake = findKnownMistake(text_, fault)) {
+      findings_.addAt(Rule::kMalformedText, mistake->offset, mistake->length,
+                      {mistake->message, mistake->advice + kNotChecked});
+      return true;
+    }
+    const std::string advice = adviseOnSyntax(text_, begin_, fault);
+    if (isInsideValue(fault)) {
+      findings_.addAt(Rule::kMalformedText, fault.offset, 1,
+                      {lowered(fault.why), advice + kNotChecked});
+      return true;
+    }
+    reportBracket(fault, tree, advice);
+    return false;
+  }
+
+  void reportOverrunning(const SyntaxFault& fault, const SourceTree& tree, std::size_t string) {
+    const char* const mark = hasCurlyQuote(tree.written(tree.nodes().size() - 1))
+                                 ? "with a straight quotation mark, not a curly one"
+                                 : "with a quotation mark";
+    findings_.addAt(Rule::kMalformedText, fault.offset, 1,
+                    {lowered(fault.why),
+                     std::string("close the string before this on its line, ") + mark +
+                         "; nothing else has been checked",
+                     "",
+                     {{string, "the string that continues past the end of its line begins here"}}});
+  }
+
+  // Reports a fault whose reason may be a bracket that is not closed.
+  void reportBracket(const SyntaxFault& fault, const SourceTree& tree, std::string advice) {
     std::vector<RelatedPlace> related;
-    if (!isInsideValue(fault)) {
+    if (const auto unclosed = findUnclosedByIndentation(tree)) {
+      const std::string closing = text_[unclosed->offset] == '{' ? "'}'" : "']'";
+      advice = "add the missing " + closing;
+      related = {{unclosed->offset, std::string("judging by the indentation, this '") +
+                                        text_[unclosed->offset] + "' is not closed"},
+                 {unclosed->before, "the missing " + closing + " belongs before this line"}};
+    } else {
       related = findOpen(tree);
     }
-    const char* const rest = isInsideValue(fault) ? "; what follows has not been checked"
-                                                  : "; nothing else has been checked";
-    findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                    {lowered(fault.why), advise(fault) + rest, "", std::move(related)});
+    findings_.addAt(
+        Rule::kMalformedText, fault.offset, 1,
+        {lowered(fault.why), advice + "; nothing else has been checked", "", std::move(related)});
   }
 
   // Where the string begins that was read last, if it goes on over the end of its line: most often
@@ -241,48 +288,8 @@ class Mending {
     if (open == nodes.rend()) {
       return {};
     }
-    return {{open->begin, std::string("the innermost '") + text_[open->begin] +
-                              "' that is not closed stands here"}};
-  }
-
-  std::string advise(const SyntaxFault& fault) const {
-    const std::string_view rest = text_.substr(fault.offset);
-    if (text_.empty()) {
-      return "write the document into the file, which is empty";
-    }
-    if (skipSpace(text_, begin_) == text_.size()) {
-      return "write the document into the file, which holds none";
-    }
-    if (rest.empty()) {
-      return "add what is missing: the text ends within a string, an array or an object";
-    }
-    if (fault.isInEscape) {
-      return "write a backslash as \\\\; only \" \\ / b f n r t stand behind one, and u with four "
-             "hexadecimal digits, in pairs for characters beyond \\uffff";
-    }
-    if (rest[0] == '\'') {
-      return "write strings between double quotation marks";
-    }
-    if (rest[0] == '+' || rest[0] == '.') {
-      return "begin a number with a digit or a minus sign";
-    }
-    for (const std::string_view word : {"NaN", "Infinity", "undefined"}) {
-      if (startsWith(rest, word)) {
-        return "write a number: JSON has no " + std::string(word);
-      }
-    }
-    for (const auto& [word, meant] :
-         {std::pair("True", "true"), std::pair("TRUE", "true"), std::pair("False", "false"),
-          std::pair("FALSE", "false"), std::pair("None", "null"), std::pair("NULL", "null")}) {
-      if (startsWith(rest, word)) {
-        return std::string("write ") + meant;
-      }
-    }
-    if (std::isalpha(static_cast<unsigned char>(rest[0])) != 0 &&
-        fault.why.find("string") != std::string_view::npos) {
-      return "put names and texts between double quotation marks";
-    }
-    return "correct the text here or right before";
+    return {{open->begin,
+             std::string("the innermost '") + text_[open->begin] + "' that is not closed"}};
   }
 
   std::string_view text_;

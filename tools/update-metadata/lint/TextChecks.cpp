@@ -67,20 +67,19 @@ class RepeatedKeys {
 
   void report(const Key& first, const Key& later) {
     document_.lose(later.node);
-    std::string message = "the key " + quote(later.bytes) + " stands in this object already; ";
+    std::string message = "duplicate key " + quote(later.bytes) + ": ";
     if (later.bytes == "qzdata") {
-      message +=
-          "the first value is kept, unless a \"qztype\" behind has this one read in its place";
+      message += "the first value is used, unless a later \"qztype\" has this one read instead";
     } else if (later.bytes == "qztype") {
-      message += "the first value is kept, but this one, too, says what \"qzdata\" must be";
+      message += "the first value is used, but this one, too, says what \"qzdata\" must be";
     } else {
-      message += "the first value is kept, this one is lost";
+      message += "the first value is used, this one is ignored";
     }
     findings_.add(Rule::kRepeatedKey, tree_, later.node,
                   {std::move(message),
-                   "take one of the two out, or give it another name",
+                   "remove one of the two, or give it another name",
                    "",
-                   {{tree_[first.node].begin, "the value that is kept stands here"}}});
+                   {{tree_[first.node].begin, "the value that is used"}}});
   }
 
   SourceDocument& document_;
