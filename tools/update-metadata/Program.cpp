@@ -4,12 +4,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include "HelpText.h"
 #include "install/update_metadata_parser/Version.h"
 
 namespace update_metadata_tool {
 
 void describeProgram(CLI::App& app) {
   app.name("update-metadata");
+  fitHelpToTerminal(app);
   app.description(
       "Answers questions about update metadata documents, compares, checks and lays them out.");
   app.set_version_flag(

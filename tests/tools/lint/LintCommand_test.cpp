@@ -1,6 +1,8 @@
 #include "lint/LintCommand.h"
 
+#include <initializer_list>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -134,6 +136,63 @@ TEST_F(Lint, UsesNoColoursWhereTheyAreNotWanted) {
   EXPECT_THAT(lint({"bad.json"}).out, Not(HasSubstr("\x1B")));
   around_.environment = {"TERM=dumb", "NO_COLOR="};
   EXPECT_THAT(lint({"bad.json"}).out, Not(HasSubstr("\x1B")));
+}
+
+TEST_F(Lint, FitsTheWidthOfTheTerminal) {
+  folder_.writeFile("one-line.json", R"({"metadata":{"arch":"x","target":null,"base":null},)"
+                                     R"("components":{"core":{"delete":{"a":{"size":1}},"extract":)"
+                                     R"({}}},"products":{"p":{"delete":[],"extract":["Core"]}},)"
+                                     R"("componentsWithFilesDeleted":{"x":{"y":{"size":1;}}}})");
+  around_.isOnTerminal = true;
+  around_.environment = {"TERM=dumb"};
+  for (const unsigned short columns : std::initializer_list<unsigned short>{40, 60, 80}) {
+    around_.terminalColumns = columns;
+    for (const char* file : {"one-line.json", "bad.json"}) {
+      std::istringstream lines(lint({file}).out);
+      for (std::string line; std::getline(lines, line);) {
+        line.erase(line.find_last_not_of('\r') + 1);
+        EXPECT_LE(line.size(), columns) << line;
+      }
+    }
+    std::istringstream rules(lint({"--list-rules"}).out);
+    for (std::string line; std::getline(rules, line);) {
+      line.erase(line.find_last_not_of('\r') + 1);
+      EXPECT_LE(line.size(), columns) << line;
+    }
+  }
+}
+
+TEST_F(Lint, PointsBelowThePlaceOnANarrowTerminal) {
+  folder_.writeFile("one-line.json", R"({"products": {}, "componentsWithFilesDeleted": {}, )"
+                                     R"("components": yes, "metadata": {}})");
+  around_.environment = {"COLUMNS=30"};
+  EXPECT_EQ(lint({"one-line.json"}).out,
+            "one-line.json:1:66: error:\n"
+            "    'yes' is not a JSON value\n"
+            "    [malformed-text]\n"
+            "  ...nents\": yes, \"metadata...\n"
+            "             ^~~\n"
+            "  help: write true; what\n"
+            "    follows has not been\n"
+            "    checked\n"
+            "\n"
+            "one-line.json: the library\n"
+            "    refuses this document with\n"
+            "    std::runtime_error: \"Error\n"
+            "    while parsing\n"
+            "    one-line.json\"\n"
+            "  the text reader's own\n"
+            "    message, which the library\n"
+            "    leaves out:\n"
+            "    JSON ParserException\n"
+            "    (E0008): Expected a value\n"
+            "    or a string (Line 1,\n"
+            "    Column 66)\n"
+            "    ...ents\": yes, \"metadat...\n"
+            "              ^\n"
+            "1 file: 0 load, 1 does not\n"
+            "    load; 1 error, 0 warnings,\n"
+            "    0 infos\n");
 }
 
 // --- rules ----------------------------------------------------------------------------------

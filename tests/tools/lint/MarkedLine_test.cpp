@@ -101,6 +101,17 @@ const LongLine kLongLines[] = {
 INSTANTIATE_TEST_SUITE_P(Places, PlaceInALongLine, ::testing::ValuesIn(kLongLines),
                          [](const auto& row) { return row.param.name; });
 
+TEST(LongLine, IsCutToTheColumnsThatThereAre) {
+  for (const std::size_t offset : {0U, 10U, 500U, 999U, 1000U}) {
+    const MarkedLine marked = markLine(digits(0, 1000), offset, 40, 30);
+    EXPECT_LE(marked.line.size(), 30U) << offset;
+    EXPECT_LE(marked.marks.size(), 30U) << offset;
+  }
+  const MarkedLine marked = markLine(digits(0, 1000), 500, 1, 30);
+  EXPECT_EQ(marked.line, "..." + digits(491, 24) + "...");
+  EXPECT_EQ(marked.marks, std::string(12, ' ') + "^");
+}
+
 TEST(LongLine, IsNotCutWhereOnlyBlanksAreLeftOut) {
   const MarkedLine marked = markLine("\t\t\t\t" + digits(0, 70), 64, 1);
   EXPECT_EQ(marked.line, digits(0, 70));

@@ -5,6 +5,7 @@
 #include <ios>
 #include <new>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <variant>
 
@@ -13,6 +14,7 @@
 #include "Advice.h"
 #include "Arguments.h"
 #include "DocumentText.h"
+#include "HelpText.h"
 #include "ProductData.h"
 #include "ProgressLine.h"
 #include "SharedOptions.h"
@@ -142,7 +144,7 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
   if (format_ == kSarifFormat) {
     return std::make_unique<SarifReport>(out);
   }
-  return std::make_unique<TextReport>(out, isOutputColoured());
+  return std::make_unique<TextReport>(out, isOutputColoured(), outputColumns());
 }
 
 LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
@@ -171,11 +173,13 @@ LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const
 
 ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
   if (listsRules_ || explained_) {
+    std::ostringstream text;
     if (explained_) {
-      writeExplanation(*findRule(*explained_), makeSettings(), out);
+      writeExplanation(*findRule(*explained_), makeSettings(), text);
     } else {
-      writeRuleList(makeSettings(), out);
+      writeRuleList(makeSettings(), text);
     }
+    out << fitToColumns(text.str(), outputColumns());
     out.flush();
     return ExitCode::kDone;
   }

@@ -10,10 +10,7 @@
 namespace update_metadata_tool {
 namespace {
 
-constexpr std::size_t kColumns = 74;  // with "..." on both sides, 80
-constexpr std::size_t kColumnsFromPlaceOn = 40;
-constexpr std::size_t kBytesAround = 4 * kColumns;  // four bytes make the longest character
-constexpr const char* kLeftOut = "...";
+constexpr std::string_view kLeftOut = "...";
 constexpr const char* kTab = "    ";
 
 // One character of the line, as it is shown.
@@ -45,10 +42,11 @@ bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// The characters near the place, more than are ever shown.
-std::vector<Cell> takeCells(std::string_view line, std::size_t offset) {
+// The characters near the place, more than `columns` show.
+std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size_t columns) {
+  const std::size_t bytesAround = 4 * columns;  // four bytes make the longest character
   constexpr std::size_t kMostContinuations = 3;
-  std::size_t position = offset > kBytesAround ? offset - kBytesAround : 0;
+  std::size_t position = offset > bytesAround ? offset - bytesAround : 0;
   if (position != 0) {
     // Not into the middle of a character, if these bytes make characters at all.
     const std::size_t most = position + kMostContinuations;
@@ -57,7 +55,7 @@ std::vector<Cell> takeCells(std::string_view line, std::size_t offset) {
     }
   }
   std::vector<Cell> cells;
-  const std::size_t end = std::min(line.size(), offset + kBytesAround);
+  const std::size_t end = std::min(line.size(), offset + bytesAround);
   while (position < end) {
     cells.push_back(makeCell(line, position));
     position = cells.back().end;
@@ -80,11 +78,14 @@ std::size_t advanceOver(Iterator& cell, Iterator last, std::size_t columns) {
 
 }  // namespace
 
-MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t length) {
+MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t length,
+                    std::size_t columns) {
+  const std::size_t shown = columns - 2 * kLeftOut.size();
+  const std::size_t shownFromPlaceOn = shown / 2 + 3;  // a little more than what comes before
   if (!line.empty() && line.back() == '\r' && offset + 1 < line.size()) {
     line.remove_suffix(1);  // the half of a line's end that some systems write
   }
-  const std::vector<Cell> cells = takeCells(line, offset);
+  const std::vector<Cell> cells = takeCells(line, offset, columns);
   const CellIterator place = std::find_if(cells.begin(), cells.end(),
                                           [offset](const Cell& cell) { return cell.end > offset; });
   const bool isFromTheBeginning = cells.empty() || cells.front().begin == 0;
@@ -92,11 +93,11 @@ MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t lengt
       isFromTheBeginning ? std::find_if_not(cells.begin(), place, isBlank) : cells.begin();
   // First what is marked, then what comes before it, then what there is room for.
   CellIterator last = place;
-  std::size_t columns = advanceOver(last, cells.end(), kColumnsFromPlaceOn);
+  std::size_t used = advanceOver(last, cells.end(), shownFromPlaceOn);
   auto reversedFirst = std::make_reverse_iterator(place);
-  columns += advanceOver(reversedFirst, std::make_reverse_iterator(begin), kColumns - columns);
+  used += advanceOver(reversedFirst, std::make_reverse_iterator(begin), shown - used);
   const CellIterator first = reversedFirst.base();
-  advanceOver(last, cells.end(), kColumns - columns);
+  advanceOver(last, cells.end(), shown - used);
 
   MarkedLine marked;
   if (first != begin || !isFromTheBeginning) {

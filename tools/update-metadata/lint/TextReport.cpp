@@ -4,6 +4,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "DisplayWidth.h"
 #include "Text.h"
 #include "lint/MarkedLine.h"
 #include "source/LineIndex.h"
@@ -12,21 +13,27 @@ namespace update_metadata_tool {
 namespace {
 
 constexpr const char* kIndent = "  ";
+constexpr std::size_t kFurtherIndent = 4;
 
 std::string count(std::size_t number, const char* thing) {
   return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
 }
 
-// The text reader's message has lines of its own, with a tab at their beginning. Its caret stands
-// below the right byte as long as every other byte is one column wide.
-void writeReaderMessage(std::string_view message, std::ostream& out) {
-  while (!message.empty()) {
-    const std::size_t size = std::min(message.find('\n'), message.size());
-    std::string line(message.substr(0, size));
-    std::replace(line.begin(), line.end(), '\t', ' ');
-    out << kIndent << kIndent << (line.empty() ? line : toVisible(line)) << '\n';
-    message.remove_prefix(std::min(size + 1, message.size()));
-  }
+std::string placeIn(const std::string& file, const LineIndex& lines, std::size_t offset) {
+  const Position position = lines.positionOf(offset);
+  return file + ':' + std::to_string(position.line) + ':' + std::to_string(position.column) + ':';
+}
+
+// The columns that a line of the document has behind an indent.
+std::size_t columnsBehind(std::string_view indent, std::size_t columns) {
+  return std::min(columns - indent.size(), kColumnsOfMarkedLine);
+}
+
+std::string_view takeLine(std::string_view& text) {
+  const std::size_t size = std::min(text.find('\n'), text.size());
+  const std::string_view line = text.substr(0, size);
+  text.remove_prefix(std::min(size + 1, text.size()));
+  return line;
 }
 
 }  // namespace
@@ -51,17 +58,51 @@ std::string TextReport::painted(const std::string& text, Colour colour) const {
   return std::string("\x1B[") + kCodes[static_cast<std::size_t>(colour)] + 'm' + text + "\x1B[m";
 }
 
-void TextReport::writePlace(const std::string& file, const LineIndex& lines, std::size_t offset) {
-  const Position position = lines.positionOf(offset);
-  out_ << painted(file + ':' + std::to_string(position.line) + ':' +
-                      std::to_string(position.column) + ':',
-                  Colour::kPlace)
-       << ' ';
+void TextReport::writeHeading(const std::string& place, const std::string& label, Colour colour,
+                              const std::string& message) {
+  FlowingLine line(columns_, kFurtherIndent);
+  line.name(place);
+  const std::size_t placeEnd = line.text().size();
+  line.words(' ' + label);
+  const std::size_t labelEnd = line.text().size();
+  line.words(' ' + message);
+  const std::string& text = line.text();
+  const std::size_t labelBegin = text.find_first_not_of(" \n", placeEnd);
+  out_ << painted(text.substr(0, placeEnd), Colour::kPlace)
+       << text.substr(placeEnd, labelBegin - placeEnd)
+       << painted(text.substr(labelBegin, labelEnd - labelBegin), colour) << text.substr(labelEnd)
+       << '\n';
+}
+
+// The message has lines of its own, with a tab at their beginning. Its caret is below the right
+// byte as long as every other byte is one column wide.
+void TextReport::writeReaderMessage(std::string_view message) {
+  const std::string indent = std::string(kIndent) + kIndent;
+  while (!message.empty()) {
+    const std::string_view raw = takeLine(message);
+    std::string line(raw);
+    std::replace(line.begin(), line.end(), '\t', ' ');
+    const std::string shown = line.empty() ? line : toVisible(line);
+    if (displayWidth(shown) <= columns_ - indent.size()) {
+      out_ << indent << shown << '\n';
+      continue;
+    }
+    const std::size_t caret = message.find_first_not_of(" \t");
+    if (caret == std::string_view::npos || message[caret] != '^') {
+      out_ << FlowingLine(columns_, kFurtherIndent).words(indent + shown) << '\n';
+      continue;
+    }
+    takeLine(message);
+    const MarkedLine marked =
+        markLine(raw, std::min(caret, raw.size()), 1, columnsBehind(indent, columns_));
+    out_ << indent << marked.line << '\n' << indent << marked.marks << '\n';
+  }
 }
 
 void TextReport::writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length) {
   const Position position = lines.positionOf(offset);
-  const MarkedLine marked = markLine(lines.lineText(position.line), position.column - 1, length);
+  const MarkedLine marked = markLine(lines.lineText(position.line), position.column - 1, length,
+                                     columnsBehind(kIndent, columns_));
   if (marked.line.empty()) {
     return;  // nothing to be seen
   }
@@ -71,38 +112,44 @@ void TextReport::writeMarkedLine(const LineIndex& lines, std::size_t offset, std
        << painted(marked.marks.substr(caret), Colour::kMark) << '\n';
 }
 
+FlowingLine TextReport::beginDetail(const char* label) const {
+  return FlowingLine(columns_, kFurtherIndent).words(std::string(kIndent) + label);
+}
+
 void TextReport::writeFinding(const std::string& file, const LineIndex& lines,
                               const Finding& finding) {
-  writePlace(file, lines, finding.offset);
-  out_ << painted(std::string(nameOf(finding.severity)) + ':', colourOf(finding.severity)) << ' '
-       << toVisible(finding.message) << " [" << describe(finding.rule).id << "]\n";
+  writeHeading(placeIn(file, lines, finding.offset), std::string(nameOf(finding.severity)) + ':',
+               colourOf(finding.severity),
+               toVisible(finding.message) + " [" + describe(finding.rule).id + ']');
   writeMarkedLine(lines, finding.offset, finding.length);
   if (!finding.item.empty()) {
-    out_ << kIndent << "in: " << toVisible(finding.item) << '\n';
+    out_ << beginDetail("in: ").words(toVisible(finding.item)) << '\n';
   }
   if (!finding.pointer.empty()) {
-    out_ << kIndent << "at: " << toVisible(finding.pointer) << '\n';
+    out_ << beginDetail("at: ").name(toVisible(finding.pointer)) << '\n';
   }
-  out_ << kIndent << "help: " << toVisible(finding.advice) << '\n';
+  out_ << beginDetail("help: ").words(toVisible(finding.advice)) << '\n';
   for (const RelatedPlace& related : finding.related) {
-    writePlace(file, lines, related.offset);
-    out_ << painted("note:", Colour::kInfo) << ' ' << toVisible(related.message) << '\n';
+    writeHeading(placeIn(file, lines, related.offset), "note:", Colour::kInfo,
+                 toVisible(related.message));
     writeMarkedLine(lines, related.offset, 1);
   }
   out_ << '\n';
 }
 
 void TextReport::writeVerdict(const std::string& file, const FileReport& report) {
-  out_ << file << ": ";
+  FlowingLine line(columns_, kFurtherIndent);
+  line.name(file);
   if (!report.exception) {
-    out_ << "the library loads this document\n";
+    out_ << line.words(": the library loads this document") << '\n';
     return;
   }
-  out_ << "the library refuses this document with " << report.exception->type << ": \""
-       << toVisible(report.exception->text) << "\"\n";
+  out_ << line.words(": the library refuses this document with " + report.exception->type + ": \"" +
+                     toVisible(report.exception->text) + '"')
+       << '\n';
   if (!report.readerMessage.empty()) {
-    out_ << kIndent << "the text reader's own message, which the library leaves out:\n";
-    writeReaderMessage(report.readerMessage, out_);
+    out_ << beginDetail("the text reader's own message, which the library leaves out:") << '\n';
+    writeReaderMessage(report.readerMessage);
   }
 }
 
@@ -117,8 +164,11 @@ void TextReport::write(const FileReport& report) {
   for (const RuleDescription& description : allRules()) {
     const std::size_t omitted = report.omitted[static_cast<std::size_t>(description.rule)];
     if (omitted != 0) {
-      out_ << file << ": " << count(omitted, "more finding") << " not shown [" << description.id
-           << "]\n";
+      out_ << FlowingLine(columns_, kFurtherIndent)
+                  .name(file)
+                  .words(": " + count(omitted, "more finding") + " not shown [" + description.id +
+                         ']')
+           << '\n';
     }
   }
   writeVerdict(file, report);
@@ -128,16 +178,17 @@ void TextReport::write(const UnreadableFile& /*file*/) {}
 
 void TextReport::finish(const LintTotals& totals) {
   const std::size_t refused = totals.files - totals.loads - totals.unreadable;
-  out_ << count(totals.files, "file") << ": " << totals.loads
-       << (totals.loads == 1 ? " loads" : " load");
+  std::string text = count(totals.files, "file") + ": " + std::to_string(totals.loads) +
+                     (totals.loads == 1 ? " loads" : " load");
   if (refused != 0) {
-    out_ << ", " << refused << (refused == 1 ? " does" : " do") << " not load";
+    text += ", " + std::to_string(refused) + (refused == 1 ? " does" : " do") + " not load";
   }
   if (totals.unreadable != 0) {
-    out_ << ", " << totals.unreadable << " could not be read";
+    text += ", " + std::to_string(totals.unreadable) + " could not be read";
   }
-  out_ << "; " << count(totals.errors, "error") << ", " << count(totals.warnings, "warning") << ", "
-       << count(totals.infos, "info") << '\n';
+  text += "; " + count(totals.errors, "error") + ", " + count(totals.warnings, "warning") + ", " +
+          count(totals.infos, "info");
+  out_ << FlowingLine(columns_, kFurtherIndent).words(text) << '\n';
 }
 
 }  // namespace update_metadata_tool

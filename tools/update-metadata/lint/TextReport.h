@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
+#include "FlowingLine.h"
+#include "Terminal.h"
 #include "lint/ReportWriter.h"
 
 namespace update_metadata_tool {
@@ -21,16 +25,21 @@ class LineIndex;
 ///
 /// A finding that speaks of a second place shows it as a note:
 ///
-///     update.json:39:27: note: it stands here, too
+///     update.json:39:19: note: the name before it
 ///       "extract": ["core", "core"]
 ///                   ^
+///
+/// Lines that a terminal has no room for go on in further lines at a deeper indent; of a source
+/// line only what is around the place is shown, so that the marks stay below it.
 ///
 /// Then, for each file, what the library does with it, and in the end one line for all files. What
 /// comes from a document is shown as toVisible() does.
 class TextReport : public ReportWriter {
  public:
   /// \param isColoured  whether `out` is a terminal that shall show colours
-  TextReport(std::ostream& out, bool isColoured) : out_(out), isColoured_(isColoured) {}
+  /// \param columns     as many as lines should have at most, from 20 on
+  TextReport(std::ostream& out, bool isColoured, std::size_t columns = kUnlimitedColumns)
+      : out_(out), isColoured_(isColoured), columns_(columns) {}
 
   void write(const FileReport& report) override;
 
@@ -45,12 +54,16 @@ class TextReport : public ReportWriter {
   static Colour colourOf(Severity severity);
   std::string painted(const std::string& text, Colour colour) const;
   void writeFinding(const std::string& file, const LineIndex& lines, const Finding& finding);
-  void writePlace(const std::string& file, const LineIndex& lines, std::size_t offset);
+  void writeHeading(const std::string& place, const std::string& label, Colour colour,
+                    const std::string& message);
+  FlowingLine beginDetail(const char* label) const;
+  void writeReaderMessage(std::string_view message);
   void writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length);
   void writeVerdict(const std::string& file, const FileReport& report);
 
   std::ostream& out_;
   bool isColoured_;
+  std::size_t columns_;
 };
 
 }  // namespace update_metadata_tool
