@@ -1,8 +1,8 @@
 """Reads update metadata documents and answers what an update does.
 
 A package is named by its key: the component's name, an underscore and the package's name. Sizes are
-bytes. Every answer is a new object. Product data are a folder with products.tsv, or such a file; they
-are opened with the first question that needs them, and later ones are ignored.
+bytes. Every answer is a new object. Product data are a folder with products.tsv, or such a file; the first
+query that looks something up opens them, and later ones are ignored.
 """
 
 import os
@@ -13,9 +13,9 @@ __version__: str
 _Path = Union[str, os.PathLike[str]]
 
 class UpdateMetaDataError(RuntimeError):
-    """A document that cannot be loaded or a question that cannot be answered.
+    """A document cannot be loaded or a query cannot be answered.
 
-    The text is the library's. What there is no memory for is a MemoryError.
+    The text is the library's. If memory runs out, a MemoryError is raised instead.
     """
 
 class UpdateMetaData:
