@@ -22,9 +22,9 @@ struct ContainedProperty {
 
 /// What the framework must know of one class of elements. One static object for each class.
 struct ElementClass {
-  const char16_t* qualifiedName;               ///< with its namespace, for error reports
-  std::size_t number;                          ///< from 0, different for each class of a model
-  std::size_t implSize;                        ///< bytes of the implementation object
+  const char16_t* qualifiedName;  ///< with its namespace, for error reports
+  std::size_t number;             ///< from 0, different for each class of a model, which is checked
+  std::size_t implSize;           ///< bytes of the implementation object
   void (*destroyImpl)(ElementImpl&) noexcept;  ///< ends its life; the framework frees the memory
   const ContainedProperty* properties;         ///< the contained fields, by their numbers
 };

@@ -1,32 +1,8 @@
 #include "mf/zero/elements/Model.h"
 
-#include <algorithm>
-#include <utility>
-
-#include "foundation/core/large_pages.h"
-#include "mf/zero/elements/CompatibleModel.h"
-#include "mf/zero/elements/Messages.h"
-#include "mf/zero/memory/FreeMemory.h"
 #include "mf/zero/memory/ModelImpl.h"
 
 namespace mf::zero {
-namespace {
-
-// A region is one block from the system, cut into slabs. Its pages cost nothing until they are
-// used, so that a small model stays small. Each region is twice as large as the one before, up to a
-// size that is worth its own mapping to every allocator; from a size on, large pages are worth
-// their rounding up.
-constexpr std::size_t kSlabsOfFirstRegion = 16;
-constexpr std::size_t kLargestRegion = std::size_t{32} << 20;
-constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
-
-// The distance of `memory` from the next multiple of `alignment`, a power of two.
-std::size_t toMultiple(const char* memory, std::size_t alignment) noexcept {
-  return (alignment - (reinterpret_cast<std::uintptr_t>(memory) & (alignment - 1))) &
-         (alignment - 1);
-}
-
-}  // namespace
 
 Model Model::create(const ModelSpec&) {
   Model model;
@@ -45,125 +21,6 @@ void Model::removeRef() const noexcept {
   if (impl_ != nullptr) {
     impl_->removeRef();
   }
-}
-
-void* Model::Impl::allocate(const ElementClass& elementClass) {
-  if (elementClass.number >= pools_.size()) {
-    addPools(elementClass.number);
-  }
-  Pool& pool = pools_[elementClass.number];
-  if (pool.free == nullptr &&
-      static_cast<std::size_t>(pool.end - pool.position) < elementClass.implSize) {
-    addSlab(pool, elementClass);
-  }
-  void* memory = pool.free;
-  if (memory != nullptr) {
-    markUsed(memory, elementClass.implSize);
-    pool.free = pool.free->next;
-  } else {
-    memory = pool.position;
-    pool.position += elementClass.implSize;
-    markUsed(memory, elementClass.implSize);
-  }
-  addRef();
-  return memory;
-}
-
-void Model::Impl::release(ElementImpl& element, const ElementClass& elementClass) noexcept {
-  Pool& pool = pools_[elementClass.number];
-  pool.free = new (static_cast<void*>(&element)) FreeElement{pool.free};
-  markFree(&element, elementClass.implSize);
-  removeRef();
-}
-
-void Model::Impl::addPools(std::size_t number) {
-  pools_.resize(number + 1);
-}
-
-void Model::Impl::addSlab(Pool& pool, const ElementClass& elementClass) {
-  if (slabsLeft_ == 0) {
-    addRegion();
-  }
-  char* slab = std::exchange(nextSlab_, nextSlab_ + Slab::kBytes);
-  --slabsLeft_;
-  new (slab) Slab{this, &elementClass};
-  pool.position = slab + sizeof(Slab);
-  pool.end = slab + Slab::kBytes;
-  markFree(pool.position, Slab::kBytes - sizeof(Slab));
-}
-
-void Model::Impl::addRegion() {
-  const std::size_t slabs = std::max(slabsOfNextRegion_, kSlabsOfFirstRegion);
-  const std::size_t bytes = slabs * Slab::kBytes;
-  const bool large = bytes >= kLargePagesFrom;
-  const std::size_t alignment = large ? foundation::core::kLargePage : Slab::kBytes;
-  std::unique_ptr<char[]> memory(new char[bytes + alignment]);
-  regions_.push_back(std::move(memory));
-  char* region = regions_.back().get();
-  nextSlab_ = region + toMultiple(region, alignment);
-  slabsLeft_ = slabs;
-  slabsOfNextRegion_ = std::min(slabs * 2, kLargestRegion / Slab::kBytes);
-  if (large) {
-    foundation::core::adviseLargePages(nextSlab_, bytes);
-  }
-}
-
-void* allocateElement(Model::Impl& model, const ElementClass& elementClass) {
-  return model.allocate(elementClass);
-}
-
-Name ElementImpl::makeName(std::u16string_view text) const {
-  return text.empty() ? Name() : Name(Slab::of(*this).model->names().intern(text));
-}
-
-Model::Impl& ElementImpl::model() const noexcept {
-  return *Slab::of(*this).model;
-}
-
-const ElementClass& ElementImpl::elementClass() const noexcept {
-  return *Slab::of(*this).elementClass;
-}
-
-ModelElement ElementImpl::getContainer() const noexcept {
-  return hasLivingContainer() ? ModelElement(*container_) : ModelElement();
-}
-
-const ContainedProperty* ElementImpl::getContainerProperty() const noexcept {
-  return hasLivingContainer() ? &container_->elementClass().properties[propertyNumber_] : nullptr;
-}
-
-void ModelElement::destroy(ElementImpl& impl) noexcept {
-  const Slab& slab = Slab::of(impl);
-  Model::Impl& model = *slab.model;
-  const ElementClass& elementClass = *slab.elementClass;
-  if (impl.isProxy()) {
-    // Out of the table before it goes: it may hold the last reference to another placeholder.
-    const auto resolver = model.resolvers().extract(&impl);
-  }
-  elementClass.destroyImpl(impl);
-  model.release(impl, elementClass);
-}
-
-void refuseModelOf(const ElementImpl& element) {
-  reportException(IncompatibleModels{element.elementClass().qualifiedName});
-}
-
-void Placeholders::make(const ModelElement& element, Resolver resolver) {
-  element.impl_->model().resolvers().emplace(element.impl_, std::move(resolver));
-  element.impl_->proxy_ = true;
-}
-
-ModelElement Placeholders::resolve(const ModelElement& placeholder, const ElementClass& wanted) {
-  // A copy: resolving runs code of others, which may make and drop placeholders of this model.
-  const Resolver resolver = placeholder.impl_->model().resolvers().at(placeholder.impl_);
-  ModelElement resolved = resolver();
-  if (!resolved) {
-    reportException(CannotCastIncompatibleTypes{u"mf::zero::ModelElement"});
-  }
-  if (resolved->isProxy() || &resolved->elementClass() != &wanted) {
-    reportException(CannotCastIncompatibleTypes{resolved->elementClass().qualifiedName});
-  }
-  return resolved;
 }
 
 }  // namespace mf::zero

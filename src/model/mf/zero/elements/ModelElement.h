@@ -59,8 +59,14 @@ class FOUNDATION_EXPORT ElementImpl {
   friend class ReferenceCollection;
   friend class AbstractOwnedCollection;
   friend class AbstractContainedElement;
-  friend class ChangeOperation;
   friend class Placeholders;
+
+  // Makes a field of `container` the element's place in the tree.
+  void attachTo(ElementImpl& container, std::uint8_t propertyNumber) noexcept {
+    container_ = &container;
+    propertyNumber_ = propertyNumber;
+    everAttached_ = true;
+  }
 
   // A container without references is being destroyed: a handle to it would destroy it again. The
   // first of its lists to go runs foreign code while children in the others still have the link.
@@ -153,7 +159,14 @@ class FOUNDATION_EXPORT ModelElement {
   static void destroy(ElementImpl& impl) noexcept;
 };
 
-/// Gets memory for one element of `elementClass` from its model, and a reference on the model.
+/// The most bytes that an implementation object may have.
+inline constexpr std::size_t kMostElementBytes = 256;
+
+/// The alignment that an implementation object may need at most.
+inline constexpr std::size_t kElementAlignment = alignof(void*);
+
+/// Gets memory for one element of `elementClass` from its model, and a reference on the model. Ends
+/// the program if the model has elements of another class with the same number.
 /// \throws std::bad_alloc
 FOUNDATION_EXPORT void* allocateElement(Model::Impl& model, const ElementClass& elementClass);
 
@@ -177,6 +190,10 @@ class ElementHandle : public ModelElement {
     static_cast<void>(uuid);
     using Impl = typename Derived::Impl;
     static_assert(std::is_nothrow_default_constructible_v<Impl>);
+    static_assert(!std::is_polymorphic_v<Impl>, "an element begins with its ElementImpl");
+    static_assert(sizeof(Impl) <= kMostElementBytes,
+                  "a list notes in one byte how far it is from the start of its element");
+    static_assert(alignof(Impl) <= kElementAlignment, "slabs align elements no further");
     Derived handle;
     handle.impl_ = new (allocateElement(model.impl(), Impl::kClass)) Impl();
     handle.addRef();

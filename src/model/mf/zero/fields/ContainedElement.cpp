@@ -1,6 +1,5 @@
 #include "mf/zero/fields/ContainedElement.h"
 
-#include "mf/zero/elements/ChangeOperation.h"
 #include "mf/zero/elements/CompatibleModel.h"
 
 namespace mf::zero {
@@ -13,11 +12,8 @@ void AbstractContainedElement::set(const ModelElement& element) {
   }
   checkCompatibleModel(*owner_, *element.impl_);
   unlink();
-  ChangeOperation change(*element.impl_);
-  change.link(*owner_, propertyNumber_);
-  change.markAttached();
+  element.impl_->attachTo(*owner_, propertyNumber_);
   element_ = element;
-  change.commit();
 }
 
 void AbstractContainedElement::unlink() noexcept {

@@ -1,8 +1,7 @@
 #include "mf/zero/fields/OwnedCollection.h"
 
-#include <cassert>
+#include <exception>
 
-#include "mf/zero/elements/ChangeOperation.h"
 #include "mf/zero/elements/CompatibleModel.h"
 #include "mf/zero/elements/Placeholders.h"
 
@@ -14,7 +13,10 @@ AbstractOwnedCollection::AbstractOwnedCollection(ElementImpl& owner,
                                           reinterpret_cast<const char*>(&owner))),
       propertyNumber_(propertyNumber) {
   static_assert(sizeof(AbstractOwnedCollection) == 16, "lists are as many as components");
-  assert(&this->owner() == &owner);
+  // A list that is no part of its owner, or that lies too far behind its start.
+  if (&this->owner() != &owner) {
+    std::terminate();
+  }
 }
 
 AbstractOwnedCollection::~AbstractOwnedCollection() {
@@ -23,7 +25,8 @@ AbstractOwnedCollection::~AbstractOwnedCollection() {
   }
   const ElementImpl* going = &owner();
   const std::size_t elementBytes = property().elementClass->implSize;
-  // All links before the first reference: with it, code of others may run that looks at the rest.
+  // Clear every link before dropping a reference: that may run foreign code which sees the other
+  // children.
   for (std::size_t index = 0; index != size(); ++index) {
     ElementImpl& child = at(index, elementBytes);
     if (child.container_ == going) {
@@ -46,7 +49,7 @@ void AbstractOwnedCollection::resolvePlaceholders() const {
   if (!holdsPlaceholders_) {
     return;
   }
-  // The size is read anew: resolving runs code of others, which may append to this very list.
+  // The size is read each time: a resolver is foreign code and may append to this very list.
   for (std::size_t index = 0; index < size(); ++index) {
     resolvedAt(index, property().elementClass->implSize);
   }
@@ -65,13 +68,12 @@ void AbstractOwnedCollection::append(const ModelElement& element, std::size_t el
     return;
   }
   makeRoomFor(child, elementBytes);
-  ChangeOperation change(child);
-  if (!child.isProxy()) {
-    change.link(owner(), propertyNumber_);
+  if (child.isProxy()) {
+    child.everAttached_ = true;
+  } else {
+    child.attachTo(owner(), propertyNumber_);
   }
-  change.markAttached();
   push(child);
-  change.commit();
   holdsPlaceholders_ = holdsPlaceholders_ || child.isProxy();
 }
 
@@ -90,14 +92,12 @@ const ContainedProperty& AbstractOwnedCollection::property() const noexcept {
 
 ElementImpl& AbstractOwnedCollection::replacePlaceholder(ElementImpl& found,
                                                          std::size_t index) const {
-  // Held here: resolving runs code of others, which may read this very list.
+  // Held while the resolver, which is foreign code, runs: it may read this very list and so drop
+  // the list's own reference.
   const ModelElement placeholder(found);
   const ModelElement resolved = resolveProxy(placeholder);
-  ChangeOperation change(*resolved.impl_);
-  change.link(owner(), propertyNumber_);
-  change.markAttached();
+  resolved.impl_->attachTo(owner(), propertyNumber_);
   replace(index, *resolved.impl_);
-  change.commit();
   return *resolved.impl_;
 }
 

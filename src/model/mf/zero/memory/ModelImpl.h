@@ -9,6 +9,7 @@
 
 #include "mf/zero/elements/ElementClass.h"
 #include "mf/zero/elements/Model.h"
+#include "mf/zero/elements/ModelElement.h"
 #include "mf/zero/elements/Placeholders.h"
 #include "mf/zero/memory/BlockMemory.h"
 #include "mf/zero/text/StringPool.h"
@@ -33,6 +34,8 @@ struct Slab {
   }
 };
 
+static_assert(sizeof(Slab) % kElementAlignment == 0, "elements begin right behind the head");
+
 /// A model: its elements' memory, its names and what its placeholders stand for. Nobody outside the
 /// library calls it, whatever the mark of the class that it stands in.
 class __attribute__((visibility("hidden"))) Model::Impl {
@@ -51,7 +54,9 @@ class __attribute__((visibility("hidden"))) Model::Impl {
     }
   }
 
-  /// Gets memory for one element; constant time, amortised. \throws std::bad_alloc
+  /// Gets memory for one element; constant time, amortised. Ends the program if the model has
+  /// elements of another class with the same number: they would share a pool.
+  /// \throws std::bad_alloc
   void* allocate(const ElementClass& elementClass);
 
   /// Takes back the memory of an element that is gone, for the next one of its class.
@@ -75,6 +80,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   };
 
   struct Pool {
+    const ElementClass* elementClass = nullptr;  // of all its elements; null for an unused number
     FreeElement* free = nullptr;
     char* position = nullptr;  // in the newest slab
     char* end = nullptr;
@@ -83,7 +89,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   ~Impl() = default;
 
   // What is seldom needed stands outside the way of allocate().
-  [[gnu::noinline]] void addPools(std::size_t number);
+  [[gnu::noinline]] void addPool(const ElementClass& elementClass);
   [[gnu::noinline]] void addSlab(Pool& pool, const ElementClass& elementClass);
   void addRegion();
 

@@ -387,5 +387,32 @@ TEST_F(OwnedList, TakesAnElementTwiceWhereItsDeclarationAdmitsThat) {
   EXPECT_FALSE(pkg->getContainer());
 }
 
+TEST_F(OwnedList, EndsTheProgramIfItIsNoPartOfItsOwner) {
+  const Shelf other = Shelf::create(model, Uuid());
+  EXPECT_DEATH(new (static_cast<void*>(&other->pkgs))
+                   OwnedCollection<PkgDeltaData>(*component.operator->(), 0),
+               "");
+}
+
+/// An element whose class has the number of another.
+class Imposter : public ElementHandle<Imposter> {
+ public:
+  class Impl;
+};
+
+class Imposter::Impl final : public ElementImpl {
+ public:
+  static const ElementClass kClass;
+};
+
+const ElementClass Imposter::Impl::kClass = {u"Imposter", PkgDeltaData::Impl::kClass.number,
+                                             sizeof(Imposter::Impl),
+                                             &destroyElementImpl<Imposter::Impl>, nullptr};
+
+TEST_F(OwnedList, SharesNoNumberAmongClassesOfOneModel) {
+  const PkgDeltaData pkg = make();
+  EXPECT_DEATH(static_cast<void>(Imposter::create(model, Uuid())), "");
+}
+
 }  // namespace
 }  // namespace mf::zero
