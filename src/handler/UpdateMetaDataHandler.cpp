@@ -21,8 +21,9 @@ Release targetRelease(const ProductUpdateMetaData& root) {
   return root->getReleaseData()->getTargetRelease();
 }
 
-// The low eight bits of a level, read as a signed byte.
-std::int8_t toUpdateLevel(int level) noexcept {
+// The low eight bits of a level, read as a signed byte. The reader has made the level of a
+// document's number: toIntUpdateLevel() in reader/NumberConversion.h.
+std::int8_t toStoredUpdateLevel(int level) noexcept {
   const int low = level & 0xFF;
   return static_cast<std::int8_t>(low < 0x80 ? low : low - 0x100);
 }
@@ -82,7 +83,7 @@ std::u16string UpdateMetaDataHandler::getTargetReleaseVersion() const {
 }
 
 void UpdateMetaDataHandler::setTargetUpdateLevelForQorv(int level) const {
-  targetRelease(root)->setUpdateLevel(toUpdateLevel(level));
+  targetRelease(root)->setUpdateLevel(toStoredUpdateLevel(level));
 }
 
 int UpdateMetaDataHandler::getTargetUpdateLevelForQorv() const {

@@ -10,7 +10,6 @@
 namespace install::update_metadata_parser {
 namespace {
 
-using foundation::json::Object;
 using foundation::json::Value;
 
 // What is kept of a release.
@@ -21,7 +20,7 @@ struct ReleaseFields {
 };
 
 // Reads all fields of a release, in the order that decides which fault is reported. Those that are
-// not kept are checked all the same.
+// not kept are checked, too. The first look-up rejects what is not an object.
 ReleaseFields readRelease(const Value& release) {
   getString("zelvan_version", release, "");
   getString("date", release, "");
@@ -39,7 +38,7 @@ ReleaseFields readRelease(const Value& release) {
 void UpdateMetaDataJsonParser::parseMetaData(const Value& metadata) {
   handler->setMetaDataArch(fl::i18n::to_ustring(getString("arch", metadata, "")));
   for (const char* key : {"target", "base"}) {
-    parseReleaseData(Value(metadata[key]), key);
+    parseReleaseData(metadata[key], key);
   }
 }
 
@@ -48,11 +47,11 @@ void UpdateMetaDataJsonParser::parseReleaseData(const Value& release, const std:
   if (release.is<std::nullptr_t>()) {
     return;
   }
-  const ReleaseFields fields = readRelease(Value(release.as<Object>()));
+  const ReleaseFields fields = readRelease(release);
   if (key == "target") {
     handler->setTargetReleaseFamily(fields.family);
     handler->setTargetReleaseVersion(fields.version);
-    handler->setTargetUpdateLevelForQorv(toUpdateLevel(fields.update));
+    handler->setTargetUpdateLevelForQorv(toIntUpdateLevel(fields.update));
   } else {
     // The base release has no update level.
     handler->setBaseReleaseFamily(fields.family);

@@ -28,8 +28,9 @@ inline std::int64_t toByteCount(double number) noexcept {
   return truncated<std::int64_t>(number);
 }
 
-/// An update level as the handler takes it, from a document's number.
-inline int toUpdateLevel(double number) noexcept {
+/// An update level as the handler takes it, from a document's number. The handler narrows it
+/// further, to eight bits: toStoredUpdateLevel() in UpdateMetaDataHandler.cpp.
+inline int toIntUpdateLevel(double number) noexcept {
   return truncated<int>(number);
 }
 

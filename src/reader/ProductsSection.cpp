@@ -1,70 +1,21 @@
-// The sections "components" and "products": which packages each product's components have.
-
-#include <utility>
+// The section "products": the components that each product names, handed to the handler with the
+// tables of their packages.
 
 #include "fl/i18n.h"
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "reader/FieldAccess.h"
-#include "reader/NumberConversion.h"
 
 namespace install::update_metadata_parser {
 namespace {
 
+using foundation::json::Array;
 using foundation::json::Member;
 using foundation::json::Object;
 using foundation::json::Value;
 
-// Adds to a table what a component has, unless it has nothing or a component of that name came
-// first.
-template <class Table>
-void addToTable(Table& table, const std::u16string& name, typename Table::mapped_type packages) {
-  if (packages.empty()) {
-    return;
-  }
-  // Names mostly come in order: the end is the place for them.
-  table.emplace_hint(table.end(), name, std::move(packages));
-}
-
 }  // namespace
-
-void UpdateMetaDataJsonParser::parseComponentData(const Value& components) {
-  if (components.is<std::nullptr_t>()) {
-    return;
-  }
-  for (const Member& component : components.as<Object>()) {
-    const std::u16string name = fl::i18n::to_ustring(component.first);
-    addToTable(componentPkgsToDelete, name, parsePkgsForComponentsToDelete(component.second));
-    addToTable(componentPkgsToExtract, name, parsePkgsForComponentsToExtract(component.second));
-  }
-}
-
-std::map<std::u16string, std::int64_t> UpdateMetaDataJsonParser::parsePkgsForComponentsToDelete(
-    const Value& component) const {
-  std::map<std::u16string, std::int64_t> sizes;
-  for (const Member& pkg : getObject("delete", component, "")) {
-    std::u16string name = fl::i18n::to_ustring(pkg.first);
-    const std::int64_t size = toByteCount(getNumber("size", pkg.second, ""));
-    sizes.emplace_hint(sizes.end(), std::move(name), size);
-  }
-  return sizes;
-}
-
-std::vector<UpdatePkgData> UpdateMetaDataJsonParser::parsePkgsForComponentsToExtract(
-    const Value& component) const {
-  const Object extract = getObject("extract", component, "");
-  std::vector<UpdatePkgData> pkgs;
-  pkgs.reserve(extract.size());
-  for (const Member& pkg : extract) {
-    std::u16string name = fl::i18n::to_ustring(pkg.first);
-    const std::int64_t size = toByteCount(getNumber("size", pkg.second, ""));
-    const std::int64_t uncompressedBytes =
-        toByteCount(getNumber("uncompressedBytes", pkg.second, ""));
-    pkgs.push_back({std::move(name), size, uncompressedBytes});
-  }
-  return pkgs;
-}
 
 void UpdateMetaDataJsonParser::parseProductData(const Value& products) {
   if (products.is<std::nullptr_t>()) {
@@ -85,7 +36,7 @@ void UpdateMetaDataJsonParser::parseProductData(const Value& products) {
 
 std::vector<std::u16string> UpdateMetaDataJsonParser::parseCompsFromProductData(
     const std::string& key, const Value& product) const {
-  const foundation::json::Array comps = getArray(key, product, "");
+  const Array comps = getArray(key, product, "");
   std::vector<std::u16string> names;
   names.reserve(comps.size());
   for (const Value& comp : comps) {

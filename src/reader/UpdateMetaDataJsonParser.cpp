@@ -17,7 +17,6 @@ namespace install::update_metadata_parser {
 namespace {
 
 using foundation::json::Object;
-using foundation::json::Value;
 
 // The final blank belongs to the message: callers compare the whole text.
 constexpr const char* kMissingFile = "Update MetaData Json file does not exist ";
@@ -37,10 +36,10 @@ std::shared_ptr<UpdateMetaData> UpdateMetaDataJsonParser::parseUpdateMetaDataJso
   const Object document = getJsonObjFromFile(metaDataFilePath);
   // Each section is looked up when its turn comes, so that what comes before a missing one is read.
   // The products need the tables that the components fill.
-  parseMetaData(Value(document.at("metadata")));
-  parseComponentData(Value(document.at("components")));
-  parseProductData(Value(document.at("products")));
-  parseComponentsWithFilesDeleted(Value(document.at("componentsWithFilesDeleted")));
+  parseMetaData(document.at("metadata"));
+  parseComponentData(document.at("components"));
+  parseProductData(document.at("products"));
+  parseComponentsWithFilesDeleted(document.at("componentsWithFilesDeleted"));
   return updateMetaData;
 }
 

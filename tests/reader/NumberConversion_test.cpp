@@ -98,14 +98,14 @@ const Conversion<int> kUpdateLevels[] = {
 class UpdateLevel : public ::testing::TestWithParam<Conversion<int>> {};
 
 TEST_P(UpdateLevel, IsCutTowardZeroAndIsTheMinimumOutOfRange) {
-  EXPECT_EQ(toUpdateLevel(numberIn(GetParam().number)), GetParam().result);
+  EXPECT_EQ(toIntUpdateLevel(numberIn(GetParam().number)), GetParam().result);
 }
 
 INSTANTIATE_TEST_SUITE_P(Edges, UpdateLevel, ::testing::ValuesIn(kUpdateLevels),
                          [](const auto& row) { return row.param.name; });
 
 TEST(UpdateLevel, OfNotANumberIsTheMinimum) {
-  EXPECT_EQ(toUpdateLevel(std::nan("")), kMinimum32);
+  EXPECT_EQ(toIntUpdateLevel(std::nan("")), kMinimum32);
 }
 
 }  // namespace
