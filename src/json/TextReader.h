@@ -99,8 +99,9 @@ class TextReader {
   std::size_t depth_ = 0;       // the count of open containers
   Frame pending_ = 0;           // if the value at hand is that of a special member: which
   bool isPayloadRead_ = false;  // the value at hand is a typed payload and stands read
-  std::size_t openTypes_ = 0;   // open containers that are the value of a "qztype" member
-  std::string decoded_;         // the bytes of the string last read that has escapes
+  bool isInType_ =
+      false;  // in a container that is the value of a "qztype" member, whose end ends all
+  std::string decoded_;  // the bytes of the string last read that has escapes
   TypedPayloads<Sink> payloads_;
 };
 
@@ -110,8 +111,7 @@ ReadOutcome TextReader<Sink>::read() {
   do {
     position = readValue(position);
   } while (position != nullptr);
-  const bool isInType = openTypes_ != 0 || pending_ == kValueOfType;
-  if (outcome_.code != kSuccess && isInType) {
+  if (outcome_.code != kSuccess && (isInType_ || pending_ == kValueOfType)) {
     outcome_.kindOfType = traits<Undefined>::name;
   }
   return outcome_;
@@ -198,7 +198,7 @@ template <class Sink>
 const char* TextReader<Sink>::open(const char* position, Frame kind) {
   sink_.open(static_cast<Frame>(kind | pending_));
   ++depth_;
-  openTypes_ += pending_ == kValueOfType ? 1 : 0;
+  isInType_ = isInType_ || pending_ == kValueOfType;
   pending_ = 0;
   position = skip(position + 1);
   return position == end_ ? fail(kEndOfText, position) : position;
@@ -216,7 +216,6 @@ const char* TextReader<Sink>::close(const char* position) {
   }
   --depth_;
   pending_ = frame & (kValueOfType | kValueOfPayload);
-  openTypes_ -= pending_ == kValueOfType ? 1 : 0;
   return position + 1;
 }
 
