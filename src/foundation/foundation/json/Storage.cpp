@@ -4,14 +4,6 @@
 
 namespace foundation::json::detail {
 
-void retain(const void* nodes) noexcept {
-  Storage::of(nodes).retain();
-}
-
-void release(const void* nodes) noexcept {
-  Storage::of(nodes).release();
-}
-
 void Storage::release() noexcept {
   if (--references_ != 0) {
     return;

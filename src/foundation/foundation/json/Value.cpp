@@ -1,9 +1,11 @@
 #include "foundation/json/Value.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "foundation/json/Storage.h"
 
@@ -13,17 +15,20 @@ namespace {
 using detail::NodeStorage;
 using detail::Rep;
 
-// By index.
-constexpr std::array<const char*, 10> kTypeNames = {
-    traits<Undefined>::name,    traits<std::nullptr_t>::name, traits<bool>::name,
-    traits<double>::name,       traits<std::string>::name,    traits<Array>::name,
-    traits<Object>::name,       traits<float>::name,          traits<std::int64_t>::name,
-    traits<std::uint64_t>::name};
-
 char* newCharacters(std::string_view text) {
   char* const characters = static_cast<char*>(NodeStorage::create(text.size()));
   std::memcpy(characters, text.data(), text.size());
   return characters;
+}
+
+std::vector<std::pair<std::string, Value>> copied(
+    std::initializer_list<std::pair<std::string_view, Value>> members) {
+  std::vector<std::pair<std::string, Value>> copies;
+  copies.reserve(members.size());
+  for (const auto& [key, value] : members) {
+    copies.emplace_back(std::string(key), value);
+  }
+  return copies;
 }
 
 }  // namespace
@@ -59,17 +64,13 @@ void Value::share() {
   rep_.tag |= Rep::kOwns;
 }
 
-const char* detail::typeNameOf(std::size_t index) noexcept {
-  return kTypeNames[index];
-}
-
 const char* Value::typeName() const noexcept {
   return detail::typeNameOf(index());
 }
 
 void Value::throwInvalidConversion(std::size_t wanted) const {
   throw std::runtime_error(std::string("invalid conversion: ") + typeName() + " to " +
-                           kTypeNames[wanted]);
+                           detail::typeNameOf(wanted));
 }
 
 const Value& Value::operator[](std::string_view key) const {
@@ -146,6 +147,50 @@ Array::Array(std::vector<Value> elements) : size_(elements.size()) {
   std::uninitialized_move(elements.begin(), elements.end(), nodes);
   NodeStorage::own(nodes, nodes, size_, sizeof(Value));
   elements_ = nodes;
+}
+
+Object::Object(std::initializer_list<std::pair<std::string_view, Value>> members)
+    : Object(copied(members)) {}
+
+Object::Object(std::vector<std::pair<std::string, Value>> members) {
+  std::stable_sort(members.begin(), members.end(),
+                   [](const auto& left, const auto& right) { return left.first < right.first; });
+  members.erase(
+      std::unique(members.begin(), members.end(),
+                  [](const auto& left, const auto& right) { return left.first == right.first; }),
+      members.end());
+  if (members.empty()) {
+    return;
+  }
+  std::size_t keyBytes = 0;
+  for (const auto& member : members) {
+    keyBytes += member.first.size();
+  }
+  // The keys lie behind the members.
+  const std::size_t memberBytes = members.size() * sizeof(Member);
+  void* const memory = detail::NodeStorage::create(memberBytes + keyBytes);
+  char* keys = static_cast<char*>(memory) + memberBytes;
+  auto* node = static_cast<Member*>(memory);
+  for (auto& [key, value] : members) {
+    key.copy(keys, key.size());
+    new (node++) Member{std::string_view(keys, key.size()), std::move(value)};
+    keys += key.size();
+  }
+  members_ = static_cast<const Member*>(memory);
+  size_ = members.size();
+  detail::NodeStorage::own(members_, &members_->second, size_, sizeof(Member));
+}
+
+Object::const_iterator Object::find(std::string_view key) const noexcept {
+  return detail::findMember(begin(), size(), key);
+}
+
+const Value& Object::at(std::string_view key) const {
+  const const_iterator member = find(key);
+  if (member == end()) {
+    throw std::out_of_range("map::at");
+  }
+  return member->second;
 }
 
 }  // namespace foundation::json
