@@ -113,7 +113,8 @@ const Limited kLimited[] = {
     {"Less",
      {kNext, kSmall, "--fail-if-larger", "0"},
      kSame,
-     "Growth of the bytes to fetch: -593920 bytes (-580.0 KiB); allowed: 0 bytes; within the "
+     "Growth of the bytes to fetch: -593920 bytes (-580.0 KiB), -19.2%; allowed: 0 bytes; within "
+     "the "
      "limit\n"},
     {"TheSame",
      {kSmall, kSmall, "--fail-if-larger=0%"},
@@ -122,22 +123,26 @@ const Limited kLimited[] = {
     {"AsManyBytesAsAllowed",
      {kSmall, kNext, "--fail-if-larger", "593920"},
      kSame,
-     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 593920 bytes (580.0 KiB); "
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB), +23.8%; allowed: 593920 bytes "
+     "(580.0 KiB); "
      "within the limit\n"},
     {"OneByteMore",
      {kSmall, kNext, "--fail-if-larger", "593919"},
      kDifferent,
-     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 593919 bytes (580.0 KiB); "
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB), +23.8%; allowed: 593919 bytes "
+     "(580.0 KiB); "
      "too much\n"},
     {"LargerShare",
      {kSmall, kNext, "--fail-if-larger", "20%"},
      kDifferent,
-     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 499895 bytes (488.2 KiB); "
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB), +23.8%; allowed: 499895 bytes "
+     "(488.2 KiB); "
      "too much\n"},
     {"SmallerShare",
      {kSmall, kNext, "--fail-if-larger", "23.77%"},
      kSame,
-     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB); allowed: 594125 bytes (580.2 KiB); "
+     "Growth of the bytes to fetch: +593920 bytes (580.0 KiB), +23.8%; allowed: 594125 bytes "
+     "(580.2 KiB); "
      "within the limit\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Limits, LimitedDiffs, ::testing::ValuesIn(kLimited),
@@ -227,10 +232,12 @@ const WrongUsage kWrongUsages[] = {
     {"UnknownFormat", {kSmall, kSmall, "--format=xml"}, "--format: xml not in {text,json}"},
     {"BadLimit",
      {kSmall, kSmall, "--fail-if-larger", "5x"},
-     "--fail-if-larger: give a number of bytes, 1048576, or a share, 2.5%"},
+     "--fail-if-larger: give a number of bytes, 1048576, or a percentage of the bytes to fetch of "
+     "OLD, 2.5%"},
     {"NegativeLimit",
      {kSmall, kSmall, "--fail-if-larger=-1"},
-     "--fail-if-larger: give a number of bytes, 1048576, or a share, 2.5%"},
+     "--fail-if-larger: give a number of bytes, 1048576, or a percentage of the bytes to fetch of "
+     "OLD, 2.5%"},
 };
 INSTANTIATE_TEST_SUITE_P(Usages, WrongUsagesOfDiff, ::testing::ValuesIn(kWrongUsages),
                          [](const auto& row) { return row.param.name; });
@@ -256,9 +263,9 @@ TEST(DiffForPeople, ShowsControlCharactersByTheirCode) {
   EXPECT_EQ(runTool({"diff", "old.json", "new.json"}, around),
             (ToolRun{kDifferent,
                      "In all\n"
-                     "  to fetch: 1 byte -> 3 bytes, +2 bytes\n"
+                     "  to fetch: 1 byte -> 3 bytes, +2 bytes, +200.0%\n"
                      "  unpacked: 0 bytes -> 0 bytes\n"
-                     "  deleted: 1 byte -> 3 bytes, +2 bytes\n"
+                     "  deleted: 1 byte -> 3 bytes, +2 bytes, +200.0%\n"
                      "  packages to extract: 1 -> 1\n"
                      "  packages to delete: 1 -> 1\n"
                      "  files to delete: 1 -> 1\n"

@@ -31,9 +31,10 @@ grow by more than is allowed, and 0 that they do not.)";
 
 CLI::Validator isGrowthLimit() {
   const auto refuse = [](const std::string& argument) {
-    return GrowthLimit::parse(argument)
-               ? std::string()
-               : std::string("give a number of bytes, 1048576, or a share, 2.5%");
+    return GrowthLimit::parse(argument) ? std::string()
+                                        : std::string(
+                                              "give a number of bytes, 1048576, or a percentage of "
+                                              "the bytes to fetch of OLD, 2.5%");
   };
   return CLI::Validator(refuse, "");
 }
@@ -46,9 +47,10 @@ DiffCommand::DiffCommand(CLI::App& app)
   addDocument(subcommand(), "NEW", new_, "The document that is compared");
   addProductData(subcommand(), productData_);
   subcommand()
-      .add_option("--fail-if-larger", limit_,
-                  "Fail only if there is more to fetch by more than so many bytes, or so large a "
-                  "share")
+      .add_option(
+          "--fail-if-larger", limit_,
+          "Fail only if the bytes to fetch grow by more than so many bytes, or by more than "
+          "so many percent of the bytes to fetch of OLD")
       ->type_name("BYTES|N%")
       ->check(isGrowthLimit());
   addFormat(subcommand(), format_);

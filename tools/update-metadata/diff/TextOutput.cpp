@@ -1,8 +1,10 @@
 #include "diff/TextOutput.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <limits>
 #include <optional>
 #include <ostream>
@@ -41,6 +43,20 @@ std::string describeDifference(const ByteSum& difference) {
            toReadableSize(std::numeric_limits<std::int64_t>::max());
   }
   return (ByteSum() < difference ? "+" : "") + toReadableSize(difference);
+}
+
+// What a difference is of what it changes: ", +23.8%". Empty where that says nothing: of nothing,
+// of less than nothing, and of what does not fit into 64 bits.
+std::string describeShare(const ByteSum& difference, const ByteSum& before) {
+  const std::optional<std::int64_t> part = difference.value();
+  const std::optional<std::int64_t> whole = before.value();
+  if (!part || !whole || *part == 0 || *whole <= 0) {
+    return "";
+  }
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), ", %+.1f%%",
+                100 * static_cast<double>(*part) / static_cast<double>(*whole));
+  return text.data();
 }
 
 /// A number of bytes on both sides, and what it is: "to fetch".
@@ -204,7 +220,9 @@ void writeTotals(const Difference& difference, std::size_t width, std::ostream& 
   const Sides<std::size_t>& files = difference.filesToDelete;
   out << "In all\n";
   for (const Measure& one : measure(before, after)) {
-    writeLine(std::string("  ") + one.name + ": " + describeSides(one), width, out);
+    writeLine(std::string("  ") + one.name + ": " + describeSides(one) +
+                  describeShare(one.after - one.before, one.before),
+              width, out);
   }
   const auto writeCounts = [&](const std::string& what, std::size_t old, std::size_t recent) {
     writeLine("  " + what + ": " + describeSides(old, recent), width, out);
@@ -332,9 +350,11 @@ void writeNotes(const Difference& difference, std::size_t width, std::ostream& o
   writeDoubts("new", sizes.after, isOneMarked(difference, &Measure::after), width, out);
 }
 
-void writeGrowth(const Growth& growth, std::size_t width, std::ostream& out) {
+void writeGrowth(const Growth& growth, const ByteSum& before, std::size_t width,
+                 std::ostream& out) {
   out << '\n';
   writeLine("Growth of the bytes to fetch: " + describeDifference(growth.bytes) +
+                describeShare(growth.bytes, before) +
                 "; allowed: " + toReadableSize(growth.allowed) + "; " +
                 (growth.isTooLarge() ? "too much" : "within the limit"),
             width, out);
@@ -351,7 +371,7 @@ void writeText(const Difference& difference, const std::optional<Growth>& growth
     writeNotes(difference, width, out);
   }
   if (growth) {
-    writeGrowth(*growth, width, out);
+    writeGrowth(*growth, difference.totals.before.bytesToFetch, width, out);
   }
 }
 
