@@ -11,6 +11,7 @@
 #include "Command.h"
 #include "ExitCode.h"
 #include "Program.h"
+#include "Text.h"
 
 namespace {
 
@@ -24,7 +25,7 @@ void reportUnwrittenOutput(int error) {
   std::cerr << "; what was written is not complete\n";
 }
 
-// Runs `action`. What it throws is told on standard error and ends it with `troubleCode`.
+// Runs `action`. What it throws is reported on standard error and ends it with `troubleCode`.
 template <class Action>
 ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
   try {
@@ -39,7 +40,7 @@ ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
   } catch (const std::bad_alloc&) {
     std::cerr << "update-metadata: there is not enough memory\n";
   } catch (const std::exception& failure) {
-    std::cerr << "update-metadata: " << failure.what() << '\n';
+    std::cerr << "update-metadata: " << update_metadata_tool::toVisible(failure.what()) << '\n';
   }
   return troubleCode;
 }

@@ -120,8 +120,35 @@ TEST(QueryForPrograms, WritesEveryMemberOfAnEmptyAnswer) {
                                R"("target":{"family":"F","version":"V","updateLevel":-56},)";
   EXPECT_EQ(ask(makeDocument(kNoSections), {"--format", "json"}),
             answered(releases + R"("componentsToDelete":{},"componentsToExtract":{},)" + rest));
-  EXPECT_EQ(ask(makeDocument(kNoSections), {"--format", "json", "--base-code", "none"}),
-            answered(releases + R"("componentsToDelete":[],"componentsToExtract":[],)" + rest));
+  ToolRun none = answered(releases + R"("componentsToDelete":[],"componentsToExtract":[],)" + rest);
+  none.err =
+      "update-metadata: note: 'update.json' has no product with the base code 'none'; check "
+      "--base-code\n";
+  EXPECT_EQ(ask(makeDocument(kNoSections), {"--format", "json", "--base-code", "none"}), none);
+}
+
+TEST(QueryForOneProduct, NotesACodeThatNoProductHasWithTheNearestOnes) {
+  const ToolRun run = runSample(
+      {"", {"query", kSmall, "--product-data", kSmallProducts, "--base-code=FX"}, "", ""});
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_EQ(run.err,
+            "update-metadata: note: 'small/update.json' has no product with the base code 'FX'; "
+            "the nearest in the document: FE (Fernlight Editor), FV (Fernlight Viewer); check "
+            "--base-code\n");
+  const ToolRun byName = runSample({"", {"query", kSmall, "--base-code=Fernlight Veiwer"}, "", ""});
+  EXPECT_EQ(byName.err,
+            "update-metadata: note: 'small/update.json' has no product with the base code "
+            "'Fernlight Veiwer'; the nearest in the document: Fernlight Viewer (Fernlight Viewer), "
+            "Fernlight Editor (Fernlight Editor); check --base-code\n");
+}
+
+TEST(QueryForOneProduct, NotesNothingOfAProductWithoutPackages) {
+  const ToolRun run =
+      ask(makeDocument(R"("components":{"c":{}},"products":{"P":{"delete":["c"],"extract":[]}},)"
+                       R"("componentsWithFilesDeleted":{})"),
+          {"--base-code=P"});
+  EXPECT_EQ(run.exitCode, 0) << run;
+  EXPECT_EQ(run.err, "");
 }
 
 // Names with control characters, a quote, a backslash and a character beyond U+FFFF.

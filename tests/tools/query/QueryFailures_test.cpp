@@ -101,41 +101,40 @@ const RefusedDocument kRefusedDocuments[] = {
      kGoodDocument + '\n',
      {"--format", "json"},
      "Error while parsing x.json\n"
-     "update-metadata: 'x.json' could not be loaded; its text is not one JSON object: check the "
-     "syntax, and that nothing stands before or after the object, not even a byte-order mark or a "
-     "final line feed\n"},
+     "update-metadata: 'x.json' could not be loaded; its text is not one JSON object; nothing "
+     "may come before or after the object, not even a byte-order mark or a final line feed; "
+     "'update-metadata lint x.json' shows where\n"},
     {"NoObject",
      "x\xC3\xBC.json",
      "[]",
      {},
      "Error while parsing x\xC3\xBC.json\n"
-     "update-metadata: 'x\xC3\xBC.json' could not be loaded; its text is not one JSON object: "
-     "check "
-     "the syntax, and that nothing stands before or after the object, not even a byte-order mark "
-     "or a final line feed\n"},
+     "update-metadata: 'x\xC3\xBC.json' could not be loaded; its text is not one JSON object; "
+     "nothing may come before or after the object, not even a byte-order mark or a final line "
+     "feed; 'update-metadata lint x\xC3\xBC.json' shows where\n"},
     {"MissingSection",
      "x.json",
      R"({"metadata":{"arch":"","base":null,"target":null},"components":null,"products":null})",
      {},
      "map::at\n"
-     "update-metadata: 'x.json' could not be loaded; add what is missing of \"metadata\", "
-     "\"components\", \"products\" and \"componentsWithFilesDeleted\" at the top of the "
-     "document\n"},
+     "update-metadata: 'x.json' could not be loaded; add the section "
+     "\"componentsWithFilesDeleted\" at the top of the document; 'update-metadata lint x.json' "
+     "shows where\n"},
     {"MissingMember",
      "x.json",
      R"({"metadata":{}})",
      {},
      "Invalid data provided for 'arch'\n"
      "update-metadata: 'x.json' could not be loaded; correct the document: that member is missing "
-     "somewhere or has a value of the wrong kind; 'update-metadata lint' tells where\n"},
+     "somewhere or has a value of the wrong kind; 'update-metadata lint x.json' shows where\n"},
     {"NullMember",
      "x.json",
      R"({"metadata":{"arch":null}})",
      {},
      "invalid conversion: null to string\n"
      "update-metadata: 'x.json' could not be loaded; correct the document: some value, maybe a "
-     "missing one, has the first kind and must have the second; 'update-metadata lint' tells "
-     "where\n"},
+     "missing one, has the first kind and must have the second; 'update-metadata lint x.json' "
+     "shows where\n"},
     {"BadProductData",
      "good.json",
      "",
@@ -176,6 +175,15 @@ TEST_P(WrongUsages, EndWithTheCodeTwoAndAPointerToTheHelp) {
 const WrongUsage kWrongUsages[] = {
     {"NoCommand", {}, "A subcommand is required"},
     {"UnknownCommand", {"ask"}, "The following argument was not expected: ask"},
+    {"MistypedCommand",
+     {"qurey"},
+     "The following argument was not expected: qurey\nDid you mean 'query'?"},
+    {"MistypedCommandWithArguments",
+     {"--color", "Lnit", "good.json", "show"},
+     "The following arguments were not expected: good.json Lnit --color\nDid you mean 'lint'?"},
+    {"ControlsInAnArgument",
+     {"query", "good.json", "a\x1B[31m\n\x9B"},
+     "The following argument was not expected: a<U+001B>[31m<U+000A><9B>"},
     {"NoFile", {"query"}, "FILE is required"},
     {"TwoFiles",
      {"query", "good.json", "other.json"},

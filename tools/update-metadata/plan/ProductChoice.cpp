@@ -4,75 +4,22 @@
 #include <numeric>
 #include <ostream>
 #include <set>
-#include <string_view>
-#include <utility>
 
 #include "Text.h"
+#include "summary/NearProducts.h"
 
 namespace update_metadata_tool {
 namespace {
 
-constexpr std::size_t kMostSuggestions = 5;
-
-// Longer texts are compared, and shown, by their beginnings: no code or name that people type is.
-constexpr std::size_t kMostUnits = 60;
-
-char16_t toLowerAscii(char16_t unit) {
-  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
-}
-
-std::u16string_view beginningOf(std::u16string_view text) {
-  const std::u16string_view beginning = text.substr(0, kMostUnits);
-  const bool isCharacterParted = !isUtf16(beginning) && isUtf16(text.substr(0, kMostUnits + 1));
-  return isCharacterParted ? text.substr(0, kMostUnits + 1) : beginning;
-}
-
-std::string shorten(std::u16string_view text) {
-  const std::u16string_view beginning = beginningOf(text);
-  return toVisible(beginning) + (beginning.size() == text.size() ? "" : "...");
-}
-
-// How many units have to be inserted, removed or replaced to make one text of the other, where
-// small and capital letters of ASCII are the same. Memory in proportion to `left`, time to the
-// product of both.
-std::size_t editDistance(std::u16string_view left, std::u16string_view right) {
-  std::vector<std::size_t> distances(left.size() + 1);  // to the part of `right` read so far
-  std::iota(distances.begin(), distances.end(), std::size_t{0});
-  for (const char16_t unit : right) {
-    std::size_t diagonal = distances[0]++;
-    for (std::size_t i = 0; i < left.size(); ++i) {
-      const bool isSame = toLowerAscii(left[i]) == toLowerAscii(unit);
-      const std::size_t replaced = diagonal + (isSame ? 0 : 1);
-      diagonal = distances[i + 1];
-      distances[i + 1] = std::min({replaced, distances[i] + 1, distances[i + 1] + 1});
-    }
-  }
-  return distances.back();
-}
-
-// How far the beginnings of two texts are from each other.
-std::size_t distanceOf(std::u16string_view left, std::u16string_view right) {
-  return editDistance(beginningOf(left), beginningOf(right));
-}
-
-// Products that their base code chooses, those first whose code or name comes closest to `asked`.
-std::vector<const Product*> findNearProducts(const Document& document, const Contents& contents,
-                                             const std::u16string& asked) {
-  std::vector<std::pair<std::size_t, const Product*>> products;
+// Products that their base code chooses.
+std::vector<const Product*> findChoosable(const Document& document, const Contents& contents) {
+  std::vector<const Product*> products;
   for (const Product& product : contents.products) {
     if (product.baseCode && document.findProductName(*product.baseCode) == product.name) {
-      const std::size_t distance =
-          std::min(distanceOf(asked, *product.baseCode), distanceOf(asked, product.name));
-      products.emplace_back(distance, &product);
+      products.push_back(&product);
     }
   }
-  std::stable_sort(products.begin(), products.end(),
-                   [](const auto& left, const auto& right) { return left.first < right.first; });
-  std::vector<const Product*> nearest;
-  for (std::size_t i = 0; i < std::min(products.size(), kMostSuggestions); ++i) {
-    nearest.push_back(products[i].second);
-  }
-  return nearest;
+  return products;
 }
 
 // Says that `code`, which the product data give to `nameOfCode`, if to any, chooses nothing.
@@ -101,7 +48,7 @@ void describeFailure(const Document& document, const Contents& contents, const s
 void complain(const Document& document, const Contents& contents, const std::u16string& code,
               const std::u16string& nameOfCode, std::ostream& err) {
   describeFailure(document, contents, code, nameOfCode, err);
-  const std::vector<const Product*> nearest = findNearProducts(document, contents, code);
+  const std::string nearest = listNearProducts(findChoosable(document, contents), code);
   if (nearest.empty()) {
     const bool isAnyKnown =
         std::any_of(contents.products.begin(), contents.products.end(),
@@ -113,13 +60,7 @@ void complain(const Document& document, const Contents& contents, const std::u16
         << ", or leave out --product to plan for all\n";
     return;
   }
-  err << "Name another one with --product; the nearest in the document:";
-  const char* separator = " ";
-  for (const Product* product : nearest) {
-    err << std::exchange(separator, ", ") << shorten(*product->baseCode) << " ("
-        << shorten(product->name) << ')';
-  }
-  err << '\n';
+  err << "Name another one with --product; the nearest in the document: " << nearest << '\n';
 }
 
 // The products that share a base code with a chosen one, but not its name.

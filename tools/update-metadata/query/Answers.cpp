@@ -1,9 +1,14 @@
 #include "query/Answers.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "DocumentText.h"
 #include "Text.h"
-#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "summary/Contents.h"
+#include "summary/GatherModel.h"
+#include "summary/NearProducts.h"
 
 namespace update_metadata_tool {
 namespace {
@@ -31,23 +36,44 @@ class QuestionParser : public UpdateMetaDataJsonParser {
  public:
   explicit QuestionParser(const Question& question)
       : UpdateMetaDataJsonParser(question.file),
-        hasProductData_(question.productData.has_value()) {}
+        handlerToFill_(question.productData ? std::make_shared<UpdateMetaDataHandler>()
+                                            : std::make_shared<NamesAsBaseCodes>()) {}
 
   std::string readFile(const std::u16string& path) override { return readDocument(toUtf8(path)); }
 
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
-    return hasProductData_ ? UpdateMetaDataJsonParser::getUpdateMetaDataHandler()
-                           : std::make_shared<NamesAsBaseCodes>();
+    return handlerToFill_;
   }
 
  private:
-  bool hasProductData_;
+  std::shared_ptr<UpdateMetaDataHandler> handlerToFill_;
 };
+
+bool hasName(const Contents& contents, const std::u16string& name) {
+  return std::any_of(contents.products.begin(), contents.products.end(),
+                     [&name](const Product& product) { return product.name == name; });
+}
+
+// Products that their base code chooses, which gets into `contents`.
+std::vector<const Product*> findChoosable(UpdateMetaDataHandler& handler,
+                                          const std::u16string& location, Contents& contents) {
+  std::vector<const Product*> products;
+  for (Product& product : contents.products) {
+    product.baseCode = handler.getProductBaseCode(product.name, location);
+    if (!product.baseCode->empty() &&
+        handler.getProductName(*product.baseCode, location) == product.name) {
+      products.push_back(&product);
+    }
+  }
+  return products;
+}
 
 }  // namespace
 
-std::shared_ptr<UpdateMetaData> loadUpdate(const Question& question) {
-  return QuestionParser(question).parseUpdateMetaDataJson();
+LoadedUpdate loadUpdate(const Question& question) {
+  QuestionParser parser(question);
+  std::shared_ptr<UpdateMetaData> update = parser.parseUpdateMetaDataJson();
+  return {std::move(update), parser.getUpdateMetaDataHandler()};
 }
 
 Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {
@@ -66,6 +92,27 @@ Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {
   answers.sizesToExtract = update.getUpdateSizeForComponentsToExtract();
   answers.filesToDelete = update.getComponentsWithFilesToDelete();
   return answers;
+}
+
+std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
+                           const Question& question) {
+  const auto isEmpty = [](const auto& packages) { return packages.empty(); };
+  if (!question.baseCode || !std::visit(isEmpty, answers.packagesToDelete) ||
+      !std::visit(isEmpty, answers.packagesToExtract)) {
+    return "";
+  }
+  const std::u16string location = question.productData.value_or(std::u16string());
+  UpdateMetaDataHandler& handler = *loaded.handler;
+  Contents contents;
+  gatherModel(handler.getProductUpdateMetaDataModel(), contents, noProgress());
+  if (hasName(contents, handler.getProductName(*question.baseCode, location))) {
+    return "";
+  }
+  const std::string nearest =
+      listNearProducts(findChoosable(handler, location, contents), *question.baseCode);
+  return '\'' + toVisible(question.file) + "' has no product with the base code '" +
+         shorten(*question.baseCode) + '\'' +
+         (nearest.empty() ? "" : "; the nearest in the document: " + nearest);
 }
 
 }  // namespace update_metadata_tool

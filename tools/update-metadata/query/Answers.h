@@ -11,6 +11,7 @@
 
 #include "Release.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 
 namespace update_metadata_tool {
 
@@ -46,10 +47,15 @@ struct Answers {
   std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesToDelete;
 };
 
+/// A document that the library has loaded.
+struct LoadedUpdate {
+  std::shared_ptr<install::update_metadata_parser::UpdateMetaData> update;
+  std::shared_ptr<install::update_metadata_parser::UpdateMetaDataHandler> handler;  ///< behind it
+};
+
 /// Loads the document of `question`, which may be standard input. Whatever the library throws
 /// passes through.
-std::shared_ptr<install::update_metadata_parser::UpdateMetaData> loadUpdate(
-    const Question& question);
+LoadedUpdate loadUpdate(const Question& question);
 
 /// Asks everything about a loaded document. The library's and the product catalogue's exceptions
 /// pass through.
@@ -57,5 +63,12 @@ std::shared_ptr<install::update_metadata_parser::UpdateMetaData> loadUpdate(
 /// \pre `update` comes from loadUpdate() with the same question
 Answers gatherAnswers(const install::update_metadata_parser::UpdateMetaData& update,
                       const Question& question);
+
+/// What to note if the question names a base code that no product of the document has: that, and
+/// the nearest ones. Empty otherwise. Exceptions pass through as above.
+///
+/// \pre `loaded` comes from loadUpdate() and `answers` from gatherAnswers(), with the same question
+std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
+                           const Question& question);
 
 }  // namespace update_metadata_tool

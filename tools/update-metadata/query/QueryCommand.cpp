@@ -1,7 +1,6 @@
 #include "query/QueryCommand.h"
 
 #include <exception>
-#include <memory>
 #include <ostream>
 
 #include <CLI/CLI.hpp>
@@ -36,7 +35,7 @@ QueryCommand::QueryCommand(CLI::App& app)
       std::string(kForBaseCodes) + "; without it, the name of a product stands for its base code");
   subcommand()
       .add_option("--base-code", baseCode_,
-                  "Tell the packages to delete and to extract of this product alone")
+                  "List the packages to delete and to extract of this product alone")
       ->type_name("CODE")
       ->check(isUtf8Argument());
   addFormat(subcommand(), format_);
@@ -47,16 +46,19 @@ Question QueryCommand::makeQuestion() const {
   return {toUtf16(file_), toOptionalUtf16(productData_), toOptionalUtf16(baseCode_)};
 }
 
-std::optional<Answers> QueryCommand::answer(const Question& question, std::ostream& err) const {
-  std::shared_ptr<install::update_metadata_parser::UpdateMetaData> update;
+std::optional<Answers> QueryCommand::answer(const Question& question, std::string& note,
+                                            std::ostream& err) const {
+  LoadedUpdate loaded;
   try {
-    update = loadUpdate(question);
+    loaded = loadUpdate(question);
   } catch (const std::exception& failure) {
     reportUnloaded(failure, question.file, err);
     return std::nullopt;
   }
   try {
-    return gatherAnswers(*update, question);
+    Answers answers = gatherAnswers(*loaded.update, question);
+    note = noteOnBaseCode(loaded, answers, question);
+    return answers;
   } catch (const std::exception& failure) {
     reportUnanswered(failure, question.file, question.productData.value_or(std::u16string()), err);
     return std::nullopt;
@@ -65,11 +67,14 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::ostre
 
 ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
   const Question question = makeQuestion();
-  const std::optional<Answers> answers = answer(question, err);
+  std::string note;
+  const std::optional<Answers> answers = answer(question, note, err);
   if (!answers) {
     return ExitCode::kFailed;
   }
-  noteMissingProductData(productData_, err);
+  if (!noteMissingProductData(productData_, err) && !note.empty()) {
+    err << "update-metadata: note: " << note << "; check --base-code\n";
+  }
   if (format_ == kJsonFormat) {
     writeJson(*answers, out);
   } else {

@@ -18,12 +18,14 @@ class QueryCommand : public Command {
   /// Nothing is written on `out` before every answer is known.
   ///
   /// When the document cannot be loaded or answered, the first line on `err` is the exception's
-  /// text as it stands, the second one says which file it is about and what to do.
+  /// text, escaped for a terminal; the second one says which file it is about and what to do. A
+  /// base code that no product has is noted there, but is no failure.
   ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   Question makeQuestion() const;
-  std::optional<Answers> answer(const Question& question, std::ostream& err) const;
+  std::optional<Answers> answer(const Question& question, std::string& note,
+                                std::ostream& err) const;
 
   std::string file_;
   std::optional<std::string> productData_;

@@ -53,7 +53,8 @@ class Document {
 /// Loads a document and has `ask` ask it.
 ///
 /// Returns false if the one or the other threw, after a complaint on `err`: the first line is the
-/// exception's text as it stands, the second one says which file it is about and what to do.
+/// exception's text, escaped for a terminal, the second one says which file it is about and what to
+/// do.
 /// `progress` is told how it goes, and makes room for the complaint.
 bool askDocument(const DocumentSource& source, const std::function<void(const Document&)>& ask,
                  std::ostream& err, ProgressLine& progress = noProgress());

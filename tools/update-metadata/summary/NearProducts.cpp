@@ -1,0 +1,54 @@
+#include "summary/NearProducts.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "EditDistance.h"
+#include "Text.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr std::size_t kMostSuggestions = 5;
+
+// Longer texts are compared, and shown, by their beginnings: no code or name that people type is.
+constexpr std::size_t kMostUnits = 60;
+
+std::u16string_view beginningOf(std::u16string_view text) {
+  const std::u16string_view beginning = text.substr(0, kMostUnits);
+  const bool isCharacterParted = !isUtf16(beginning) && isUtf16(text.substr(0, kMostUnits + 1));
+  return isCharacterParted ? text.substr(0, kMostUnits + 1) : beginning;
+}
+
+// How far the beginnings of two texts are from each other.
+std::size_t distanceOf(std::u16string_view left, std::u16string_view right) {
+  return editDistance(beginningOf(left), beginningOf(right));
+}
+
+}  // namespace
+
+std::string shorten(std::u16string_view text) {
+  const std::u16string_view beginning = beginningOf(text);
+  return toVisible(beginning) + (beginning.size() == text.size() ? "" : "...");
+}
+
+std::string listNearProducts(std::vector<const Product*> products, const std::u16string& asked) {
+  std::vector<std::pair<std::size_t, const Product*>> near;
+  near.reserve(products.size());
+  for (const Product* const product : products) {
+    near.emplace_back(
+        std::min(distanceOf(asked, *product->baseCode), distanceOf(asked, product->name)), product);
+  }
+  std::stable_sort(near.begin(), near.end(),
+                   [](const auto& left, const auto& right) { return left.first < right.first; });
+  near.resize(std::min(near.size(), kMostSuggestions));
+  std::string list;
+  for (const auto& entry : near) {
+    list += (list.empty() ? "" : ", ") + shorten(*entry.second->baseCode) + " (" +
+            shorten(entry.second->name) + ')';
+  }
+  return list;
+}
+
+}  // namespace update_metadata_tool
