@@ -136,9 +136,9 @@ TEST_F(StandardInput, ThatIsNoDocumentHasTheNameThatStandsForIt) {
   for (const char* command : {"query", "show"}) {
     EXPECT_EQ(runTool({command, "-"}, around_).err,
               "Error while parsing -\n"
-              "update-metadata: '-' could not be loaded; its text is not one JSON object: check "
-              "the syntax, and that nothing stands before or after the object, not even a "
-              "byte-order mark or a final line feed\n");
+              "update-metadata: '-' could not be loaded; its text is not one JSON object; "
+              "nothing may come before or after the object, not even a byte-order mark or a final "
+              "line feed; 'update-metadata lint -' shows where\n");
   }
 }
 

@@ -81,7 +81,7 @@ class Fmt : public ::testing::Test {
 const std::string kBadComplaint =
     "Error while parsing bad.json\n"
     "update-metadata: 'bad.json' is left as it is; correct its text at line 1, column 2: Expected "
-    "a value or a string\n";
+    "a value or a string; 'update-metadata lint bad.json' shows more\n";
 
 // --- files ----------------------------------------------------------------------------------
 
@@ -163,7 +163,7 @@ TEST_F(Fmt, ShowsControlCharactersInNamesByTheirCode) {
             (ToolRun{kTrouble, "",
                      "Error while parsing a<U+001B>.json\n"
                      "update-metadata: 'a<U+001B>.json' is left as it is; a document is an object, "
-                     "and this text is none\n"}));
+                     "and this text is none; 'update-metadata lint a<U+001B>.json' shows more\n"}));
 }
 
 // --- --check --------------------------------------------------------------------------------
@@ -191,10 +191,13 @@ TEST_F(Fmt, ChecksStandardInput) {
 
 TEST_F(Fmt, FiltersNothingThatTheLibraryWouldRefuse) {
   around_.inFile = folder_.nativePath("bad.json");
-  EXPECT_EQ(run({"-"}), (ToolRun{kTrouble, "",
-                                 "Error while parsing -\n"
-                                 "update-metadata: '-' is left as it is; correct its text at line "
-                                 "1, column 2: Expected a value or a string\n"}));
+  EXPECT_EQ(
+      run({"-"}),
+      (ToolRun{
+          kTrouble, "",
+          "Error while parsing -\n"
+          "update-metadata: '-' is left as it is; correct its text at line "
+          "1, column 2: Expected a value or a string; 'update-metadata lint -' shows more\n"}));
 }
 
 TEST_F(Fmt, TellsWhenStandardOutputCannotBeWritten) {

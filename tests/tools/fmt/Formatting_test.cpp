@@ -160,41 +160,51 @@ TEST_P(Refusals, TellTheLibrarysTextAndWhatToDo) {
 const Refusal kRefusals[] = {
     {"Nothing", "",
      "Error while parsing update.json; correct its text at line 1, column 1: Unexpected end of "
-     "text"},
+     "text; "
+     "'update-metadata lint update.json' shows more"},
     {"WhiteSpaceAlone", "\n\n ",
      "Error while parsing update.json; correct its text at line 3, column 2: Unexpected end of "
-     "text"},
+     "text; "
+     "'update-metadata lint update.json' shows more"},
     {"MalformedText", "{\"metadata\": {}\n  \"components\": {}}",
      "Error while parsing update.json; correct its text at line 2, column 3: Expected ',' or '}' "
-     "after an object member"},
+     "after an object member; "
+     "'update-metadata lint update.json' shows more"},
     {"PlaceInTheWholeFile", "\xEF\xBB\xBF\n\n {\"metadata\" 5}",
      "Error while parsing update.json; correct its text at line 3, column 14: Expected ':' after a "
-     "member key"},
+     "member key; "
+     "'update-metadata lint update.json' shows more"},
     {"PlaceBehindAByteOrderMark", "\xEF\xBB\xBF{x}",
      "Error while parsing update.json; correct its text at line 1, column 5: Expected a value or a "
-     "string"},
+     "string; "
+     "'update-metadata lint update.json' shows more"},
     {"SecondValue", kDocument + "\n" + kDocument,
-     "Error while parsing update.json; a document is one value, and something stands behind "
-     "it at line 2, column 1"},
+     "Error while parsing update.json; a document is one value, and something follows "
+     "it at line 2, column 1; "
+     "'update-metadata lint update.json' shows more"},
     {"SecondByteOrderMark", "\xEF\xBB\xBF\xEF\xBB\xBF" + kDocument,
      "Error while parsing update.json; correct its text at line 1, column 4: Expected a value or a "
-     "string"},
+     "string; "
+     "'update-metadata lint update.json' shows more"},
     {"TypeThatIsNoString", "{\"a\":\n{\"qztype\": 5}}",
-     "Error while parsing update.json; correct its text at line 2, column 12: Expected a string"},
+     "Error while parsing update.json; correct its text at line 2, column 12: Expected a string; "
+     "'update-metadata lint update.json' shows more"},
     {"Payload", R"({"qztype":"int8","qzdata":[1.5]})",
      "Error while parsing update.json; correct its text at line 1, column 29: Expected an integer "
-     "without fraction or exponent"},
+     "without fraction or exponent; "
+     "'update-metadata lint update.json' shows more"},
     {"NoObject", " [] ",
-     "Error while parsing update.json; a document is an object, and this text is none"},
+     "Error while parsing update.json; a document is an object, and this text is none; "
+     "'update-metadata lint update.json' shows more"},
     {"MissingSection", R"({"metadata":{"arch":"","base":null,"target":null}})",
-     "map::at; add what is missing of \"metadata\", \"components\", \"products\" and "
-     "\"componentsWithFilesDeleted\" at the top of the document"},
+     "map::at; add the section \"components\" at the top of the document; "
+     "'update-metadata lint update.json' shows where"},
     {"MissingMember", R"({"metadata":{}})",
      "Invalid data provided for 'arch'; correct the document: that member is missing somewhere or "
-     "has a value of the wrong kind; 'update-metadata lint' tells where"},
+     "has a value of the wrong kind; 'update-metadata lint update.json' shows where"},
     {"NullMember", R"({"metadata":{"arch":null}})",
      "invalid conversion: null to string; correct the document: some value, maybe a missing one, "
-     "has the first kind and must have the second; 'update-metadata lint' tells where"},
+     "has the first kind and must have the second; 'update-metadata lint update.json' shows where"},
 };
 INSTANTIATE_TEST_SUITE_P(Texts, Refusals, ::testing::ValuesIn(kRefusals),
                          [](const auto& row) { return row.param.name; });

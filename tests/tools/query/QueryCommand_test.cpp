@@ -143,10 +143,11 @@ TEST(QueryForOneProduct, NotesACodeThatNoProductHasWithTheNearestOnes) {
 }
 
 TEST(QueryForOneProduct, NotesNothingOfAProductWithoutPackages) {
-  const ToolRun run =
-      ask(makeDocument(R"("components":{"c":{}},"products":{"P":{"delete":["c"],"extract":[]}},)"
-                       R"("componentsWithFilesDeleted":{})"),
-          {"--base-code=P"});
+  const ToolRun run = ask(
+      makeDocument(
+          R"("components":{"c":{"delete":{},"extract":{}}},"products":{"P":{"delete":["c"],"extract":[]}},)"
+          R"("componentsWithFilesDeleted":{})"),
+      {"--base-code=P"});
   EXPECT_EQ(run.exitCode, 0) << run;
   EXPECT_EQ(run.err, "");
 }

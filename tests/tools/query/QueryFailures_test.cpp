@@ -179,7 +179,7 @@ const WrongUsage kWrongUsages[] = {
      {"qurey"},
      "The following argument was not expected: qurey\nDid you mean 'query'?"},
     {"MistypedCommandWithArguments",
-     {"--color", "Lnit", "good.json", "show"},
+     {"--color", "Lnit", "good.json"},
      "The following arguments were not expected: good.json Lnit --color\nDid you mean 'lint'?"},
     {"ControlsInAnArgument",
      {"query", "good.json", "a\x1B[31m\n\x9B"},

@@ -45,17 +45,36 @@ void complain(const std::string& file, const std::string& outcome, std::ostream&
 
 void complain(const std::exception& failure, const std::string& file, const std::string& outcome,
               std::ostream& err) {
-  // The texts of the library and of the system are ASCII, but for the path of the file.
-  err << toVisible(toUtf16(failure.what())) << '\n';
+  err << toVisible(failure.what()) << '\n';
   complain(file, outcome, err);
 }
 
-std::optional<std::string> read(const std::string& file, std::ostream& err) {
+/// A document's bytes, and the file that they were read from if it is one that can be replaced.
+struct Input {
+  std::optional<OpenedFile> file;
+  std::string text;
+};
+
+// Opens a file that can be replaced; nothing for any other, of which the library says what is
+// wrong.
+void openFile(const std::string& file, std::optional<OpenedFile>& opened) {
   try {
-    return readDocument(file);
+    opened.emplace(file);
+  } catch (const std::system_error&) {
+    opened.reset();
+  }
+}
+
+bool read(const std::string& file, Input& input, std::ostream& err) {
+  try {
+    if (file != kStandardInput) {
+      openFile(file, input.file);
+    }
+    input.text = input.file ? input.file->read() : readDocument(file);
+    return true;
   } catch (const std::exception& failure) {
-    complain(failure, file, "could not be read; " + adviseOnLoading(failure), err);
-    return std::nullopt;
+    complain(failure, file, "could not be read; " + adviseOnLoading(failure, toUtf16(file)), err);
+    return false;
   }
 }
 
@@ -66,23 +85,29 @@ std::optional<std::string> formatText(const std::string& file, const std::string
   } catch (const RefusedText& refused) {
     complain(refused, file, "is left as it is; " + refused.advice(), err);
   } catch (const std::bad_alloc& failure) {
-    complain(failure, file, "is left as it is; " + adviseOnLoading(failure), err);
+    complain(failure, file, "is left as it is; " + adviseOnLoading(failure, toUtf16(file)), err);
   } catch (const std::logic_error& failure) {
     complain(failure, file, "is left as it is; this is a fault of the command: report it", err);
   }
   return std::nullopt;
 }
 
-bool replace(const std::string& file, const std::string& text, std::ostream& err) {
+bool replace(const std::string& file, const Input& input, const std::string& text,
+             std::ostream& err) {
   try {
-    replaceFile(file, text);
+    if (!input.file) {
+      throw std::system_error(std::make_error_code(std::errc::operation_canceled),
+                              "the file has changed while it was read");
+    }
+    input.file->replace(text);
     return true;
   } catch (const std::system_error& failure) {
-    complain(
-        failure, file,
-        "is left as it is; check that it may be written, that files may be made in its folder, "
-        "and that there is room",
-        err);
+    complain(failure, file,
+             failure.code() == std::errc::operation_canceled
+                 ? "is left as it is; run the command again when nothing else writes it"
+                 : "is left as it is; check that it may be written, that files may be made in its "
+                   "folder, and that there is room",
+             err);
     return false;
   }
 }
@@ -117,22 +142,22 @@ FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& ou
     complain(file, "is left as it is; it is no regular file: give what it holds to 'fmt -'", err);
     return Outcome::kFailed;
   }
-  const std::optional<std::string> text = read(file, err);
-  if (!text) {
+  Input input;
+  if (!read(file, input, err)) {
     return Outcome::kFailed;
   }
-  const std::optional<std::string> formatted = formatText(file, *text, layout_, err);
+  const std::optional<std::string> formatted = formatText(file, input.text, layout_, err);
   if (!formatted) {
     return Outcome::kFailed;
   }
-  const bool isChanged = *formatted != *text;
+  const bool isChanged = *formatted != input.text;
   if (checksOnly_) {
     if (isChanged) {
       out << toVisible(toUtf16(file)) << '\n';
     }
   } else if (isFilter) {
     out << *formatted;
-  } else if (isChanged && !replace(file, *formatted, err)) {
+  } else if (isChanged && !replace(file, input, *formatted, err)) {
     return Outcome::kFailed;
   }
   return isChanged ? Outcome::kChanged : Outcome::kUnchanged;

@@ -34,7 +34,8 @@ std::string describePlace(std::string_view text, std::size_t offset) {
   return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
 }
 
-std::string adviseOn(const SourceTree& tree, const std::exception& failure) {
+// What is wrong with the text as such; empty if it is one object.
+std::string describeFault(const SourceTree& tree) {
   const std::string_view text = tree.text();
   if (!tree.isWhole()) {
     const SyntaxFault& fault = *tree.fault();
@@ -43,13 +44,16 @@ std::string adviseOn(const SourceTree& tree, const std::exception& failure) {
   }
   const SourceNode& root = tree[SourceTree::kRoot];
   if (const std::size_t more = skipSpace(text, root.end); more != text.size()) {
-    return "a document is one value, and something stands behind it at " +
-           describePlace(text, more);
+    return "a document is one value, and something follows it at " + describePlace(text, more);
   }
-  if (root.kind != SourceKind::kObject) {
-    return "a document is an object, and this text is none";
-  }
-  return adviseOnLoading(failure);
+  return root.kind == SourceKind::kObject ? "" : "a document is an object, and this text is none";
+}
+
+std::string adviseOn(const SourceTree& tree, const std::u16string& path,
+                     const std::exception& failure) {
+  const std::string fault = describeFault(tree);
+  return fault.empty() ? adviseOnLoading(failure, path, &tree)
+                       : fault + "; " + pointToLint(path, "more");
 }
 
 }  // namespace
@@ -63,7 +67,7 @@ std::string format(const std::u16string& path, const std::string& text, const La
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& failure) {
-    throw RefusedText(failure.what(), adviseOn(tree, failure));
+    throw RefusedText(failure.what(), adviseOn(tree, path, failure));
   }
   std::string formatted = layOut(tree, layout);
   if (recordLoad(path, formatted) != record) {

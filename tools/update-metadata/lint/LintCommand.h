@@ -18,9 +18,9 @@ class LintCommand : public Command {
  public:
   explicit LintCommand(CLI::App& app);
 
-  /// A file that cannot be read is told on `err`: the first line is the exception's text as it
-  /// stands, the second one says which file it is about and what to do. The others are linted all
-  /// the same.
+  /// A file that cannot be read is told on `err`: the first line is the exception's text,
+  /// escaped for a terminal, the second one says which file it is about and what to do. The others
+  /// are linted all the same.
   ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:

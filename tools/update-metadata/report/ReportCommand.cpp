@@ -140,7 +140,7 @@ ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
     writeFile(output_, *page);
   } catch (const std::system_error& failure) {
     err << "update-metadata: '" << toVisible(toUtf16(output_))
-        << "' could not be written: " << failure.what()
+        << "' could not be written: " << toVisible(failure.what())
         << "; nothing was changed: name another file, or '-' for standard output\n";
     return ExitCode::kFailed;
   }
