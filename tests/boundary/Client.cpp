@@ -1,7 +1,7 @@
-// A module of a user: it hides its own symbols, uses the library from a scope of its own and has to
-// catch what the library throws by its exact type.
+// A user's module: it hides its own symbols, uses the library from its own scope, and must catch
+// each of the library's exceptions by its exact type.
 //
-// A file of its own, without the test libraries, because it is built by several compilers.
+// Kept apart from the test libraries because several compilers build it.
 
 #include <sys/resource.h>
 
@@ -41,7 +41,7 @@ constexpr const char* kDocument = R"({
   "componentsWithFilesDeleted": {}
 })";
 
-/// What the module itself throws; nobody else knows the type.
+/// An exception of the module itself, of a type that is unknown outside it.
 class OwnFailure : public std::exception {
  public:
   const char* what() const noexcept override { return "the module's own"; }
@@ -65,7 +65,7 @@ class ThrowingParser : public UpdateMetaDataJsonParser {
   std::string readFile(const std::u16string& /*path*/) override { throw OwnFailure(); }
 };
 
-/// Collects what is not as it has to be.
+/// Collects failed expectations.
 class Report {
  public:
   void expect(bool holds, const std::string& what) {
@@ -74,8 +74,8 @@ class Report {
     }
   }
 
-  /// Expects an action to throw exactly an `Exception` with the given text, and its users to be
-  /// able to catch it so and as the standard's exception.
+  /// Expects an action to throw exactly an `Exception` with the given text, and expects that
+  /// callers can catch it both by that type and as std::exception.
   template <class Exception, class Action>
   void expectThrown(const std::string& wanted, Action action) {
     const std::string name = wanted.empty() ? typeid(Exception).name() : wanted;
@@ -102,7 +102,7 @@ class Report {
   std::string text_;
 };
 
-/// Has the process run out of memory while it lives.
+/// Makes the process run out of memory while it lives.
 class LittleMemory {
  public:
   LittleMemory() {
@@ -176,7 +176,7 @@ void checkAnswers(Report& report) {
                 "the answer");
 }
 
-/// Gives the report as text; returns whether everything is as it has to be.
+/// Copies the report into `text`; returns whether every expectation was met.
 int give(const Report& report, char* text, std::size_t bytes) {
   std::strncpy(text, report.text().c_str(), bytes - 1);
   text[bytes - 1] = '\0';
@@ -187,7 +187,8 @@ int give(const Report& report, char* text, std::size_t bytes) {
 
 extern "C" {
 
-/// Checks answers and failures; `exhaust` adds that of memory, which takes longer.
+/// Checks answers and failures. With `exhaust`, also checks behavior out of memory, which takes
+/// longer.
 __attribute__((visibility("default"))) int checkBoundary(bool exhaust, char* text,
                                                          std::size_t bytes) {
   Report report;

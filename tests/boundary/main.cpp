@@ -1,5 +1,5 @@
-// Opens a module that uses the library, as an application opens a plug-in, and has it check what it
-// gets across the boundary; then opens and closes it many times, with everything that it brings.
+// Opens a module that uses the library, as an application opens a plug-in, and lets it check what
+// crosses the boundary. Then opens and closes the module and its dependencies many times.
 //
 //   boundary MODULE LIBRARY
 
@@ -20,7 +20,7 @@ namespace {
 
 using test_support::kHasSanitizer;
 
-// A sanitizer takes ten times as long, and what it keeps for its reports grows.
+// A sanitizer takes ten times as long, and the data it keeps for its reports grows.
 constexpr int kRounds = kHasSanitizer ? 100 : 1000;
 constexpr int kWarmUp = 100;
 constexpr std::size_t kResidentNoise = std::size_t{512} << 10;
@@ -30,7 +30,7 @@ constexpr std::size_t kResidentNoise = std::size_t{512} << 10;
   std::exit(1);
 }
 
-/// Opens the module in a scope of its own, has it check everything, and closes it.
+/// Opens the module in its own scope, runs its checks and closes it.
 void openCheckClose(const char* module, bool exhaust) {
   void* const handle = ::dlopen(module, RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) {
@@ -48,12 +48,12 @@ void openCheckClose(const char* module, bool exhaust) {
   ::dlclose(handle);
 }
 
-/// Bytes in use on the heap.
+/// Heap bytes in use.
 std::size_t heapBytes() {
   return ::mallinfo2().uordblks;
 }
 
-/// Bytes that the process holds in memory.
+/// Resident memory of the process in bytes.
 std::size_t residentBytes() {
   std::size_t all = 0;
   std::size_t resident = 0;
@@ -74,10 +74,10 @@ int main(int count, char** arguments) {
       heapBefore = heapBytes();
       residentBefore = residentBytes();
     }
-    // A sanitizer needs more memory than can be allowed.
+    // A sanitizer needs more memory than the limit would allow.
     openCheckClose(arguments[1], round == 0 && !kHasSanitizer);
     if (!kHasSanitizer && ::dlopen(arguments[2], RTLD_NOW | RTLD_NOLOAD) != nullptr) {
-      fail("the library stays when nobody uses it any more");
+      fail("the library stays loaded after its last user has gone");
     }
   }
   const std::size_t heapAfter = heapBytes();

@@ -1,6 +1,7 @@
 # cmake -DVERSION_FILE=FILE -P check_versions.cmake
 #
-# Fails unless the version file of an installed CMake package accepts what docs/compatibility.md promises and nothing else.
+# Fails unless the version file of an installed CMake package accepts exactly the requests that docs/compatibility.md
+# promises.
 
 # ask_for(REQUEST EXPECTED): asks as find_package() does; EXPECTED is ON or OFF.
 function(ask_for REQUEST EXPECTED)
@@ -10,9 +11,9 @@ function(ask_for REQUEST EXPECTED)
   list(GET parts 1 PACKAGE_FIND_VERSION_MINOR)
   include("${VERSION_FILE}")
   if(EXPECTED AND NOT PACKAGE_VERSION_COMPATIBLE)
-    message(SEND_ERROR "Version ${PACKAGE_VERSION} refuses whoever asks for ${REQUEST}")
+    message(SEND_ERROR "Version ${PACKAGE_VERSION} rejects a request for ${REQUEST}")
   elseif(NOT EXPECTED AND PACKAGE_VERSION_COMPATIBLE)
-    message(SEND_ERROR "Version ${PACKAGE_VERSION} accepts whoever asks for ${REQUEST}")
+    message(SEND_ERROR "Version ${PACKAGE_VERSION} accepts a request for ${REQUEST}")
   endif()
 endfunction()
 

@@ -1,6 +1,6 @@
-// Uses an installed library as an application does that derives and looks at the model: every kind
-// of installed header, and every kind of symbol that they need at link time. Ends with 0 if every
-// answer is as it has to be.
+// Uses an installed library as an application does that derives classes and reads the model.
+// Includes every kind of installed header and links every kind of symbol. Exits with status 0 if
+// every answer is right.
 
 #include <cstdint>
 #include <exception>
@@ -117,7 +117,7 @@ void expect(bool holds, const char* what) {
   }
 }
 
-/// Tells the text of the `Exception` that `action` throws; empty if it throws nothing.
+/// Returns the text of the `Exception` that `action` throws; empty if it throws nothing.
 template <class Exception, class Action>
 std::string thrownText(Action action) {
   try {
@@ -171,7 +171,7 @@ void checkModel(const UpdateMetaDataHandler& handler) {
   expect(!thrownText<IncompatibleModels>(appendForeign).empty() &&
              !thrownText<foundation::core::except::IMsgIDException>(appendForeign).empty() &&
              !thrownText<std::exception>(appendForeign).empty(),
-         "a package of another model is refused with the framework's exception");
+         "a package of another model is rejected with the framework's exception");
 }
 
 void checkValues(MemoryParser& parser) {

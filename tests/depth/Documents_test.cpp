@@ -1,5 +1,5 @@
-// Documents with a value of very many levels in a member that is not listed. They are loaded with a
-// stack that is far too small for a frame a level.
+// Documents with a deeply nested value in an unlisted member. They are loaded with a stack that is
+// far too small for one frame per level.
 
 #include <cstddef>
 #include <ostream>
@@ -31,7 +31,7 @@ struct Nesting {
   const char* name;
   std::string_view opening;
   std::string_view closing;
-  std::size_t levels;  ///< that a step opens
+  std::size_t levels;  ///< opened by one step
 
   std::size_t steps() const { return test_support::levels() / levels; }
   std::string start() const { return repeated(opening, steps()); }
@@ -57,7 +57,7 @@ void PrintTo(const Place& place, std::ostream* stream) {
   *stream << place.name;
 }
 
-// The sample document with a text at that place, up to its end, and what follows.
+// The sample document split at that path: the text before the value and the text after it.
 std::tuple<std::string, std::string> around(const Path& path) {
   const std::string mark = "here";
   const std::string document = toJson(with(sampleDocument(), path, mark.c_str()));
@@ -100,8 +100,8 @@ INSTANTIATE_TEST_SUITE_P(Places, DeepUnlistedMember,
                          nameOf);
 
 TEST_P(DeepUnlistedMember, IsIgnored) {
-  const auto [before, behind] = around(path());
-  const LoadOutcome outcome = loadWithSmallStack(before + nesting().text() + behind);
+  const auto [before, after] = around(path());
+  const LoadOutcome outcome = loadWithSmallStack(before + nesting().text() + after);
   EXPECT_EQ(outcome, (LoadOutcome{sampleCalls(), "nothing"}));
 }
 

@@ -1,5 +1,5 @@
-// Values of very many levels. Everything that walks one works in a thread whose stack is far too
-// small for a frame a level.
+// Deeply nested values. All code that walks one runs in a thread whose stack is far too small for
+// one frame per level.
 
 #include <cstddef>
 #include <cstdint>
@@ -28,13 +28,13 @@ using test_support::runWithSmallStack;
 
 const std::size_t kLevels = test_support::levels();
 
-/// Texts of `kLevels` levels, in steps that open and close some levels each.
+/// Texts of `kLevels` levels, built in steps that each open and close some of them.
 struct Nesting {
   const char* name;
   std::string_view opening;
   std::string_view closing;
-  std::size_t levels;       ///< that a step opens
-  ParseResult noSeparator;  ///< what it is if the last byte is no closing bracket or brace
+  std::size_t levels;       ///< opened by one step
+  ParseResult noSeparator;  ///< if the last byte does not close a container
 
   std::size_t steps() const { return kLevels / levels; }
   std::string text(std::string_view innermost) const {
@@ -46,7 +46,7 @@ void PrintTo(const Nesting& nesting, std::ostream* stream) {
   *stream << nesting.name;
 }
 
-// The number of levels, each of which has one element or member; the last may have none.
+// Counts the levels. Each level has one element or member; the innermost may have none.
 std::size_t depthOf(Value value) {
   std::size_t depth = 0;
   for (;; ++depth) {
@@ -62,7 +62,7 @@ std::size_t depthOf(Value value) {
 
 class DeepText : public ::testing::TestWithParam<Nesting> {
  protected:
-  // Asserts that a text is refused.
+  // Asserts that a text is rejected.
   static void expectRejection(const std::string& text, ParseResult code, std::size_t offset) {
     JsonOutcome outcome;
     runWithSmallStack([&] { outcome = outcomeOf(text); });
@@ -104,7 +104,7 @@ TEST_P(DeepText, IsReadCopiedComparedAndDestroyed) {
             std::make_tuple(GetParam().steps() * GetParam().levels + 1, true, true));
 }
 
-TEST_P(DeepText, GivesAPartThatOutlivesIt) {
+TEST_P(DeepText, HasPartsThatOutliveIt) {
   const std::string text = "[" + GetParam().text("1") + "]";
   std::size_t depth = 0;
   runWithSmallStack([&] {
@@ -118,7 +118,7 @@ TEST_P(DeepText, GivesAPartThatOutlivesIt) {
   EXPECT_EQ(depth, GetParam().steps() * GetParam().levels);
 }
 
-TEST_P(DeepText, IsRefusedIfItIsCutOff) {
+TEST_P(DeepText, IsRejectedIfItIsCutOff) {
   const std::string text = "[" + GetParam().text("1");
   const std::string start = "[" + repeated(GetParam().opening, GetParam().steps());
   expectRejection(start, kEndOfText, start.size());
@@ -126,18 +126,18 @@ TEST_P(DeepText, IsRefusedIfItIsCutOff) {
   expectRejection(text.substr(0, text.size() - 1), kEndOfText, text.size() - 1);
 }
 
-TEST_P(DeepText, IsRefusedIfItsLastByteIsWrong) {
+TEST_P(DeepText, IsRejectedIfItsLastByteIsWrong) {
   std::string text = "[" + GetParam().text("1");
   text.back() = ':';
   expectRejection(text, GetParam().noSeparator, text.size() - 1);
 }
 
-TEST_P(DeepText, IsRefusedIfItsInnermostValueIsWrong) {
+TEST_P(DeepText, IsRejectedIfItsInnermostValueIsWrong) {
   const std::string start = "[" + repeated(GetParam().opening, GetParam().steps());
   expectRejection("[" + GetParam().text("tru") + "]", kNoOpeningQuote, start.size());
 }
 
-TEST_P(DeepText, IsRefusedIfSomethingFollows) {
+TEST_P(DeepText, IsRejectedIfSomethingFollows) {
   const std::string text = "[" + GetParam().text("1") + "]";
   expectRejection(text + "]", kSuccess, text.size());
 }
@@ -145,7 +145,7 @@ TEST_P(DeepText, IsRefusedIfSomethingFollows) {
 // -------------------------------------------------------------------------------------------------
 // Types and payloads
 
-TEST(DeepTypes, AreNoStrings) {
+TEST(DeepTypes, AreNotStrings) {
   const std::string start = repeated("{\"qztype\":", kLevels);
   std::string messages;
   runWithSmallStack([&] {
@@ -180,7 +180,7 @@ TEST(DeepPayloads, AreReadWithTheTypeOfTheirObject) {
 }
 
 // -------------------------------------------------------------------------------------------------
-// Values made by hand
+// Values built by hand
 
 Value arraysAround(Value value) {
   for (std::size_t level = 0; level != kLevels; ++level) {
@@ -242,7 +242,7 @@ TEST_P(DeepValue, LosesItsOuterHalfWhileAPartIsKept) {
   EXPECT_EQ(depth, kLevels);
 }
 
-TEST_P(DeepValue, MayStandAroundADeepText) {
+TEST_P(DeepValue, MayContainADeepText) {
   std::size_t depth = 0;
   runWithSmallStack([&] {
     const std::string text = repeated("[", kLevels) + repeated("]", kLevels);

@@ -15,7 +15,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-// The file that a block shows a part of, named from the root of the project.
+// The file that a code block is taken from, relative to the root of the project.
 std::string sourceOf(const CodeBlock& block, const std::string& page) {
   return (fs::path(page).parent_path() / block.sourceFile).lexically_normal().string();
 }
@@ -37,7 +37,7 @@ TEST_P(Pages, ShowProgramsAndProjectsAsTheyAreInTheirFiles) {
 
 INSTANTIATE_TEST_SUITE_P(WithCode, Pages, ::testing::Values("README.md", "docs/guide.md"));
 
-TEST(Guide, ShowsSomethingOfEveryProgramThatWasWrittenForIt) {
+TEST(Guide, ShowsPartOfEachOfItsPrograms) {
   std::set<std::string> shown;
   for (const CodeBlock& block :
        test_support::findCodeBlocks(test_support::readProjectFile("docs/guide.md"))) {

@@ -26,7 +26,7 @@ const std::string& errorsPage() {
   return page;
 }
 
-// The rows that explain an error: its text or code, a second cell, the cause and what helps.
+// The rows that explain an error: its text or code, a second cell, the cause and the remedy.
 Rows explainedErrors() {
   Rows rows = test_support::findTableRows(errorsPage());
   rows.erase(
@@ -35,7 +35,7 @@ Rows explainedErrors() {
   return rows;
 }
 
-// The text of a literal whose escapes are those of a single character.
+// The text of a literal, with its single-character escapes decoded.
 std::string unescaped(const std::string& literal) {
   std::string text;
   for (std::size_t index = 0; index < literal.size(); ++index) {
@@ -49,7 +49,8 @@ std::string unescaped(const std::string& literal) {
   return text;
 }
 
-// The narrow literals of the library's sources, comments and static assertions left out.
+// The narrow string literals in the library's sources, except those in comments and static
+// assertions.
 std::vector<std::string> literalsOfTheLibrary() {
   static const std::regex notCode(R"(//[^\n]*|static_assert\([^;]*;|#include[^\n]*)");
   static const std::regex literal(R"re((?:^|[^u\\'])"((?:[^"\\\n]|\\.)*)")re");
@@ -72,13 +73,13 @@ std::vector<std::string> literalsOfTheLibrary() {
   return literals;
 }
 
-// Whether a literal is, or is a part of, a sentence for people.
+// Whether a literal is a sentence for people, or part of one.
 bool isOfASentence(const std::string& literal) {
   return std::regex_search(literal, std::regex("[a-z]{2}")) &&
          literal.find(' ') != std::string::npos;
 }
 
-TEST(ErrorsPage, TellsTextTypeOrCodeCauseAndRemedyOfEachError) {
+TEST(ErrorsPage, GivesTextTypeOrCodeCauseAndRemedyOfEachError) {
   const Rows errors = explainedErrors();
   for (const auto& row : errors) {
     EXPECT_THAT(row, Not(::testing::Contains(std::string()))) << row.front();
@@ -107,7 +108,7 @@ TEST(ErrorsPage, ExplainsEveryResultOfTheTextReaderUnderItsCode) {
   EXPECT_EQ(codes, expected);
 }
 
-TEST(ErrorsPage, HoldsEverySentenceOfTheLibrary) {
+TEST(ErrorsPage, ContainsEverySentenceOfTheLibrary) {
   std::set<std::string> missing;
   for (const std::string& literal : literalsOfTheLibrary()) {
     if (isOfASentence(literal) && errorsPage().find(literal) == std::string::npos) {
@@ -124,7 +125,7 @@ TEST(ErrorsPage, ExplainsNoTextThatTheLibraryDoesNotHave) {
       return literal.find(part) != std::string::npos;
     });
   };
-  // What differs from case to case, and the marks between it and the text.
+  // The variable part of a message, and the punctuation between it and the text.
   static const std::regex placeholder("[^A-Za-z]*[A-Z]{3,}(: |:)?");
   std::set<std::string> invented;
   for (const auto& row : explainedErrors()) {

@@ -32,7 +32,7 @@ std::string trim(std::string_view text) {
   return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-// The target of the first link of a line.
+// The target of the first link in a line.
 std::string linkIn(std::string_view line) {
   const std::size_t begin = line.find("](");
   const std::size_t end = line.find(')', begin);
@@ -41,7 +41,7 @@ std::string linkIn(std::string_view line) {
              : std::string(line.substr(begin + 2, end - begin - 2));
 }
 
-// Splits a row at its bars, of which one stands at each end.
+// Splits a row at its bars. The row starts and ends with one.
 std::vector<std::string> splitCells(std::string_view row) {
   std::vector<std::string> cells;
   row.remove_prefix(1);

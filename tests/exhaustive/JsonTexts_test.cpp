@@ -1,4 +1,4 @@
-// All short texts: the reader and the naive one agree on each.
+// All short texts: the reader and the naive reader agree on each.
 
 #include <cstddef>
 #include <string>
@@ -20,7 +20,7 @@ using test_support::Parts;
 using test_support::quoted;
 using test_support::Sequences;
 
-// Tests all sequences of parts that begin with `first`, and counts them.
+// Tests and counts all sequences of parts that begin with `first`.
 void expectAgreement(const Parts& parts, const std::string& first, std::size_t more,
                      const std::string& separator = "") {
   std::size_t count = 0;
@@ -91,7 +91,7 @@ TEST_P(TextsOfFourTokens, AreReadAlikeInsideAnObjectWithAType) {
   expectAgreement(kTokens, "{\"qztype\":\"int16\",\"qzdata\":" + kTokens[GetParam()], 3);
 }
 
-TEST_P(TextsOfFourTokens, AreReadAlikeBehindAPayload) {
+TEST_P(TextsOfFourTokens, AreReadAlikeAfterAPayload) {
   expectAgreement(kTokens, "{\"qzdata\":[1,2],\"qztype\":" + kTokens[GetParam()], 3);
 }
 

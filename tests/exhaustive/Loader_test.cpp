@@ -1,6 +1,6 @@
-// A document with any one byte replaced by any other: what the load does is what it does with the
-// naive reader of texts. Ends that are cut off and bytes that are missing are tried in every test
-// run.
+// A document in which any one byte is replaced by any other: loading it has the same outcome with
+// the reader as with the naive reader. Truncated documents and missing bytes are covered by every
+// ordinary test run.
 
 #include <cstddef>
 #include <string>
@@ -21,7 +21,7 @@ constexpr int kShares = 64;
 
 class DamagedDocument : public ::testing::TestWithParam<int> {};
 
-TEST_P(DamagedDocument, IsLoadedAlikeWhicheverByteIsAnyOther) {
+TEST_P(DamagedDocument, IsLoadedAlikeWithAnyByteReplaced) {
   std::size_t count = 0;
   for (auto place = static_cast<std::size_t>(GetParam()); place < richDocument().size();
        place += kShares) {

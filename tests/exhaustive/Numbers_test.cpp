@@ -58,7 +58,7 @@ TEST_P(Numbers, AreReadAsTheNearestDouble) {
   expectNearest(texts);
 }
 
-TEST_P(Numbers, AreReadAsTheNearestDoubleWhereThatIsHardToSee) {
+TEST_P(Numbers, AreReadAsTheNearestDoubleWhenTheyAreHardToRound) {
   NumberTexts source(1000 + GetParam());
   std::vector<std::string> texts;
   while (texts.size() != kHardNumbers) {

@@ -1,5 +1,6 @@
-// All texts of three bytes, and all of four whose first is one of four-byte sequences, by classes
-// of the others, alone and amid ASCII: read as the naive conversion reads them.
+// All texts of three bytes, and all texts of four bytes that begin a four-byte sequence with one
+// representative per class of the remaining bytes, alone and amid ASCII: they convert as the naive
+// conversion does.
 
 #include <cstddef>
 #include <string>
@@ -25,7 +26,7 @@ char toByte(int value) {
 
 class TextsStartingWith : public ::testing::TestWithParam<int> {
  protected:
-  // Converted at the end of readable memory.
+  // Converts the text at the end of readable memory.
   void expectAgreement(const std::string& text) {
     const std::u16string expected = naiveToUtf16(text);
     const std::string_view placed = memory_.place(text);

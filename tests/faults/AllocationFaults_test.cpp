@@ -1,9 +1,9 @@
-// Every allocation fails once, and then every later one too: each load and each question ends in
-// the exception that is promised for it, gives all memory back, leaves what was there as it was and
-// succeeds when it is tried again.
+// Makes each allocation fail in turn, first alone and then with every later one. Each load and each
+// query must throw the promised exception, release all memory, leave earlier results as they were
+// and succeed when it is tried again.
 //
 // One source for three programs: with operator new failing, with malloc() failing, and with
-// malloc() failing below the shared library.
+// malloc() failing beneath the shared library.
 
 #include <algorithm>
 #include <cstddef>
@@ -55,10 +55,10 @@ const std::string kUnopened = "std::runtime_error: Error opening Update MetaData
 
 constexpr std::size_t kPointsWanted = 10'000;
 
-// The allocations that have failed in this program.
+// How many allocations have failed in this program.
 std::size_t points = 0;
 
-// Tells their number when all tests have run, and that there are as many as are wanted.
+// Prints their number when all tests have run, and checks that it is as large as required.
 class PointCount : public ::testing::Environment {
  public:
   void TearDown() override {
@@ -71,7 +71,7 @@ class PointCount : public ::testing::Environment {
 
 const auto* const pointCount = ::testing::AddGlobalTestEnvironment(new PointCount);
 
-/// What a load has put below the root, element by element.
+/// The elements that a load has put below the root.
 struct Tree {
   std::vector<std::string> products;
   std::vector<std::string> components;
@@ -95,8 +95,8 @@ bool isPrefixOf(const std::vector<std::string>& part, const std::vector<std::str
   return part.size() <= whole.size() && std::equal(part.begin(), part.end(), whole.begin());
 }
 
-/// Tells whether `part` is what a load has made of `whole` when it ends early: each element is
-/// complete, and none is made before those in front of it.
+/// Tells whether `part` is what an interrupted load leaves of `whole`: each element is complete,
+/// and elements are made in order.
 bool isPrefixOf(const Tree& part, const Tree& whole) {
   return isPrefixOf(part.products, whole.products) &&
          isPrefixOf(part.components, whole.components) &&
@@ -113,7 +113,7 @@ class ReopeningHandler : public UpdateMetaDataHandler {
   void closeCatalogue() { productDataProvider.reset(); }
 };
 
-/// A parser that tells how far it has come.
+/// A parser that reports how far it has come.
 class WatchedParser : public UpdateMetaDataJsonParser {
  public:
   enum class Stage { kSettingUp, kReading, kTaking };
@@ -138,7 +138,7 @@ class WatchedParser : public UpdateMetaDataJsonParser {
   Stage stage_ = Stage::kSettingUp;
 };
 
-/// A document, and what comes of it when there is memory.
+/// A document, and the outcome of loading it when there is enough memory.
 class Document {
  public:
   Document(std::u16string path, std::string failure)
@@ -159,7 +159,7 @@ class Document {
     }
   }
 
-  /// Fails each allocation of a load.
+  /// Makes each allocation of a load fail in turn.
   void failEach(Shortage shortage) const {
     ASSERT_EQ(outcome_.text().substr(0, failure_.size()), failure_);
     for (std::size_t nth = 0;; ++nth) {
@@ -204,7 +204,7 @@ class Document {
       facade.reset();
       parser.reset();
     }
-    EXPECT_EQ(allocations(), asked) << "to destroy something takes memory";
+    EXPECT_EQ(allocations(), asked) << "destruction asks for memory";
     return trial.reached;
   }
 
@@ -212,14 +212,14 @@ class Document {
                      Shortage shortage) const {
     const std::string text = outcome.text();
     if (text == outcome_.text()) {
-      return;  // what the allocation was for could be done without it
+      return;  // the load manages without this allocation
     }
     switch (stage) {
       case WatchedParser::Stage::kSettingUp:
         EXPECT_EQ(text, kExhaustion);
         break;
       case WatchedParser::Stage::kReading:
-        // To the system's own opening of a file the lack of memory is a reason like others.
+        // When the system itself opens a file, lack of memory is a failure like any other.
         EXPECT_TRUE(text == kExhaustion || text == kUnopened) << text;
         break;
       case WatchedParser::Stage::kTaking: {
@@ -243,7 +243,7 @@ class Document {
   std::string dump_;
 };
 
-TEST(ParserConstructor, EndsInExhaustion) {
+TEST(ParserConstructor, ThrowsWhenMemoryRunsOut) {
   const std::u16string path = u"a path that does not fit into the string object itself";
   const std::size_t before = liveBlocks();
   for (const Shortage shortage : kShortages) {
@@ -262,7 +262,7 @@ TEST(ParserConstructor, EndsInExhaustion) {
   }
 }
 
-TEST(Load, OfARichDocumentEndsAsPromisedWhicheverAllocationFails) {
+TEST(Load, OfARichDocumentFailsAsPromisedWhicheverAllocationFails) {
   const TemporaryFolder folder;
   const Document document(folder.writeFile("document.json", richDocument()), kWell);
   for (const Shortage shortage : kShortages) {
@@ -270,7 +270,7 @@ TEST(Load, OfARichDocumentEndsAsPromisedWhicheverAllocationFails) {
   }
 }
 
-TEST(Load, OfEachFailingDocumentEndsAsPromisedWhicheverAllocationFails) {
+TEST(Load, OfEachFailingDocumentFailsAsPromisedWhicheverAllocationFails) {
   constexpr std::size_t kDocumentsWanted = 60;
   const std::vector<FailingDocument> documents = failingDocuments();
   EXPECT_GE(documents.size(), kDocumentsWanted);
@@ -291,13 +291,13 @@ TEST(Load, OfEachFailingDocumentEndsAsPromisedWhicheverAllocationFails) {
   }
 }
 
-TEST(Load, OfAFileThatCannotBeReadEndsAsPromisedWhicheverAllocationFails) {
+TEST(Load, OfAFileThatCannotBeReadFailsAsPromisedWhicheverAllocationFails) {
   const TemporaryFolder folder;
   const Document documents[] = {
       {folder.path("a document that is missing.json"),
        "std::runtime_error: Update MetaData Json file does not exist "},
       {folder.makeFolder("a folder.json"), kUnopened},
-      // Nothing is mapped at the address 0, which is the beginning of this file.
+      // The file begins at address 0, where nothing is mapped.
       {u"/proc/self/mem", "std::ios_base::failure: "},
   };
   for (const Document& document : documents) {
@@ -309,10 +309,10 @@ TEST(Load, OfAFileThatCannotBeReadEndsAsPromisedWhicheverAllocationFails) {
 
 constexpr const char* kCatalogue =
     "code\tname\tnumber\tcontrolling product\n"
-    "a base code that is long\tproduct 0-0 as it stands\t1\ta controlling product\n"
+    "a base code that is long\tproduct 0-0 verbatim\t1\ta controlling product\n"
     "another long base code\tproduct 3-2 \xC3\xA4 \xF0\x9F\x98\x80 beyond ASCII\t2\t\n";
 
-/// A loaded document whose catalogue is opened anew for each question.
+/// A loaded document whose catalogue is opened again for each query.
 class LoadedDocument : public ::testing::Test {
  protected:
   LoadedDocument()
@@ -324,7 +324,7 @@ class LoadedDocument : public ::testing::Test {
     dump_ = dumpOf(*handler_);
   }
 
-  /// Fails each allocation of a question, which is answered in full when it is asked again.
+  /// Makes each allocation of a query fail in turn; asked again, the query is answered in full.
   template <class Question>
   void failEach(Question question) {
     handler_->closeCatalogue();
@@ -370,25 +370,25 @@ class LoadedDocument : public ::testing::Test {
   std::string dump_;
 };
 
-TEST_F(LoadedDocument, AnswersOrEndsInExhaustionWhichPackagesAreToBeExtracted) {
+TEST_F(LoadedDocument, AnswersOrThrowsWhenAskedForThePackagesToExtract) {
   failEach([&] { return facade_->getComponentsToExtract(location_); });
   failEach([&] { return facade_->getComponentsToExtract(u"another long base code", location_); });
 }
 
-TEST_F(LoadedDocument, AnswersOrEndsInExhaustionWhichPackagesAreToBeDeleted) {
+TEST_F(LoadedDocument, AnswersOrThrowsWhenAskedForThePackagesToDelete) {
   failEach([&] { return facade_->getComponentsToDelete(location_); });
   failEach([&] { return facade_->getComponentsToDelete(u"another long base code", location_); });
 }
 
-TEST_F(LoadedDocument, AnswersOrEndsInExhaustionWhichFilesAreToBeDeleted) {
+TEST_F(LoadedDocument, AnswersOrThrowsWhenAskedForTheFilesToDelete) {
   failEach([&] { return facade_->getComponentsWithFilesToDelete(); });
 }
 
-TEST_F(LoadedDocument, AnswersOrEndsInExhaustionHowLargeThePackagesAre) {
+TEST_F(LoadedDocument, AnswersOrThrowsWhenAskedForThePackageSizes) {
   failEach([&] { return facade_->getUpdateSizeForComponentsToExtract(); });
 }
 
-TEST_F(LoadedDocument, AnswersOrEndsInExhaustionWhichReleasesThereAre) {
+TEST_F(LoadedDocument, AnswersOrThrowsWhenAskedForTheReleases) {
   failEach([&] { return facade_->getBaseReleaseFamily(); });
   failEach([&] { return facade_->getBaseReleaseVersion(); });
   failEach([&] { return facade_->getTargetReleaseFamily(); });
@@ -396,7 +396,7 @@ TEST_F(LoadedDocument, AnswersOrEndsInExhaustionWhichReleasesThereAre) {
   failEach([&] { return facade_->getTargetUpdateLevelForQorv(); });
 }
 
-TEST_F(LoadedDocument, GivesFacadesAwayOrEndsInExhaustion) {
+TEST_F(LoadedDocument, ReturnsFacadesOrThrows) {
   const std::size_t before = liveBlocks();
   for (const Shortage shortage : kShortages) {
     for (std::size_t nth = 0;; ++nth) {
@@ -413,7 +413,7 @@ TEST_F(LoadedDocument, GivesFacadesAwayOrEndsInExhaustion) {
   }
 }
 
-TEST_F(LoadedDocument, ReportsAnUnusableCatalogueOrEndsInExhaustion) {
+TEST_F(LoadedDocument, ReportsAnUnusableCatalogueOrThrows) {
   const struct {
     const char* table;
     const char* reason;
@@ -447,7 +447,7 @@ TEST_F(LoadedDocument, ReportsAnUnusableCatalogueOrEndsInExhaustion) {
   }
 }
 
-TEST(FrameworkMessage, IsReportedOrEndsInExhaustion) {
+TEST(FrameworkMessage, IsReportedUnlessMemoryRunsOut) {
   const std::function<void()> reports[] = {
       [] { mf::zero::reportException(mf::zero::IncompatibleModels{u"a class with a long name"}); },
       [] {

@@ -40,23 +40,23 @@ constexpr const char* kPlain = R"({
   }
 })";
 
-/// The plain document with `after` in the place of `before`, which stands there once.
+/// The plain document with `after` instead of `before`, which must occur exactly once.
 std::string plainWith(std::string_view before, std::string_view after) {
   std::string text = kPlain;
   const std::size_t place = text.find(before);
   if (place == std::string::npos || text.find(before, place + 1) != std::string::npos) {
-    throw std::logic_error(std::string(before) + " does not stand in the document once");
+    throw std::logic_error(std::string(before) + " does not occur exactly once in the document");
   }
   return text.replace(place, before.size(), after);
 }
 
-/// A member of the plain document: the text of key and value that stands there once.
+/// A member of the plain document. The text of its key and value occurs exactly once.
 struct RequiredMember {
   const char* name;
   std::string key;
   std::string value;
   const char* kind;
-  std::string before;  ///< what makes the place the only one
+  std::string before;  ///< preceding text that makes the place unique
   std::string behind;
 };
 
@@ -124,7 +124,7 @@ void addConversions(std::vector<FailingDocument>& documents) {
   };
   const auto renamed = [](const char* key, const char* value) {
     const std::string member = std::string("\"") + key + "\": {";
-    // What it was stays as a member that is ignored.
+    // The original value is kept as a member that is ignored.
     return plainWith(member, std::string("\"") + key + "\": " + value + ", \"ignored\": {");
   };
   add("Metadata that is a string", renamed("metadata", "\"none at all\""), "string to object");
@@ -161,7 +161,7 @@ void addTexts(std::vector<FailingDocument>& documents) {
   add("Minus without a digit", plainWith("\"update\": 7", "\"update\": -x"), 11);
   add("Point without a digit", plainWith("\"update\": 7", "\"update\": 1.x"), 12);
   add("Exponent without a digit", plainWith("\"update\": 7", "\"update\": 1e+x"), 13);
-  add("Payload that is no array",
+  add("Payload that is not an array",
       plainWith("\"update\": 7", R"("update": {"qztype": "int64", "qzdata": {}})"), 14);
   add("Array without a comma", plainWith(", \"none\"", " \"none\""), 15);
   add("Object without a comma", plainWith(", \"uncompressedBytes\"", " \"uncompressedBytes\""), 17);
@@ -169,7 +169,7 @@ void addTexts(std::vector<FailingDocument>& documents) {
   add("Text without its end", plain.substr(0, plain.size() - 1), 19);
   add("Payload with a fraction",
       plainWith("\"update\": 7", R"("update": {"qztype": "uint64", "qzdata": [1, 2.5]})"), 20);
-  documents.push_back({"Type that is no string",
+  documents.push_back({"Type that is not a string",
                        plainWith("\"update\": 7", R"("update": {"qztype": [1]})"),
                        kParseFailure,
                        {}});
@@ -177,9 +177,10 @@ void addTexts(std::vector<FailingDocument>& documents) {
   documents.push_back({"String at the top", "\"a string that is long enough\"", kParseFailure, {}});
 }
 
-/// A package, a component or a product by its number, with what is escaped and what is not.
+/// The numbered name of a package, component or product, with plain, escaped and non-ASCII
+/// characters.
 std::string nameOf(const char* kind, int number) {
-  const char* const endings[] = {" as it stands", " \\u00E4\\n\\uD83D\\uDE00 escaped",
+  const char* const endings[] = {" verbatim", " \\u00E4\\n\\uD83D\\uDE00 escaped",
                                  " \xC3\xA4 \xF0\x9F\x98\x80 beyond ASCII"};
   return std::string(kind) + ' ' + std::to_string(number * 7 % 11) + '-' + std::to_string(number) +
          endings[number % 3];
@@ -213,7 +214,7 @@ std::string richDocument() {
     }
     out << "}}";
   }
-  // A key again: the first one stays.
+  // A repeated key: its first value is kept.
   out << ",\"" << nameOf("component", 0) << "\": false},\n\"products\": {";
   for (int product = 0; product < kProducts; ++product) {
     out << (product == 0 ? "" : ",") << '"' << nameOf("product", product) << "\": {\"delete\": [";

@@ -6,10 +6,10 @@
 
 namespace test_support {
 
-/// A document with something of everything that is read in a way of its own: several products and
-/// components, files to delete, escapes, typed payloads before and behind their type, long numbers,
-/// objects whose keys stand in no order, keys that repeat, arrays that outgrow the first room for
-/// them. Names are too long to lie in the string objects themselves.
+/// A document that uses every code path of the reader: several products and components, files to
+/// delete, escapes, typed payloads before and after their type, long numbers, objects with
+/// unordered keys, repeated keys, and arrays that outgrow their first allocation. Names are too
+/// long for the strings' inline buffers.
 std::string richDocument();
 
 /// A document that cannot be loaded.
@@ -17,17 +17,17 @@ struct FailingDocument {
   std::string name;
   std::string text;
 
-  /// The type and the text of the failure. For a text that is malformed or no object the path of
-  /// the document follows.
+  /// The type and the text of the failure. If the text is malformed or not an object, the
+  /// document's path follows.
   std::string failure;
 
-  std::optional<int> code;  ///< of a malformed text: what the text reader finds wrong
+  std::optional<int> code;  ///< of a malformed text: the result of the text reader
 };
 
 constexpr const char* kParseFailure = "std::runtime_error: Error while parsing ";
 
-/// A document for each message that a load can end with because of its text, for each code that a
-/// malformed text can have, and for each member that must be there.
+/// Returns a document for each message that a load can throw because of its text, for each code
+/// that a malformed text can produce, and for each required member.
 std::vector<FailingDocument> failingDocuments();
 
 }  // namespace test_support

@@ -1,5 +1,5 @@
-// Every call by which a file is read fails, one by one and from then on; calls are interrupted;
-// reads give single bytes.
+// Each system call that reads a file fails, alone or with every later one; calls are interrupted;
+// reads return single bytes.
 
 #include <unistd.h>
 
@@ -40,19 +40,19 @@ const std::string kUnopened = "std::runtime_error: Error opening Update MetaData
 
 constexpr std::size_t kAllLater = std::numeric_limits<std::size_t>::max();
 
-// An EINTR that never ends would be waited for without end, so this many come in a row.
+// An endless EINTR would be retried forever, so only this many come in a row.
 constexpr std::size_t kManyInterruptions = 50;
 
 constexpr int kErrors[] = {EIO, EINTR, EMFILE, ENOMEM, EACCES, ESTALE};
 
-/// How calls fail, one after the other.
+/// A run of consecutive failing calls.
 struct Failures {
   std::size_t nth;
   std::size_t count;
   int error;
 };
 
-/// All ways in which `calls` calls can fail, one by one and from then on.
+/// All ways in which `calls` calls can fail: each alone, and each with all later ones.
 std::vector<Failures> everyFailureOf(std::size_t calls) {
   std::vector<Failures> all;
   for (std::size_t nth = 0; nth < calls; ++nth) {
@@ -64,20 +64,20 @@ std::vector<Failures> everyFailureOf(std::size_t calls) {
   return all;
 }
 
-/// A parser whose handler can be looked at.
+/// A parser that exposes its handler.
 class OpenParser : public UpdateMetaDataJsonParser {
  public:
   using UpdateMetaDataJsonParser::handler;
   using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;
 };
 
-/// A document with more bytes than are asked for at a time.
+/// A document that takes more than one read.
 std::string longDocument() {
   constexpr std::size_t kBytes = 300'000;
   return R"({"unread": ")" + std::string(kBytes, 'x') + "\"," + richDocument().substr(1);
 }
 
-/// A file, and which calls it takes to read it.
+/// A file and the calls that reading it takes.
 class FileOfADocument : public ::testing::Test {
  protected:
   FileOfADocument() : text_(longDocument()), path_(folder_.writeFile("document.json", text_)) {
@@ -86,7 +86,7 @@ class FileOfADocument : public ::testing::Test {
     calls_ = watch.calls();
   }
 
-  /// What is promised when the calls from `nth` on fail, all of them or only that one.
+  /// The promised outcome when `failures.count` calls fail, starting with number `failures.nth`.
   std::string promised(const Failures& failures) const {
     const bool retried = failures.error == EINTR;
     bool opened = false;
@@ -97,7 +97,7 @@ class FileOfADocument : public ::testing::Test {
           if (failing && !opened) {
             return kMissing;
           }
-          break;  // afterwards it only tells a folder from a file
+          break;  // after opening, it only distinguishes a folder from a file
         case FileCall::kOpen:
           if (failing) {
             return kUnopened;
@@ -105,14 +105,14 @@ class FileOfADocument : public ::testing::Test {
           opened = true;
           break;
         case FileCall::kSeek:
-          break;  // there is none
+          break;  // never called
         case FileCall::kRead:
           if (failing && !retried) {
             return "std::ios_base::failure";
           }
           break;
         case FileCall::kClose:
-          break;  // the text is there
+          break;  // the whole text has been read
       }
     }
     return kWell;
@@ -142,8 +142,8 @@ TEST_F(FileOfADocument, IsReadWholeOrNotWhicheverCallFails) {
       openFiles = watch.openFiles();
     }
     const std::string trace = "call " + std::to_string(failures.nth) + ", " +
-                              (failures.count == 1 ? "once" : "from then on") + ", error " +
-                              std::to_string(failures.error);
+                              (failures.count == 1 ? "once" : "this and all later ones") +
+                              ", error " + std::to_string(failures.error);
     const std::string failure = outcome.text();
     ASSERT_EQ(failure.substr(0, promised(failures).size()), promised(failures)) << trace;
     if (outcome.isWell()) {
@@ -158,7 +158,7 @@ TEST_F(FileOfADocument, IsReadWholeOrNotWhicheverCallFails) {
   std::cout << "failures of calls that read a document: " << points << '\n';
 }
 
-TEST_F(FileOfADocument, EndsTheLoadAsItEndsTheReading) {
+TEST_F(FileOfADocument, EndsALoadAsItEndsTheReading) {
   OpenParser whole(path_);
   whole.parseUpdateMetaDataJson();
   const std::string wanted = dump(whole.handler->getProductUpdateMetaDataModel());
@@ -190,7 +190,7 @@ TEST_F(FileOfADocument, IsReadWholeByteByByte) {
   }
 }
 
-TEST_F(FileOfADocument, IsReportedAsUnopenedWhenItIsDeletedBehindTheCheck) {
+TEST_F(FileOfADocument, IsReportedAsUnopenedWhenItIsDeletedAfterTheCheck) {
   WatchedFiles watch;
   watch.runBefore(FileCall::kOpen, 0,
                   [&] { ::unlink(folder_.nativePath("document.json").c_str()); });
@@ -200,7 +200,7 @@ TEST_F(FileOfADocument, IsReportedAsUnopenedWhenItIsDeletedBehindTheCheck) {
   EXPECT_EQ(watch.openFiles(), 0);
 }
 
-TEST_F(FileOfADocument, IsReadAsItStandsAtEachMomentWhenItIsRewritten) {
+TEST_F(FileOfADocument, IsReadAsItIsAtEachMomentWhenItIsRewritten) {
   for (const std::size_t size :
        {std::size_t{0}, text_.size() / 2, text_.size(), 2 * text_.size()}) {
     folder_.writeFile("document.json", text_);
@@ -211,14 +211,14 @@ TEST_F(FileOfADocument, IsReadAsItStandsAtEachMomentWhenItIsRewritten) {
                       [&] { folder_.writeFile("document.json", std::string(size, 'y')); });
       text = UpdateMetaDataJsonParser(path_).readFile(path_);
     }
-    // What one read had given stays; what comes behind it is what the file holds then.
+    // Earlier reads keep what they returned; later reads return what the file contains by then.
     const std::size_t old = std::min(text.find('y'), text.size());
     EXPECT_GT(old, 0U);
     EXPECT_TRUE(text == text_.substr(0, old) + std::string(std::max(old, size) - old, 'y')) << size;
   }
 }
 
-/// A handler whose catalogue lies in a file.
+/// A handler whose catalogue is a file.
 class Catalogue : public ::testing::Test {
  protected:
   using Answer = std::u16string;
@@ -260,7 +260,7 @@ TEST_F(Catalogue, IsReadWholeOrNotWhicheverCallFails) {
     const FileCall first = calls[failures.nth];
     const bool retried = first == FileCall::kRead && failures.error == EINTR;
     if (outcome.isWell()) {
-      // A file that cannot be found is none: then the catalogue is empty.
+      // A file that cannot be found counts as absent: the catalogue is then empty.
       const bool lost = first == FileCall::kStat && name.empty();
       EXPECT_TRUE(name == u"name 1999" || lost) << failures.nth;
       EXPECT_TRUE(first != FileCall::kOpen && (first != FileCall::kRead || retried));

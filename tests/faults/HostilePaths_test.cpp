@@ -1,5 +1,5 @@
-// Paths that lead to no document and files that are none, to an administrator and to others, in the
-// languages of several countries.
+// Paths that lead to no document and files that are not documents, for an administrator and for
+// ordinary users, in several locales.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -49,19 +49,19 @@ const std::string kExhaustion = "std::bad_alloc: std::bad_alloc";
 
 constexpr uid_t kNobody = 65534;
 
-/// A path, and what comes of it.
+/// A path and the outcome of loading it.
 struct HostilePath {
   const char* name;
 
-  /// Makes what the path leads to and returns the path.
+  /// Creates what the path leads to and returns the path.
   std::function<std::u16string(const TemporaryFolder&)> make;
 
-  std::string outcome;         ///< the failure; of an unusable document without its path
-  std::string outcomeAsOther;  ///< if it is another for those who are no administrators
-  std::function<void()> prepare = nullptr;  ///< runs before the load, in a process of its own
+  std::string outcome;         ///< the failure; for an unusable document, without its path
+  std::string outcomeAsOther;  ///< if it differs for ordinary users
+  std::function<void()> prepare = nullptr;  ///< runs before the load, in its own process
 };
 
-/// Ends the process if nothing can be done, so that no test passes for want of its conditions.
+/// Ends the process unless `success`, so that no test passes because its setup failed.
 void require(bool success) {
   if (!success) {
     throw std::runtime_error("the conditions of the test cannot be made");
@@ -99,7 +99,7 @@ std::vector<HostilePath> hostilePaths() {
       {"missing", [](const auto& folder) { return folder.path("missing"); }, kMissing, kMissing},
       {"missing parent", [](const auto& folder) { return folder.path("missing/document.json"); },
        kMissing, kMissing},
-      {"slash behind a file", [=](const auto& folder) { return plain(folder) + u"/"; }, kMissing,
+      {"slash after a file", [=](const auto& folder) { return plain(folder) + u"/"; }, kMissing,
        kMissing},
       {"dangling link", [](const auto& folder) { return folder.makeLink("link", "missing"); },
        kMissing, kMissing},
@@ -132,7 +132,7 @@ std::vector<HostilePath> hostilePaths() {
        [=](const auto& folder) { return plain(folder) + char16_t{0xD83D}; }, kMissing, kMissing},
       {"unpaired low surrogate",
        [=](const auto& folder) { return plain(folder) + char16_t{0xDE00}; }, kMissing, kMissing},
-      {"NUL behind a good name", [=](const auto& folder) { return plain(folder) + u"\0.bak"s; },
+      {"NUL after a good name", [=](const auto& folder) { return plain(folder) + u"\0.bak"s; },
        kMissing, kMissing},
       {"name beyond the basic plane",
        [](const auto& folder) {
@@ -152,12 +152,12 @@ std::vector<HostilePath> hostilePaths() {
       {"null device", [](const auto&) { return u"/dev/null"s; }, kUnusable, kUnusable},
       {"empty file", [](const auto& folder) { return folder.writeFile("document.json", ""); },
        kUnusable, kUnusable},
-      {"file of the system that tells no size", [](const auto&) { return u"/proc/self/status"s; },
+      {"system file that reports no size", [](const auto&) { return u"/proc/self/status"s; },
        kUnusable, kUnusable},
       {"socket", [](const auto& folder) { return folder.makeSocket("document.json"); }, kUnopened,
        kUnopened},
   };
-  // A sanitizer needs descriptors of its own, and more memory than can be allowed for these.
+  // A sanitizer needs descriptors itself, and more memory than the limits allow here.
   if (kFullEffort) {
     paths.push_back({"descriptors used up", plain, kUnopened, kUnopened, useUpDescriptors});
     paths.push_back({"device that never ends", [](const auto&) { return u"/dev/zero"s; },
@@ -179,15 +179,15 @@ std::string nativePathOf(const std::u16string& path) {
   return std::filesystem::path(path).string();
 }
 
-/// Who asks, and under which locale.
+/// The user who asks and the locale in effect.
 struct Surroundings {
   const char* name;
   uid_t user;
   const char* locale;
 };
 
-/// Runs `action` in a process of its own with the rights of `user`, or with its own rights for 0;
-/// returns the text that it gives.
+/// Runs `action` in its own process, with the rights of `user`, or with unchanged rights for 0.
+/// Returns the text that `action` returns.
 std::string inProcessOf(uid_t user, const std::function<std::string()>& action) {
   int ends[2];
   require(::pipe(ends) == 0);
@@ -238,14 +238,14 @@ class HostilePaths : public ::testing::TestWithParam<Surroundings> {
     return failureOf([&] { parser.parseUpdateMetaDataJson(); });
   }
 
-  /// Whether the load is that of someone without an administrator's rights.
+  /// Whether an ordinary user runs the load.
   static bool isOther() { return GetParam().user != 0 || ::getuid() != 0; }
 
  private:
   std::optional<LocaleScope> locale_;
 };
 
-TEST_P(HostilePaths, EndEachInItsOwnFailure) {
+TEST_P(HostilePaths, FailEachInItsOwnWay) {
   for (const HostilePath& row : hostilePaths()) {
     SCOPED_TRACE(row.name);
     const TemporaryFolder folder;

@@ -1,5 +1,5 @@
-// What must not fail asks for no memory: destroying, moving, swapping, copying handles and thrown
-// exceptions.
+// Operations that must not fail allocate nothing: destroying, moving, swapping, copying handles and
+// copying thrown exceptions.
 
 #include <cstddef>
 #include <memory>
@@ -39,7 +39,7 @@ using test_support::allocations;
 using test_support::richDocument;
 using test_support::TemporaryFolder;
 
-/// Runs an action and returns how often it has asked for memory.
+/// Runs an action and returns how often it asked for memory.
 template <class Action>
 std::size_t allocationsOf(Action&& action) {
   const std::size_t before = allocations();
@@ -49,7 +49,7 @@ std::size_t allocationsOf(Action&& action) {
 
 constexpr const char* kLong = "a text that does not fit into the string object itself";
 
-/// A value whose containers and strings were made by hand, some of them shared.
+/// A value with containers and strings built by hand, some of them shared.
 Value handMadeValue() {
   const Value shared = Array{kLong, Array{kLong, 1.5}, Object{{"key", kLong}}};
   return Object{{"first", shared}, {"second", Array{shared, shared}}, {kLong, nullptr}};
@@ -150,7 +150,7 @@ TEST(NoAllocation, IsMadeByDestroyingEverythingThatALoadHasMade) {
                               UpdatePkgData{u"another one, also long", 3, 4});
 }
 
-/// Catches what an action throws and expects that copies of it ask for no memory.
+/// Catches what an action throws and expects that copying it allocates nothing.
 template <class Exception, class Action>
 void expectNoAllocationByCopiesOfFailure(Action action) {
   try {

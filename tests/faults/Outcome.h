@@ -14,10 +14,10 @@
 
 namespace test_support {
 
-/// What an action came to. It is kept without asking for memory, of which there may be none.
+/// The outcome of an action. Storing it allocates nothing, because there may be no memory left.
 class Outcome {
  public:
-  /// The action ended well.
+  /// The action succeeded.
   Outcome() noexcept = default;
 
   explicit Outcome(const std::exception& failure) noexcept
@@ -32,7 +32,8 @@ class Outcome {
   }
   bool isStreamFailure() const noexcept { return isStreamFailure_; }
 
-  /// The exact type, ": " and the text, as failureOf() gives them; "nothing" if it ended well.
+  /// The exact type, ": " and the text, as failureOf() returns them; "nothing" if the action
+  /// succeeded.
   std::string text() const {
     if (isWell()) {
       return "nothing";
@@ -72,18 +73,18 @@ Outcome outcomeOf(Action&& action) {
 
 /// How memory runs out.
 enum class Shortage {
-  kOnce,        ///< one allocation fails, those after it succeed
-  kFromThenOn,  ///< an allocation fails, and so do all after it
+  kOnce,        ///< one allocation fails, later ones succeed
+  kFromThenOn,  ///< an allocation fails, and so does every later one
 };
 
 constexpr Shortage kShortages[] = {Shortage::kOnce, Shortage::kFromThenOn};
 
 struct Trial {
   Outcome outcome;
-  bool reached;  ///< whether the allocation that fails has been made
+  bool reached;  ///< whether the failing allocation was attempted
 };
 
-/// Runs an action whose `nth` allocation, from 0, fails.
+/// Runs an action during which allocation number `nth`, from 0, fails.
 template <class Action>
 Trial failAt(std::size_t nth, Shortage shortage, Action&& action) {
   Trial trial{};

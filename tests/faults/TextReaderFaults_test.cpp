@@ -1,4 +1,4 @@
-// The text reader when memory runs out, and what each of its codes is reported for.
+// The text reader when memory runs out, and the documents that produce each of its codes.
 
 #include <cstddef>
 #include <set>
@@ -34,7 +34,7 @@ int codeOf(const std::string& text) {
   } catch (const ParserException& failure) {
     return failure.code();
   }
-  throw std::logic_error("the text is no malformed one");
+  throw std::logic_error("the text is not malformed");
 }
 
 Trial parseWithout(std::size_t nth, Shortage shortage, std::string text) {
@@ -49,8 +49,8 @@ TEST(FailingDocuments, HaveEveryCodeThatATextCanHave) {
       codes.insert(*document.code);
     }
   }
-  // Those that are missing, kNoNull, kNoBoolean and kNoOpeningBrace, are found on the way to
-  // kNoOpeningQuote, which is reported for them.
+  // kNoNull, kNoBoolean and kNoOpeningBrace are missing: whenever one of them occurs,
+  // kNoOpeningQuote is reported instead.
   EXPECT_THAT(codes, UnorderedElementsAre(kSuccess, kBadUnicodeEscape, kBadEscape, kNoOpeningQuote,
                                           kNoDigit, kNoFractionDigit, kNoExponentDigit,
                                           kNoOpeningBracket, kNoArraySeparator, kNoObjectSeparator,

@@ -1,4 +1,4 @@
-// Whole reports of documents, compared with those that are kept beside them.
+// Whole reports on documents, compared with the expected reports beside them.
 
 #include <algorithm>
 #include <cstdint>
@@ -50,7 +50,7 @@ std::vector<std::u16string> baseCodesIn(const fs::path& catalogue) {
   return codes;
 }
 
-/// Writes a report line by line; lines are indented by two blanks a level and kept short.
+/// Writes a report line by line, indented by two blanks per level and wrapped.
 class Report {
  public:
   void line(int level, const std::string& content) {
@@ -58,7 +58,7 @@ class Report {
     const std::string indentation(static_cast<std::size_t>(level) * 2, ' ');
     std::string rest = indentation + content;
     while (rest.size() > kWidth) {
-      // Long lines go on, two levels deeper, after a comma.
+      // A long line breaks after a comma and continues two levels deeper.
       std::size_t end = rest.rfind(", ", kWidth - 1);
       if (end == std::string::npos || end <= indentation.size() + 4) {
         end = rest.find(", ", kWidth);
@@ -72,7 +72,7 @@ class Report {
     text_ += rest + '\n';
   }
 
-  /// Indents every line of a text by one level.
+  /// Adds a text, indented by one level.
   void block(const std::string& lines) {
     std::istringstream in(lines);
     for (std::string content; std::getline(in, content);) {

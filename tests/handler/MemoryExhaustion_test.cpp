@@ -1,4 +1,4 @@
-// What the handler leaves behind when memory runs out at any single allocation.
+// What the handler leaves behind when any single allocation fails.
 
 #include <algorithm>
 #include <cstddef>
@@ -36,7 +36,7 @@ std::string treeOf(const UpdateMetaDataHandler& handler) {
   return dump(handler.getProductUpdateMetaDataModel());
 }
 
-TEST(MemoryOfTheHandler, IsGivenBackWhenTheHandlerCannotBeMade) {
+TEST(MemoryOfTheHandler, IsReleasedWhenTheHandlerCannotBeMade) {
   const std::size_t before = liveBlocks();
   const std::size_t failures = failEachAllocation([] { std::make_shared<UpdateMetaDataHandler>(); },
                                                   [&] { EXPECT_EQ(liveBlocks(), before); });
@@ -44,7 +44,7 @@ TEST(MemoryOfTheHandler, IsGivenBackWhenTheHandlerCannotBeMade) {
   EXPECT_EQ(liveBlocks(), before);
 }
 
-TEST(MemoryOfTheHandler, IsGivenBackWithTheHandler) {
+TEST(MemoryOfTheHandler, IsReleasedWithTheHandler) {
   const std::size_t before = liveBlocks();
   {
     const auto handler = std::make_shared<UpdateMetaDataHandler>();
@@ -68,7 +68,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
     handler.setProductDeltaData(u"before", {u"c"}, {}, {{u"c", {{u"p", 1}}}}, {});
     std::string tree = treeOf(handler);
     std::size_t failures = 0;
-    // Many, because most elements and texts lie in memory that is there already.
+    // Many, because most elements and texts fit into memory that is allocated already.
     for (char16_t count = 0; count < 200; ++count) {
       const std::u16string name = kLong + count;
       const UpdateMetaDataHandler::PkgsToDelete pkgsToDelete = {{u"a", {{name, 1}, {u"x", 2}}},
@@ -90,8 +90,8 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
   EXPECT_EQ(liveBlocks(), before);
 }
 
-/// The names of many components and their packages: so many texts that some allocations come in the
-/// middle of a component. All of them are new to the model in each `round`.
+/// The names of many components and their packages: enough texts that some allocations fail in the
+/// middle of a component. Each `round` uses names that are new to the model.
 struct ManyComponents {
   static constexpr std::size_t kComponents = 200;
   static constexpr std::size_t kPkgs = 5;
@@ -117,8 +117,8 @@ struct ManyComponents {
   UpdateMetaDataHandler::PkgsToExtract pkgsToExtract;
 };
 
-/// Has each allocation of `appendTo(product, many)` fail. `pkgCountsOf` gives how many packages
-/// each component has that the product has afterwards.
+/// Makes each allocation of `appendTo(product, many)` fail in turn. `pkgCountsOf` returns how many
+/// packages each component of the product has afterwards.
 template <class AppendTo, class PkgCountsOf>
 void expectWholeComponentsOnly(const CatalogueHandler& handler, AppendTo appendTo,
                                PkgCountsOf pkgCountsOf) {
@@ -184,7 +184,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded)
   {
     const UpdateMetaDataHandler handler;
     std::size_t failures = 0;
-    // Many, because most elements and texts lie in memory that is there already.
+    // Many, because most elements and texts fit into memory that is allocated already.
     for (char16_t count = 0; count < 200; ++count) {
       const std::string tree = treeOf(handler);
       const std::u16string name = kLong + count;
@@ -249,7 +249,7 @@ void failEachAllocationOf(const UpdateMetaDataHandler& handler, Query query) {
   EXPECT_EQ(treeOf(handler), tree);
 }
 
-TEST(MemoryOfAQuery, IsGivenBackWhenItCannotBeAnswered) {
+TEST(MemoryOfAQuery, IsReleasedWhenItCannotBeAnswered) {
   EchoingHandler handler;
   for (int count = 0; count < 3; ++count) {
     const std::vector<std::u16string> names = {u"b", u"a", kLong, u"b"};
@@ -268,7 +268,7 @@ TEST(MemoryOfAQuery, IsGivenBackWhenItCannotBeAnswered) {
   failEachAllocationOf(handler, [&] { return handler.getComponentsWithFilesToDelete(); });
 }
 
-TEST(MemoryOfTheCatalogue, IsGivenBackAndTheCatalogueTriedAgainWhenItCannotBeOpened) {
+TEST(MemoryOfTheCatalogue, IsReleasedWhenItCannotBeOpenedAndOpeningIsTriedAgain) {
   test_support::TemporaryFolder folder;
   folder.writeFile("first/products.tsv", "header\nC1\tPress\t1\t\n");
   folder.writeFile("second/products.tsv", "header\nC2\tPress\t1\t\n");
@@ -283,7 +283,8 @@ TEST(MemoryOfTheCatalogue, IsGivenBackAndTheCatalogueTriedAgainWhenItCannotBeOpe
       handler.initializeProductDataProvider(first);
       opened = !failing.reached();
     } catch (const std::bad_alloc&) {
-      EXPECT_EQ(handler.getProductBaseCode(u"Press", second), u"C2") << "none had been open";
+      EXPECT_EQ(handler.getProductBaseCode(u"Press", second), u"C2")
+          << "no catalogue was open before";
     }
   }
   EXPECT_GT(failures, 5u);

@@ -13,7 +13,7 @@ int signOf(int number) {
   return (number > 0) - (number < 0);
 }
 
-// Every name of up to three units out of some that stand on both sides of the underscore.
+// All names of up to three units, from units that sort before, at and after the underscore.
 std::vector<std::u16string> names() {
   const std::vector<char16_t> units = {u'\0', u'^', u'_', u'`', u'\xD83D', u'\xE000'};
   std::vector<std::u16string> all = {u""};
@@ -37,7 +37,7 @@ TEST(PackageKey, IsComponentUnderscorePackage) {
 
 TEST(PackageKey, ComparesAsItsTextDoes) {
   const std::vector<std::u16string> all = names();
-  // Each component with each package, against keys whose split is elsewhere.
+  // Each component with each package, compared with keys that split elsewhere.
   const std::vector<PackageKey> others = {
       {u"", u""},   {u"_", u""},   {u"", u"_"},   {u"_", u"_"},  {u"^_", u"`"},
       {u"_`", u""}, {u"`", u"__"}, {u"`_", u"_"}, {u"", u"^_^"}, {u"\xD83D", u"\xE000"}};
@@ -67,7 +67,7 @@ TEST(PackageKey, ComparesPackagesOfOneComponentAsTheirTextsDo) {
   }
 }
 
-TEST(PackageKey, ComparesAsItsTextDoesWhereOneComponentBeginsLikeTheOtherInTheSameMemory) {
+TEST(PackageKey, ComparesAsItsTextDoesWhenOneComponentIsAPrefixOfTheOtherInTheSameMemory) {
   const std::u16string_view component = u"core_base";
   const std::u16string_view start = component.substr(0, 4);
   for (const std::u16string& package : names()) {
@@ -79,7 +79,7 @@ TEST(PackageKey, ComparesAsItsTextDoesWhereOneComponentBeginsLikeTheOtherInTheSa
   }
 }
 
-TEST(Components, AreOrderedAsTheKeysOfTheirPackagesBegin) {
+TEST(Components, AreOrderedAsTheBeginningsOfTheirPackageKeys) {
   const std::vector<std::u16string> all = names();
   for (const std::u16string& left : all) {
     for (const std::u16string& right : all) {
@@ -89,7 +89,7 @@ TEST(Components, AreOrderedAsTheKeysOfTheirPackagesBegin) {
   }
 }
 
-TEST(Components, ContinueAnotherNameBehindItsSeparator) {
+TEST(Components, MayContinueAnotherNameAfterItsSeparator) {
   const std::vector<std::u16string> all = names();
   for (const std::u16string& shorter : all) {
     for (const std::u16string& longer : all) {

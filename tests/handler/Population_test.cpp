@@ -76,7 +76,7 @@ TEST_F(Population, AddsAProductWithNothingInIt) {
   EXPECT_EQ(tree(), "release data: none\nproduct \"\"\n");
 }
 
-TEST_F(Population, KeepsProductsInTheOrderOfTheCallsAlsoOfOneName) {
+TEST_F(Population, KeepsProductsInCallOrderEvenWithEqualNames) {
   handler.setProductDeltaData(u"b", {u"1"}, {}, {}, {});
   handler.setProductDeltaData(u"a", {}, {}, {}, {});
   handler.setProductDeltaData(u"b", {u"2"}, {}, {}, {});
@@ -89,7 +89,7 @@ TEST_F(Population, KeepsProductsInTheOrderOfTheCallsAlsoOfOneName) {
             "  component to delete \"2\"\n");
 }
 
-TEST_F(Population, AddsAComponentWithoutPackagesWhenTheTableDoesNotHoldIt) {
+TEST_F(Population, AddsAComponentWithoutPackagesWhenTheTableDoesNotContainIt) {
   handler.setProductDeltaData(u"Press", {u"core", u"gone"}, {u"gone", u"CORE"},
                               {{u"core", {}}, {u"core ", {{u"old", 1}}}},
                               {{u"core", {{u"new", 1, 2}}}});
@@ -102,7 +102,7 @@ TEST_F(Population, AddsAComponentWithoutPackagesWhenTheTableDoesNotHoldIt) {
             "  component to extract \"CORE\"\n");
 }
 
-TEST_F(Population, AddsAComponentForEachNameAlsoForARepeatedOne) {
+TEST_F(Population, AddsAComponentForEachNameEvenIfRepeated) {
   handler.setProductDeltaData(u"Press", {u"b", u"a", u"b"}, {u"b", u"b"}, {{u"b", {{u"old", 1}}}},
                               {{u"b", {{u"new", 2, 3}}}});
   EXPECT_EQ(tree(),
@@ -124,7 +124,7 @@ TEST_F(Population, AddsAComponentForEachNameAlsoForARepeatedOne) {
             product->getCompsToDelete()[2]->getPkgsToDelete()[0]);
 }
 
-TEST_F(Population, TakesPackagesToDeleteInOrderOfNamesAndPackagesToExtractAsGiven) {
+TEST_F(Population, OrdersPackagesToDeleteByNameAndKeepsPackagesToExtractAsGiven) {
   handler.setProductDeltaData(
       u"Press", {u"c"}, {u"c"},
       {{u"c", {{u"b", 2}, {u"a", 1}, {u"\uE000", 4}, {u"\U0001F600", 3}}}},
@@ -235,7 +235,7 @@ TEST_F(Population, AddsPackagesOneByOneAsQuicklyAsAllAtOnce) {
   EXPECT_EQ(component->getPkgsToExtract().size(), kMany);
 }
 
-TEST_F(Population, TakesAHundredThousandPackagesInOneComponent) {
+TEST_F(Population, AcceptsAHundredThousandPackagesInOneComponent) {
   const UpdateMetaDataHandler::PkgsToExtract pkgs = {
       {u"core", std::vector<UpdatePkgData>(100000, {u"new", 1, 2})}};
   handler.setProductDeltaData(u"Press", {}, {u"core"}, {}, pkgs);
@@ -318,7 +318,7 @@ TEST_F(Population, LeavesTheRootAloneWhenAPackageIsOfAnotherModel) {
   EXPECT_EQ(tree(),
             "release data: none\n"
             "component with files to delete \"before\"\n");
-  EXPECT_FALSE(own->getContainer()) << "the half-made component is gone";
+  EXPECT_FALSE(own->getContainer()) << "the incomplete component is gone";
   handler.setComponentDataWithFilesToDelete(u"docs", {own});
   EXPECT_TRUE(own->getContainer());
 }

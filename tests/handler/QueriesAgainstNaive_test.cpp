@@ -1,5 +1,5 @@
-// All six queries on generated models against a plain re-computation, which follows the words of
-// their contract step by step and knows nothing of models.
+// All six queries on generated models, compared with a plain computation that follows the contract
+// step by step and does not use the model.
 
 #include <cstddef>
 #include <cstdint>
@@ -32,7 +32,7 @@ using KeysByCode = std::map<std::u16string, Keys>;
 using Sizes = std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>;
 using Files = std::map<std::u16string, std::pair<Keys, std::int64_t>>;
 
-// What a model is to hold, as plain values in model order.
+// The content of a model as plain values, in model order.
 struct Component {
   std::u16string name;
   std::vector<UpdatePkgData> pkgs;
@@ -60,7 +60,7 @@ struct Content {
   std::vector<ComponentWithFiles> withFiles;
 };
 
-// --- the plain re-computation
+// --- the plain computation
 
 using Side = std::vector<Component> Product::*;
 
@@ -135,7 +135,7 @@ Files expectedFiles(const Content& content) {
 
 // --- the generator
 
-// How large a content is to be, and from how many names it draws.
+// The size of a generated content and the number of names to draw from.
 struct Shape {
   const char* name;
   unsigned seeds;
@@ -161,8 +161,8 @@ class Generator {
 
   std::int64_t size() { return static_cast<std::int64_t>(random_()) - (std::int64_t{1} << 31); }
 
-  // A list of packages in any order, names repeated. Mostly it has the names of another component's
-  // that is called the same, or these with a change.
+  // A list of packages in any order, with repeated names. It mostly reuses the packages of an
+  // earlier component of the same name, sometimes with a change.
   std::vector<UpdatePkgData> pkgs(std::map<std::u16string, std::vector<UpdatePkgData>>& known,
                                   const std::u16string& component) {
     const auto found = known.find(component);
@@ -211,8 +211,9 @@ class Generator {
   }
 
  private:
-  // Short names of few pieces, so that keys meet: with underscores at every place, with units next
-  // to the underscore, beyond the basic plane and above the surrogates, unpaired, and NUL.
+  // Short names built from few pieces, so that keys collide: with underscores at every place, units
+  // next to the underscore, units beyond the basic plane, units above the surrogates, unpaired
+  // surrogates, and NUL.
   std::u16string makeName() {
     static const std::vector<std::u16string> kPieces = {u"a",
                                                         u"b",
@@ -258,7 +259,7 @@ Element make(const CatalogueHandler& handler, const std::u16string& name) {
   return element;
 }
 
-// Element by element: the lists are in whatever order the content has, names repeated.
+// Element by element: lists keep the order of the content, with repeated names.
 void fillByHand(const CatalogueHandler& handler, const Content& content) {
   const auto fill = [&](const std::vector<Component>& components, auto& list, auto pkgsOf) {
     for (const Component& component : components) {
@@ -293,9 +294,9 @@ void fillByHand(const CatalogueHandler& handler, const Content& content) {
   }
 }
 
-// Through the handler's setters, with tables of packages for each product. A component that comes
-// twice in one product, and a package that is deleted twice, have one entry in such a table; the
-// content is brought to what the model then holds.
+// Through the handler's setters, with tables of packages for each product. A component that a
+// product names twice, or a package that is deleted twice, has a single entry in such a table, so
+// the content is adjusted to what the model then contains.
 void fillThroughHandler(const UpdateMetaDataHandler& handler, Content& content) {
   const auto namesOf = [](const std::vector<Component>& components) {
     std::vector<std::u16string> names;
@@ -394,7 +395,7 @@ constexpr Shape kShapes[] = {
 INSTANTIATE_TEST_SUITE_P(Content, GeneratedModel, ::testing::ValuesIn(kShapes),
                          [](const auto& row) { return row.param.name; });
 
-// Products that share components, as documents make them: one table for all.
+// Products that share components, as in documents: one table for all.
 TEST(SharedComponents, AreAnsweredAsThePlainWalkDoes) {
   constexpr Shape kShape = {"", 0, 0, 0, 0, 40};
   Generator generator(7, kShape);

@@ -29,10 +29,10 @@ using Keys = std::set<std::u16string>;
 using KeysByCode = std::map<std::u16string, Keys>;
 using LookUps = std::vector<std::vector<std::u16string>>;
 
-// The names of the packages of components.
+// Components and the names of their packages.
 using Components = std::vector<std::pair<std::u16string, std::vector<std::u16string>>>;
 
-// Packages to delete or packages to extract: whatever holds for one of them holds for the other.
+// Packages to delete or packages to extract: the same tests run for both.
 struct Side {
   const char* name;
   void (*addProduct)(const UpdateMetaDataHandler& handler, const std::u16string& name,
@@ -124,9 +124,9 @@ TEST_P(ComponentQuery, CountsAKeyOnceHoweverItsNamesAreSplit) {
   EXPECT_EQ(ofCode(u"C"), (Keys{u"a_b_c", u"a_b", u"_a_b_c"}));
 }
 
-TEST_P(ComponentQuery, OrdersKeysByTheirUnitsAlsoAcrossComponents) {
+TEST_P(ComponentQuery, OrdersKeysByTheirUnitsEvenAcrossComponents) {
   handler.codesByName = {{u"P", u"C"}};
-  // '^' is before the underscore and '`' behind it; surrogates are before U+E000.
+  // '^' sorts before the underscore, '`' after it; surrogates sort before U+E000.
   addProduct(u"P", {{u"a", {u"b_z", u"~"}},
                     {u"a_b", {u"a", u""}},
                     {u"a`", {u"0"}},
@@ -140,7 +140,7 @@ TEST_P(ComponentQuery, OrdersKeysByTheirUnitsAlsoAcrossComponents) {
                                                   u"a`_0", u"\U0001F600_3", u"\uE000_2"}));
 }
 
-TEST_P(ComponentQuery, LooksAtItsOwnSideOnly) {
+TEST_P(ComponentQuery, ReadsItsOwnSideOnly) {
   handler.codesByName = {{u"P", u"C"}};
   handler.namesByCode = {{u"C", u"P"}};
   addProductOfOtherSide(u"P", {{u"core", {u"other"}}});
@@ -157,7 +157,7 @@ TEST_P(ComponentQuery, NeedsNoReleases) {
   EXPECT_EQ(byCode(), (KeysByCode{{u"", {u"core_bin"}}}));
 }
 
-TEST_P(ComponentQuery, GivesAFreshAnswerEachTimeAndLeavesTheModelAlone) {
+TEST_P(ComponentQuery, ReturnsANewAnswerEachTimeAndLeavesTheModelAlone) {
   handler.codesByName = {{u"P", u"C"}};
   handler.namesByCode = {{u"C", u"P"}};
   addProduct(u"P", {{u"b", {u"1"}}, {u"a", {u"2"}}, {u"b", {u"1"}}});
@@ -208,7 +208,7 @@ TEST_P(SingleArgumentQuery, GivesTheCodeToTheFirstProductThatHasPackages) {
   EXPECT_EQ(byCode(), (KeysByCode{{u"C", {u"core_b"}}}));
 }
 
-TEST_P(SingleArgumentQuery, TakesAnEmptyCodeForACode) {
+TEST_P(SingleArgumentQuery, TreatsAnEmptyCodeAsACode) {
   handler.codesByName = {{u"Known", u"C"}};
   addProduct(u"Unknown", {{u"core", {u"u"}}});
   addProduct(u"Known", {{u"core", {u"k"}}});
@@ -267,14 +267,14 @@ TEST_P(TwoArgumentQuery, ComparesNamesUnitByUnitAndByLength) {
   EXPECT_EQ(ofCode(u"C"), Keys{u"core_right"});
 }
 
-TEST_P(TwoArgumentQuery, TakesAnEmptyNameForAName) {
+TEST_P(TwoArgumentQuery, TreatsAnEmptyNameAsAName) {
   addProduct(u"A", {{u"core", {u"a"}}});
   EXPECT_EQ(ofCode(u"unknown"), Keys());
   addProduct(u"", {{u"core", {u"nameless"}}});
   EXPECT_EQ(ofCode(u"unknown"), Keys{u"core_nameless"});
 }
 
-// A handler whose catalogue fails at the nth question.
+// A handler whose catalogue fails at look-up number n.
 class FailingHandler : public UpdateMetaDataHandler {
  public:
   std::u16string getProductName(const std::u16string&, const std::u16string&) override {
@@ -314,7 +314,7 @@ TEST_P(ComponentQuery, LetsTheCataloguesExceptionPassAndLeavesTheModelAlone) {
             (KeysByCode{{u"P", {u"a_1", u"b_1"}}, {u"Q", {u"b_2"}}}));
 }
 
-// A handler whose look-ups add products to the model, which is being walked meanwhile.
+// A handler whose look-ups add products to the model while a query walks it.
 class GrowingHandler : public UpdateMetaDataHandler {
  public:
   std::u16string getProductName(const std::u16string& productBaseCode,
@@ -356,7 +356,7 @@ TEST_P(ComponentQuery, VisitsAProductThatAVirtualCallAppends) {
   EXPECT_EQ(growing.lookUps, 2001);
 }
 
-// A handler whose look-ups give the product that is asked about another component.
+// A handler whose look-ups add a component to the product in question.
 class FillingHandler : public UpdateMetaDataHandler {
  public:
   std::u16string getProductName(const std::u16string&, const std::u16string&) override {
@@ -367,7 +367,7 @@ class FillingHandler : public UpdateMetaDataHandler {
   }
 };
 
-TEST_P(TwoArgumentQuery, SeesWhatTheLookUpHasGivenTheProduct) {
+TEST_P(TwoArgumentQuery, SeesWhatTheLookUpAddsToTheProduct) {
   FillingHandler filling;
   GetParam().addProduct(filling, u"P", {{u"core", {u"bin"}}});
   EXPECT_EQ((filling.*GetParam().ofCode)(u"", u""), (Keys{u"core_bin", u"late_x"}));
@@ -388,7 +388,7 @@ TEST_P(ComponentQuery, AsksTheProductCatalogueThroughTheHandlersOwnOperations) {
   const std::u16string location = folder.path();
   EXPECT_EQ((recording.*GetParam().byCode)(location),
             (KeysByCode{{u"C1", {u"core_old"}}, {u"C2", {u"core_mill"}}}));
-  // A location that would not open is ignored from here on.
+  // The catalogue is open, so a location that cannot be opened is ignored.
   EXPECT_EQ((recording.*GetParam().ofCode)(u"C1", u"elsewhere"), Keys{u"core_new"});
   const std::string query = std::string("getComponents") + GetParam().name;
   const std::string opening = "initializeProductDataProvider(\"" + folder.nativePath() + "\")";

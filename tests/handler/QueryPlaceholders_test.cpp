@@ -1,4 +1,4 @@
-// The queries on trees with placeholders, which the handler never makes itself.
+// Queries on trees with placeholders. The handler itself never makes any.
 
 #include <exception>
 #include <functional>
@@ -37,13 +37,14 @@ using mf::zero::Placeholders;
 using test_support::CatalogueHandler;
 using ::testing::PrintToString;
 
-// A tree with one of everything, each element of a list behind a placeholder, if wanted.
+// A tree with one element of every kind; on request, each element of a list is behind a
+// placeholder.
 class PlaceholderTree {
  public:
-  // What a placeholder at some level of the tree stands for; given the real element.
+  // Returns what the placeholder for the given real element resolves to.
   using Target = std::function<ModelElement(const ModelElement& real)>;
 
-  // Levels: 1 is the products and components right under the root, 2 and 3 what is below.
+  // Level 1: the products and components right below the root; levels 2 and 3 are below them.
   PlaceholderTree(int placeholderLevel, Target target)
       : level_(placeholderLevel), target_(std::move(target)) {
     handler.namesByCode = {{u"C", u"P"}};
@@ -148,7 +149,7 @@ ModelElement itself(const ModelElement& real) {
   return real;
 }
 
-TEST_P(QueryOnPlaceholders, ResolvesEachOfThemOnceAndKeepsTheElement) {
+TEST_P(QueryOnPlaceholders, ResolvesEachOnceAndKeepsTheElement) {
   PlaceholderTree plain(0, itself);
   const std::string answer = GetParam().ask(plain.handler);
   for (int level = 1; level <= GetParam().depth; ++level) {
@@ -157,7 +158,7 @@ TEST_P(QueryOnPlaceholders, ResolvesEachOfThemOnceAndKeepsTheElement) {
     EXPECT_EQ(GetParam().ask(tree.handler), answer);
     EXPECT_EQ(tree.resolutions, 1);
     EXPECT_EQ(GetParam().ask(tree.handler), answer);
-    EXPECT_EQ(tree.resolutions, 1) << "the element has taken the placeholder's place";
+    EXPECT_EQ(tree.resolutions, 1) << "the element has replaced the placeholder";
   }
 }
 
@@ -180,11 +181,11 @@ TEST_P(QueryOnPlaceholders, ReportsWhatDoesNotBelongInTheList) {
     target = ProductUpdateMetaData::create(tree.handler.model, mf::zero::Uuid());
     Placeholders::make(target, [] { return ModelElement(); });
     EXPECT_EQ(typeNameReported(), u"install::datamodels::product_update::ProductUpdateMetaData");
-    EXPECT_EQ(tree.resolutions, 3) << "the placeholder has stayed each time";
+    EXPECT_EQ(tree.resolutions, 3) << "the placeholder stays each time";
   }
 }
 
-TEST_P(QueryOnPlaceholders, RefusesAPlaceholderForAPlaceholderOfTheRightType) {
+TEST_P(QueryOnPlaceholders, RejectsAPlaceholderForAPlaceholderOfTheRightType) {
   for (int level = 1; level <= GetParam().depth; ++level) {
     SCOPED_TRACE("level " + std::to_string(level));
     PlaceholderTree tree(level, [](const ModelElement& real) {
@@ -197,7 +198,7 @@ TEST_P(QueryOnPlaceholders, RefusesAPlaceholderForAPlaceholderOfTheRightType) {
   }
 }
 
-TEST_P(QueryOnPlaceholders, RefusesAnElementOfAnotherModel) {
+TEST_P(QueryOnPlaceholders, RejectsAnElementOfAnotherModel) {
   for (int level = 1; level <= GetParam().depth; ++level) {
     SCOPED_TRACE("level " + std::to_string(level));
     PlaceholderTree other(0, itself);
@@ -247,7 +248,7 @@ TEST_P(QueryOnPlaceholders, LetsTheReportPassThroughTheFacade) {
   }
 }
 
-// Placeholders for packages of components in no particular order of names.
+// Placeholders for packages whose components are in no particular order of names.
 TEST_P(QueryOnPlaceholders, ResolvesThemInModelOrderAndKeepsThoseBeforeAFailure) {
   PlaceholderTree tree(0, itself);
   const auto root = tree.handler.getProductUpdateMetaDataModel();

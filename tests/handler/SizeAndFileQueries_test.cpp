@@ -46,7 +46,7 @@ TEST_F(SizesAndFiles, NeedNoCatalogue) {
   EXPECT_EQ(handler.lookUps.size(), 0u);
 }
 
-TEST_F(SizesAndFiles, TellThePackagesToExtractOfAllProducts) {
+TEST_F(SizesAndFiles, CoverThePackagesToExtractOfAllProducts) {
   constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
   constexpr std::int64_t kSmallest = std::numeric_limits<std::int64_t>::min();
   handler.setProductDeltaData(
@@ -104,7 +104,7 @@ TEST_F(SizesAndFiles, KeepTheFilesOfTheFirstPackageWithAKey) {
             (Files{{u"a_b_c", {{}, 3}}, {u"a_q", {{u"kept"}, 5}}, {u"b_p", {{u"first"}, 1}}}));
 }
 
-TEST_F(SizesAndFiles, TakeAHundredThousandFilesOfOnePackage) {
+TEST_F(SizesAndFiles, AcceptAHundredThousandFilesOfOnePackage) {
   const std::vector<std::u16string> files(100000, u"the/same/path");
   handler.setComponentDataWithFilesToDelete(u"docs", {pkg(u"guide", 1, files)});
   EXPECT_EQ(handler.getComponentsWithFilesToDelete(),

@@ -59,7 +59,7 @@ TEST(Handler, HandsOutTheTreeItselfNotACopy) {
   EXPECT_EQ(dump(root), "release data: none\nproduct \"Press\"\n");
 }
 
-TEST(Handler, LeavesTheTreeToWhoeverHoldsTheRoot) {
+TEST(Handler, LeavesTheTreeToTheHoldersOfTheRoot) {
   ProductUpdateMetaData root;
   {
     const auto handler = makeInitialized();
@@ -76,7 +76,7 @@ TEST(Handler, LeavesTheTreeToWhoeverHoldsTheRoot) {
             "  component to delete \"core\"\n");
 }
 
-TEST(Handler, HasAModelOfItsOwn) {
+TEST(Handler, HasItsOwnModel) {
   const UpdateMetaDataHandler one;
   const UpdateMetaDataHandler other;
   const ProductUpdateMetaData rootOfOne = one.getProductUpdateMetaDataModel();
@@ -157,7 +157,7 @@ TEST(Releases, KeepWhatEachSetterIsGivenInItsOwnField) {
   EXPECT_EQ(handler->getTargetUpdateLevelForQorv(), 5);
 }
 
-TEST(Releases, TakeALaterValueForAnEarlierOne) {
+TEST(Releases, ReplaceAnEarlierValueByALaterOne) {
   const auto handler = makeInitialized();
   for (const char16_t* value : {u"first", u"second"}) {
     handler->setBaseReleaseFamily(value);
@@ -204,7 +204,7 @@ TEST(Releases, AreReplacedByASecondInitialization) {
             "  architecture \"arch\"\n"
             "  base release: family \"\", version \"\", level 0\n"
             "  target release: family \"\", version \"1.1\", level 0\n");
-  EXPECT_EQ(formerBase->getVersion(), u"1.0") << "still there for whoever holds it";
+  EXPECT_EQ(formerBase->getVersion(), u"1.0") << "its holders can still read it";
   EXPECT_FALSE(formerBase->getContainer());
 
   handler->initializeTargetRelease();
@@ -254,7 +254,7 @@ constexpr Level kLevels[] = {
 INSTANTIATE_TEST_SUITE_P(Int, TargetUpdateLevel, ::testing::ValuesIn(kLevels),
                          [](const auto& row) { return row.param.name; });
 
-// Two catalogues that tell their answers apart.
+// Two catalogues with different answers.
 class Catalogue : public ::testing::Test {
  protected:
   static constexpr const char* kHeader = "code\tname\tnumber\tcontrolling\n";
@@ -301,10 +301,10 @@ TEST_F(Catalogue, IsTriedAgainAfterItFailedToOpen) {
         ThrowsMessage<std::runtime_error>(StrEq(folder.nativePath("broken/products.tsv") +
                                                 ":2: expected 4 tab-separated fields, found 2")));
   }
-  EXPECT_EQ(handler.getProductName(u"C1", first), u"Press") << "none had been open";
+  EXPECT_EQ(handler.getProductName(u"C1", first), u"Press") << "no catalogue was open before";
 }
 
-TEST_F(Catalogue, IsAskedForThroughTheVirtualOperationsEveryTime) {
+TEST_F(Catalogue, IsQueriedThroughTheVirtualOperationsEveryTime) {
   RecordingHandler handler;
   handler.getProductName(u"C1", first);
   handler.getProductName(u"C1", second);
@@ -320,7 +320,7 @@ TEST_F(Catalogue, IsAskedForThroughTheVirtualOperationsEveryTime) {
           "initializeProductDataProvider(\"" + folder.nativePath("second/products.tsv") + "\")"));
 }
 
-// A catalogue that answers with what it is asked, and tells when it goes.
+// A catalogue that returns its question as the answer and reports its destruction.
 class EchoingCatalogue : public ProductDataProvider {
  public:
   explicit EchoingCatalogue(ProductDeltaData product, bool& treeWasThere)
@@ -358,7 +358,7 @@ class EchoingHandler : public UpdateMetaDataHandler {
   bool& treeWasThere_;
 };
 
-TEST(InjectedCatalogue, IsAskedThroughItsVirtualOperationsAndAnswersUnchanged) {
+TEST(InjectedCatalogue, IsQueriedThroughItsVirtualOperationsAndAnswersUnchanged) {
   bool treeWasThere = false;
   EchoingHandler handler(treeWasThere);
   handler.setProductDeltaData(u"Press", {}, {}, {}, {});

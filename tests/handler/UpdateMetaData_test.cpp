@@ -46,7 +46,7 @@ static_assert(!std::is_final_v<UpdateMetaData>);
 static_assert(sizeof(UpdateMetaData) == sizeof(void*) + sizeof(std::shared_ptr<void>),
               "one field and the table of virtual operations");
 
-// A handler that gives answers that the real one would not give, and writes down who asks.
+// A handler with answers that the real one would not give. It records its calls.
 class AnsweringHandler : public UpdateMetaDataHandler {
  public:
   using Calls = std::vector<std::vector<std::u16string>>;
@@ -162,7 +162,7 @@ TEST_F(Facade, KeepsNoAnswer) {
                                          {u"getBaseReleaseFamily"}}));
 }
 
-TEST(FacadeOwnership, TakesOneReferenceAndDropsIt) {
+TEST(FacadeOwnership, HoldsOneReferenceAndDropsIt) {
   const std::shared_ptr<UpdateMetaDataHandler> handler = std::make_shared<AnsweringHandler>();
   {
     const UpdateMetaData first(handler);
@@ -192,7 +192,7 @@ TEST(FacadeOwnership, DestroysTheHandlerWithTheLastFacade) {
   EXPECT_TRUE(destroyed);
 }
 
-TEST(FacadeOwnership, LetsGoOfItsHandlerWhenItIsAssignedAnother) {
+TEST(FacadeOwnership, ReleasesItsHandlerWhenItIsAssignedAnother) {
   bool destroyed = false;
   UpdateMetaData facade(std::make_shared<AnsweringHandler>(&destroyed));
   facade = UpdateMetaData(std::make_shared<AnsweringHandler>());
@@ -271,7 +271,7 @@ TEST(FacadeOnAModel, CallsTheHandlersVirtualOperations) {
                                             "getComponentsWithFilesToDelete()"));
 }
 
-// Tells whether `call` can be made on an object of class `T`.
+// Whether `call` can be made on an object of class `T`.
 template <class T, class Call>
 constexpr bool offers(Call) {
   return std::is_invocable_v<Call, T&>;

@@ -24,7 +24,7 @@ using test_support::quoted;
 using test_support::RandomJsonText;
 using test_support::Sequences;
 
-// Asserts that the reader and the naive one agree: on the value, or on type, code, place and
+// Asserts that the reader and the naive reader agree: on the value, or on the type, code, place and
 // message of the failure.
 void expectAgreement(const std::string& text, bool allowComments = false) {
   ASSERT_EQ(outcomeOf(text, allowComments), naiveOutcomeOf(text, allowComments))
@@ -156,7 +156,7 @@ TEST_P(ObjectBodies, OfThreeTokensAreReadAlike) {
 INSTANTIATE_TEST_SUITE_P(Comments, ObjectBodies, ::testing::Bool(),
                          [](const auto& row) { return row.param ? "Allowed" : "Forbidden"; });
 
-// Every member either changes the type or is a payload of another form.
+// Each member either changes the type or is a payload of a different form.
 TEST(SequencesOfTypedMembers, AreReadAlike) {
   const Parts members = {"\"qztype\":\"int8\"",
                          "\"qztype\":\"uint64\"",
@@ -178,7 +178,7 @@ TEST(SequencesOfTypedMembers, AreReadAlike) {
   });
 }
 
-TEST(Payloads, AreReadAlikeBeforeAndBehindTheirType) {
+TEST(Payloads, AreReadAlikeBeforeAndAfterTheirType) {
   const Parts symbols = bytesOf("[],-09.e\"{ ");
   Sequences(symbols, kFullEffort ? 5 : 3).forEach([&](const std::string& payload) {
     expectAgreement("{\"qztype\":\"int8\",\"qzdata\":[" + payload);

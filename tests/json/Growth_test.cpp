@@ -17,7 +17,7 @@
 #include "json/TreeBuilder.h"
 #include "support/JsonOutcome.h"
 
-// Texts for which a careless reader would take hours.
+// Texts that would keep a careless reader busy for hours.
 
 namespace foundation::json {
 namespace {
@@ -27,7 +27,7 @@ using test_support::outcomeOf;
 
 constexpr std::size_t kMany = 100000;
 
-// Six digits, so that the order of the texts is that of the numbers.
+// Six digits, so that the texts sort as the numbers do.
 std::string sixDigits(std::size_t number) {
   std::string digits = std::to_string(number);
   digits.insert(0, 6 - digits.size(), '0');
@@ -42,7 +42,7 @@ std::string objectOf(const std::vector<std::pair<std::string, std::size_t>>& mem
   return text + "}";
 }
 
-// The members of an object in order, with values that are numbers.
+// The members of an object in order; all values are numbers.
 std::vector<std::pair<std::string, std::size_t>> membersOf(const Value& object) {
   std::vector<std::pair<std::string, std::size_t>> members;
   for (const auto& [key, value] : object.as<Object>()) {
@@ -69,7 +69,7 @@ TEST(ManyMembers, OfDescendingKeysAreOrdered) {
   EXPECT_TRUE(membersOf(value) == members);
 }
 
-TEST(ManyMembers, OfDescendingKeysMadeByHandAreOrdered) {
+TEST(ManyMembers, OfDescendingKeysBuiltByHandAreOrdered) {
   std::vector<std::pair<std::string, Value>> members;
   std::vector<std::pair<std::string, std::size_t>> expected;
   for (std::size_t i = kMany; i != 0; --i) {
@@ -149,7 +149,7 @@ std::string manyTypes(const char* first, const char* second) {
   return text;
 }
 
-TEST(ManyTypesBehindAPayload, LeaveItAsTheLastOneSays) {
+TEST(ManyTypesAfterAPayload, LeaveItAsTheLastOneSays) {
   const std::string start = "{\"qzdata\":" + manyIntegers();
   std::vector<Value> signedElements;
   std::vector<Value> unsignedElements;
@@ -165,7 +165,7 @@ TEST(ManyTypesBehindAPayload, LeaveItAsTheLastOneSays) {
               asUnsigned);
 }
 
-/// Counts what a text is read as, beside building its tree.
+/// Counts the numbers and integers that a text is read as while building its tree.
 class CountingBuilder : public TreeBuilder {
  public:
   using TreeBuilder::TreeBuilder;
@@ -213,7 +213,7 @@ Counts countsOf(const std::string& text) {
   return {outcome.code, builder.numbers, builder.signedIntegers, builder.unsignedIntegers};
 }
 
-TEST(ManyTypesBehindAPayload, HaveItReadOnceInEachWay) {
+TEST(ManyTypesAfterAPayload, HaveItReadOnceInEachWay) {
   const std::string types = manyTypes("int8", "uint8") + manyTypes("uint64", "other") + "}";
   const std::string payload = "{\"qzdata\":" + manyIntegers();
   EXPECT_EQ(countsOf(payload + types), (Counts{kSuccess, kManyTypes, kManyTypes, kManyTypes}));
@@ -303,9 +303,9 @@ TEST(AnErrorFarInside, HasItsPlaceAndAShortContext) {
   const JsonOutcome inOneLine = outcomeOf(oneLine);
   EXPECT_EQ(std::make_tuple(inOneLine.code, inOneLine.line, inOneLine.column, inOneLine.context),
             std::make_tuple(kNoArraySeparator, 1u, kLong + 5, std::string(78, 'x') + "\" 1]"));
-  const JsonOutcome behindLines = outcomeOf("[" + std::string(kLong, '\n') + "1 2]");
+  const JsonOutcome afterLines = outcomeOf("[" + std::string(kLong, '\n') + "1 2]");
   EXPECT_EQ(
-      std::make_tuple(behindLines.code, behindLines.line, behindLines.column, behindLines.context),
+      std::make_tuple(afterLines.code, afterLines.line, afterLines.column, afterLines.context),
       std::make_tuple(kNoArraySeparator, kLong + 1, 3u, std::string("1 2]")));
 }
 

@@ -341,7 +341,7 @@ TEST(CutOffDocuments, AreRejectedAtTheirEnd) {
   for (std::size_t size = 0; size != kDocument.size(); ++size) {
     const JsonOutcome outcome = outcomeOf(std::string(kDocument.substr(0, size)));
     if (outcome.kind == JsonOutcome::Kind::kRuntimeError) {
-      // Inside the name of the type, which is no string then.
+      // The text ends inside the name of the type, which is therefore not a string.
       EXPECT_EQ(outcome.message, "invalid conversion: undefined to string");
       EXPECT_TRUE(kDocument.substr(size).find("\"qzdata\"") < 8) << size;
       continue;
@@ -351,7 +351,7 @@ TEST(CutOffDocuments, AreRejectedAtTheirEnd) {
   }
 }
 
-TEST(DocumentsWithMore, AreRejectedBehindTheirEnd) {
+TEST(DocumentsWithMore, AreRejectedAfterTheirEnd) {
   for (int number = 0; number < 256; ++number) {
     const std::string text =
         std::string(kDocument) + static_cast<char>(static_cast<unsigned char>(number));

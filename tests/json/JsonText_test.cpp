@@ -197,7 +197,7 @@ TEST(JsonText, IsReadTheSameWayWhereCommentsAreAllowedButThereAreNone) {
   }
 }
 
-TEST(JsonText, StaysUnchangedUnlessItIsGivenAway) {
+TEST(JsonText, StaysUnchangedUnlessItIsMoved) {
   const std::string text = R"({"key": ["a string that is too long to be stored in place"]})";
   const std::string copy = text;
   const Value value = parseJsonText(text);
@@ -205,7 +205,7 @@ TEST(JsonText, StaysUnchangedUnlessItIsGivenAway) {
   EXPECT_EQ(parseJsonText(std::string(text)), value);
 }
 
-TEST(JsonStrings, MayHoldEveryByteButTheQuoteAndTheBackslash) {
+TEST(JsonStrings, MayContainEveryByteExceptTheQuoteAndTheBackslash) {
   for (int number = 0; number < 256; ++number) {
     const char byte = static_cast<char>(static_cast<unsigned char>(number));
     if (byte != '"' && byte != '\\') {

@@ -41,7 +41,7 @@ Places orderOf(const Keys& keys) {
   return orderOf(keys, order);
 }
 
-// As an ordered map finds it that takes the first of equal keys.
+// The order that an ordered map yields which keeps the first of equal keys.
 Places naiveOrderOf(const Keys& keys) {
   std::map<std::string, std::size_t> places;
   for (std::size_t i = 0; i != keys.size(); ++i) {
@@ -54,7 +54,7 @@ Places naiveOrderOf(const Keys& keys) {
   return order;
 }
 
-TEST(MemberOrder, OfNothingIsNothing) {
+TEST(MemberOrder, OfNoMembersIsEmpty) {
   EXPECT_EQ(orderOf({}), Places{});
 }
 

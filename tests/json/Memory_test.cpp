@@ -16,7 +16,7 @@
 #include "support/FailingAllocation.h"
 #include "support/ValueText.h"
 
-// A program of its own, since it replaces the operators that give out memory.
+// A separate program, because it replaces the allocation operators.
 
 namespace foundation::json {
 namespace {
@@ -27,8 +27,8 @@ using test_support::MemoryLimit;
 using test_support::quoted;
 using test_support::valueText;
 
-// More than a few members that are out of order, strings with and without escapes, and payloads
-// before and behind their types.
+// More than a few unordered members, strings with and without escapes, and payloads before and
+// after their types.
 const std::string kDocument =
     R"({"z":1,"y":[null,true,-2.5e3,"a string without escapes","one with \"escapes\" \u00e9"],)"
     R"("x":{"qztype":"int8","qzdata":[1,-2,3],"more\n":[[[[{}]]]]},"w":{"qzdata":[1,2],)"
@@ -71,7 +71,7 @@ TEST(Destruction, AllocatesNothing) {
   EXPECT_EQ(allocationsOfDestruction(objectsAround(arraysAround(parseJsonText(deep), 10), 10)), 0u);
 }
 
-TEST(Destruction, GivesAllMemoryBack) {
+TEST(Destruction, ReleasesAllMemory) {
   const std::size_t before = liveBlocks();
   {
     const Value document = parseJsonText(kDocument);
@@ -117,10 +117,10 @@ TEST(ParserExceptionCopy, AllocatesNothing) {
 }
 
 // -------------------------------------------------------------------------------------------------
-// Memory that runs out
+// Running out of memory
 
-// Runs `action` again and again with ever more memory, until it says that it had enough. Asserts
-// that it never leaves memory behind.
+// Runs `action` repeatedly with more and more memory until it reports success. Asserts that it
+// never leaks.
 template <class Action>
 void withEverMoreMemory(const Action& action) {
   for (std::size_t limit = 0; limit != 10000; ++limit) {
@@ -134,7 +134,7 @@ void withEverMoreMemory(const Action& action) {
   FAIL() << "needs more memory than expected";
 }
 
-// The stack of values at hand grows and shrinks by a share of its size, not with every container.
+// The stack of pending values grows and shrinks by a share of its size, not with every container.
 TEST(ReadingManySmallContainers, SeldomAsksForMemory) {
   constexpr std::size_t kPairs = 400000;
   std::string text = "[";

@@ -1,4 +1,4 @@
-// Numbers are correctly rounded, by exact arithmetic, and alike in every locale.
+// Numbers are correctly rounded, by exact arithmetic, in every locale.
 
 #include <cstdint>
 #include <limits>
@@ -92,7 +92,7 @@ void expectNearest(const std::string& text) {
   ASSERT_TRUE(isNearest(text, number)) << text << " is read as " << number;
 }
 
-// One test, as some locales take a second to make.
+// One test, because some locales take a second to create.
 TEST_P(NumbersInLocale, AreTheNearestDoubles) {
   EXPECT_EQ(parseJsonText("1234567.25").as<double>(), 1234567.25);
   EXPECT_THROW(parseJsonText("1,5"), ParserException);

@@ -79,7 +79,7 @@ TEST(Location, OfALineFeedIsTheEndOfItsLine) {
   EXPECT_EQ(locationOf("\ncd", 0), LocationInfo(1, 1, "", 0));
 }
 
-TEST(Location, OfTheByteBehindALineFeedIsTheStartOfTheNextLine) {
+TEST(Location, OfTheByteAfterALineFeedIsTheStartOfTheNextLine) {
   EXPECT_EQ(locationOf("ab\ncd", 3), LocationInfo(2, 1, "cd", 0));
   EXPECT_EQ(locationOf("ab\n", 3), LocationInfo(2, 1, "", 0));
 }
@@ -109,7 +109,7 @@ TEST(Location, ShowsWhatThereIsWithinEightyBytes) {
   EXPECT_EQ(locationOf(before + "\n", 79), LocationInfo(1, 80, before, 79));
 }
 
-TEST(Location, IsThatOfANaiveSearchAtEveryPlaceOfManyTexts) {
+TEST(Location, AgreesWithANaiveSearchAtEveryPlaceOfManyTexts) {
   std::mt19937_64 random(1);
   for (int left = 200; left != 0; --left) {
     std::string text(random() % 500, 'x');
@@ -150,12 +150,12 @@ TEST(ParserMessage, HasAtLeastFourDigitsOfTheCode) {
   }
 }
 
-TEST(ParserMessage, TakesAnyDescription) {
+TEST(ParserMessage, AcceptsAnyDescription) {
   EXPECT_EQ(messageFor("x", 1, 8, ""),
             "JSON ParserException (E0008):  (Line 1, Column 2)\n\tx\n\t ^");
 }
 
-TEST(ParserMessage, KeepsTabulatorsOfTheLine) {
+TEST(ParserMessage, KeepsTabsOfTheLine) {
   EXPECT_EQ(messageFor("\t\tx", 2, 8, "D"),
             "JSON ParserException (E0008): D (Line 1, Column 3)\n\t\t\tx\n\t  ^");
 }

@@ -8,7 +8,7 @@
 
 #include "support/FailingAllocation.h"
 
-// A program of its own, since it replaces the functions that give out memory.
+// A separate program, because it replaces the allocation functions.
 
 namespace foundation::json::detail {
 namespace {
@@ -27,7 +27,7 @@ void pushUpTo(SlotStack& stack, std::size_t size) {
   }
 }
 
-// Asserts that each slot holds the number of its place.
+// Asserts that each slot contains its own index.
 void expectNumbered(const SlotStack& stack, std::size_t size) {
   ASSERT_EQ(stack.size(), size);
   for (std::size_t place = 0; place != size; ++place) {
@@ -63,7 +63,7 @@ TEST(SlotStack, KeepsTheFirstSlotsWhileItShrinksAndGrowsAgain) {
   expectNumbered(stack, 70000);
 }
 
-TEST(SlotStack, KeepsItsRoomWhereNoneCanBeGivenBack) {
+TEST(SlotStack, KeepsItsCapacityWhenNoneCanBeReleased) {
   SlotStack stack;
   pushUpTo(stack, 1000000);
   {
@@ -76,7 +76,7 @@ TEST(SlotStack, KeepsItsRoomWhereNoneCanBeGivenBack) {
   expectNumbered(stack, 2000000);
 }
 
-TEST(SlotStack, LeavesItsSlotsAloneWhereThereIsNoMoreRoom) {
+TEST(SlotStack, LeavesItsSlotsAloneWhenItCannotGrow) {
   SlotStack stack;
   std::size_t failures = 0;
   for (std::size_t size = 0; size != 1000; ++size) {
@@ -92,7 +92,7 @@ TEST(SlotStack, LeavesItsSlotsAloneWhereThereIsNoMoreRoom) {
   EXPECT_EQ(failures, 3u) << "to 256, to 512 and to 1,024 slots";
 }
 
-TEST(SlotStack, ReplacesASlotInItsPlace) {
+TEST(SlotStack, ReplacesASlotInPlace) {
   SlotStack stack;
   pushUpTo(stack, 3);
   stack[1] = slotOf(7);

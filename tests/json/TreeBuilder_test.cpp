@@ -17,7 +17,7 @@ namespace {
 using namespace std::string_view_literals;
 using test_support::valueText;
 
-// Long enough not to be stored inside a std::string.
+// Too long for the inline buffer of a std::string.
 constexpr std::string_view kText = "key|a string that lies in the text|empty:";
 
 std::string_view keyOf(const TreeBuilder& builder) {
@@ -28,7 +28,7 @@ std::string_view stringOf(const TreeBuilder& builder) {
   return builder.text().substr(4, 30);
 }
 
-// An array with an object in it: the key and the strings in the text, and copies of others.
+// An array with an object in it. The key and the strings are in the text; others are copied.
 Value build() {
   TreeBuilder builder{std::string(kText)};
   builder.open();
@@ -50,7 +50,7 @@ constexpr const char* kBuilt =
     R"([{"copied key": [1.5, "copied string"], "key": "a string that lies in the text"}, )"
     R"("a string that lies in the text"])";
 
-TEST(TreeBuilder, TakesTheTextOver) {
+TEST(TreeBuilder, TakesOwnershipOfTheText) {
   std::string text(kText);
   const char* const characters = text.data();
   const TreeBuilder builder(std::move(text));
@@ -106,7 +106,7 @@ TEST(TreeBuilder, KeepsStringsOfEveryLength) {
     std::string roomy(length, 'y');
     roomy.reserve(3 * length);
     builder.addString(std::move(roomy));
-    // Nodes between strings, so that they take turns in memory.
+    // Nodes between strings, so that they alternate in memory.
     builder.open();
     builder.addNull();
     builder.closeArray();
@@ -139,7 +139,7 @@ TEST(TreeBuilder, OrdersMembersAndKeepsTheFirstOfEqualKeysHoweverManyThereAre) {
   }
 }
 
-TEST(TreeBuilder, PutsAValueInThePlaceOfAnother) {
+TEST(TreeBuilder, ReplacesAValueByAnother) {
   TreeBuilder builder("");
   builder.open();
   builder.addString("first");
@@ -158,7 +158,7 @@ TEST(TreeBuilder, PutsAValueInThePlaceOfAnother) {
   EXPECT_EQ(valueText(builder.finish()), R"([int64(7), "second", [1], [1]])");
 }
 
-TEST(TreeBuilder, IsLeftWithoutAResultIfNothingIsFinished) {
+TEST(TreeBuilder, HasNoResultIfNothingIsFinished) {
   TreeBuilder builder{std::string(kText)};
   builder.open();
   builder.addString("copied");
@@ -210,7 +210,7 @@ TEST(PartsOfABuiltValue, OutliveTheWhole) {
   EXPECT_EQ(valueText(copiedString), R"("copied string")");
 }
 
-TEST(PartsOfABuiltValue, StandInValuesMadeByHand) {
+TEST(PartsOfABuiltValue, CanBePartsOfValuesBuiltByHand) {
   Value byHand;
   {
     const Value whole = build();
@@ -239,7 +239,7 @@ TEST(PartsOfABuiltValue, AreReadInPlace) {
   EXPECT_EQ(array[1].as<std::string_view>().data(), array[0]["key"].as<std::string_view>().data());
 }
 
-TEST(BuiltValue, IsEqualToOneMadeByHand) {
+TEST(BuiltValue, IsEqualToOneBuiltByHand) {
   EXPECT_EQ(build(), Value(Array{Object{{"key", "a string that lies in the text"},
                                         {"copied key", Array{1.5, "copied string"}}},
                                  "a string that lies in the text"}));

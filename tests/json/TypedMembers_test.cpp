@@ -167,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(Elsewhere, TypedMembers, ::testing::ValuesIn(kElsewhere
                          [](const auto& row) { return row.param.name; });
 
 // -------------------------------------------------------------------------------------------------
-// Payloads that are refused
+// Payloads that are rejected
 
 struct RejectedText {
   const char* name;
@@ -244,7 +244,7 @@ INSTANTIATE_TEST_SUITE_P(PayloadBeforeType, TypedMembersReject, ::testing::Value
                          [](const auto& row) { return row.param.name; });
 
 // -------------------------------------------------------------------------------------------------
-// Types that are no strings
+// Types that are not strings
 
 struct UnreadableType {
   const char* name;
@@ -256,9 +256,9 @@ void PrintTo(const UnreadableType& row, std::ostream* stream) {
   *stream << quoted(row.text);
 }
 
-class TypeThatIsNoString : public ::testing::TestWithParam<UnreadableType> {};
+class TypeThatIsNotAString : public ::testing::TestWithParam<UnreadableType> {};
 
-TEST_P(TypeThatIsNoString, IsARuntimeErrorAndNoParserException) {
+TEST_P(TypeThatIsNotAString, IsARuntimeErrorAndNoParserException) {
   const JsonOutcome outcome = outcomeOf(std::string(GetParam().text));
   EXPECT_EQ(outcome.kind, JsonOutcome::Kind::kRuntimeError);
   EXPECT_EQ(outcome.message, std::string("invalid conversion: ") + GetParam().kind + " to " +
@@ -298,10 +298,10 @@ constexpr UnreadableType kUnreadableTypes[] = {
      traits<Undefined>::name},
     {"ErrorDeepInside", R"({"qztype":[[{"a":[tru]}]]})", traits<Undefined>::name},
 };
-INSTANTIATE_TEST_SUITE_P(Kinds, TypeThatIsNoString, ::testing::ValuesIn(kUnreadableTypes),
+INSTANTIATE_TEST_SUITE_P(Kinds, TypeThatIsNotAString, ::testing::ValuesIn(kUnreadableTypes),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ErrorsBehindAType, AreParserExceptionsAgain) {
+TEST(ErrorsAfterAType, AreParserExceptionsAgain) {
   for (const char* text : {R"({"a":[{"qztype":"int8"}],"b":tru})", R"({"qztype":"int8" 5})",
                            R"([{"qztype":"int8"},{"a":[-]}])", R"({"qztype")", R"({"qztype" 5})"}) {
     EXPECT_EQ(outcomeOf(text).kind, JsonOutcome::Kind::kParserException) << text;

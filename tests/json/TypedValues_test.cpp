@@ -81,7 +81,7 @@ TEST_P(IntegerConversion, SaturatesSignedNumbers) {
   EXPECT_EQ(toSaturatedInt64(GetParam().digits, true), GetParam().negative);
 }
 
-TEST_P(IntegerConversion, SaturatesUnsignedNumbersAndTakesNegativeOnesForZero) {
+TEST_P(IntegerConversion, SaturatesUnsignedNumbersAndReadsNegativeOnesAsZero) {
   EXPECT_EQ(toSaturatedUint64(GetParam().digits, false), GetParam().unsignedPositive);
   EXPECT_EQ(toSaturatedUint64(GetParam().digits, true), 0u);
 }
@@ -128,7 +128,7 @@ struct Element {
   const char* name;
   std::string_view text;
   ParseResult result;
-  std::size_t accepted;     ///< bytes that are stepped over
+  std::size_t accepted;     ///< bytes consumed
   std::string_view digits;  ///< only on success
   bool negative;
 };
@@ -203,7 +203,7 @@ struct PayloadReading {
            std::tie(right.result, right.accepted, right.value);
   }
   friend void PrintTo(const PayloadReading& reading, std::ostream* stream) {
-    *stream << "code " << reading.result << " behind " << reading.accepted
+    *stream << "code " << reading.result << " after " << reading.accepted
             << " bytes: " << reading.value;
   }
 };
@@ -249,7 +249,7 @@ TEST(TypedPayload, MayHaveCommentsWhereTheyAreAllowed) {
   EXPECT_EQ(readPayload("int8", "[1/*]", true), (PayloadReading{kEndOfText, 5, ""}));
 }
 
-TEST(TypedPayload, EndsBehindItsBracket) {
+TEST(TypedPayload, EndsAfterItsBracket) {
   EXPECT_EQ(readPayload("int8", "[1]]"), (PayloadReading{kSuccess, 3, "[int64(1)]"}));
   EXPECT_EQ(readPayload("int8", "[ ]["), (PayloadReading{kSuccess, 3, "[]"}));
 }

@@ -1,5 +1,4 @@
-// The section "components". What each faulty member leads to is in
-// FaultyMembers_test.cpp.
+// The section "components". FaultyMembers_test.cpp covers faulty members.
 
 #include <cstdint>
 #include <limits>
@@ -35,7 +34,7 @@ using ::testing::ElementsAre;
 using PkgsToDelete = UpdateMetaDataHandler::PkgsToDelete;
 using PkgsToExtract = UpdateMetaDataHandler::PkgsToExtract;
 
-/// The fields of a package to extract, which can be compared and printed: its name, its size, its
+/// The fields of a package to extract in a form that can be compared and printed: name, size and
 /// unpacked size.
 using PkgFields = std::tuple<std::u16string, std::int64_t, std::int64_t>;
 
@@ -57,7 +56,7 @@ std::map<std::u16string, std::vector<PkgFields>> fieldsOf(const PkgsToExtract& t
 
 constexpr std::int64_t kMinimum = std::numeric_limits<std::int64_t>::min();
 
-/// The two tables after a section "components" was read, and how that ended.
+/// The two tables after reading a section "components", and the failure if there was one.
 struct Tables {
   std::string failure;
   PkgsToDelete toDelete;
@@ -138,13 +137,13 @@ TEST(ComponentsSection, KeepsInEachTableTheFirstOfTwoComponentsWhoseNamesDecodeA
             (Tables{"nothing", {{u"\uFFFD", {{u"z", 4}}}}, {{u"\uFFFD", {{u"y", 2, 3}}}}}));
 }
 
-TEST(ComponentsSection, ReadsAComponentThatIsToBeDropped) {
+TEST(ComponentsSection, ReadsAComponentThatItThenDrops) {
   EXPECT_EQ(readComponents("{\"\xFE\": {\"delete\": {\"x\": {\"size\": 1}}, \"extract\": {}},"
                            "\"\xFF\": {\"delete\": {\"y\": {}}, \"extract\": {}}}"),
             (Tables{invalidData("size"), {{u"\uFFFD", {{u"x", 1}}}}, {}}));
 }
 
-TEST(ComponentsSection, AddsToWhatTheTablesHoldAlready) {
+TEST(ComponentsSection, AddsToTheContentsOfTheTables) {
   SectionParser parser;
   parser.componentPkgsToDelete = {{u"core", {{u"kept", 1}}}};
   parser.componentPkgsToExtract = {{u"ui", {{u"kept", 2, 3}}}};
@@ -167,7 +166,7 @@ TEST(ComponentsSection, IgnoresOtherMembers) {
             (Tables{"nothing", {{u"core", {{u"x", 1}}}}, {{u"core", {{u"y", 2, 3}}}}}));
 }
 
-TEST(ComponentsSection, TakesATypedPayloadAmongItsComponentsForAComponent) {
+TEST(ComponentsSection, ReadsATypedPayloadAmongItsComponentsAsAComponent) {
   EXPECT_EQ(readComponents(R"({"qztype": "int8", "qzdata": [1],
                                "a": {"delete": {"x": {"size": 1}}, "extract": {}}})"),
             (Tables{invalidConversion<Array, Object>(), {{u"a", {{u"x", 1}}}}, {}}));
@@ -186,7 +185,7 @@ TEST(PkgsToDelete, KeepTheFirstOfTwoWhoseNamesDecodeAlike) {
             (std::map<std::u16string, std::int64_t>{{u"\uFFFD", 2}}));
 }
 
-TEST(PkgsToDelete, AreReadEvenIfTheyAreToBeDropped) {
+TEST(PkgsToDelete, AreReadEvenIfTheyAreThenDropped) {
   EXPECT_EQ(
       failureOf([] { readPkgsToDelete("{\"delete\": {\"\xFE\": {\"size\": 1}, \"\xFF\": {}}}"); }),
       invalidData("size"));
@@ -242,7 +241,7 @@ const Bytes kBytes[] = {
 
 class BytesOfAPackage : public ::testing::TestWithParam<Bytes> {};
 
-TEST_P(BytesOfAPackage, AreCutTowardZeroAndAreTheMinimumOutOfRange) {
+TEST_P(BytesOfAPackage, AreTruncatedTowardZeroAndAreTheMinimumOutOfRange) {
   const std::string number = GetParam().number;
   EXPECT_THAT(readPkgsToDelete(R"({"delete": {"x": {"size": )" + number + "}}}"),
               ElementsAre(std::pair(u"x", GetParam().bytes)));

@@ -1,5 +1,5 @@
-// A document with one fault of every kind at every place: what the load does is what it does with
-// the naive reader of texts.
+// A document with one fault of every kind at every place: loading it has the same outcome with the
+// reader as with the naive reader.
 
 #include "support/LoadOutcome.h"
 
@@ -37,13 +37,13 @@ TEST(DamagedDocument, IsLoadedAlikeWhereverItEnds) {
   }
 }
 
-TEST(DamagedDocument, IsLoadedAlikeWhicheverByteIsMissing) {
+TEST(DamagedDocument, IsLoadedAlikeWithAnyByteMissing) {
   for (std::size_t place = 0; place < richDocument().size() && !HasFatalFailure(); ++place) {
     expectAgreement(std::string(richDocument()).erase(place, 1));
   }
 }
 
-TEST(DamagedDocument, IsLoadedAlikeWhicheverByteIsAnother) {
+TEST(DamagedDocument, IsLoadedAlikeWithAnyByteChanged) {
   constexpr std::string_view kBytes = kFullEffort ? "\"\\{}[],:0-e \0\xFF"sv : "\"\\}]"sv;
   for (std::size_t place = 0; place < richDocument().size() && !HasFatalFailure(); ++place) {
     for (const char byte : kBytes) {

@@ -1,5 +1,4 @@
-// The section "componentsWithFilesDeleted". What each faulty member leads to is in
-// FaultyMembers_test.cpp.
+// The section "componentsWithFilesDeleted". FaultyMembers_test.cpp covers faulty members.
 
 #include <cstdint>
 #include <memory>
@@ -31,7 +30,7 @@ using test_support::invalidData;
 using test_support::SectionParser;
 using ::testing::ElementsAre;
 
-/// What reading the section comes to: its failure, then the calls of the handler.
+/// The outcome of reading the section: its failure, then the calls of the handler.
 std::vector<std::string> readValue(const Value& section) {
   SectionParser parser;
   return parser.outcomeOf([&] { parser.parseComponentsWithFilesDeleted(section); });
@@ -41,7 +40,7 @@ std::vector<std::string> read(const std::string& text) {
   return readValue(parseJsonText(text));
 }
 
-TEST(DeletedFilesSection, MakesThePackagesOfAComponentThenHandsTheComponentOver) {
+TEST(DeletedFilesSection, MakesThePackagesOfAComponentThenSetsTheComponent) {
   EXPECT_THAT(read(R"({"b": {"y": {"size": 1, "files": ["f", "e"]},
                              "x": {"size": 2, "files": ["g"]}},
                        "a": {"z": {"size": 3, "files": []}}})"),
@@ -57,16 +56,16 @@ TEST(DeletedFilesSection, IsEmptyWhenItIsNullOrHasNoMembers) {
   EXPECT_THAT(read("{}"), ElementsAre("nothing"));
 }
 
-TEST(DeletedFilesSection, HandsOverAComponentWithoutPackages) {
+TEST(DeletedFilesSection, SetsAComponentWithoutPackages) {
   EXPECT_THAT(read(R"({"c": {}})"),
               ElementsAre("nothing", R"(setComponentDataWithFilesToDelete("c", []))"));
 }
 
-TEST(DeletedFilesSection, RefusesANullComponent) {
+TEST(DeletedFilesSection, RejectsANullComponent) {
   EXPECT_THAT(read(R"({"c": null})"), ElementsAre((invalidConversion<std::nullptr_t, Object>())));
 }
 
-TEST(DeletedFilesSection, CutsASizeTowardZero) {
+TEST(DeletedFilesSection, TruncatesASizeTowardZero) {
   EXPECT_THAT(read(R"({"c": {"a": {"size": 10.7, "files": []}, "b": {"size": -3.5, "files": []},
                              "c": {"size": 1e30, "files": []}, "d": {"size": -1e999, "files": []}}})"),
               ElementsAre("nothing", R"(createPkgDataWithFilesToDelete("a", 10, []))",
@@ -128,7 +127,7 @@ TEST(DeletedFilesSection, TellsNullFilesFromMissingOnes) {
               ElementsAre(invalidData("files")));
 }
 
-TEST(DeletedFilesSection, NamesTheKindOfAFileThatIsNoString) {
+TEST(DeletedFilesSection, NamesTheKindOfAFileThatIsNotAString) {
   EXPECT_THAT(read(R"({"c": {"p": {"size": 5, "files": ["a", 1]}}})"),
               ElementsAre((invalidConversion<double, std::string>())));
   const Value typed = Array{std::uint64_t{1}};
@@ -136,7 +135,7 @@ TEST(DeletedFilesSection, NamesTheKindOfAFileThatIsNoString) {
               ElementsAre((invalidConversion<std::uint64_t, std::string>())));
 }
 
-TEST(DeletedFilesSection, KeepsWhatWasHandedOverBeforeAFault) {
+TEST(DeletedFilesSection, KeepsWhatWasReadBeforeAFault) {
   SectionParser parser;
   const auto outcome = parser.outcomeOf([&] {
     parser.parseComponentsWithFilesDeleted(parseJsonText(
@@ -180,7 +179,7 @@ class WatchingHandler : public UpdateMetaDataHandler {
     aliveWhenHandedOver.push_back(aliveNow());
   }
 
-  /// Which of the packages made so far exist.
+  /// Reports for each package made so far whether it still exists.
   std::vector<bool> aliveNow() const {
     std::vector<bool> alive;
     for (const test_support::LifetimeProbe& probe : probes) {
@@ -193,7 +192,7 @@ class WatchingHandler : public UpdateMetaDataHandler {
   mutable std::vector<std::vector<bool>> aliveWhenHandedOver;
 };
 
-TEST(DeletedFilesSection, HoldsThePackagesOfAComponentUntilTheyAreHandedOver) {
+TEST(DeletedFilesSection, HoldsThePackagesOfAComponentUntilItIsSet) {
   SectionParser parser;
   const auto handler = std::make_shared<WatchingHandler>();
   parser.handler = handler;

@@ -1,4 +1,4 @@
-// What a derived parser can replace and see.
+// What a derived parser can replace and observe.
 
 #include <cstddef>
 #include <cstdint>
@@ -37,13 +37,13 @@ using ::testing::ElementsAre;
 
 using Log = std::vector<std::string>;
 
-/// An exception that nobody but its thrower knows.
+/// An exception type that only its thrower knows.
 class UnknownFailure : public std::runtime_error {
  public:
   UnknownFailure() : std::runtime_error("unknown failure") {}
 };
 
-/// A handler that notes in a log of the parser's what a load does to it first.
+/// A handler that logs the first call of a load in the parser's log.
 class NotingHandler : public UpdateMetaDataHandler {
  public:
   explicit NotingHandler(Log& log) : log_(log) {}
@@ -69,7 +69,7 @@ class NotingHandler : public UpdateMetaDataHandler {
   Log& log_;
 };
 
-/// A parser that notes its virtual steps, with the number of owners that its handler has.
+/// A parser that logs its virtual steps and how many owners its handler has.
 class NotingParser : public UpdateMetaDataJsonParser {
  public:
   using UpdateMetaDataJsonParser::handler;
@@ -96,7 +96,8 @@ TEST(DerivedParser, SeesTheStepsOfALoadInOrder) {
       parser.log,
       ElementsAre("getUpdateMetaDataHandler, owners of the handler: 0", "initializeReleaseData",
                   "initializeBaseRelease", "initializeTargetRelease",
-                  // the parser and the facade, which is made before anything is read
+                  // The owners are the parser and the facade, which is made before anything is
+                  // read.
                   "readFile \"a path\", owners of the handler: 2", "setMetaDataArch"));
 }
 
@@ -108,7 +109,7 @@ TEST(DerivedParser, MakesTheNextHandlerBeforeTheFormerOneIsReleased) {
   EXPECT_EQ(parser.log.front(), "getUpdateMetaDataHandler, owners of the handler: 1");
 }
 
-TEST(DerivedParser, IsAskedForTheTextByThePathThatIsRead) {
+TEST(DerivedParser, ReceivesThePathOfTheTextToRead) {
   NotingParser parser(u"a path");
   parser.getJsonObjFromFile(u"another \u00E4");
   EXPECT_THAT(parser.log, ElementsAre("readFile \"another \\u00E4\", owners of the handler: 0"));
@@ -130,7 +131,7 @@ TEST(DerivedParser, ReplacesTheWholeLoad) {
 }
 
 TEST(DerivedParser, ExtendsTheReadingOfTheFile) {
-  /// Takes what comes after the document away.
+  /// Removes what follows the document.
   class LenientParser : public UpdateMetaDataJsonParser {
    public:
     using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;
@@ -160,8 +161,8 @@ TEST(DerivedParser, IsDestroyedThroughTheBase) {
   EXPECT_EQ(token.use_count(), 1);
 }
 
-TEST(HandlerFactory, MakesANewPlainHandlerWheneverItIsAsked) {
-  /// The parser's own factory, with the stored handler to be seen.
+TEST(HandlerFactory, MakesANewPlainHandlerEachTime) {
+  /// Uses the parser's own factory and exposes the stored handler.
   class PlainParser : public UpdateMetaDataJsonParser {
    public:
     using UpdateMetaDataJsonParser::handler;
@@ -180,7 +181,7 @@ TEST(HandlerFactory, MakesANewPlainHandlerWheneverItIsAsked) {
   EXPECT_TRUE(typeid(made) == typeid(UpdateMetaDataHandler));
 }
 
-TEST(HandlerFactory, MayHandOutAHandlerThatTheCallerKeeps) {
+TEST(HandlerFactory, MayReturnAHandlerThatTheCallerKeeps) {
   class KeepingParser : public TextParser {
    public:
     using TextParser::TextParser;
@@ -271,7 +272,7 @@ class FailingParser : public TextParser {
   Failure fail_;
 };
 
-/// A step that fails, and how many calls of a load the handler got before.
+/// A failing step, and how many calls of the load the handler receives before it.
 struct FailingStep {
   const char* name;
   std::size_t callsBefore;

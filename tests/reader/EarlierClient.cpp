@@ -1,5 +1,5 @@
-// Compiled apart from the exported classes: this file has declarations of its own of their virtual
-// operations, which are not to change. Only types that are passed as values come from the headers.
+// Compiled apart from the exported classes: this file has its own declarations of their virtual
+// operations, which must not change. Only types that are passed by value come from the headers.
 
 #include "reader/EarlierClient.h"
 
@@ -104,7 +104,7 @@ class EarlierCatalogue {
 
 }  // namespace
 
-// To the sanitizer the objects are of another class, as they are meant to be.
+// To the sanitizer the objects belong to another class, which is intended.
 #define CALLS_ANOTHER_CLASS __attribute__((no_sanitize("vptr")))
 
 CALLS_ANOTHER_CLASS void callHandlerByPlaces(void* updateMetaDataHandler) {

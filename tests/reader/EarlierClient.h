@@ -2,11 +2,10 @@
 
 namespace test_support {
 
-/// What a program does that was compiled with an earlier state of the headers: it calls each
-/// virtual operation of an object by the place that it had in the class then, in the order of the
-/// places.
+/// Acts as a program that was compiled with earlier headers: calls each virtual operation of an
+/// object by its former index in the class's table, in the order of the indexes.
 ///
-/// Each takes the address of an object of the class in its name.
+/// Each function takes the address of an object of the class that its name mentions.
 void callHandlerByPlaces(void* updateMetaDataHandler);
 void callFacadeByPlaces(void* updateMetaData);
 void callParserByPlaces(void* updateMetaDataJsonParser);

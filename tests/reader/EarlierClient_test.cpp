@@ -1,4 +1,4 @@
-// Programs that were compiled before call the operations that they mean.
+// Programs that were compiled earlier still call the operations that they mean.
 
 #include "reader/EarlierClient.h"
 
@@ -32,8 +32,7 @@ using Sizes = std::map<String, std::pair<std::int64_t, std::int64_t>>;
 using Files = std::map<String, std::pair<Keys, std::int64_t>>;
 using Log = std::vector<std::string>;
 
-// Overrides an operation so that it notes its name and its number of arguments, and answers with
-// nothing.
+// Overrides an operation to log its name and its number of arguments and to return an empty value.
 #define NOTES(RESULT, NAME, ARGUMENTS, COUNT, QUALIFIER) \
   RESULT NAME ARGUMENTS QUALIFIER override {             \
     log.push_back(#NAME "/" #COUNT);                     \

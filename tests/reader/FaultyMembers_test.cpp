@@ -1,5 +1,5 @@
-// Every member of a document, absent or of each other kind: what the caller is told, and what the
-// handler was given before.
+// Every member of a document, absent or of each other kind: what the caller is told, and which
+// calls the handler receives before.
 
 #include <cstddef>
 #include <ostream>
@@ -34,12 +34,12 @@ using test_support::toJson;
 using test_support::with;
 using test_support::without;
 
-/// How a reader takes a value.
+/// How a reader reads a value.
 enum class Way {
-  kRequired,   ///< a required member: a null is told from an absence and from every other kind
-  kConverted,  ///< converted as it stands; it may be absent
-  kOptional,   ///< converted unless it is null or absent: a section
-  kRelease,    ///< converted unless it is null; absent, it is an undefined value
+  kRequired,   ///< required: distinguishes null, absence and every other kind
+  kConverted,  ///< converted as it is; may be absent
+  kOptional,   ///< a section: converted unless it is null or absent
+  kRelease,    ///< converted unless it is null; undefined if absent
 };
 
 /// One value of the sample document.
@@ -48,7 +48,7 @@ struct MemberOfADocument {
   Path path;
   Way way;
   std::string wanted;       ///< the name of its kind
-  std::size_t callsBefore;  ///< how many of the sample's calls the handler gets before it is read
+  std::size_t callsBefore;  ///< how many of the sample's calls precede its reading
 };
 
 void PrintTo(const MemberOfADocument& member, std::ostream* stream) {
@@ -149,7 +149,7 @@ std::vector<MemberOfADocument> membersOfADocument() {
   };
 }
 
-/// What a load came to: its failure, and the calls that the handler got.
+/// The outcome of a load: its failure and the calls that the handler received.
 struct Load {
   std::string failure;
   std::vector<std::string> calls;
@@ -169,7 +169,8 @@ Load loadText(const Value& document) {
   return {failure, parser.takeCalls()};
 }
 
-/// Takes the same steps as a load of a text, for the kinds of values that a text cannot hold.
+/// Loads a document given as a value, because text cannot represent every kind of value. Takes the
+/// same steps as a load.
 Load loadValue(const Value& document) {
   TextParser parser("");
   const std::string failure = failureOf([&] {
@@ -203,7 +204,7 @@ class FaultyMember : public ::testing::TestWithParam<MemberOfADocument> {
   }
 };
 
-TEST_P(FaultyMember, OfAnotherKindEndsTheLoadWithoutUndoingAnything) {
+TEST_P(FaultyMember, OfAnotherKindFailsTheLoadWithoutUndoingAnything) {
   for (const Kind& kind : kinds()) {
     if (isTaken(kind)) {
       continue;
@@ -223,7 +224,7 @@ INSTANTIATE_TEST_SUITE_P(EveryMember, FaultyMember, ::testing::ValuesIn(membersO
 
 class AbsentMember : public FaultyMember {};
 
-TEST_P(AbsentMember, EndsTheLoadWithoutUndoingAnything) {
+TEST_P(AbsentMember, FailsTheLoadWithoutUndoingAnything) {
   const bool isSection = GetParam().path.size() == 1;
   const bool isRelease = GetParam().way == Way::kRelease;
   const Load expected = {isSection   ? "std::out_of_range: map::at"
@@ -247,15 +248,15 @@ INSTANTIATE_TEST_SUITE_P(EveryRequiredMember, AbsentMember,
                          ::testing::ValuesIn(membersThatMustBeThere()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(FaultlessDocument, HandsOverEverything) {
+TEST(FaultlessDocument, ReachesTheHandlerWhole) {
   const Load expected = {"nothing", sampleCalls()};
   EXPECT_EQ(loadText(sampleDocument()), expected);
   EXPECT_EQ(loadValue(sampleDocument()), expected);
 }
 
 TEST(FaultyDocument, ReportsTheFaultThatIsReadFirst) {
-  // In the order of reading. They are added from the last to the first, and each new one hides
-  // those after it.
+  // In the order of reading. The test adds them from last to first, so that each new fault hides
+  // the earlier ones.
   const std::vector<Path> faults = {
       {"metadata", "arch"},
       {"metadata", "target", "zelvan_version"},

@@ -23,7 +23,7 @@ using test_support::invalidData;
 using test_support::Kind;
 using test_support::kinds;
 
-/// A getter of one kind: what it takes, and how it fails for every other kind.
+/// A getter for one kind: a value that it accepts, and its failure for every other kind.
 struct Getter {
   const char* name;
   std::string wanted;
@@ -49,7 +49,7 @@ const Getter kGetters[] = {
 
 class GetterOfEachKind : public ::testing::TestWithParam<Getter> {};
 
-TEST_P(GetterOfEachKind, TakesItsOwnKindAndTellsANullFromEveryOther) {
+TEST_P(GetterOfEachKind, AcceptsItsOwnKindAndTellsANullFromEveryOther) {
   for (const Kind& kind : kinds()) {
     SCOPED_TRACE(kind.name);
     const std::string expected = kind.name == GetParam().wanted ? "nothing"
@@ -77,7 +77,7 @@ TEST_P(GetterOfEachKind, LeavesTheContextOutOfAConversionFailure) {
             invalidConversion(traits<std::nullptr_t>::name, GetParam().wanted));
 }
 
-TEST_P(GetterOfEachKind, RefusesToLookAMemberUpInAnythingButAnObject) {
+TEST_P(GetterOfEachKind, RejectsALookUpInAnythingButAnObject) {
   for (const Kind& kind : kinds()) {
     SCOPED_TRACE(kind.name);
     const std::string expected = kind.name == traits<Object>::name
@@ -107,7 +107,7 @@ TEST(FieldAccess, ReturnsTheMembersValue) {
   EXPECT_EQ(getArray("array", object, ""), array);
 }
 
-TEST(FieldAccess, GivesCopiesThatOutliveTheObject) {
+TEST(FieldAccess, ReturnsCopiesThatOutliveTheObject) {
   Value object = test_support::sampleDocument();
   const Object metadata = getObject("metadata", object, "");
   const Array comps = getArray("delete", object["products"]["Scale"], "");
@@ -116,7 +116,7 @@ TEST(FieldAccess, GivesCopiesThatOutliveTheObject) {
   EXPECT_EQ(comps, (Array{"extra", "core"}));
 }
 
-TEST(FieldAccess, TakesKeysWithNulsAndHighBytesAsTheyStand) {
+TEST(FieldAccess, UsesKeysWithNulsAndHighBytesVerbatim) {
   const std::string key("a\0\xFF", 3);
   const Value object = Object{{key, "whole"}, {"a", "part"}};
   EXPECT_EQ(getString(key, object, ""), "whole");
@@ -137,7 +137,7 @@ TEST(ValueConversion, NamesBothKindsForEveryPair) {
   }
 }
 
-TEST(MemberLookUp, GivesTheOneUndefinedValueForAnAbsentKey) {
+TEST(MemberLookUp, ReturnsTheOneUndefinedValueForAnAbsentKey) {
   const Value object = Object{{"a", 1.0}};
   EXPECT_EQ(&object["b"], &Value::UNDEFINED);
   EXPECT_EQ(&Value(Object())[""], &Value::UNDEFINED);

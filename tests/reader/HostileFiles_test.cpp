@@ -152,7 +152,7 @@ TEST(File, IsUnusableWhenItIsEmpty) {
   EXPECT_EQ(load(u"/dev/null"), kUnusable + "/dev/null");
 }
 
-/// What stands around a document, for which the file is unusable.
+/// Bytes around a document that make the file unusable.
 struct Surroundings {
   const char* name;
   std::string before;
@@ -214,7 +214,7 @@ TEST(ReadFile, ReturnsFilesOfEverySizeWhole) {
   }
 }
 
-TEST(ReadFile, MakesRoomForNoMoreThanTheFileHasOrAMegabyte) {
+TEST(ReadFile, ReservesNoMoreThanTheFileSizeOrAMegabyte) {
   const TemporaryFolder folder;
   constexpr std::size_t kMegabyte = std::size_t{1} << 20;
   for (const std::size_t size : {std::size_t{100}, kMegabyte - 1, kMegabyte, 3 * kMegabyte}) {
@@ -223,18 +223,18 @@ TEST(ReadFile, MakesRoomForNoMoreThanTheFileHasOrAMegabyte) {
   }
 }
 
-TEST(ReadFile, ReadsTheFileThatItIsGivenAndNotTheParsers) {
+TEST(ReadFile, ReadsTheGivenFileAndNotTheParsersOwn) {
   const TemporaryFolder folder;
   RecordingParser parser(folder.writeFile("own.json", "own"));
   EXPECT_EQ(parser.readFile(folder.writeFile("other.json", "other")), "other");
 }
 
-TEST(ReadFile, ReadsAFileThatTellsNoSize) {
+TEST(ReadFile, ReadsAFileThatReportsNoSize) {
   EXPECT_EQ(readFile(u"/proc/self/status").substr(0, 5), "Name:");
 }
 
 TEST(ReadFile, ClosesTheFile) {
-  // The descriptor that the next file gets is the lowest one that is free.
+  // A newly opened file gets the lowest free descriptor.
   const TemporaryFolder folder;
   const std::u16string path = folder.writeFile("document.json", documentText());
   const auto nextDescriptor = [] {
@@ -275,8 +275,8 @@ TEST(Fifo, IsUnusableWhenItsWriterWritesNothing) {
   EXPECT_EQ(failure, kUnusable + folder.nativePath("document.json"));
 }
 
-TEST(ReadError, IsReportedByTheStreamAndNeverTakenForTheEnd) {
-  // Nothing is mapped at the address 0, which is the beginning of this file.
+TEST(ReadError, IsReportedByTheStreamAndNeverMistakenForTheEnd) {
+  // The file begins at address 0, where nothing is mapped.
   RecordingParser parser(u"/proc/self/mem");
   EXPECT_THROW(parser.readFile(u"/proc/self/mem"), std::ios_base::failure);
   EXPECT_THROW(parser.getJsonObjFromFile(u"/proc/self/mem"), std::ios_base::failure);

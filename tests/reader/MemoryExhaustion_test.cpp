@@ -1,4 +1,4 @@
-// What a load leaves behind when memory runs out at any single allocation.
+// What a load leaves behind when any single allocation fails.
 
 #include <cstddef>
 #include <memory>
@@ -30,7 +30,7 @@ using test_support::TemporaryFolder;
 using test_support::toJson;
 using ::testing::ElementsAre;
 
-/// A parser that gives a text away without allocating.
+/// A parser that moves its text out without allocating.
 class OneTextParser : public UpdateMetaDataJsonParser {
  public:
   explicit OneTextParser(std::string text)
@@ -63,7 +63,7 @@ TEST(MemoryOfALoad, IsReportedAsAnUnusableDocumentWhenItIsTooLittleToParse) {
   EXPECT_GT(failures, 0U);
 }
 
-TEST(MemoryOfALoad, IsGivenBackWhicheverAllocationFails) {
+TEST(MemoryOfALoad, IsReleasedWhicheverAllocationFails) {
   const std::string text = toJson(sampleDocument());
   std::set<std::string> kinds;
   std::size_t failures = 0;
@@ -85,7 +85,7 @@ TEST(MemoryOfALoad, IsGivenBackWhicheverAllocationFails) {
   EXPECT_GT(failures, 20U);
 }
 
-TEST(MemoryOfALoad, PassesItsExhaustionOnWhenAFileIsRead) {
+TEST(MemoryOfALoad, RunsOutWithBadAllocWhileAFileIsRead) {
   const TemporaryFolder folder;
   const std::u16string path = folder.writeFile("document.json", std::string(200'000, 'x'));
   UpdateMetaDataJsonParser parser(path);

@@ -1,4 +1,4 @@
-// The section "metadata". What each faulty member leads to is in FaultyMembers_test.cpp.
+// The section "metadata". FaultyMembers_test.cpp covers faulty members.
 
 #include <ostream>
 #include <string>
@@ -36,13 +36,13 @@ const char* const kRelease = R"({"zelvan_version": "9.2", "date": "2024-05-06", 
     "prerelease": false, "release": "Orchard", "checksum": "5d1c", "description": "second",
     "update": 7})";
 
-/// What reading the section comes to: its failure, then the calls of the handler.
+/// The outcome of reading the section: its failure, then the calls of the handler.
 std::vector<std::string> read(const Value& metadata) {
   SectionParser parser;
   return parser.outcomeOf([&] { parser.parseMetaData(metadata); });
 }
 
-/// As read(), for one release.
+/// Like read(), for one release.
 std::vector<std::string> readRelease(const Value& release, const std::string& key = "target") {
   SectionParser parser;
   return parser.outcomeOf([&] { parser.parseReleaseData(release, key); });
@@ -52,7 +52,7 @@ Value releaseWith(const char* field, const Value& value) {
   return with(parseJsonText(kRelease), {field}, value);
 }
 
-TEST(MetaDataSection, HandsOverTheArchThenTheTargetThenTheBase) {
+TEST(MetaDataSection, SetsTheArchThenTheTargetThenTheBase) {
   EXPECT_THAT(
       read(sampleDocument()["metadata"]),
       ElementsAre("nothing", "setMetaDataArch(\"x86\")", "setTargetReleaseFamily(\"Orchard\")",
@@ -94,7 +94,7 @@ TEST(MetaDataSection, FailsWithoutAnArchBeforeEitherReleaseIsRead) {
   EXPECT_THAT(read(parseJsonText(R"({"target": 1, "base": 2})")), ElementsAre(invalidData("arch")));
 }
 
-TEST(MetaDataSection, HandsOverAnEmptyArch) {
+TEST(MetaDataSection, SetsAnEmptyArch) {
   EXPECT_THAT(read(parseJsonText(R"({"arch": "", "target": null, "base": null})")),
               ElementsAre("nothing", "setMetaDataArch(\"\")"));
 }
@@ -105,19 +105,19 @@ TEST(MetaDataSection, IgnoresOtherMembers) {
   EXPECT_THAT(read(metadata), ElementsAre("nothing", "setMetaDataArch(\"x86\")"));
 }
 
-TEST(ReleaseSection, HandsTheTargetsFamilyVersionAndLevelOver) {
+TEST(ReleaseSection, SetsFamilyVersionAndLevelOfTheTarget) {
   EXPECT_THAT(readRelease(parseJsonText(kRelease), "target"),
               ElementsAre("nothing", "setTargetReleaseFamily(\"Orchard\")",
                           "setTargetReleaseVersion(\"1.1\")", "setTargetUpdateLevelForQorv(7)"));
 }
 
-TEST(ReleaseSection, GivesTheBaseNoLevel) {
+TEST(ReleaseSection, SetsNoLevelForTheBase) {
   EXPECT_THAT(readRelease(parseJsonText(kRelease), "base"),
               ElementsAre("nothing", "setBaseReleaseFamily(\"Orchard\")",
                           "setBaseReleaseVersion(\"1.1\")"));
 }
 
-TEST(ReleaseSection, TakesEveryKeyButTargetForTheBase) {
+TEST(ReleaseSection, TreatsEveryKeyExceptTargetAsTheBase) {
   const auto base = readRelease(parseJsonText(kRelease), "base");
   for (const std::string& key : {std::string(), std::string("Target"), std::string("target "),
                                  std::string("targe"), std::string("target\0", 7)}) {
@@ -159,14 +159,14 @@ TEST(ReleaseSection, TellsANullVersionFromAMissingOne) {
               ElementsAre(invalidData("version")));
 }
 
-TEST(ReleaseSection, ChecksThePrereleaseAlthoughItIsNotKept) {
+TEST(ReleaseSection, ChecksThePrereleaseAlthoughItIsNotStored) {
   EXPECT_THAT(readRelease(releaseWith("prerelease", "no")), ElementsAre(invalidData("prerelease")));
   EXPECT_THAT(readRelease(releaseWith("prerelease", nullptr)),
               ElementsAre((invalidConversion<std::nullptr_t, bool>())));
   EXPECT_EQ(readRelease(releaseWith("prerelease", true)), readRelease(parseJsonText(kRelease)));
 }
 
-TEST(ReleaseSection, ChecksTheUpdateOfTheBaseAlthoughItIsNotKept) {
+TEST(ReleaseSection, ChecksTheUpdateOfTheBaseAlthoughItIsNotStored) {
   EXPECT_THAT(readRelease(releaseWith("update", "7"), "base"), ElementsAre(invalidData("update")));
   EXPECT_THAT(readRelease(without(parseJsonText(kRelease), {"update"}), "base"),
               ElementsAre(invalidData("update")));
@@ -183,12 +183,13 @@ TEST(ReleaseSection, NamesAFieldWithoutTheReleaseItBelongsTo) {
   }
 }
 
-TEST(ReleaseSection, NamesTheKindOfAReleaseThatIsNoObject) {
+TEST(ReleaseSection, NamesTheKindOfAReleaseThatIsNotAnObject) {
   EXPECT_THAT(readRelease(Array()), ElementsAre((invalidConversion<Array, Object>())));
   EXPECT_THAT(readRelease("target"), ElementsAre((invalidConversion<std::string, Object>())));
 }
 
-/// An update as a document writes it, what the handler is given and what it gives back.
+/// An update as a document writes it, the level that the handler receives, and the level that it
+/// returns.
 struct Update {
   const char* name;
   const char* number;
@@ -215,7 +216,7 @@ const Update kUpdates[] = {
 
 class UpdateOfTheTarget : public ::testing::TestWithParam<Update> {};
 
-TEST_P(UpdateOfTheTarget, IsCutTowardZeroAndKeptAsASignedByte) {
+TEST_P(UpdateOfTheTarget, IsTruncatedTowardZeroAndKeptAsASignedByte) {
   SectionParser parser;
   parser.parseReleaseData(releaseWith("update", parseJsonText(GetParam().number)), "target");
   EXPECT_EQ(parser.takeCalls().back(),
@@ -226,7 +227,7 @@ TEST_P(UpdateOfTheTarget, IsCutTowardZeroAndKeptAsASignedByte) {
 INSTANTIATE_TEST_SUITE_P(Numbers, UpdateOfTheTarget, ::testing::ValuesIn(kUpdates),
                          [](const auto& row) { return row.param.name; });
 
-TEST(ReleaseSection, HandsTextsOverUnchangedInUtf16) {
+TEST(ReleaseSection, PassesTextsOnUnchangedInUtf16) {
   const Value release = parseJsonText(
       R"({"zelvan_version": "", "date": "", "version": " \u0000\ud83d\ude00\ude00 ",)"
       R"( "prerelease": false, "release": "", "checksum": "", "description": "", "update": 0})");

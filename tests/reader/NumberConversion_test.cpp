@@ -61,7 +61,7 @@ const Conversion<std::int64_t> kByteCounts[] = {
 
 class ByteCount : public ::testing::TestWithParam<Conversion<std::int64_t>> {};
 
-TEST_P(ByteCount, IsCutTowardZeroAndIsTheMinimumOutOfRange) {
+TEST_P(ByteCount, IsTruncatedTowardZeroAndIsTheMinimumOutOfRange) {
   EXPECT_EQ(toByteCount(numberIn(GetParam().number)), GetParam().result);
 }
 
@@ -97,7 +97,7 @@ const Conversion<int> kUpdateLevels[] = {
 
 class UpdateLevel : public ::testing::TestWithParam<Conversion<int>> {};
 
-TEST_P(UpdateLevel, IsCutTowardZeroAndIsTheMinimumOutOfRange) {
+TEST_P(UpdateLevel, IsTruncatedTowardZeroAndIsTheMinimumOutOfRange) {
   EXPECT_EQ(toIntUpdateLevel(numberIn(GetParam().number)), GetParam().result);
 }
 

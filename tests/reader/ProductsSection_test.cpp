@@ -1,4 +1,4 @@
-// The section "products". What each faulty member leads to is in FaultyMembers_test.cpp.
+// The section "products". FaultyMembers_test.cpp covers faulty members.
 
 #include <cstdint>
 #include <memory>
@@ -38,7 +38,7 @@ std::vector<std::string> readProducts(const std::string& text) {
   return parser.outcomeOf([&] { parser.parseProductData(parseJsonText(text)); });
 }
 
-TEST(ProductsSection, HandsTheProductsOverInTheByteOrderOfTheirUtf8Names) {
+TEST(ProductsSection, SetsTheProductsInTheByteOrderOfTheirUtf8Names) {
   EXPECT_THAT(readProducts("{\"b\": {\"delete\": [\"x\"], \"extract\": []},"
                            "\"\xF0\x9F\x98\x80\": {\"delete\": [], \"extract\": [\"y\"]},"
                            "\"\xEF\xBC\xA1\": {\"delete\": [], \"extract\": [\"z\"]},"
@@ -60,7 +60,7 @@ TEST(ProductsSection, IsEmptyWhenItIsNullOrHasNoMembers) {
   EXPECT_THAT(readProducts("{}"), ElementsAre("nothing"));
 }
 
-TEST(ProductsSection, HandsBothTablesWholeToEveryProduct) {
+TEST(ProductsSection, PassesBothTablesWholeToEveryProduct) {
   SectionParser parser;
   parser.componentPkgsToDelete = {{u"a", {{u"p", 1}}}, {u"b", {{u"q", 2}}}};
   parser.componentPkgsToExtract = {{u"c", {{u"r", 3, 4}, {u"r", 5, 6}}}};
@@ -76,7 +76,7 @@ TEST(ProductsSection, HandsBothTablesWholeToEveryProduct) {
                   R"({"c": [("r", 3, 4), ("r", 5, 6)]}))"));
 }
 
-/// A handler that notes where the tables are.
+/// A handler that records the addresses of the tables.
 class TableHandler : public UpdateMetaDataHandler {
  public:
   void setProductDeltaData(const std::u16string&, const std::vector<std::u16string>&,
@@ -88,7 +88,7 @@ class TableHandler : public UpdateMetaDataHandler {
   mutable std::vector<std::pair<const PkgsToDelete*, const PkgsToExtract*>> seen;
 };
 
-TEST(ProductsSection, HandsItsOwnTablesOverAndNoCopies) {
+TEST(ProductsSection, PassesItsOwnTablesAndNotCopies) {
   SectionParser parser;
   const auto handler = std::make_shared<TableHandler>();
   parser.handler = handler;
@@ -113,7 +113,7 @@ TEST(ProductsSection, DecodesComponentNamesAsItDecodesKeys) {
                                      R"(["\uFFFD\uFFFD\uFFFD", "\u00E4"], {}, {}))"));
 }
 
-TEST(ProductsSection, KeepsTheProductsHandedOverBeforeAFault) {
+TEST(ProductsSection, KeepsTheProductsSetBeforeAFault) {
   EXPECT_THAT(readProducts(R"({"a": {"delete": ["x"], "extract": []}, "b": null,
                                "c": {"delete": ["y"], "extract": []}})"),
               ElementsAre((invalidConversion<std::nullptr_t, Object>()),
@@ -133,14 +133,14 @@ TEST(ProductsSection, IgnoresOtherMembers) {
               ElementsAre("nothing", R"(setProductDeltaData("p", ["c"], [], {}, {}))"));
 }
 
-TEST(ProductsSection, TakesATypedPayloadAmongItsProductsForAProduct) {
+TEST(ProductsSection, ReadsATypedPayloadAmongItsProductsAsAProduct) {
   EXPECT_THAT(readProducts(R"({"qzdata": [1], "qztype": "uint8",
                                "a": {"delete": ["x"], "extract": []}})"),
               ElementsAre((invalidConversion<Array, Object>()),
                           R"(setProductDeltaData("a", ["x"], [], {}, {}))"));
 }
 
-TEST(ProductsSection, RefusesATypedIntegerAsAComponentName) {
+TEST(ProductsSection, RejectsATypedIntegerAsAComponentName) {
   SectionParser parser;
   const Value products =
       Object{{"p", Object{{"delete", Array{"x", std::int64_t{1}}}, {"extract", Array()}}}};
@@ -148,7 +148,7 @@ TEST(ProductsSection, RefusesATypedIntegerAsAComponentName) {
               ElementsAre((invalidConversion<std::int64_t, std::string>())));
 }
 
-TEST(CompsOfAProduct, AreReadFromTheMemberThatIsAskedFor) {
+TEST(CompsOfAProduct, AreReadFromTheRequestedMember) {
   const SectionParser parser;
   const Value product = parseJsonText(R"({"delete": ["a"], "other": ["b", "b"], "none": []})");
   EXPECT_THAT(parser.parseCompsFromProductData("delete", product), ElementsAre(u"a"));

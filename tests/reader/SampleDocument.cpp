@@ -55,7 +55,7 @@ constexpr const char* kSample = R"({
   }
 })";
 
-// Replaces, adds or, without a value, removes what stands at the end of a path.
+// Replaces, adds or, without a value, removes the value at the end of a path.
 Value edited(const Value& root, const Path& path, std::size_t depth,
              const std::optional<Value>& value) {
   if (depth == path.size()) {
@@ -69,7 +69,7 @@ Value edited(const Value& root, const Path& path, std::size_t depth,
     element = edited(element, path, depth + 1, value);
     return Array(std::move(elements));
   }
-  // The first of equal keys is kept, so the edited member precedes its original.
+  // The first of equal keys is kept, so the edited member comes before the original.
   std::vector<std::pair<std::string, Value>> members;
   if (!removes) {
     members.emplace_back(path[depth], edited(root[path[depth]], path, depth + 1, value));

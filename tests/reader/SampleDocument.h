@@ -7,13 +7,13 @@
 
 namespace test_support {
 
-/// A valid document with two of everything, the first of each without a fault in every variation.
+/// Returns a valid document with two of everything; in each variation, the first stays faultless.
 foundation::json::Value sampleDocument();
 
-/// The calls that a handler gets from the sample document, in order.
+/// Returns the calls that a handler receives from the sample document, in order.
 std::vector<std::string> sampleCalls();
 
-/// The way to a value of a document: keys of objects, positions in arrays.
+/// The path to a value in a document: object keys and array positions.
 using Path = std::vector<std::string>;
 
 /// Returns `root` with `value` at `path`, which exists or is the place of a new member.
@@ -23,18 +23,19 @@ foundation::json::Value with(const foundation::json::Value& root, const Path& pa
 /// Returns `root` without the member at `path`.
 foundation::json::Value without(const foundation::json::Value& root, const Path& path);
 
-/// Writes a value as text. \pre strings and keys need no escapes, and there are only kinds that
-/// JSON has
+/// Writes a value as text.
+///
+/// \pre strings and keys need no escapes, and all kinds exist in JSON
 std::string toJson(const foundation::json::Value& value);
 
-/// A value with the name of its kind, as messages give it.
+/// A value with the name of its kind as messages use it.
 struct Kind {
   std::string name;
   foundation::json::Value value;
   bool inText;  ///< whether a text can hold a single value of this kind
 };
 
-/// One value of each of the ten kinds, in their order.
+/// Returns one value of each of the ten kinds, in order.
 const std::vector<Kind>& kinds();
 
 }  // namespace test_support

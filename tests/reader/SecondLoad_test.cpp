@@ -42,7 +42,7 @@ std::string document(const std::string& components, const std::string& products)
 
 const char* const kProducts = R"({"p": {"delete": ["a", "b"], "extract": ["a", "b"]}})";
 
-TEST(SecondLoad, HandsTheSameDocumentOverAgain) {
+TEST(SecondLoad, MakesTheSameCallsForTheSameDocument) {
   TextParser parser(toJson(sampleDocument()));
   parser.parseUpdateMetaDataJson();
   parser.takeCalls();
@@ -102,7 +102,7 @@ TEST(SecondLoad, KeepsTheTablesSoThatTheirFirstEntriesWin) {
             (Sizes{{u"a_z", {5, 6}}, {u"b_y", {2, 3}}}));
 }
 
-TEST(SecondLoad, KnowsTheComponentsOfTheFirstWithoutDescribingThem) {
+TEST(SecondLoad, UsesTheComponentsOfTheFirstWithoutReadingThemAgain) {
   TextParser parser(document(R"({"a": {"delete": {"x": {"size": 1}}, "extract": {}}})", "null"));
   parser.parseUpdateMetaDataJson();
   parser.text = document("null", kProducts);

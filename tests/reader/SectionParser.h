@@ -9,7 +9,7 @@
 
 namespace test_support {
 
-/// A parser whose handler is ready, for reading single sections.
+/// A parser with a handler, for reading single sections.
 class SectionParser : public TextParser {
  public:
   SectionParser() : TextParser("") {

@@ -17,7 +17,7 @@ char byteAt(std::size_t offset) {
   return static_cast<char>(offset % 251);
 }
 
-/// Gives a number of bytes, as many at a time as it likes, and cannot seek.
+/// Provides a given number of bytes in portions of its own choosing, and cannot seek.
 class ForwardBuffer : public std::streambuf {
  public:
   ForwardBuffer(std::size_t size, std::size_t atATime) : size_(size), atATime_(atATime) {}

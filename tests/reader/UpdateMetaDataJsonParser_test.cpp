@@ -48,7 +48,7 @@ std::vector<std::string> firstCalls(std::size_t count) {
   return calls;
 }
 
-TEST(Construction, DoesNoInputAndMakesNoHandler) {
+TEST(Construction, ReadsNothingAndMakesNoHandler) {
   RecordingParser parser(u"/missing/document.json");
   EXPECT_EQ(parser.handler, nullptr);
   EXPECT_TRUE(parser.componentPkgsToDelete.empty());
@@ -71,7 +71,7 @@ TEST(Load, ReadsADocumentFromDisk) {
   EXPECT_EQ(facade->getTargetReleaseFamily(), u"Orchard");
 }
 
-TEST(Load, TakesTheSectionsInItsOwnOrderWhateverThatOfTheFile) {
+TEST(Load, ReadsTheSectionsInItsOwnOrderWhateverTheirOrderInTheFile) {
   std::vector<std::string> keys = {"components", "componentsWithFilesDeleted", "metadata",
                                    "products"};
   std::set<std::vector<std::string>> logs;
@@ -115,7 +115,7 @@ const MissingSection kMissingSections[] = {
 
 class LoadWithout : public ::testing::TestWithParam<MissingSection> {};
 
-TEST_P(LoadWithout, FailsWhenTheTurnOfTheSectionComes) {
+TEST_P(LoadWithout, FailsWhenItReachesTheSection) {
   Value document = without(sampleDocument(), {GetParam().key});
   document = with(document, {std::string(GetParam().key) + "2"}, nullptr);
   TextParser parser(toJson(document));
@@ -126,7 +126,7 @@ TEST_P(LoadWithout, FailsWhenTheTurnOfTheSectionComes) {
 INSTANTIATE_TEST_SUITE_P(Sections, LoadWithout, ::testing::ValuesIn(kMissingSections),
                          [](const auto& row) { return row.param.key; });
 
-TEST(LoadWithoutProducts, HasTheComponentsInItsTables) {
+TEST(LoadWithoutProducts, StillFillsTheTablesOfComponents) {
   TextParser parser(toJson(without(sampleDocument(), {"products"})));
   EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }), "std::out_of_range: map::at");
   const std::map<std::u16string, std::map<std::u16string, std::int64_t>> expected = {
@@ -134,14 +134,14 @@ TEST(LoadWithoutProducts, HasTheComponentsInItsTables) {
   EXPECT_EQ(parser.componentPkgsToDelete, expected);
 }
 
-TEST(LoadWithoutComponents, ReportsThemBeforeALaterFault) {
+TEST(LoadWithoutComponents, ReportsTheirAbsenceBeforeALaterFault) {
   Value document = without(sampleDocument(), {"components"});
   document = with(document, {"products"}, true);
   TextParser parser(toJson(document));
   EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }), "std::out_of_range: map::at");
 }
 
-/// A text that is no document.
+/// A text that is not a document.
 struct UnusableText {
   const char* name;
   std::string text;

@@ -11,7 +11,7 @@ constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
 std::size_t requests = 0;
 std::size_t live = 0;
-std::size_t untilFailure = kNever;  // allocations that still succeed; kNever: all of them do
+std::size_t untilFailure = kNever;  // allocations that still succeed; kNever for all
 bool failed = false;
 bool keepsFailing = false;
 

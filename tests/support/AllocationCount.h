@@ -2,15 +2,15 @@
 
 namespace test_support {
 
-// What the functions that replace those for memory tell FailingAllocation.h of.
+// The replaced allocation functions report to FailingAllocation.h through these.
 
-/// Counts a request for memory and tells whether it is to succeed.
+/// Counts a request for memory and returns whether it is to succeed.
 bool grantsAllocation() noexcept;
 
-/// Counts a block that was given out, unless it is null; returns it.
+/// Counts an allocated block, unless it is null; returns it.
 void* countedAllocation(void* memory) noexcept;
 
-/// Counts a block, unless it is null, as given back.
+/// Counts a block, unless it is null, as freed.
 void countRelease(const void* memory) noexcept;
 
 }  // namespace test_support

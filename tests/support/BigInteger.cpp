@@ -19,7 +19,7 @@ BigInteger::BigInteger(std::uint64_t number) : limbs_{low(number), low(number >>
 }
 
 BigInteger BigInteger::powerOfTen(unsigned exponent) {
-  // Asked for again and again; made from the one before.
+  // Needed again and again; each power is computed from the previous one.
   thread_local std::vector<BigInteger> powers = {BigInteger(1)};
   while (powers.size() <= exponent) {
     powers.push_back(powers.back());

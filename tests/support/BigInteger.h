@@ -21,12 +21,12 @@ class BigInteger {
   void shiftLeft(unsigned bits);
   void add(const BigInteger& other);
 
-  /// Divides by a single limb and returns the rest.
+  /// Divides by a single limb and returns the remainder.
   std::uint32_t divide(std::uint32_t divisor);
 
   BigInteger operator*(const BigInteger& other) const;
 
-  /// Negative, zero or positive, as this number is less than, equal to or greater than the other.
+  /// Negative, zero or positive as this number is less than, equal to or greater than the other.
   int compare(const BigInteger& other) const;
 
   /// The decimal digits; "0" for zero.
@@ -35,7 +35,7 @@ class BigInteger {
  private:
   void trim();
 
-  std::vector<std::uint32_t> limbs_;  // the lowest first, the last one not zero
+  std::vector<std::uint32_t> limbs_;  // lowest first; the last one is not zero
 };
 
 }  // namespace test_support

@@ -8,9 +8,10 @@
 
 namespace test_support {
 
-/// A handler that brings its own catalogue, two tables in memory, and writes its questions down.
+/// A handler with its own catalogue, two tables in memory. It records its look-ups.
 ///
-/// What a table does not hold is answered with an empty string, as the product catalogue does.
+/// A key that a table does not contain is answered with an empty string, as in the product
+/// catalogue.
 class CatalogueHandler : public install::update_metadata_parser::UpdateMetaDataHandler {
  public:
   std::map<std::u16string, std::u16string> namesByCode;
@@ -24,7 +25,7 @@ class CatalogueHandler : public install::update_metadata_parser::UpdateMetaDataH
   std::u16string getProductBaseCode(const std::u16string& productName,
                                     const std::u16string& productDataLocation) override;
 
-  /// The model, for elements that are made without the handler.
+  /// The model, for tests that make elements without the handler.
   using UpdateMetaDataHandler::model;
 };
 

@@ -9,7 +9,7 @@
 namespace test_support {
 namespace {
 
-// The number that a variable of the environment holds, if it is there.
+// The number in an environment variable, or `otherwise` if it is not set.
 std::size_t numberFromEnvironment(const char* name, std::size_t otherwise) {
   const char* const text = std::getenv(name);
   return text != nullptr ? std::stoul(text) : otherwise;

@@ -7,14 +7,14 @@
 
 namespace test_support {
 
-/// How many levels the tests of depth make: UMP_DEPTH_LEVELS in the environment, else a million.
+/// How many levels the depth tests make: UMP_DEPTH_LEVELS in the environment, otherwise a million.
 std::size_t levels();
 
-/// Runs `work` in a thread of its own whose stack has UMP_DEPTH_STACK bytes, else 256 KiB, which is
-/// far too small for a frame a level. Waits for it; what it throws is thrown again here.
+/// Runs `work` in its own thread and waits for it; rethrows what it throws. The stack has
+/// UMP_DEPTH_STACK bytes, otherwise 256 KiB: far too small for one frame per level.
 void runWithSmallStack(const std::function<void()>& work);
 
-/// Returns a text `times` times.
+/// Returns a text repeated `times` times.
 std::string repeated(std::string_view text, std::size_t times);
 
 }  // namespace test_support

@@ -4,8 +4,8 @@
 
 namespace test_support {
 
-/// Tells whether exhaustive tests go all the way: in optimised programs without instruments.
-/// Otherwise they stop earlier, as their time would be many times as long.
+/// Whether exhaustive tests run in full: only in optimized programs without instrumentation.
+/// Elsewhere they stop earlier, because they would take many times as long.
 #if defined(__OPTIMIZE__) && !defined(_GLIBCXX_DEBUG)
 constexpr bool kFullEffort = !kHasSanitizer;
 #else

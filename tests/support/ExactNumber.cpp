@@ -27,8 +27,8 @@ struct Decimal {
   int exponent;
 };
 
-// What the bits of a double without sign stand for; those of infinity for the step above the
-// largest double.
+// The value that the bits of a nonnegative double represent. The bits of infinity represent the
+// step above the largest double.
 Binary binaryOf(std::uint64_t bits) {
   const std::uint64_t mantissa = bits & ((std::uint64_t{1} << kMantissaBits) - 1);
   const int exponent = static_cast<int>(bits >> kMantissaBits);
@@ -36,8 +36,8 @@ Binary binaryOf(std::uint64_t bits) {
                        : Binary{mantissa | std::uint64_t{1} << kMantissaBits, exponent - 1075};
 }
 
-// The number half-way between a double and the next larger one. Their exponents differ by one at
-// most, and the smaller one's is that of both.
+// The number halfway between a double and the next larger one. Their exponents differ by at most
+// one; the smaller exponent serves both.
 Binary halfwayAbove(std::uint64_t bits) {
   const Binary lower = binaryOf(bits);
   return {2 * lower.factor + 1, lower.exponent - 1};
@@ -75,7 +75,7 @@ BigInteger timesPowerOfTen(const BigInteger& integer, int exponent) {
   return exponent > 0 ? integer * BigInteger::powerOfTen(static_cast<unsigned>(exponent)) : integer;
 }
 
-// Each side is multiplied by what the other one is to be divided by.
+// Multiplies each side by the divisor of the other.
 int compare(const BigInteger& digits, int powerOfTen, const Binary& binary) {
   const BigInteger left = timesPowerOfTwo(timesPowerOfTen(digits, powerOfTen), -binary.exponent);
   const BigInteger right =
@@ -86,14 +86,14 @@ int compare(const BigInteger& digits, int powerOfTen, const Binary& binary) {
 // The exact decimal form of a binary magnitude.
 Decimal exactly(const Binary& binary) {
   BigInteger integer = timesPowerOfTwo(BigInteger(binary.factor), binary.exponent);
-  // Each halving is five tenths.
+  // Halving is multiplying by five tenths.
   for (int i = binary.exponent; i < 0; ++i) {
     integer.multiplyAndAdd(5, 0);
   }
   return {integer.digits(), std::min(binary.exponent, 0)};
 }
 
-// The bits of a double whose upper neighbour is far or odd in some way.
+// The bits of a double whose upper neighbor is unusual, for instance farther away.
 std::uint64_t hardEdge(std::uint64_t choice) {
   constexpr std::uint64_t kEdges[] = {0,
                                       1,
@@ -184,7 +184,7 @@ std::string NumberTexts::written(const std::string& digits, int exponent) {
 std::string NumberTexts::hard() {
   Decimal decimal = exactly(halfwayAbove(hardBits()));
   switch (below(5)) {
-    case 0:  // a hair above
+    case 0:  // slightly above
       for (std::uint64_t zeros = below(300); zeros != 0; --zeros) {
         decimal.digits += '0';
         --decimal.exponent;
@@ -192,7 +192,7 @@ std::string NumberTexts::hard() {
       decimal.digits += '1';
       --decimal.exponent;
       break;
-    case 1:  // a hair below
+    case 1:  // slightly below
       if (decimal.digits.back() == '0') {
         break;
       }

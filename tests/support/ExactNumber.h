@@ -7,26 +7,26 @@
 
 namespace test_support {
 
-/// Tells, by exact arithmetic on integers, whether `number` is the double nearest to a number in
-/// JSON's form, ties to even: infinity from half a step above the largest double on, and a zero of
-/// the number's sign up to half the smallest one.
+/// Whether `number` is the double nearest to a number in JSON's form, ties to even, by exact
+/// integer arithmetic. That is infinity from half a step above the largest double, and a zero with
+/// the number's sign up to half the smallest double.
 ///
 /// \pre the exponent has at most four digits
 bool isNearest(std::string_view text, double number);
 
-/// Makes numbers in JSON's form; the same ones for the same seed.
+/// Makes numbers in JSON's form; the same seed gives the same numbers.
 class NumberTexts {
  public:
   explicit NumberTexts(std::uint64_t seed) : random_(seed) {}
 
-  /// A number of 1 to 25 digits, or a few times more, anywhere in the range of doubles or a little
-  /// outside, with or without sign, point and exponent.
+  /// Returns a number of usually 1 to 25 digits, sometimes a few times more. It lies anywhere in
+  /// the range of doubles or slightly outside, with or without sign, point and exponent.
   std::string random();
 
-  /// A number that is hard to round: half-way between two doubles, or a hair beside that; among the
-  /// subnormal ones, at both ends of the range, at powers of two and where integers stop to be
-  /// exact; in up to 1,200 digits, as a plain integer, with a point at any place and an exponent
-  /// that makes up for it.
+  /// Returns a number that is hard to round: halfway between two doubles or very close to that. It
+  /// lies among the subnormal numbers, at either end of the range, near a power of two, or where
+  /// integers cease to be exact. It has up to 1,200 digits, as a plain integer or with a point at
+  /// any place and an exponent that compensates for it.
   std::string hard();
 
  private:

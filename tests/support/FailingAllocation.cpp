@@ -1,5 +1,5 @@
-// The form of FailingAllocation.h that takes the place of operator new, and of realloc() in what is
-// linked statically.
+// Implements FailingAllocation.h by replacing operator new, and realloc() in statically linked
+// code.
 
 #include <algorithm>
 #include <array>
@@ -31,10 +31,10 @@ void* allocateOrThrow(std::size_t bytes, std::size_t alignment = alignof(std::ma
   return memory;
 }
 
-// Blocks that came from realloc(), which free() has to tell from those that came from elsewhere.
+// Blocks from realloc(), which free() must tell from those of other origin.
 std::array<void*, 256> reallocated{};
 
-// Puts `replacement` in the place of `block`; tells whether `block` was there.
+// Replaces `block` by `replacement` in the table; returns whether `block` was in it.
 bool replaceReallocated(void* block, void* replacement) noexcept {
   const auto place = std::find(reallocated.begin(), reallocated.end(), block);
   if (place == reallocated.end()) {
@@ -46,8 +46,8 @@ bool replaceReallocated(void* block, void* replacement) noexcept {
 
 }  // namespace
 
-// The linker puts these in the place of realloc() and free() for the code that is tested, and gives
-// access to the functions themselves.
+// The linker replaces realloc() and free() by these in the code under test, and provides access to
+// the original functions.
 extern "C" {
 
 void* __real_realloc(void* memory, std::size_t bytes);
@@ -63,7 +63,7 @@ void* __wrap_realloc(void* memory, std::size_t bytes) {
       countedAllocation(moved);
     }
     if (!replaceReallocated(memory, moved)) {
-      std::abort();  // more blocks at a time than there are places for
+      std::abort();  // the table of blocks is full
     }
   }
   return moved;

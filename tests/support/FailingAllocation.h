@@ -5,14 +5,14 @@
 
 namespace test_support {
 
-/// Makes one allocation fail while it lives: the `nth` from its start, from 0, throws
-/// std::bad_alloc. Those before and after it succeed.
+/// Makes one allocation fail while it lives: number `nth` from its start, from 0, throws
+/// std::bad_alloc. All others succeed.
 ///
-/// There are two forms of what stands here. An executable that links ump_failing_allocation has its
-/// operator new and operator delete replaced, and realloc() and free() of what is linked
-/// statically. One that links ump_failing_malloc has the allocation functions of C replaced, also
-/// for the shared libraries that it uses: there an allocation that fails returns null with ENOMEM,
-/// and operator new throws as it does for its user. One thread, and one object at a time.
+/// This header has two implementations. In an executable that links ump_failing_allocation,
+/// operator new and operator delete are replaced, and so are realloc() and free() in statically
+/// linked code. In one that links ump_failing_malloc, the allocation functions of C are replaced,
+/// for the shared libraries that it uses as well: a failing allocation returns null with ENOMEM,
+/// and operator new throws. One thread, and one object at a time.
 class FailingAllocation {
  public:
   explicit FailingAllocation(std::size_t nth) noexcept;
@@ -20,7 +20,7 @@ class FailingAllocation {
   FailingAllocation& operator=(const FailingAllocation&) = delete;
   ~FailingAllocation();
 
-  /// Tells whether the allocation that fails has been made.
+  /// Whether the failing allocation was attempted.
   bool reached() const noexcept;
 };
 
@@ -33,19 +33,19 @@ class MemoryLimit {
   MemoryLimit& operator=(const MemoryLimit&) = delete;
   ~MemoryLimit();
 
-  /// Tells whether an allocation has failed.
+  /// Whether an allocation has failed.
   bool reached() const noexcept;
 };
 
-/// Tells how often memory has been asked for, in vain or not.
+/// Returns how often memory was requested, whether or not it was granted.
 std::size_t allocations() noexcept;
 
-/// Tells how many blocks of memory have been allocated by those and not been freed.
+/// Returns how many allocated blocks have not been freed.
 std::size_t liveBlocks() noexcept;
 
-/// Calls `operation` with its first allocation failing, then with its second, and so on, until none
-/// is left to fail. Calls `afterFailure` after each call that threw std::bad_alloc. Returns how
-/// many allocations have failed.
+/// Calls `operation` with its first allocation failing, then with its second, and so on, until a
+/// call makes no failing allocation. Calls `afterFailure` after each call that threw
+/// std::bad_alloc. Returns how many allocations have failed.
 template <class Operation, class AfterFailure>
 std::size_t failEachAllocation(Operation operation, AfterFailure afterFailure) {
   for (std::size_t nth = 0;; ++nth) {

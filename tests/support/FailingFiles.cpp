@@ -17,7 +17,7 @@ namespace {
 using test_support::FileCall;
 
 bool watched = false;
-bool busy = false;  // in the watch itself
+bool busy = false;  // inside the watch itself
 std::vector<FileCall> seen;
 std::size_t firstFailure = 0;
 std::size_t failures = 0;
@@ -30,7 +30,7 @@ std::function<void()> action;
 FileCall callOfAction = FileCall::kOpen;
 std::size_t callsBeforeAction = 0;
 
-// Notes a call and tells whether it is to fail.
+// Records a call and returns whether it is to fail.
 bool fails(FileCall call) {
   if (!watched || busy) {
     return false;
@@ -56,12 +56,12 @@ Function* systemsOwn(const char* name) {
 
 }  // namespace
 
-// What replaces functions of the system has to be seen by the shared libraries that use them.
+// Shared libraries must see these replacements of system functions.
 #pragma GCC visibility push(default)
 
 extern "C" {
 
-// The linker puts this in the place of stat() for what is linked statically.
+// The linker replaces stat() by this function in statically linked code.
 int __real_stat(const char* path, struct stat* status);
 
 int __wrap_stat(const char* path, struct stat* status) {

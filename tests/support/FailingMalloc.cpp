@@ -1,6 +1,6 @@
-// The form of FailingAllocation.h that takes the place of malloc() and its kin in the whole
-// process: of what the library asks for, of what the standard library asks for on its behalf, and
-// of what the system's library asks for to open a file or to throw an exception.
+// Implements FailingAllocation.h by replacing malloc() and its relatives throughout the process:
+// for the library, for the standard library, and for the C library when it opens a file or throws
+// an exception.
 
 #include <cerrno>
 #include <cstddef>
@@ -23,10 +23,10 @@ bool grants() noexcept {
 
 }  // namespace
 
-// What replaces functions of the system has to be seen by the shared libraries that use them.
+// Shared libraries must see these replacements of system functions.
 #pragma GCC visibility push(default)
 
-// The system's library offers its functions under these names to whoever replaces them.
+// The C library offers its functions under these names to their replacements.
 extern "C" {
 
 void* __libc_malloc(std::size_t bytes);
@@ -51,7 +51,7 @@ void* realloc(void* memory, std::size_t bytes) noexcept {
   if (memory == nullptr) {
     return countedAllocation(moved);
   }
-  // With a size of 0 it frees.
+  // realloc() with a size of 0 frees the block.
   if (moved == nullptr && bytes == 0) {
     countRelease(memory);
   }

@@ -12,8 +12,9 @@
 
 namespace test_support {
 
-/// Describes what an action throws: its exact type, ": " and its text, the text up to its first
-/// NUL. "an exception of another kind" for what is no std::exception, "nothing" if it ends well.
+/// Describes what an action throws: its exact type, ": " and its text up to the first NUL. Returns
+/// "an exception of another kind" for what is not a std::exception, and "nothing" if nothing is
+/// thrown.
 template <class Action>
 std::string failureOf(Action&& action) {
   try {
@@ -28,12 +29,12 @@ std::string failureOf(Action&& action) {
   return "nothing";
 }
 
-/// Describes, as failureOf() does, the failure for a member that is absent or of another kind.
+/// The failure for a member that is absent or of another kind, in the form of failureOf().
 inline std::string invalidData(const std::string& member) {
   return "std::runtime_error: Invalid data provided for '" + member + "'";
 }
 
-/// Describes, as failureOf() does, the failure of a conversion between two kinds.
+/// The failure of a conversion between two kinds, in the form of failureOf().
 inline std::string invalidConversion(const std::string& from, const std::string& to) {
   return "std::runtime_error: invalid conversion: " + from + " to " + to;
 }

@@ -19,7 +19,7 @@ std::size_t accessibleSize() {
   return (GuardedText::kCapacity + pageSize() - 1) / pageSize() * pageSize();
 }
 
-// A page that must not be touched lies on each side.
+// The text area with an inaccessible page on each side.
 std::size_t wholeSize() {
   return accessibleSize() + 2 * pageSize();
 }

@@ -5,11 +5,11 @@
 
 namespace test_support {
 
-/// Memory for a text that ends where the memory that may be read ends: whoever reads one byte
-/// beyond the text, or before it if it takes up the whole memory, ends the program.
+/// Memory for a text that ends exactly where readable memory ends. Reading one byte beyond the text
+/// ends the program, and so does reading before it if it fills the memory.
 class GuardedText {
  public:
-  /// The most bytes that a text may have.
+  /// The maximum size of a text in bytes.
   static constexpr std::size_t kCapacity = 4096;
 
   GuardedText();
@@ -17,7 +17,7 @@ class GuardedText {
   GuardedText& operator=(const GuardedText&) = delete;
   ~GuardedText();
 
-  /// Copies a text to the end of the memory. It stays until the next one is placed.
+  /// Copies a text to the end of the memory. It is valid until the next call.
   std::string_view place(std::string_view text);
 
  private:

@@ -8,16 +8,16 @@
 
 namespace test_support {
 
-/// Finds different keys that the hash functions of the standard library cannot distinguish:
-/// std::hash has no secret, so anyone can compute them.
+/// Finds different keys whose standard hash is the same. std::hash has no secret, so anyone can
+/// compute such keys.
 class HashCollisions {
  public:
-  /// Returns `count` well-formed names of eight UTF-16 units with one std::hash. None has a tab, a
-  /// line feed or another control character.
+  /// Returns `count` well-formed names of eight UTF-16 units that share one std::hash, without
+  /// tabs, line feeds or other control characters.
   static std::vector<std::u16string> names(std::size_t count) {
     std::vector<std::u16string> found;
     for (std::uint64_t number = 0; found.size() != count; ++number) {
-      // Letters first, then whatever leads from their state to the wanted one.
+      // Starts with letters, then adds the units that lead from their state to the wanted one.
       std::u16string name;
       for (unsigned digit = 0; digit != 4; ++digit) {
         name += static_cast<char16_t>(u'A' + (number >> 5 * digit) % 32);
@@ -35,7 +35,7 @@ class HashCollisions {
     return found;
   }
 
-  /// Returns `count` numbers that share one bucket, or a few, of an unordered container of them.
+  /// Returns `count` numbers that share one bucket, or a few, of an unordered container.
   static std::vector<std::uint32_t> numbers(std::size_t count) {
     std::unordered_map<std::uint32_t, bool> table;
     for (std::uint32_t number = 0; number != count; ++number) {
@@ -52,7 +52,7 @@ class HashCollisions {
   }
 
  private:
-  // The hash of libstdc++ for blocks of eight bytes and its seed.
+  // libstdc++'s hash for blocks of eight bytes, and its seed.
   static constexpr std::uint64_t kSeed = 0xC70F6907;
   static constexpr std::uint64_t kFactor = 0xC6A4A7935BD1E995;
   static constexpr std::uint64_t kBlock = 8;
@@ -64,7 +64,8 @@ class HashCollisions {
     return shifted(block * kFactor) * kFactor;
   }
 
-  // Newton's steps double the correct bits: an odd number is its own inverse in three of them.
+  // An odd number is its own inverse in its low three bits; each Newton step doubles the correct
+  // bits.
   static constexpr std::uint64_t inverse(std::uint64_t odd) {
     std::uint64_t result = odd;
     for (int step = 0; step != 5; ++step) {

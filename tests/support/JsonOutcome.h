@@ -9,7 +9,7 @@
 
 namespace test_support {
 
-/// What came of the reading of a text: a value, or an exception of exactly one of two types.
+/// The outcome of reading a text: a value, or an exception of exactly one of two types.
 struct JsonOutcome {
   enum class Kind { kValue, kParserException, kRuntimeError, kOther };
 

@@ -9,8 +9,8 @@ namespace test_support {
 
 /// Watches an element without holding it.
 ///
-/// It turns the element, which must never have been attached, into a placeholder whose resolver is
-/// given up together with the element.
+/// Turns the element, which must never have been attached, into a placeholder whose resolver is
+/// destroyed together with the element.
 class LifetimeProbe {
  public:
   explicit LifetimeProbe(const mf::zero::ModelElement& element) {
@@ -19,7 +19,7 @@ class LifetimeProbe {
     mf::zero::Placeholders::make(element, [token] { return mf::zero::ModelElement(); });
   }
 
-  /// Tells whether the element still exists.
+  /// Whether the element still exists.
   bool alive() const { return !token_.expired(); }
 
  private:

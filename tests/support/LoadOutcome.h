@@ -6,7 +6,7 @@
 
 namespace test_support {
 
-/// What came of the load of a text as "document.json": the calls that the handler got, and the
+/// The outcome of loading a text as "document.json": the calls that the handler received, and the
 /// failure as failureOf() describes it.
 struct LoadOutcome {
   std::vector<std::string> calls;
@@ -19,11 +19,11 @@ std::ostream& operator<<(std::ostream& stream, const LoadOutcome& outcome);
 /// Loads a text.
 LoadOutcome loadOutcomeOf(const std::string& text);
 
-/// Loads a text step by step, with the naive reader of texts.
+/// Loads a text step by step, with the naive reader.
 LoadOutcome naiveLoadOutcomeOf(const std::string& text);
 
-/// A valid document of less than 1,000 bytes that has every section, escapes, white space, repeated
-/// keys, typed payloads and numbers of many forms.
+/// Returns a valid document of less than 1,000 bytes that has every section, escapes, white space,
+/// repeated keys, typed payloads and numbers of many forms.
 const std::string& richDocument();
 
 }  // namespace test_support

@@ -14,14 +14,14 @@ bool setLocale(const std::string& name) {
   if (std::setlocale(LC_ALL, name.c_str()) != nullptr) {
     return true;
   }
-  // Where the build has made locales of its own.
+  // Where the build puts the locales that it makes.
   constexpr const char* kMadeLocales = UMP_LOCALES;
   return *kMadeLocales != '\0' && ::setenv("LOCPATH", kMadeLocales, 1) == 0 &&
          std::setlocale(LC_ALL, name.c_str()) != nullptr;
 }
 
-// What streams use where the C library uses a decimal comma. Not std::locale(name): making one from
-// a folder of our own leaks memory of the C library.
+// Used by streams where the C library uses a decimal comma. Not std::locale(name): creating one
+// from our own folder leaks memory of the C library.
 struct Commas : std::numpunct<char> {
   char do_decimal_point() const override { return ','; }
   char do_thousands_sep() const override { return '.'; }
@@ -43,7 +43,7 @@ struct OnesAsTwos : std::codecvt<char, char, std::mbstate_t> {
 
 LocaleScope::LocaleScope(const std::string& name) : before_(std::setlocale(LC_ALL, nullptr)) {
   if (!setLocale(name)) {
-    throw std::runtime_error("there is no locale " + name +
+    throw std::runtime_error("missing locale: " + name +
                              "; the package locales has what it is made of");
   }
   if (*std::localeconv()->decimal_point == ',') {

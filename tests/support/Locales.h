@@ -6,18 +6,18 @@
 
 namespace test_support {
 
-/// The locales under which the library is tried: plain ones, one with a decimal comma and one with
-/// letters of its own.
+/// The locales that the library is tested under: plain ones, one with a decimal comma and one with
+/// its own letters.
 inline const std::vector<const char*>& localesOfTests() {
   static const std::vector<const char*> names = {"C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"};
   return names;
 }
 
-/// Puts the whole program, the C library and the streams, under a locale for the time of its life.
-/// Those that the system does not offer are made with the tests, where it has their sources.
+/// Switches the whole program, the C library and the streams, to a locale while it lives. The build
+/// makes locales that the system lacks if it has their sources.
 class LocaleScope {
  public:
-  /// \throws std::runtime_error  the locale is not there
+  /// \throws std::runtime_error  the locale is missing
   explicit LocaleScope(const std::string& name);
   LocaleScope(const LocaleScope&) = delete;
   LocaleScope& operator=(const LocaleScope&) = delete;
@@ -28,8 +28,8 @@ class LocaleScope {
   std::locale streamsBefore_;
 };
 
-/// Puts all streams under a locale whose files are not what their bytes are: every '1' is read as a
-/// '2'. For the time of its life.
+/// While it lives, switches all streams to a locale that converts the bytes of files: every '1' is
+/// read as '2'.
 class ConvertingLocaleScope {
  public:
   ConvertingLocaleScope();

@@ -63,7 +63,7 @@ class Writer {
   const std::string& text() const { return text_; }
 
  private:
-  /// One level of indentation more, until the end of the scope.
+  /// Adds one level of indentation until the end of its scope.
   class Level {
    public:
     explicit Level(Writer& writer) : writer_(writer) { writer_.indentation_ += "  "; }

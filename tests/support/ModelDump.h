@@ -11,8 +11,8 @@
 
 namespace test_support {
 
-/// Writes an element and everything below it as text, one line for each, indented by two blanks a
-/// level. Every field is shown, so that two trees are the same exactly if their texts are:
+/// Writes an element and everything below it as text, one line per element, indented by two blanks
+/// per level. Every field is shown, so two trees are equal exactly if their texts are:
 ///
 ///     release data
 ///       architecture "x86"

@@ -19,8 +19,8 @@ namespace {
 using namespace foundation::json;
 using fl::i18n::lcctype::isdigit_ascii;
 
-// Every operation leaves `position` behind what it read or, on failure, at the byte that it did not
-// accept; only matchLiteral() leaves it alone on failure.
+// Every operation leaves `position` after what it read or, on failure, at the byte that it did not
+// accept. Only matchLiteral() does not move it on failure.
 class NaiveReader {
  public:
   NaiveReader(const char* end, bool allowComments) : end_(end), allowComments_(allowComments) {}
@@ -260,7 +260,7 @@ class NaiveReader {
     }
   }
 
-  // What is remembered while one object is read.
+  // The state of reading one object.
   struct ObjectState {
     std::map<std::string, Value> members;
     std::string typeName;
@@ -303,7 +303,7 @@ class NaiveReader {
     return kSuccess;
   }
 
-  // Ends before the byte that separates the member from what follows.
+  // Stops before the byte that separates the member from what follows.
   ParseResult parseMember(const char*& position, ObjectState& object) const {
     std::string key;
     ParseResult code = parseString(position, key);

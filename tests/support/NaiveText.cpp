@@ -15,7 +15,7 @@ struct ByteRange {
   unsigned high;
 };
 
-/// The well-formed sequences: which bytes may stand at which place.
+/// A well-formed sequence: which bytes are allowed at which place.
 struct WellFormed {
   std::size_t length;
   ByteRange bytes[4];
@@ -33,7 +33,7 @@ constexpr WellFormed kWellFormed[] = {
     {4, {{0xF4, 0xF4}, {0x80, 0x8F}, {0x80, 0xBF}, {0x80, 0xBF}}},
 };
 
-/// How many bytes of `text` from `begin` on match the sequence.
+/// How many bytes of `text`, starting at `begin`, match the sequence.
 std::size_t matchingBytes(const WellFormed& sequence, std::string_view text, std::size_t begin) {
   std::size_t count = 0;
   while (count < sequence.length && begin + count < text.size()) {

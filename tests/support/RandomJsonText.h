@@ -8,13 +8,13 @@
 
 namespace test_support {
 
-/// Makes texts that are JSON or nearly so; the same ones for the same seed.
+/// Makes texts that are JSON or nearly so; the same seed gives the same texts.
 class RandomJsonText {
  public:
   explicit RandomJsonText(std::uint64_t seed) : random_(seed) {}
 
-  /// The next text: a value of a small grammar with members that name integer types, odd escapes,
-  /// long numbers, white space and comments, of which most have up to three changes.
+  /// Returns the next text: a value of a small grammar with members that name integer types, odd
+  /// escapes, long numbers, white space and comments. Most texts have up to three random changes.
   std::string next();
 
  private:

@@ -11,20 +11,20 @@
 
 namespace test_support {
 
-/// A handler that writes down every call of a virtual operation and then does what its base does.
+/// A handler that records every call of a virtual operation and then does what its base does.
 ///
-/// Calls that the base makes through the object are written down, too, after the call that makes
-/// them. One line each, with the arguments:
+/// Calls that the base makes through the object are recorded as well, after the call that makes
+/// them. Each call is one line with its arguments:
 ///
 ///     setBaseReleaseFamily("Orchard")
-///     setProductDeltaData("Press", ["core"], [], {"core": {"old": 10}}, {"core": [("new", 20,
-///     40)]}) createPkgDataWithFilesToDelete("guide", 30, ["guide/old.txt"])
+///     setProductDeltaData("Press", ["core"], [], {"core": {"old": 10}}, {})
+///     createPkgDataWithFilesToDelete("guide", 30, ["guide/old.txt"])
 ///     setComponentDataWithFilesToDelete("docs", ["guide"])
 class RecordingHandler : public install::update_metadata_parser::UpdateMetaDataHandler {
  public:
   const std::vector<std::string>& calls() const { return calls_; }
 
-  /// Returns the calls so far and starts anew.
+  /// Returns the calls so far and clears the record.
   std::vector<std::string> takeCalls() { return std::exchange(calls_, {}); }
 
   void initializeReleaseData() const override;

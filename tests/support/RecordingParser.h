@@ -10,7 +10,7 @@
 
 namespace test_support {
 
-/// A parser that makes recording handlers and lets its fields be seen.
+/// A parser that makes recording handlers and exposes its fields.
 class RecordingParser : public install::update_metadata_parser::UpdateMetaDataJsonParser {
  public:
   using UpdateMetaDataJsonParser::componentPkgsToDelete;
@@ -26,7 +26,7 @@ class RecordingParser : public install::update_metadata_parser::UpdateMetaDataJs
   /// The handler of the last load. \pre there was one
   RecordingHandler& recorder() const { return dynamic_cast<RecordingHandler&>(*handler); }
 
-  /// Returns the calls that the handler of the last load got so far, and starts anew.
+  /// Returns the calls that the handler of the last load has received, and clears the record.
   std::vector<std::string> takeCalls() const { return recorder().takeCalls(); }
 };
 

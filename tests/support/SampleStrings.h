@@ -6,7 +6,7 @@
 
 namespace test_support {
 
-/// Strings that must come back unit by unit: nothing trims, folds, ends or repairs them.
+/// Strings that must come back unit by unit: nothing may trim, fold, terminate or repair them.
 inline std::vector<std::u16string> sampleStrings() {
   using namespace std::string_literals;
   return {
@@ -17,8 +17,8 @@ inline std::vector<std::u16string> sampleStrings() {
       u"before\0after\0"s,                               // NULs inside and at the end
       u"\uFEFFmark"s,                                    // a byte-order mark
       u"\U0001F600\uE000\uFFFF"s,                        // a pair, then units above it
-      std::u16string(1, static_cast<char16_t>(0xD800)),  // a first unit of a pair alone
-      std::u16string(1, static_cast<char16_t>(0xDFFF)),  // a second one alone
+      std::u16string(1, static_cast<char16_t>(0xD800)),  // an unpaired high surrogate
+      std::u16string(1, static_cast<char16_t>(0xDFFF)),  // an unpaired low surrogate
       std::u16string(std::size_t{300000}, u'x'),         // longer than any block of a pool
   };
 }

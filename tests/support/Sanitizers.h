@@ -10,8 +10,7 @@
 
 namespace test_support {
 
-/// Tells whether the program is instrumented by a sanitizer, which needs many times the time and
-/// the memory.
+/// Whether the program is instrumented by a sanitizer, which needs many times the time and memory.
 #ifdef UMP_HAS_SANITIZER
 constexpr bool kHasSanitizer = true;
 #else

@@ -12,7 +12,7 @@ namespace test_support {
 
 using Parts = std::vector<std::string>;
 
-/// The bytes of a text, each as a part of its own.
+/// The bytes of a text, each as a separate part.
 inline Parts bytesOf(std::string_view bytes) {
   Parts parts;
   for (const char byte : bytes) {
@@ -21,13 +21,13 @@ inline Parts bytesOf(std::string_view bytes) {
   return parts;
 }
 
-/// Every sequence of at most `most` parts, joined by `separator`, the empty one included.
+/// Every sequence of at most `most` parts joined by `separator`, including the empty sequence.
 class Sequences {
  public:
   Sequences(Parts parts, std::size_t most, std::string separator = "")
       : parts_(std::move(parts)), most_(most), separator_(std::move(separator)) {}
 
-  /// Calls `visit` with each, until a test fails.
+  /// Calls `visit` with each sequence until a test fails.
   template <class Visit>
   void forEach(const Visit& visit) const {
     visitFrom(visit, "", 0);

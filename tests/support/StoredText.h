@@ -5,11 +5,11 @@
 
 namespace test_support {
 
-/// The text in the file at `path`, with which a test compares `now`.
+/// Returns the text in the file at `path`, with which a test compares `now`.
 ///
-/// With UMP_UPDATE_GOLDEN in the environment, `now` is written there first: that is how
-/// scripts/update-golden makes the file anew. Throws std::runtime_error if the file cannot be
-/// written or read.
+/// If UMP_UPDATE_GOLDEN is set in the environment, `now` is first written to the file: this is how
+/// scripts/update-golden rewrites it. Throws std::runtime_error if the file cannot be written or
+/// read.
 std::string storedText(const std::filesystem::path& path, const std::string& now);
 
 }  // namespace test_support

@@ -5,11 +5,11 @@
 
 namespace test_support {
 
-/// A new folder for one test, removed with everything in it at the end of its life.
+/// A new folder for one test, removed with its contents when the object is destroyed.
 ///
-/// Names are UTF-8, relative to the folder, and may have several parts. Paths come back as the
-/// operations under test take them, in UTF-16, and as the operating system takes them, in UTF-8.
-/// Every operation throws std::system_error if the file system refuses.
+/// Names are UTF-8, relative to the folder, and may have several parts. Paths are returned in
+/// UTF-16, for the operations under test, and in UTF-8, for the operating system. Every operation
+/// throws std::system_error if the file system reports an error.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -26,20 +26,19 @@ class TemporaryFolder {
   std::string nativePath() const { return nativePath_; }
   std::string nativePath(std::string_view name) const;
 
-  /// Writes a file, and the folders above it, and returns its path.
+  /// Writes a file and the folders above it; returns its path.
   std::u16string writeFile(std::string_view name, std::string_view bytes) const;
 
-  /// Makes a folder, and the folders above it, and returns its path.
+  /// Makes a folder and the folders above it; returns its path.
   std::u16string makeFolder(std::string_view name) const;
 
-  /// Makes a symbolic link to `target`, which is kept as it is given, and returns its path.
+  /// Makes a symbolic link to `target`, which is stored verbatim; returns its path.
   std::u16string makeLink(std::string_view name, std::string_view target) const;
 
-  /// Makes a FIFO and returns its path.
+  /// Makes a FIFO; returns its path.
   std::u16string makeFifo(std::string_view name) const;
 
-  /// Makes a socket, which exists but cannot be opened even by an administrator, and returns its
-  /// path.
+  /// Makes a socket, which exists but cannot be opened even by an administrator; returns its path.
   std::u16string makeSocket(std::string_view name) const;
 
  private:

@@ -1,1 +1,1 @@
-// Nothing: what is compiled here are the headers that the tests share.
+// Empty on purpose: it compiles the headers that the tests share.

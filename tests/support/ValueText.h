@@ -7,9 +7,10 @@
 
 namespace test_support {
 
-/// Writes a value so that no two different values have the same text: doubles plain, the other
-/// numbers as float(1.5), int64(-1) and uint64(1), a zero with its sign, and in strings every byte
-/// but printable ASCII, the quotation mark and the backslash as \xHH. For example
+/// Writes a value so that different values always have different texts. Doubles are plain; other
+/// numbers are written as float(1.5), int64(-1) and uint64(1); a zero has its sign. In strings, the
+/// quotation mark, the backslash and every byte except printable ASCII are written as \xHH. For
+/// example
 ///
 ///     {"key": [1.5, -0, int64(7), "caf\xC3\xA9", null, undefined]}
 ///

@@ -5,8 +5,8 @@
 
 namespace test_support {
 
-/// Writes UTF-16 text in quotation marks so that every unit can be told apart: printable ASCII as
-/// it stands, everything else, the quotation mark and the backslash as \uHHHH.
+/// Writes UTF-16 text in quotation marks so that every unit is distinguishable: printable ASCII
+/// verbatim; everything else, the quotation mark and the backslash as \uHHHH.
 std::string visible(std::u16string_view text);
 
 }  // namespace test_support

@@ -1,7 +1,7 @@
-// What several threads may do: copy and destroy facades of one handler, load documents each on its
-// own. Under the thread sanitizer this finds what they share without saying so.
+// What several threads may do at once: copy and destroy facades of one handler, and load documents
+// independently. The thread sanitizer finds data that they share without synchronization.
 //
-// UMP_THREADS_FULL in the environment makes it many rounds more (see scripts/check/threads).
+// UMP_THREADS_FULL in the environment runs many more rounds (see scripts/check/threads).
 
 #include <atomic>
 #include <cstddef>
@@ -37,7 +37,7 @@ bool goesAllTheWay() {
   return std::getenv("UMP_THREADS_FULL") != nullptr;
 }
 
-/// Runs `work` in 8 threads that begin at the same time, each with its number.
+/// Runs `work` in 8 threads that start together; each receives its number.
 void inThreads(const std::function<void(std::size_t)>& work) {
   std::atomic<bool> begun = false;
   std::vector<std::thread> threads;
@@ -79,7 +79,7 @@ TEST(Facades, AreCopiedAndDestroyedInSeveralThreads) {
   EXPECT_EQ(facade->getTargetUpdateLevelForQorv(), 7);
 }
 
-TEST(Facades, ReleaseTheHandlerInWhicheverThreadDestroysTheLast) {
+TEST(Facades, ReleaseTheHandlerInTheThreadThatDestroysTheLastOne) {
   const std::size_t rounds = goesAllTheWay() ? 500 : 20;
   const TemporaryFolder folder;
   folder.writeFile("catalogue/products.tsv", "header\na base code\ta product\t1\tcontrolling\n");
@@ -101,7 +101,7 @@ TEST(Facades, ReleaseTheHandlerInWhicheverThreadDestroysTheLast) {
   }
 }
 
-TEST(Facades, AnswerInAThreadOtherThanThatOfTheLoad) {
+TEST(Facades, AnswerInAThreadOtherThanTheLoadingOne) {
   const TemporaryFolder folder;
   std::shared_ptr<UpdateMetaData> facade;
   std::thread([&] { facade = load(folder.writeFile("document.json", richDocument())); }).join();
@@ -111,7 +111,7 @@ TEST(Facades, AnswerInAThreadOtherThanThatOfTheLoad) {
   }).join();
 }
 
-TEST(Loads, DoNotDisturbEachOther) {
+TEST(Loads, DoNotInterfereWithEachOther) {
   const std::size_t loads = (goesAllTheWay() ? 10'400 : 240) / kThreads;
   const TemporaryFolder folder;
   const std::u16string rich = folder.writeFile("rich.json", richDocument());

@@ -11,7 +11,7 @@ using foundation::core::adviseLargePages;
 using foundation::core::discardPages;
 using foundation::core::kLargePage;
 
-TEST(LargePages, LeaveWhatStandsInTheMemoryAndBesideIt) {
+TEST(LargePages, LeaveTheMemoryAndItsSurroundingsUnchanged) {
   std::vector<char> memory(4 * kLargePage, 'x');
 
   adviseLargePages(memory.data() + 1, memory.size() - 2);
@@ -19,7 +19,7 @@ TEST(LargePages, LeaveWhatStandsInTheMemoryAndBesideIt) {
   EXPECT_EQ(memory, std::vector<char>(4 * kLargePage, 'x'));
 }
 
-TEST(LargePages, AreNotAskedForWhereNoneFits) {
+TEST(LargePages, AreNotRequestedWhereNoneFits) {
   std::vector<char> memory(100, 'x');
 
   adviseLargePages(memory.data(), memory.size());
@@ -29,7 +29,7 @@ TEST(LargePages, AreNotAskedForWhereNoneFits) {
   EXPECT_EQ(memory, std::vector<char>(100, 'x'));
 }
 
-TEST(DiscardedPages, LeaveWhatStandsBesideTheMemory) {
+TEST(DiscardedPages, LeaveSurroundingMemoryUnchanged) {
   constexpr std::size_t kBeside = 5000;
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{4096},
                                  std::size_t{8191}, std::size_t{8192}, std::size_t{100001}}) {

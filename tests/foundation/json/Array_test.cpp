@@ -53,7 +53,7 @@ TEST(Array, TakesTheElementsOfAVector) {
   EXPECT_EQ(array[0].as<std::string_view>().data(), characters);
 }
 
-TEST(Array, IsGivenBackByItsValue) {
+TEST(Array, IsReturnedByItsValue) {
   const Array array{1.0, "text"};
   const Value value(array);
   EXPECT_EQ(value.as<Array>(), array);

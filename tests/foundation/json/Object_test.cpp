@@ -88,7 +88,7 @@ TEST(Object, ThrowsOutOfRangeForAnAbsentMember) {
   }
 }
 
-TEST(Object, BehavesAsTheOrderedMapThatItStandsFor) {
+TEST(Object, BehavesAsAnOrderedMap) {
   std::mt19937_64 random(1);
   for (std::size_t size = 0; size != 70; ++size) {
     Members members;
@@ -120,7 +120,7 @@ TEST(Object, CopiesItsKeys) {
             std::vector<std::string>{"a key that is too long to be stored in place"});
 }
 
-TEST(Object, IsGivenBackByItsValue) {
+TEST(Object, IsReturnedByItsValue) {
   const Object object{{"a", 1.0}};
   const Value value(object);
   EXPECT_EQ(value.as<Object>(), object);

@@ -31,7 +31,7 @@ static_assert(std::is_nothrow_move_assignable_v<Value>);
 static_assert(std::is_nothrow_swappable_v<Value>);
 static_assert(std::is_nothrow_destructible_v<Value>);
 
-// Only what is exactly one of the alternatives becomes a value.
+// Only exact alternatives convert to a value.
 static_assert(!std::is_constructible_v<Value, int> && !std::is_constructible_v<Value, unsigned>);
 static_assert(!std::is_constructible_v<Value, long long> && !std::is_constructible_v<Value, char>);
 static_assert(!std::is_constructible_v<Value, unsigned long long>);
@@ -46,7 +46,7 @@ struct Kind {
   using Type = T;
 };
 
-// Calls `visit` with each kind that a value can be taken as.
+// Calls `visit` for each kind that a value can be read as.
 template <class Visit>
 void forEachWantedKind(const Visit& visit) {
   visit(Kind<bool>());
@@ -59,7 +59,7 @@ void forEachWantedKind(const Visit& visit) {
   visit(Kind<std::uint64_t>());
 }
 
-/// A value of each kind, with what there is to say of the kind.
+/// A value of each kind, with the properties of the kind.
 struct Sample {
   Value value;
   std::size_t index;
@@ -79,7 +79,7 @@ std::vector<Sample> samples() {
           {Value(std::uint64_t{1}), 9, traits<std::uint64_t>::name}};
 }
 
-// The message of an exception of exactly the type Error; else a note that none was thrown.
+// The message of an exception of exactly the type Error; a note if none was thrown.
 template <class Error, class Action>
 std::string messageOf(const Action& action) {
   try {
@@ -125,7 +125,7 @@ TEST(Value, IsUndefinedUnlessItIsMadeFromSomething) {
   EXPECT_TRUE(Value::UNDEFINED.is<Undefined>());
 }
 
-TEST(Value, GivesBackWhatItIsMadeFrom) {
+TEST(Value, ReturnsWhatItIsMadeFrom) {
   EXPECT_TRUE(Value(true).as<bool>());
   EXPECT_FALSE(Value(false).as<bool>());
   for (const double number :
@@ -142,7 +142,7 @@ TEST(Value, GivesBackWhatItIsMadeFrom) {
   EXPECT_EQ(Value(UINT64_MAX).as<std::uint64_t>(), UINT64_MAX);
 }
 
-TEST(Value, GivesBackEveryStringThatItIsMadeFrom) {
+TEST(Value, ReturnsEveryStringThatItIsMadeFrom) {
   const std::string longText(100000, 'x');
   for (const std::string& text : {""s, "a"s, "0123456"s, "01234567"s, "0123456789abcdef"s, "a\0b"s,
                                   "\0"s, "\xFF\xC3"s, longText}) {
@@ -163,7 +163,7 @@ TEST(Value, ReadsAStringInPlace) {
   EXPECT_EQ(characters, value.as<std::string_view>().data());
 }
 
-TEST(Value, IsNotTakenAsAnotherKindThanItsOwn) {
+TEST(Value, IsNotReadAsAnotherKind) {
   for (const Sample& sample : samples()) {
     forEachWantedKind([&](auto kind) {
       using T = typename decltype(kind)::Type;
@@ -181,7 +181,7 @@ TEST(Value, IsNotTakenAsAnotherKindThanItsOwn) {
   }
 }
 
-TEST(Value, SaysWhatWasToBecomeWhat) {
+TEST(Value, NamesBothKindsOfAFailedConversion) {
   EXPECT_EQ(messageOf<std::runtime_error>([] { Value(nullptr).as<std::string>(); }),
             "invalid conversion: null to string");
   EXPECT_EQ(messageOf<std::runtime_error>([] { Value(std::uint64_t{1}).as<double>(); }),
@@ -259,7 +259,7 @@ TEST(ValueComparison, TellsContentsApart) {
   EXPECT_NE(Value("a\0b"s), Value("a\0c"s));
 }
 
-TEST(ValueComparison, TakesNumbersAsEqualAsTheyAre) {
+TEST(ValueComparison, FollowsTheEqualityOfNumbers) {
   EXPECT_EQ(Value(0.0), Value(-0.0));
   EXPECT_EQ(Value(0.0f), Value(-0.0f));
   const Value notANumber(std::nan(""));
@@ -268,7 +268,7 @@ TEST(ValueComparison, TakesNumbersAsEqualAsTheyAre) {
   EXPECT_FALSE(Value(Array{notANumber}) == Value(Array{notANumber}));
 }
 
-TEST(ValueComparison, LooksIntoContainers) {
+TEST(ValueComparison, ComparesTheContentsOfContainers) {
   const auto nested = [](double innermost) {
     return Value(Array{Object{{"a", Array{innermost, "b"}}, {"c", nullptr}}, true});
   };

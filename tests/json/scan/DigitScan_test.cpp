@@ -39,7 +39,7 @@ constexpr Variant kVariants[] = {
 
 class DigitScan : public ::testing::TestWithParam<Variant> {
  protected:
-  // Asserts that the digits at the beginning of a text are read, behind some that were read before.
+  // Asserts that the leading digits of a text are read and appended to the number `before`.
   void expectRead(std::string_view text, std::uint64_t before = 0) const {
     std::uint64_t expected = before;
     std::size_t digits = 0;
@@ -71,7 +71,7 @@ TEST_P(DigitScan, ReadsUpToEveryOtherByteAtEveryPlaceOfEveryLength) {
   }
 }
 
-TEST_P(DigitScan, AppendsToWhatWasReadBeforeAndWrapsRound) {
+TEST_P(DigitScan, AppendsToWhatWasReadBeforeAndWrapsAround) {
   expectRead("123", 45);
   expectRead("12345678", 9);
   expectRead("99999999999999999999", 0);

@@ -19,10 +19,10 @@ using namespace std::string_view_literals;
 using test_support::GuardedText;
 using test_support::quoted;
 
-/// What came of the decoding of a text from its first byte on.
+/// The outcome of decoding a text from its first byte.
 struct Decoding {
   ParseResult result;
-  std::ptrdiff_t accepted;  ///< bytes that were stepped over
+  std::ptrdiff_t accepted;  ///< bytes consumed
   std::string text;         ///< only on success
 
   friend bool operator==(const Decoding& left, const Decoding& right) {
@@ -30,12 +30,12 @@ struct Decoding {
            left.text == right.text;
   }
   friend void PrintTo(const Decoding& decoding, std::ostream* stream) {
-    *stream << "code " << decoding.result << " behind " << decoding.accepted
+    *stream << "code " << decoding.result << " after " << decoding.accepted
             << " bytes: " << quoted(decoding.text);
   }
 };
 
-// The text ends where the memory ends.
+// The text ends where readable memory ends.
 Decoding decode(std::string_view text, std::string start = "") {
   GuardedText guarded;
   const std::string_view placed = guarded.place(text);
@@ -56,7 +56,7 @@ void PrintTo(const Row& row, std::ostream* stream) {
 
 class StringDecoding : public ::testing::TestWithParam<Row> {};
 
-TEST_P(StringDecoding, EndsBehindTheQuoteOrAtTheByteThatIsNotAccepted) {
+TEST_P(StringDecoding, EndsAfterTheQuoteOrAtTheByteThatIsNotAccepted) {
   EXPECT_EQ(decode(GetParam().text), GetParam().decoding);
 }
 

@@ -84,7 +84,7 @@ TEST_P(StringScan, FindsFromEveryAlignment) {
   for (std::size_t begin = 0; begin < 64; ++begin) {
     for (std::size_t size = 0; size <= 64; ++size) {
       for (std::size_t place = 0; place <= size; ++place) {
-        // Around the text there is what it is to be searched for.
+        // The bytes around the text are ones that the search looks for.
         std::fill(std::begin(memory), std::end(memory), '"');
         std::fill(memory + begin, memory + begin + size, 'x');
         if (place != size) {
@@ -98,7 +98,7 @@ TEST_P(StringScan, FindsFromEveryAlignment) {
   }
 }
 
-TEST_P(StringScan, IsMisledByNoOtherByteBesideTheOneThatItLooksFor) {
+TEST_P(StringScan, IsNotMisledByAnyByteNextToTheOneThatItLooksFor) {
   for (int first = 0; first < 256; ++first) {
     for (int second = 0; second < 256; ++second) {
       std::string text(20, static_cast<char>(static_cast<unsigned char>(first)));

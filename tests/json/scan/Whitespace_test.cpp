@@ -17,7 +17,7 @@ using namespace std::string_literals;
 using test_support::GuardedText;
 using test_support::quoted;
 
-// The number of bytes that are skipped of a text that ends where the memory ends.
+// How many bytes are skipped in a text that ends where readable memory ends.
 std::ptrdiff_t skippedOf(std::string_view text, bool allowComments) {
   GuardedText guarded;
   const std::string_view placed = guarded.place(text);
@@ -40,7 +40,7 @@ struct Row {
   const char* name;
   std::string_view text;
   std::ptrdiff_t skipped;              ///< without comments
-  std::ptrdiff_t skippedWithComments;  ///< if they are allowed
+  std::ptrdiff_t skippedWithComments;  ///< if comments are allowed
 };
 
 void PrintTo(const Row& row, std::ostream* stream) {

@@ -27,7 +27,7 @@ using test_support::WithoutRights;
 
 using Stream = fl::filesystem::basic_ifstream<char>;
 
-/// Reads like the loader of documents does.
+/// Reads as the document loader does.
 std::string readAll(Stream& stream) {
   return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
@@ -36,7 +36,7 @@ bool opens(const std::u16string& path) {
   return Stream(path).is_open();
 }
 
-/// What both operations say about one path.
+/// What exists() and the stream say about one path.
 struct Verdict {
   bool exists;
   bool opens;
@@ -212,7 +212,7 @@ TEST(InputFileStream, ReadsAFifoUntilItsWriterClosesIt) {
   EXPECT_TRUE(text == part + "|" + part);
 }
 
-TEST(InputFileStream, ReadsAFileThatTellsNoSize) {
+TEST(InputFileStream, ReadsAFileThatReportsNoSize) {
   Stream stream(u"/proc/self/status");
   ASSERT_TRUE(stream.is_open());
   EXPECT_EQ(readAll(stream).substr(0, 5), "Name:");
@@ -224,7 +224,7 @@ TEST(InputFileStream, ReadsNothingFromTheNullDevice) {
 }
 
 TEST(InputFileStream, ReportsAReadErrorAsAFailureOfTheBuffer) {
-  // Nothing is mapped at the address 0, which is the beginning of this file.
+  // The file begins at address 0, where nothing is mapped.
   Stream byIterator(u"/proc/self/mem");
   ASSERT_TRUE(byIterator.is_open());
   EXPECT_THROW(readAll(byIterator), std::ios_base::failure);
@@ -246,14 +246,14 @@ TEST(InputFileStream, SetsFailbitWhenNothingWasOpened) {
   EXPECT_TRUE(Stream(folder.writeFile("document.json", "")).good());
 }
 
-TEST(InputFileStream, TakesAnOpenMode) {
+TEST(InputFileStream, AcceptsAnOpenMode) {
   const TemporaryFolder folder;
   Stream stream(folder.writeFile("document.json", "abc"),
                 std::ios_base::in | std::ios_base::binary | std::ios_base::ate);
   EXPECT_EQ(stream.tellg(), std::streampos(3));
 }
 
-TEST(InputFileStream, IsAStandardFileStreamThatIsNotMadeFromAPathByChance) {
+TEST(InputFileStream, IsAStandardFileStreamWithoutImplicitConversionFromAPath) {
   static_assert(std::is_base_of_v<std::ifstream, Stream>);
   static_assert(std::is_constructible_v<Stream, std::u16string>);
   static_assert(!std::is_convertible_v<std::u16string, Stream>);

@@ -95,7 +95,7 @@ TEST_P(Utf8ToUtf16, AgreesWithTheTableOnEveryTextOfOneAndOfTwoBytes) {
   }
 }
 
-TEST_P(Utf8ToUtf16, AgreesWithTheTableOnTheBordersOfEveryClassOfBytes) {
+TEST_P(Utf8ToUtf16, AgreesWithTheTableAtTheEdgesOfEveryClassOfBytes) {
   constexpr unsigned kBorders[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF,
                                    0xC0, 0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xEC, 0xED,
                                    0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xFF};
@@ -116,7 +116,7 @@ TEST_P(Utf8ToUtf16, AgreesWithTheTableOnTheBordersOfEveryClassOfBytes) {
   }
 }
 
-TEST_P(Utf8ToUtf16, FindsOtherCharactersAtEveryPlaceBetweenAsciiOnes) {
+TEST_P(Utf8ToUtf16, ConvertsOtherCharactersAtEveryPlaceBetweenAsciiOnes) {
   const Bytes kInserted[] = {"\0"s,          "\x7F",      "\x80", "\xC3\xA4", "\xE2\x82\xAC",
                              "\xED\xA0\x80", "\xE2\x82x", "\xF0", "\xFF",     "\xF0\x9F\x98\x80"};
   for (std::size_t length = 0; length <= 40; ++length) {
@@ -145,8 +145,8 @@ TEST_P(Utf8ToUtf16, ConvertsTextsOfEveryLength) {
   }
 }
 
-TEST_P(Utf8ToUtf16, ReadsNothingBehindTheEndOfTheText) {
-  // The text ends where the next page, which may not be read, begins.
+TEST_P(Utf8ToUtf16, ReadsNothingBeyondTheEndOfTheText) {
+  // The text ends where the next page, which is unreadable, begins.
   const auto pageSize = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
   void* const pages =
       ::mmap(nullptr, 2 * pageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -175,7 +175,7 @@ TEST_P(Utf8ToUtf16, ReadsNothingBehindTheEndOfTheText) {
   ::munmap(pages, 2 * pageSize);
 }
 
-TEST_P(Utf8ToUtf16, GivesAnEmptyTextForAnEmptyOne) {
+TEST_P(Utf8ToUtf16, ConvertsAnEmptyTextToAnEmptyOne) {
   EXPECT_EQ(convert(std::string_view()), u"");
   EXPECT_EQ(convert(""), u"");
 }
@@ -195,13 +195,13 @@ const NamedText kReadTexts[] = {
     {"KeepsAByteOrderMark", "\xEF\xBB\xBF{}", u"\uFEFF{}"},
     {"KeepsANoncharacter", "\xEF\xBF\xBF", Units(1, 0xFFFF)},
     {"PairsTheHighestCodePoint", "\xF4\x8F\xBF\xBF", Units{0xDBFF, 0xDFFF}},
-    {"RefusesWhatLiesAboveIt", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-    {"RefusesAStrayContinuationByte", "a\x80z", u"a\uFFFDz"},
-    {"RefusesAnOverlongSlash", "\xC0\xAF", u"\uFFFD\uFFFD"},
-    {"RefusesAnOverlongSlashOfThreeBytes", "\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},
-    {"RefusesAnOverlongSlashOfFourBytes", "\xF0\x80\x80\xAF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-    {"RefusesAnEncodedSurrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
-    {"RefusesAnEncodedSurrogatePair", "\xED\xA0\xBD\xED\xB8\x80",
+    {"RejectsWhatLiesAboveIt", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"RejectsAStrayContinuationByte", "a\x80z", u"a\uFFFDz"},
+    {"RejectsAnOverlongSlash", "\xC0\xAF", u"\uFFFD\uFFFD"},
+    {"RejectsAnOverlongSlashOfThreeBytes", "\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},
+    {"RejectsAnOverlongSlashOfFourBytes", "\xF0\x80\x80\xAF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"RejectsAnEncodedSurrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+    {"RejectsAnEncodedSurrogatePair", "\xED\xA0\xBD\xED\xB8\x80",
      u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
     {"ReplacesACutSequenceOnce", "\xE2\x82", u"\uFFFD"},
     {"ReplacesALongerCutSequenceOnce", "\xF0\x9F\x98", u"\uFFFD"},
@@ -229,7 +229,7 @@ TEST(ToString, AgreesWithTheNaiveConversionOnEveryUnit) {
   }
 }
 
-TEST(ToString, AgreesWithTheNaiveConversionOnTheBordersOfEveryClassOfUnits) {
+TEST(ToString, AgreesWithTheNaiveConversionAtTheEdgesOfEveryClassOfUnits) {
   constexpr char16_t kBorders[] = {0x0000, 0x007F, 0x0080, 0x07FF, 0x0800, 0xD7FF, 0xD800, 0xDBFF,
                                    0xDC00, 0xDFFF, 0xE000, 0xFEFF, 0xFFFD, 0xFFFE, 0xFFFF};
   for (const char16_t first : kBorders) {
@@ -243,7 +243,7 @@ TEST(ToString, AgreesWithTheNaiveConversionOnTheBordersOfEveryClassOfUnits) {
   }
 }
 
-TEST(ToString, FindsOtherCharactersAtEveryPlaceBetweenAsciiOnes) {
+TEST(ToString, ConvertsOtherCharactersAtEveryPlaceBetweenAsciiOnes) {
   const Units kInserted[] = {u"\0"s, u"\u007F", u"\u0080", u"\u20AC", {0xD83D}, {0xD83D, 0xDE00}};
   for (std::size_t length = 0; length <= 40; ++length) {
     for (std::size_t place = 0; place <= length; ++place) {

@@ -1,4 +1,4 @@
-// What all eight classes of elements have in common.
+// Behavior that all eight classes of elements share.
 
 #include <cstddef>
 #include <string>
@@ -37,7 +37,7 @@ using Entities = ::testing::Types<ProductUpdateMetaData, ReleaseData, Release, P
                                   ComponentDeltaData, PkgDeltaData, ComponentDataWithFilesToDelete,
                                   PkgDataWithFilesToDelete>;
 
-// Names a class of elements without its namespace, in ASCII.
+// Names an element class without its namespace, in ASCII.
 struct EntityName {
   template <class T>
   static std::string GetName(int) {
@@ -63,7 +63,7 @@ TYPED_TEST(Entity, IsMadeInItsModelAndAttachedToNothing) {
   EXPECT_FALSE(element->isProxy());
 }
 
-TYPED_TEST(Entity, IsANewOneEachTime) {
+TYPED_TEST(Entity, IsANewElementEachTime) {
   const auto model = mf::zero::Model::create(mf::zero::ModelSpec());
   const TypeParam first = TypeParam::create(model, mf::zero::Uuid());
   const TypeParam second = TypeParam::create(model, mf::zero::Uuid());

@@ -1,4 +1,4 @@
-// What the model framework leaves behind when memory runs out, and what it gives back at its end.
+// What the model framework leaves behind when memory runs out, and what it releases at its end.
 
 #include <algorithm>
 #include <cstddef>
@@ -42,7 +42,7 @@ class MemoryOfAModel : public ::testing::Test {
  protected:
   PkgDeltaData makePkg() const { return PkgDeltaData::create(model, Uuid()); }
 
-  // A package that does not lie behind the one made before, so that their list needs an array.
+  // Makes a package that is not adjacent to the previous one, so that their list needs an array.
   PkgDeltaData makePkgApart() {
     between.push_back(makePkg());
     return makePkg();
@@ -52,7 +52,7 @@ class MemoryOfAModel : public ::testing::Test {
   std::vector<PkgDeltaData> between;
 };
 
-TEST(MemoryOfModels, IsGivenBackWithTheLastHandleAndTheLastElement) {
+TEST(MemoryOfModels, IsReleasedWithTheLastHandleAndTheLastElement) {
   const std::size_t before = liveBlocks();
   {
     PkgDeltaData last;
@@ -75,7 +75,7 @@ TEST(MemoryOfModels, IsGivenBackWithTheLastHandleAndTheLastElement) {
   EXPECT_EQ(liveBlocks(), before);
 }
 
-TEST(MemoryOfModels, IsGivenBackHoweverTheElementsOfAListLie) {
+TEST(MemoryOfModels, IsReleasedHoweverTheElementsOfAListAreLaidOut) {
   const std::size_t before = liveBlocks();
   for (const bool backwards : {false, true}) {
     const Model model = Model::create(ModelSpec());
@@ -94,7 +94,7 @@ TEST(MemoryOfModels, IsGivenBackHoweverTheElementsOfAListLie) {
   EXPECT_EQ(liveBlocks(), before);
 }
 
-TEST(MemoryOfModels, IsGivenBackWhenTheModelItselfCannotBeMade) {
+TEST(MemoryOfModels, IsReleasedWhenTheModelItselfCannotBeMade) {
   const std::size_t before = liveBlocks();
   const std::size_t failures = failEachAllocation([] { Model::create(ModelSpec()); },
                                                   [&] { EXPECT_EQ(liveBlocks(), before); });
@@ -120,7 +120,7 @@ TEST_F(MemoryOfAModel, IsEnoughForTheNextElementAfterOneCouldNotBeMade) {
   }
 }
 
-TEST_F(MemoryOfAModel, IsNotNeededForAListOfElementsMadeInItsOrder) {
+TEST_F(MemoryOfAModel, IsNotNeededForAListInTheOrderOfCreation) {
   const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
   auto& list = component->getPkgsToDeleteMutable();
   std::vector<PkgDeltaData> pkgs;
@@ -136,7 +136,7 @@ TEST_F(MemoryOfAModel, IsNotNeededForAListOfElementsMadeInItsOrder) {
   EXPECT_EQ(elementsOf(list), pkgs);
 }
 
-TEST_F(MemoryOfAModel, IsTakenOnceForAListWhoseSizeIsToldBefore) {
+TEST_F(MemoryOfAModel, IsAllocatedOnceForAListWhoseSizeIsReserved) {
   const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
   auto& list = component->getPkgsToDeleteMutable();
   list.append(makePkg());
@@ -210,7 +210,7 @@ TEST(MemoryOfAStringPool, KeepsEveryStringWhenAnotherCannotBeStored) {
     StringPool pool;
     std::vector<std::u16string> texts;
     std::vector<const InternedString*> stored;
-    // Large ones get a block of their own.
+    // Large strings get their own blocks.
     for (std::size_t count = 0; count < 300; ++count) {
       texts.emplace_back(count % 50 == 0 ? 200000 + count : count, u'x');
     }

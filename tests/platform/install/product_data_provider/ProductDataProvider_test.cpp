@@ -48,7 +48,7 @@ class Catalogue {
 };
 
 /// The text of the exception that the constructor throws, with "@" for the path of the folder. Says
-/// so if there is none or if it is not exactly a std::runtime_error.
+/// so if nothing is thrown or if the type is not exactly std::runtime_error.
 std::string failure(const TemporaryFolder& folder, const std::u16string& location) {
   try {
     ProductDataProvider provider(location);
@@ -63,7 +63,7 @@ std::string failure(const TemporaryFolder& folder, const std::u16string& locatio
   }
 }
 
-/// A record in the form of a row.
+/// A record as a row of the table.
 std::u16string row(const std::shared_ptr<const Product>& product) {
   if (!product) {
     return u"none";
@@ -77,7 +77,7 @@ std::u16string row(const std::shared_ptr<const Product>& product) {
 // ---------------------------------------------------------------------------------------------
 // Look-ups.
 
-TEST(Catalogue, AnswersBothWays) {
+TEST(Catalogue, MapsNamesToCodesAndCodesToNames) {
   const Catalogue catalogue(kHeader + "ML\tAlpha\t1\t\nSL\tBeta\t2\tAlpha\n");
   EXPECT_EQ(catalogue->getProductBaseCode(u"Alpha"), u"ML");
   EXPECT_EQ(catalogue->getProductBaseCode(u"Beta"), u"SL");
@@ -85,7 +85,7 @@ TEST(Catalogue, AnswersBothWays) {
   EXPECT_EQ(catalogue->getProductName(u"SL"), u"Beta");
 }
 
-TEST(Catalogue, GivesAnEmptyStringForAnUnknownKey) {
+TEST(Catalogue, ReturnsAnEmptyStringForAnUnknownKey) {
   const Catalogue catalogue(kHeader + "ML\tAlpha\t1\t\n");
   for (const char16_t* key : {u"", u"Gamma", u"alpha", u"Alpha ", u"base code", u"name"}) {
     EXPECT_EQ(catalogue->getProductBaseCode(key), u"");
@@ -95,7 +95,7 @@ TEST(Catalogue, GivesAnEmptyStringForAnUnknownKey) {
   EXPECT_EQ(catalogue->getProductName(u"Alpha"), u"");
 }
 
-TEST(Catalogue, KnowsTwoNamesOnOneBaseCode) {
+TEST(Catalogue, MapsTwoNamesToOneBaseCode) {
   const Catalogue catalogue(kHeader + "ML\tAlpha\t1\t\nML\tAlpha Two\t2\t\n");
   EXPECT_EQ(catalogue->getProductBaseCode(u"Alpha"), u"ML");
   EXPECT_EQ(catalogue->getProductBaseCode(u"Alpha Two"), u"ML");
@@ -104,7 +104,7 @@ TEST(Catalogue, KnowsTwoNamesOnOneBaseCode) {
 
 TEST(Catalogue, AnswersEachLookUpFromTheFirstRowThatHasTheKey) {
   const Catalogue catalogue(kHeader +
-                            "A\tOne\t1\tC\n"   // the first of all
+                            "A\tOne\t1\tC\n"   // comes first
                             "A\tTwo\t1\t\n"    // repeats code and number
                             "B\tOne\t2\tD\n"   // repeats the name
                             "B\tTwo\t3\t\n"    // repeats code and name of different rows
@@ -136,13 +136,13 @@ TEST(Catalogue, SharesOneRecordOfAControllingProduct) {
             catalogue->findControllingProduct(u"Other"));
 }
 
-TEST(Catalogue, KnowsNoControllingProductThatNoRowNames) {
+TEST(Catalogue, HasNoControllingProductUnlessARowNamesIt) {
   const Catalogue catalogue(kHeader + "A\tOne\t1\t\n");
   EXPECT_EQ(catalogue->findControllingProduct(u""), nullptr);
   EXPECT_EQ(catalogue->findControllingProduct(u"One"), nullptr);
 }
 
-TEST(Catalogue, IsOutlivedByItsRecords) {
+TEST(Catalogue, HasRecordsThatOutliveIt) {
   std::shared_ptr<const Product> product;
   {
     const Catalogue catalogue(kHeader + "A\tOne\t1\tMain\n");
@@ -152,7 +152,7 @@ TEST(Catalogue, IsOutlivedByItsRecords) {
 }
 
 // ---------------------------------------------------------------------------------------------
-// What a table may look like.
+// Valid tables.
 
 struct AcceptedTable {
   const char* name;
@@ -219,7 +219,7 @@ TEST(ProductTable, KeepsNulsAndBlanks) {
   EXPECT_EQ(catalogue->getProductName(u"A"), u"");
 }
 
-TEST(ProductTable, KeepsACarriageReturnThatEndsNoLine) {
+TEST(ProductTable, KeepsACarriageReturnInsideALine) {
   const Catalogue catalogue(kHeader + "A\rB\tOne\t1\tC\r\r\nB\tTwo\t2\tD\r");
   EXPECT_EQ(row(catalogue->findByNumber(1)), u"A\rB|One|1|C\r");
   EXPECT_EQ(row(catalogue->findByNumber(2)), u"B|Two|2|D\r");
@@ -237,7 +237,7 @@ TEST(ProductTable, MayHaveManyRows) {
   EXPECT_EQ(row(catalogue->findByNumber(50'000)), u"C50000|Product 50000|50000|Main");
 }
 
-// With look-ups by std::hash these rows would take minutes.
+// If look-ups used std::hash, these rows would take minutes.
 TEST(ProductTable, MayHaveRowsWhoseKeysShareOneHash) {
   constexpr std::size_t kRows = 40'000;
   const std::vector<std::u16string> names = HashCollisions::names(kRows);
@@ -259,7 +259,7 @@ TEST(ProductTable, MayHaveRowsWhoseKeysShareOneHash) {
 }
 
 // ---------------------------------------------------------------------------------------------
-// What a table may not look like.
+// Invalid tables.
 
 struct RejectedTable {
   const char* name;
@@ -332,7 +332,7 @@ TEST(ProductDataLocation, MayBeAFolderOrTheFileItself) {
   }
 }
 
-TEST(ProductDataLocation, GivesAnEmptyCatalogueWhereNothingIs) {
+TEST(ProductDataLocation, YieldsAnEmptyCatalogueWhereThereIsNoFile) {
   const TemporaryFolder folder;
   folder.makeFolder("other");
   folder.writeFile("other/products.csv", kHeader + "A\tOne\t1\t\n");
@@ -356,7 +356,7 @@ TEST(ProductDataLocation, FailsForAFileThatCannotBeOpened) {
   EXPECT_EQ(failure(folder, folder.path("nested/")), "@/nested/products.tsv: cannot be opened");
 }
 
-/// A folder "locked" that may not be searched. It has a catalogue, and so has a folder in it.
+/// A folder "locked" that may not be searched. It contains a catalogue and a folder with another.
 class LockedFolder : public ::testing::Test {
  protected:
   LockedFolder() {
@@ -389,7 +389,7 @@ TEST(ProductDataLocation, FailsForAFileThatCannotBeRead) {
             "/proc/self/mem: cannot be read: Input/output error");
 }
 
-TEST(ProductDataLocation, StandsInTheFailureAsUtf8) {
+TEST(ProductDataLocation, IsReportedInUtf8) {
   const TemporaryFolder folder;
   EXPECT_EQ(failure(folder, folder.writeFile("\xC3\xA4.txt", "x\nA\n")),
             "@/\xC3\xA4.txt:2: expected 4 tab-separated fields, found 1");
@@ -414,7 +414,7 @@ TEST(ProductDataProviderClass, LetsADerivedClassAnswer) {
   EXPECT_EQ(provider->getProductName(u"A"), u"name of A");
 }
 
-/// The place of a virtual operation in the class's table, as a pointer to it encodes the place.
+/// The index of a virtual operation in the class's table, as a pointer to the operation encodes it.
 template <typename Operation>
 std::ptrdiff_t placeInTable(Operation operation) {
   std::ptrdiff_t encoded = 0;
@@ -424,12 +424,12 @@ std::ptrdiff_t placeInTable(Operation operation) {
 }
 
 TEST(ProductDataProviderClass, HasTheBaseCodeLookUpRightBeforeTheNameLookUp) {
-  // The destructor has the first two places.
+  // The destructor occupies the first two entries.
   EXPECT_EQ(placeInTable(&ProductDataProvider::getProductBaseCode), 2);
   EXPECT_EQ(placeInTable(&ProductDataProvider::getProductName), 3);
 }
 
-TEST(ProductDataProviderClass, IsMadeFromALocationOnlyAndNeverCopied) {
+TEST(ProductDataProviderClass, IsMadeOnlyFromALocationAndNeverCopied) {
   static_assert(std::is_constructible_v<ProductDataProvider, std::u16string>);
   static_assert(!std::is_convertible_v<std::u16string, ProductDataProvider>);
   static_assert(!std::is_default_constructible_v<ProductDataProvider>);

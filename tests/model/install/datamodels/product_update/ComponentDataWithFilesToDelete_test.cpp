@@ -47,7 +47,7 @@ TEST_F(ComponentWithFiles, KeepsItsPackagesInOrder) {
             "  package \"b\": size 0\n"
             "  package \"a\": size 0\n"
             "  package \"b\": size 0\n")
-      << "the same package is taken once, another one of its name as well";
+      << "a package is added once, another of the same name again";
   EXPECT_EQ(&component->getPkgsWithFilesToDeleteMutable(), &component->getPkgsWithFilesToDelete());
 }
 

@@ -48,7 +48,7 @@ TEST_F(Component, KeepsItsTwoListsApart) {
   EXPECT_EQ(&component->getPkgsToExtractMutable(), &component->getPkgsToExtract());
 }
 
-TEST_F(Component, RefusesAPackageThatAListOfItHoldsAlready) {
+TEST_F(Component, ContainsAPackageOncePerList) {
   const PkgDeltaData pkg = makePkg(u"p");
   for (int count = 0; count < 2; ++count) {
     component->getPkgsToDeleteMutable().append(pkg);

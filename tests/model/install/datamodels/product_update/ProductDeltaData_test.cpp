@@ -48,7 +48,7 @@ TEST_F(Product, KeepsItsTwoListsApart) {
   EXPECT_EQ(&product->getCompsToExtractMutable(), &product->getCompsToExtract());
 }
 
-TEST_F(Product, RefusesAComponentThatAListOfItHoldsAlready) {
+TEST_F(Product, ContainsAComponentOncePerList) {
   const ComponentDeltaData component = makeComponent(u"core");
   for (int count = 0; count < 2; ++count) {
     product->getCompsToDeleteMutable().append(component);

@@ -27,7 +27,7 @@ TEST_F(Root, ReadsAsUnsetWhenItIsNew) {
   EXPECT_EQ(test_support::dump(root), "release data: none\n");
 }
 
-TEST_F(Root, HoldsWhatItIsGiven) {
+TEST_F(Root, KeepsWhatItIsGiven) {
   const auto releaseData = make<ReleaseData>();
   const auto product = make<ProductDeltaData>();
   const auto component = make<ComponentDataWithFilesToDelete>();
@@ -45,16 +45,17 @@ TEST_F(Root, HoldsWhatItIsGiven) {
   EXPECT_EQ(&root->getCompsWithFilesToDeleteMutable(), &root->getCompsWithFilesToDelete());
 }
 
-TEST_F(Root, RefusesElementsOfAnotherModel) {
-  using Refused = foundation::core::except::Exception<mf::zero::IncompatibleModels>;
+TEST_F(Root, RejectsElementsOfAnotherModel) {
+  using IncompatibleModels = foundation::core::except::Exception<mf::zero::IncompatibleModels>;
   const auto other = mf::zero::Model::create(mf::zero::ModelSpec());
-  EXPECT_THROW(root->setReleaseData(ReleaseData::create(other, mf::zero::Uuid())), Refused);
+  EXPECT_THROW(root->setReleaseData(ReleaseData::create(other, mf::zero::Uuid())),
+               IncompatibleModels);
   EXPECT_THROW(
       root->getProductsDeltaDataMutable().append(ProductDeltaData::create(other, mf::zero::Uuid())),
-      Refused);
+      IncompatibleModels);
   EXPECT_THROW(root->getCompsWithFilesToDeleteMutable().append(
                    ComponentDataWithFilesToDelete::create(other, mf::zero::Uuid())),
-               Refused);
+               IncompatibleModels);
   EXPECT_EQ(test_support::dump(root), "release data: none\n");
 }
 

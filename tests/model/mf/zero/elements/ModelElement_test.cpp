@@ -56,7 +56,7 @@ TEST_F(Handle, IsEmptyUntilItIsGivenAnElement) {
   EXPECT_TRUE(handle);
 }
 
-TEST_F(Handle, DoesNoHarmWhenItIsEmpty) {
+TEST_F(Handle, IsHarmlessWhenItIsEmpty) {
   PkgDeltaData empty;
   const PkgDeltaData copy(empty);
   const PkgDeltaData moved(std::move(empty));
@@ -120,7 +120,7 @@ TEST_F(Handle, KeepsItsElementWhenItIsAssignedToItself) {
   EXPECT_FALSE(element.alive());
 }
 
-TEST_F(Handle, TakesAPartOfTheElementThatGoesWithTheAssignment) {
+TEST_F(Handle, CanBeAssignedAPartOfTheElementThatItReleases) {
   ProductDeltaData product = make<ProductDeltaData>();
   const PkgDeltaData pkg = make<PkgDeltaData>();
   {
@@ -130,20 +130,20 @@ TEST_F(Handle, TakesAPartOfTheElementThatGoesWithTheAssignment) {
   }
   const ProductDeltaData::Impl& whole = *product.operator->();
   ModelElement handle = std::move(product);
-  // The handle holds the last reference to the whole, and the whole the last one to its part.
+  // The handle holds the last reference to the whole, and the whole holds the last one to its part.
   handle = whole.getCompsToDelete()[0];
   EXPECT_EQ(pkg->getContainer(), handle) << "the part is still there";
   handle = ModelElement();
   EXPECT_FALSE(pkg->getContainer());
 }
 
-TEST_F(Handle, CountsReferencesThatAreTakenAndDroppedByHand) {
+TEST_F(Handle, CountsReferencesAddedAndReleasedByHand) {
   ProductDeltaData product = make<ProductDeltaData>();
   const ComponentDeltaData component = make<ComponentDeltaData>();
   product->getCompsToDeleteMutable().append(component);
   product.addRef();
   product = ProductDeltaData();
-  EXPECT_TRUE(component->getContainer()) << "the reference taken by hand keeps the product";
+  EXPECT_TRUE(component->getContainer()) << "the reference added by hand keeps the product";
   component->getContainer().removeRef();
   EXPECT_FALSE(component->getContainer());
 }
@@ -160,14 +160,14 @@ TEST_F(Handle, ComparesByIdentityNeverByContent) {
   EXPECT_TRUE(ModelElement() == PkgDeltaData());
 }
 
-TEST_F(Handle, LeadsToTheSameElementAsItsCopies) {
+TEST_F(Handle, RefersToTheSameElementAsItsCopies) {
   const PkgDeltaData pkg = make<PkgDeltaData>();
   const PkgDeltaData copy = pkg;
   copy->setName(u"shared");
   EXPECT_EQ(pkg->getName(), u"shared");
 }
 
-TEST_F(Handle, GoesByIdentityWhateverTheUuid) {
+TEST_F(Handle, IsComparedByIdentityWhateverTheUuid) {
   Uuid uuid;
   uuid.bytes.fill(0xAB);
   const PkgDeltaData named = PkgDeltaData::create(model, uuid);
@@ -185,7 +185,7 @@ TEST(NilUuid, IsSixteenZeroBytes) {
 
 class Element : public Handle {
  protected:
-  // A root with one of everything below it; what the test keeps of it stays.
+  // A root with one of everything below it. Handles that the test keeps outlive it.
   struct Tree {
     ProductUpdateMetaData root;
     ReleaseData releaseData;
@@ -207,7 +207,7 @@ class Element : public Handle {
   }
 };
 
-TEST_F(Element, IsHeldByItsContainerAlone) {
+TEST_F(Element, IsKeptAliveByItsContainerAlone) {
   PkgDeltaData pkg = make<PkgDeltaData>();
   const LifetimeProbe element(pkg);
   std::optional<ComponentDeltaData> component = make<ComponentDeltaData>();
@@ -218,7 +218,7 @@ TEST_F(Element, IsHeldByItsContainerAlone) {
   EXPECT_FALSE(element.alive());
 }
 
-TEST_F(Element, OutlivesItsContainerInTheHandsOfACaller) {
+TEST_F(Element, OutlivesItsContainerWhileACallerHoldsIt) {
   const PkgDeltaData pkg = makeTree().pkg;
   pkg->setName(u"kept");
   pkg->setSize(7);
@@ -277,7 +277,7 @@ TEST_F(Element, ForgetsAContainerThatIsGone) {
   EXPECT_EQ(pkg->getContainer(), product->getCompsToExtract()[0]);
 }
 
-TEST_F(Element, DoesNotHoldItsContainer) {
+TEST_F(Element, DoesNotKeepItsContainerAlive) {
   const Tree tree = makeTree();
   const PkgDeltaData pkg = make<PkgDeltaData>();
   {

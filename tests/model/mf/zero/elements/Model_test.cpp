@@ -30,7 +30,7 @@ TEST(ModelHandle, IsEmptyUntilAModelIsCreated) {
   EXPECT_TRUE(Model::create(ModelSpec()));
 }
 
-TEST(ModelHandle, DoesNoHarmWhenItIsEmpty) {
+TEST(ModelHandle, IsHarmlessWhenItIsEmpty) {
   Model empty;
   const Model copy(empty);
   empty = copy;
@@ -41,7 +41,7 @@ TEST(ModelHandle, DoesNoHarmWhenItIsEmpty) {
   EXPECT_EQ(copy, moved);
 }
 
-TEST(ModelHandle, LeadsToTheSameModelAsItsCopies) {
+TEST(ModelHandle, RefersToTheSameModelAsItsCopies) {
   const Model model = Model::create(ModelSpec());
   Model copy = model;
   EXPECT_EQ(model, copy);
@@ -55,7 +55,7 @@ TEST(ModelHandle, LeadsToTheSameModelAsItsCopies) {
   EXPECT_NE(model, Model::create(ModelSpec()));
 }
 
-TEST(ModelHandle, KeepsTheModelThatAReferenceTakenByHandKeeps) {
+TEST(ModelHandle, CanBeKeptAliveByAReferenceAddedByHand) {
   Model model = Model::create(ModelSpec());
   model.addRef();
   {
@@ -72,7 +72,7 @@ TEST(Model, IsThatOfItsElements) {
   EXPECT_EQ(&Release::create(other, Uuid())->model(), &other.impl());
 }
 
-// Elements come and go in any order; those that are there keep what was stored in them.
+// Elements are made and destroyed in any order; the others keep their contents.
 TEST(Model, KeepsItsElementsApartWhileOthersComeAndGo) {
   struct Kept {
     PkgDeltaData pkg;

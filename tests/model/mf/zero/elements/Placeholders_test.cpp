@@ -35,7 +35,7 @@ class Placeholder : public ::testing::Test {
     return pkg;
   }
 
-  // A placeholder in the list of packages to delete.
+  // Appends a placeholder to the list of packages to delete.
   PkgDeltaData appendPlaceholder(const Placeholders::Resolver& resolver) const {
     PkgDeltaData placeholder = make(u"placeholder");
     Placeholders::make(placeholder, resolver);
@@ -49,12 +49,12 @@ class Placeholder : public ::testing::Test {
   ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
 };
 
-TEST_F(Placeholder, IsNothingThatCreateMakes) {
+TEST_F(Placeholder, IsNotWhatCreateMakes) {
   EXPECT_FALSE(make()->isProxy());
   EXPECT_FALSE(component->isProxy());
 }
 
-TEST_F(Placeholder, SaysSoOfItself) {
+TEST_F(Placeholder, ReportsThatItIsOne) {
   const PkgDeltaData placeholder = make();
   Placeholders::make(placeholder, [] { return ModelElement(); });
   EXPECT_TRUE(placeholder->isProxy());
@@ -69,12 +69,12 @@ TEST_F(Placeholder, GivesWayToItsElementWhenItIsRead) {
     return real;
   });
   list().append(make(u"after"));
-  EXPECT_EQ(resolved, 0) << "nobody has looked yet";
+  EXPECT_EQ(resolved, 0) << "not read yet";
   const OwnedCollection<PkgDeltaData>& read = component->getPkgsToDelete();
   EXPECT_EQ(read[1], real);
   EXPECT_EQ(read.readAt(1).getName(), u"real");
   EXPECT_EQ(read[1], real);
-  EXPECT_EQ(resolved, 1) << "the element has taken its place";
+  EXPECT_EQ(resolved, 1) << "the element has replaced it";
   EXPECT_EQ(read.size(), 3u);
   EXPECT_EQ(real->getContainer(), component);
   EXPECT_FALSE(placeholder->getContainer());
@@ -96,7 +96,7 @@ TEST_F(Placeholder, MakesNoDifferenceToTheElementsAroundIt) {
   }
 }
 
-TEST_F(Placeholder, IsResolvedInPlaceToo) {
+TEST_F(Placeholder, IsAlsoResolvedByReadingInPlace) {
   const PkgDeltaData real = make(u"real");
   appendPlaceholder([&] { return real; });
   EXPECT_EQ(&component->getPkgsToDelete().readAt(0), real.operator->());
@@ -110,7 +110,7 @@ TEST_F(Placeholder, IsFreedWithItsResolverOnceItIsResolved) {
   EXPECT_EQ(token.use_count(), 1);
 }
 
-TEST_F(Placeholder, IsFreedWithItsResolverWhenNobodyEverLooks) {
+TEST_F(Placeholder, IsFreedWithItsResolverWhenItIsNeverRead) {
   const auto token = std::make_shared<int>();
   appendPlaceholder([token, real = make()] { return real; });
   component = ComponentDeltaData();
@@ -129,8 +129,8 @@ TEST_F(Placeholder, MayHoldTheLastReferenceToAnother) {
   EXPECT_EQ(token.use_count(), 1);
 }
 
-// What a child says of its place when a placeholder in the other list of its owner is dropped,
-// because the owner goes.
+// The place that a child reports while its owner is destroyed, asked when a placeholder in one of
+// the owner's lists is dropped.
 struct PlaceOfChild {
   bool hasContainer;
   bool hasProperty;
@@ -138,8 +138,8 @@ struct PlaceOfChild {
 
 class DyingOwner : public Placeholder {
  protected:
-  // Lets the component go with a child in one list and a placeholder in the other, whose resolver
-  // asks the child for its place when it is destroyed.
+  // Destroys the component, which has a child in one list and a placeholder in the other. The
+  // placeholder's resolver asks the child for its place when it is destroyed.
   std::vector<PlaceOfChild> askWhileTheOwnerGoes(OwnedCollection<PkgDeltaData>& ofChild,
                                                  OwnedCollection<PkgDeltaData>& ofPlaceholder) {
     std::vector<PlaceOfChild> places;
@@ -163,23 +163,23 @@ MATCHER(IsNowhere, "") {
   return !arg.hasContainer && !arg.hasProperty;
 }
 
-TEST_F(DyingOwner, IsNoContainerForAChildInTheListThatIsStillToGo) {
+TEST_F(DyingOwner, IsNotTheContainerOfAChildInAListNotYetDestroyed) {
   EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToDeleteMutable(),
                                    component->getPkgsToExtractMutable()),
               ElementsAre(IsNowhere()));
 }
 
-TEST_F(DyingOwner, IsNoContainerForAChildInTheListThatIsGone) {
+TEST_F(DyingOwner, IsNotTheContainerOfAChildInAListAlreadyDestroyed) {
   EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToExtractMutable(),
                                    component->getPkgsToDeleteMutable()),
               ElementsAre(IsNowhere()));
 }
 
-TEST_F(DyingOwner, IsNoContainerForAChildInTheSameList) {
+TEST_F(DyingOwner, IsNotTheContainerOfAChildInTheSameList) {
   EXPECT_THAT(askWhileTheOwnerGoes(list(), list()), ElementsAre(IsNowhere()));
 }
 
-TEST_F(DyingOwner, IsNoContainerWhenItIsAPlaceholderWithChildren) {
+TEST_F(DyingOwner, IsNotAContainerWhenItIsAPlaceholderWithChildren) {
   std::vector<bool> hadContainer;
   const PkgDeltaData child = make(u"child");
   list().append(child);
@@ -191,11 +191,12 @@ TEST_F(DyingOwner, IsNoContainerWhenItIsAPlaceholderWithChildren) {
   EXPECT_THAT(hadContainer, ElementsAre(false));
 }
 
-TEST_F(Placeholder, IsLeftToTheListToResolve) {
+TEST_F(Placeholder, IsReplacedOnlyByItsList) {
   const PkgDeltaData real = make();
   const PkgDeltaData placeholder = appendPlaceholder([&] { return real; });
   EXPECT_EQ(list().resolveProxy(placeholder), real);
-  EXPECT_EQ(list().resolveProxy(real), real) << "what is none is returned as it is";
+  EXPECT_EQ(list().resolveProxy(real), real)
+      << "an element that is not a placeholder is returned as it is";
   EXPECT_FALSE(real->getContainer()) << "resolving alone changes no list";
 }
 
@@ -211,7 +212,7 @@ TEST_F(Placeholder, MayAppendToItsListWhileItIsResolved) {
   EXPECT_EQ(list().size(), 101u);
 }
 
-TEST_F(Placeholder, MayStandForAnElementOfTheSameListThatIsAPlaceholderNoMore) {
+TEST_F(Placeholder, MayResolveToAnElementOfTheSameListThatIsNoLongerAPlaceholder) {
   const PkgDeltaData real = make(u"real");
   appendPlaceholder([&] { return real; });
   appendPlaceholder([&] { return component->getPkgsToDelete()[0]; });
@@ -245,9 +246,9 @@ void PrintTo(const WrongTarget& target, std::ostream* stream) {
   *stream << target.name;
 }
 
-class PlaceholderRefuses : public ::testing::TestWithParam<WrongTarget> {};
+class PlaceholderRejects : public ::testing::TestWithParam<WrongTarget> {};
 
-TEST_P(PlaceholderRefuses, AndStays) {
+TEST_P(PlaceholderRejects, AndStays) {
   const Model model = Model::create(ModelSpec());
   const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
   const PkgDeltaData placeholder = PkgDeltaData::create(model, Uuid());
@@ -288,10 +289,10 @@ const WrongTarget kWrongTargets[] = {
      "cannot cast incompatible types: install::datamodels::product_update::PkgDeltaData"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Target, PlaceholderRefuses, ::testing::ValuesIn(kWrongTargets),
+INSTANTIATE_TEST_SUITE_P(Target, PlaceholderRejects, ::testing::ValuesIn(kWrongTargets),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(Placeholder, RefusesItself) {
+TEST_F(Placeholder, RejectsItself) {
   PkgDeltaData self;
   const PkgDeltaData placeholder = appendPlaceholder([&] { return self; });
   self = placeholder;
@@ -299,7 +300,7 @@ TEST_F(Placeholder, RefusesItself) {
   EXPECT_EQ(list().size(), 1u);
 }
 
-TEST_F(Placeholder, RefusesAnElementOfAnotherModel) {
+TEST_F(Placeholder, RejectsAnElementOfAnotherModel) {
   const PkgDeltaData placeholder =
       appendPlaceholder([] { return PkgDeltaData::create(Model::create(ModelSpec()), Uuid()); });
   EXPECT_THROW(list()[0], Exception<IncompatibleModels>);

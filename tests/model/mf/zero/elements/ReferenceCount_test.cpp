@@ -7,7 +7,7 @@
 namespace mf::zero {
 namespace {
 
-// The smallest type: its largest value is reached soon.
+// The smallest type, whose largest value is reached quickly.
 using SmallCount = ReferenceCount<std::uint8_t>;
 constexpr int kMost = 255;
 
@@ -19,7 +19,7 @@ SmallCount countOf(int references) {
   return count;
 }
 
-/// How many references have to be dropped until one is said to be the last; 0 if none is.
+/// Returns how many references must be dropped until one is reported as the last; 0 if none is.
 int dropsUntilTheLast(SmallCount count, int drops) {
   for (int drop = 1; drop <= drops; ++drop) {
     if (count.drop()) {
@@ -34,7 +34,7 @@ TEST(ReferenceCount, BeginsAtZero) {
   EXPECT_FALSE(countOf(1).isZero());
 }
 
-TEST(ReferenceCount, FindsTheLastOfEveryNumberBelowItsLargest) {
+TEST(ReferenceCount, FindsTheLastReferenceForEveryCountBelowItsMaximum) {
   for (int references = 1; references < kMost; ++references) {
     EXPECT_EQ(dropsUntilTheLast(countOf(references), references), references);
   }
@@ -48,7 +48,7 @@ TEST(ReferenceCount, IsZeroAgainOnceTheLastIsDropped) {
   EXPECT_TRUE(count.isZero());
 }
 
-TEST(ReferenceCount, NeverFindsALastOnceItHasReachedItsLargest) {
+TEST(ReferenceCount, NeverFindsALastReferenceOnceItHasReachedItsMaximum) {
   for (const int references : {kMost, kMost + 1, kMost + 2, 2 * kMost, 10 * kMost}) {
     EXPECT_EQ(dropsUntilTheLast(countOf(references), 20 * kMost), 0) << references;
     EXPECT_FALSE(countOf(references).isZero()) << references;

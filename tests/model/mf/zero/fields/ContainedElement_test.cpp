@@ -36,7 +36,7 @@ TEST_F(ContainedField, HoldsTheElementItself) {
   EXPECT_FALSE(owner->getTargetRelease());
 }
 
-TEST_F(ContainedField, HoldsAReferenceOfItsOwn) {
+TEST_F(ContainedField, HoldsItsOwnReference) {
   Release release = make();
   const LifetimeProbe element(release);
   owner->setBaseRelease(release);
@@ -55,7 +55,7 @@ TEST_F(ContainedField, LinksTheElementToItsOwnerAndField) {
   EXPECT_EQ(release->getContainerProperty()->name, std::u16string_view(u"targetRelease"));
 }
 
-TEST_F(ContainedField, GivesUpWhatItHeldForANewElement) {
+TEST_F(ContainedField, ReleasesItsElementForANewOne) {
   const Release former = make();
   Release dropped = make();
   const LifetimeProbe element(dropped);
@@ -94,7 +94,7 @@ TEST_F(ContainedField, KeepsAnElementThatIsSetAgain) {
   EXPECT_FALSE(element.alive());
 }
 
-TEST_F(ContainedField, RefusesAnElementOfAnotherModelBeforeAnythingChanges) {
+TEST_F(ContainedField, RejectsAnElementOfAnotherModelBeforeAnythingChanges) {
   const Release release = make();
   owner->setBaseRelease(release);
   const Release foreign = Release::create(Model::create(ModelSpec()), Uuid());
@@ -109,21 +109,21 @@ TEST_F(ContainedField, RefusesAnElementOfAnotherModelBeforeAnythingChanges) {
   EXPECT_FALSE(foreign->getContainer());
 }
 
-TEST_F(ContainedField, TakesAnElementThatAnotherOwnerHolds) {
+TEST_F(ContainedField, AcceptsAnElementThatAnotherOwnerHolds) {
   const Release release = make();
   ReleaseData former = ReleaseData::create(model, Uuid());
   former->setBaseRelease(release);
   owner->setBaseRelease(release);
   EXPECT_EQ(release->getContainer(), owner);
   former->setBaseRelease(Release());
-  EXPECT_EQ(release->getContainer(), owner) << "the former owner has no say any more";
+  EXPECT_EQ(release->getContainer(), owner) << "the former owner no longer matters";
   former->setBaseRelease(release);
   owner->setBaseRelease(release);
   former = ReleaseData();
   EXPECT_EQ(release->getContainer(), owner);
 }
 
-TEST_F(ContainedField, LeavesTheLinkAloneThatAnotherFieldOfTheOwnerHasMade) {
+TEST_F(ContainedField, LeavesALinkMadeByAnotherFieldOfItsOwner) {
   const Release release = make();
   owner->setBaseRelease(release);
   owner->setTargetRelease(release);

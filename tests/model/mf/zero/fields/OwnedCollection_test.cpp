@@ -89,7 +89,7 @@ TEST_F(OwnedList, IgnoresAnEmptyHandle) {
   EXPECT_EQ(elements(), std::vector<PkgDeltaData>{pkg});
 }
 
-TEST_F(OwnedList, TakesAnElementOnce) {
+TEST_F(OwnedList, AppendsAnElementOnce) {
   const PkgDeltaData first = make(u"first");
   const PkgDeltaData second = make(u"second");
   list().append(first);
@@ -99,7 +99,7 @@ TEST_F(OwnedList, TakesAnElementOnce) {
   EXPECT_EQ(elements(), (std::vector<PkgDeltaData>{first, second}));
 }
 
-TEST_F(OwnedList, HoldsAReferenceOfItsOwnAndNoMore) {
+TEST_F(OwnedList, HoldsExactlyOneReference) {
   PkgDeltaData pkg = make();
   const LifetimeProbe element(pkg);
   list().append(pkg);
@@ -110,7 +110,7 @@ TEST_F(OwnedList, HoldsAReferenceOfItsOwnAndNoMore) {
   EXPECT_FALSE(element.alive());
 }
 
-TEST_F(OwnedList, HandsOutNewReferencesAndKeepsItsOwn) {
+TEST_F(OwnedList, ReturnsNewReferencesAndKeepsItsOwn) {
   list().append(make(u"kept"));
   { const PkgDeltaData handedOut = component->getPkgsToDelete()[0]; }
   EXPECT_EQ(component->getPkgsToDelete()[0]->getName(), u"kept");
@@ -143,10 +143,10 @@ TEST_F(OwnedList, DoesNotLinkAPlaceholder) {
   EXPECT_EQ(list().size(), 1u);
   EXPECT_FALSE(placeholder->getContainer());
   list().append(placeholder);
-  EXPECT_EQ(list().size(), 1u) << "it is not taken twice either";
+  EXPECT_EQ(list().size(), 1u) << "it is not appended twice either";
 }
 
-TEST_F(OwnedList, TakesAnElementThatAnotherListHolds) {
+TEST_F(OwnedList, AcceptsAnElementThatAnotherListHolds) {
   const ComponentDeltaData other = ComponentDeltaData::create(model, Uuid());
   const PkgDeltaData pkg = make();
   other->getPkgsToDeleteMutable().append(pkg);
@@ -154,10 +154,11 @@ TEST_F(OwnedList, TakesAnElementThatAnotherListHolds) {
   list().append(pkg);
   EXPECT_EQ(elements(), std::vector<PkgDeltaData>{pkg});
   EXPECT_EQ(elementsOf(other->getPkgsToDelete()), std::vector<PkgDeltaData>{pkg});
-  EXPECT_EQ(pkg->getContainer(), component) << "the last list that takes an element contains it";
+  EXPECT_EQ(pkg->getContainer(), component)
+      << "the list that an element was last appended to contains it";
 }
 
-TEST_F(OwnedList, TakesAnElementThatAListOfTheSameOwnerHolds) {
+TEST_F(OwnedList, AcceptsAnElementThatAListOfTheSameOwnerHolds) {
   const PkgDeltaData pkg = make();
   component->getPkgsToExtractMutable().append(pkg);
   list().append(pkg);
@@ -165,7 +166,7 @@ TEST_F(OwnedList, TakesAnElementThatAListOfTheSameOwnerHolds) {
   EXPECT_EQ(elementsOf(component->getPkgsToExtract()), std::vector<PkgDeltaData>{pkg});
 }
 
-TEST_F(OwnedList, TakesAnElementWhoseContainerIsGone) {
+TEST_F(OwnedList, AcceptsAnElementWhoseContainerIsGone) {
   const PkgDeltaData pkg = make();
   ComponentDeltaData::create(model, Uuid())->getPkgsToDeleteMutable().append(pkg);
   ASSERT_FALSE(pkg->getContainer());
@@ -184,7 +185,7 @@ TEST_F(OwnedList, LeavesTheLinkAloneWhenAFormerContainerGoes) {
   EXPECT_EQ(pkg->getContainer(), component);
 }
 
-TEST_F(OwnedList, RefusesAnElementOfAnotherModelBeforeAnythingChanges) {
+TEST_F(OwnedList, RejectsAnElementOfAnotherModelBeforeAnythingChanges) {
   const PkgDeltaData own = make(u"own");
   list().append(own);
   const Model otherModel = Model::create(ModelSpec());
@@ -203,13 +204,13 @@ TEST_F(OwnedList, RefusesAnElementOfAnotherModelBeforeAnythingChanges) {
   EXPECT_EQ(elementsOf(otherComponent->getPkgsToDelete()), std::vector<PkgDeltaData>{foreign});
 }
 
-TEST_F(OwnedList, TellsWhetherAnElementBelongsToItsModel) {
+TEST_F(OwnedList, ReportsWhetherAnElementBelongsToItsModel) {
   EXPECT_NO_THROW(list().checkCompatibleModel(make()));
   EXPECT_THROW(list().checkCompatibleModel(makePkg(Model::create(ModelSpec()))),
                foundation::core::except::Exception<IncompatibleModels>);
 }
 
-TEST_F(OwnedList, TakesAHundredThousandElements) {
+TEST_F(OwnedList, AcceptsAHundredThousandElements) {
   constexpr std::size_t kMany = 100000;
   for (std::size_t count = 0; count < kMany; ++count) {
     list().append(make());
@@ -218,11 +219,11 @@ TEST_F(OwnedList, TakesAHundredThousandElements) {
   EXPECT_NE(list()[0], list()[kMany - 1]);
 }
 
-// Elements lie in memory in the order in which they were made. Lists in that order and in any other
-// behave alike.
+// Elements lie in memory in the order of creation. Lists behave alike in that order and in any
+// other.
 struct Order {
   const char* name;
-  std::vector<std::size_t> places;  // of the elements in their list, by the order of making
+  std::vector<std::size_t> places;  // of the elements in their list, by order of creation
 };
 
 class OwnedListInOrder : public OwnedList, public ::testing::WithParamInterface<Order> {
@@ -249,7 +250,7 @@ TEST_P(OwnedListInOrder, HoldsWhatWasAppended) {
   }
 }
 
-TEST_P(OwnedListInOrder, TakesEachElementOnce) {
+TEST_P(OwnedListInOrder, AppendsEachElementOnce) {
   for (const PkgDeltaData& pkg : made) {
     list().append(pkg);
     list().append(pkg);
@@ -262,7 +263,7 @@ TEST_P(OwnedListInOrder, TakesEachElementOnce) {
   EXPECT_EQ(elements(), appended);
 }
 
-TEST_P(OwnedListInOrder, TakesEachElementThatAnotherListHolds) {
+TEST_P(OwnedListInOrder, AcceptsEachElementThatAnotherListHolds) {
   const ComponentDeltaData other = ComponentDeltaData::create(model, Uuid());
   for (const PkgDeltaData& pkg : made) {
     other->getPkgsToDeleteMutable().append(pkg);
@@ -276,7 +277,7 @@ TEST_P(OwnedListInOrder, TakesEachElementThatAnotherListHolds) {
   EXPECT_EQ(elements(), appended);
 }
 
-TEST_P(OwnedListInOrder, LeavesElementsThatSomebodyHoldsToHimWhenItGoes) {
+TEST_P(OwnedListInOrder, LeavesElementsToTheirHoldersWhenItIsDestroyed) {
   const PkgDeltaData kept = appended[1];
   const std::u16string name = kept->getName();
   made.clear();
@@ -284,7 +285,7 @@ TEST_P(OwnedListInOrder, LeavesElementsThatSomebodyHoldsToHimWhenItGoes) {
   component = ComponentDeltaData();
   EXPECT_FALSE(kept->getContainer());
   EXPECT_EQ(kept->getName(), name);
-  // The others are gone: their memory is given to the next elements, which are none of the kept.
+  // The others are freed. Their memory goes to the next elements, none of which is a kept one.
   for (int count = 0; count < 20; ++count) {
     appended.push_back(make(u"next"));
     EXPECT_NE(appended.back(), kept);
@@ -305,7 +306,7 @@ const Order kOrders[] = {
 INSTANTIATE_TEST_SUITE_P(Elements, OwnedListInOrder, ::testing::ValuesIn(kOrders),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(OwnedList, HoldsElementsInMemoryOfOthersThatAreGone) {
+TEST_F(OwnedList, HoldsElementsInReusedMemory) {
   std::vector<PkgDeltaData> gone;
   for (int count = 0; count < 10; ++count) {
     gone.push_back(make(u"gone"));
@@ -319,7 +320,7 @@ TEST_F(OwnedList, HoldsElementsInMemoryOfOthersThatAreGone) {
   EXPECT_EQ(elements(), pkgs);
 }
 
-TEST_F(OwnedList, MakesRoomBitByBitWithoutCopyingTheListEachTime) {
+TEST_F(OwnedList, ReservesStepwiseWithoutCopyingTheListEachTime) {
   constexpr std::size_t kMany = 100000;
   for (std::size_t count = 0; count < kMany; ++count) {
     list().reserve(list().size() + 1);
@@ -328,8 +329,8 @@ TEST_F(OwnedList, MakesRoomBitByBitWithoutCopyingTheListEachTime) {
   EXPECT_EQ(list().size(), kMany);
 }
 
-TEST_F(OwnedList, RefusesToMakeRoomForMoreThanItCanCount) {
-  const std::vector<PkgDeltaData> pkgs = {make(u"behind"), make(u"before")};
+TEST_F(OwnedList, RejectsReservingMoreThanItCanCount) {
+  const std::vector<PkgDeltaData> pkgs = {make(u"after"), make(u"before")};
   list().append(pkgs[1]);
   list().append(pkgs[0]);
   EXPECT_THROW(list().reserve((std::size_t{1} << 31) + 1), std::bad_alloc);
@@ -352,7 +353,7 @@ TEST_F(OwnedList, IsReadByIndexWhileItGrows) {
 }
 
 // -------------------------------------------------------------------------------------------------
-// A list whose declaration admits duplicates
+// A list that is declared to allow duplicates
 
 /// An element with such a list.
 class Shelf : public ElementHandle<Shelf> {
@@ -376,7 +377,7 @@ const ElementClass Shelf::Impl::kClass = {u"Shelf", PkgDeltaData::Impl::kClass.n
                                           sizeof(Shelf::Impl), &destroyElementImpl<Shelf::Impl>,
                                           &kPkgsOfAShelf};
 
-TEST_F(OwnedList, TakesAnElementTwiceWhereItsDeclarationAdmitsThat) {
+TEST_F(OwnedList, AppendsAnElementTwiceIfDeclaredToAllowDuplicates) {
   const PkgDeltaData pkg = make();
   Shelf shelf = Shelf::create(model, Uuid());
   shelf->pkgs.append(pkg);

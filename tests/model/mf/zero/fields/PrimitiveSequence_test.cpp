@@ -47,7 +47,7 @@ TEST_F(Sequence, KeepsEveryUnitAndTheOrderOfAppending) {
   EXPECT_FALSE(admitting.empty());
 }
 
-TEST_F(Sequence, IsWalkedByIteratorsThatKeepTheirPlaces) {
+TEST_F(Sequence, HasIteratorsThatKeepTheirPlaces) {
   admitting.push_back(u"a");
   admitting.push_back(u"b");
   auto position = admitting.begin();
@@ -58,14 +58,14 @@ TEST_F(Sequence, IsWalkedByIteratorsThatKeepTheirPlaces) {
   EXPECT_EQ(position, admitting.end());
 }
 
-TEST_F(Sequence, KeepsEqualValuesWhereItAdmitsThem) {
+TEST_F(Sequence, KeepsEqualValuesIfItAllowsThem) {
   admitting.push_back(u"a");
   admitting.push_back(u"b");
   admitting.push_back(u"a");
   EXPECT_EQ(valuesOf(admitting), (std::vector<std::u16string>{u"a", u"b", u"a"}));
 }
 
-TEST_F(Sequence, TakesEqualValuesOnceWhereItRefusesThem) {
+TEST_F(Sequence, KeepsTheFirstOfEqualValuesIfItDoesNotAllowThem) {
   using namespace std::string_literals;
   for (const std::u16string& value :
        {u"a"s, u"b"s, u"a"s, u"a\0"s, u"A"s, u"a\0"s, u""s, u""s, u"\u4E2D"s, u"\u4E2D"s}) {
@@ -75,7 +75,7 @@ TEST_F(Sequence, TakesEqualValuesOnceWhereItRefusesThem) {
             (std::vector<std::u16string>{u"a", u"b", u"a\0"s, u"A", u"", u"\u4E2D"}));
 }
 
-TEST_F(Sequence, TakesAValueThatItHoldsItself) {
+TEST_F(Sequence, CanAppendOneOfItsOwnValues) {
   admitting.push_back(u"a value that is too long to be kept inside the string object");
   for (int count = 0; count < 20; ++count) {
     admitting.push_back((*admitting.begin()).text());
@@ -83,7 +83,7 @@ TEST_F(Sequence, TakesAValueThatItHoldsItself) {
   EXPECT_EQ(valuesOf(admitting), std::vector<std::u16string>(21, *admitting.begin()));
 }
 
-TEST_F(Sequence, TakesAHundredThousandValues) {
+TEST_F(Sequence, AcceptsAHundredThousandValues) {
   constexpr std::size_t kMany = 100000;
   for (std::size_t count = 0; count < kMany; ++count) {
     admitting.push_back(u"the/same/path");
@@ -92,7 +92,7 @@ TEST_F(Sequence, TakesAHundredThousandValues) {
   EXPECT_EQ(valuesOf(admitting), std::vector<std::u16string>(kMany, u"the/same/path"));
 }
 
-TEST_F(Sequence, ShowsTheWalkWhatIsAppendedMeanwhile) {
+TEST_F(Sequence, IncludesValuesAppendedDuringAWalk) {
   admitting.push_back(u"first");
   std::vector<std::u16string> walked;
   for (const CompactString& value : admitting) {
@@ -104,7 +104,7 @@ TEST_F(Sequence, ShowsTheWalkWhatIsAppendedMeanwhile) {
   EXPECT_EQ(walked, (std::vector<std::u16string>{u"first", u"next", u"next", u"next"}));
 }
 
-TEST_F(Sequence, IsNoOtherSequencesOfItsModel) {
+TEST_F(Sequence, IsSeparateFromOtherSequencesOfItsModel) {
   for (const char16_t* value : {u"a", u"b", u"c"}) {
     admitting.push_back(value);
     refusing.push_back(std::u16string(value) + u"'");

@@ -34,7 +34,7 @@ TEST(BlockMemory, KeepsPiecesOfEverySizeApart) {
   }
 }
 
-TEST(BlockMemory, RefusesMoreThanThereCanBe) {
+TEST(BlockMemory, RejectsImpossibleSizes) {
   BlockMemory memory;
   EXPECT_THROW(memory.allocate(std::numeric_limits<std::size_t>::max()), std::bad_alloc);
   EXPECT_NE(memory.allocate(1), nullptr);

@@ -22,14 +22,14 @@ int sign(int order) {
 
 class CompactStrings : public ::testing::Test {
  protected:
-  // The string as it is stored in some sequence.
+  // The string as a sequence stores it.
   CompactString store(const std::u16string& text) const {
     const PkgDataWithFilesToDelete pkg = PkgDataWithFilesToDelete::create(model, Uuid());
     pkg->getFilesToDeleteMutable().push_back(text);
     return *pkg->getFilesToDelete().begin();
   }
 
-  // Strings of all sizes to 70 that are ASCII but for at most one unit, at any place.
+  // Strings of every size up to 70, with at most one unit beyond ASCII, at any place.
   static std::vector<std::u16string> almostAscii() {
     std::vector<std::u16string> texts;
     for (std::size_t size = 0; size <= 70; ++size) {
@@ -57,14 +57,14 @@ TEST_F(CompactStrings, ComeBackUnitByUnit) {
   }
 }
 
-TEST_F(CompactStrings, ComeBackWithNoMemoryToSpare) {
+TEST_F(CompactStrings, AreReadIntoMemoryOfExactSize) {
   for (const char16_t unit : {u'a', u'\u4E2D'}) {
     const std::u16string text(100, unit);
     EXPECT_EQ(store(text).text().capacity(), text.size());
   }
 }
 
-TEST_F(CompactStrings, StayWhenTheirElementIsGone) {
+TEST_F(CompactStrings, OutliveTheirElement) {
   const CompactString stored = store(u"path");
   for (int count = 0; count < 100; ++count) {
     store(u"other");
@@ -72,7 +72,7 @@ TEST_F(CompactStrings, StayWhenTheirElementIsGone) {
   EXPECT_EQ(stored.text(), u"path");
 }
 
-TEST_F(CompactStrings, OrderAsStringsDo) {
+TEST_F(CompactStrings, SortAsStringsDo) {
   std::vector<std::u16string> texts = test_support::sampleStrings();
   for (const char16_t* text : {u"", u"a", u"ab", u"b", u"\x7F", u"\x80", u"a\x80", u"a\xFF",
                                u"a\u0100", u"ab\u0100", u"a\xD800", u"a\uE000", u"\uFFFF"}) {

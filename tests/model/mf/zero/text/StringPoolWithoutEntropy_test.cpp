@@ -1,4 +1,4 @@
-// A pool of strings where the system gives no random numbers.
+// A string pool on a system that provides no random numbers.
 
 #include <cerrno>
 #include <cstddef>
@@ -16,7 +16,7 @@ bool givesEntropy = true;
 
 }  // namespace
 
-// The linker puts this in the place of getentropy().
+// The linker replaces getentropy() by this function.
 extern "C" {
 
 int __real_getentropy(void* memory, std::size_t bytes);
@@ -50,7 +50,7 @@ TEST_F(StringPoolWithoutEntropy, StoresEqualStringsOnce) {
   }
 }
 
-TEST_F(StringPoolWithoutEntropy, HashesByAKeyOfItsOwn) {
+TEST_F(StringPoolWithoutEntropy, HashesWithItsOwnKey) {
   const std::u16string text = u"component";
   std::set<std::size_t> hashes;
   for (int count = 0; count < 10; ++count) {

@@ -52,7 +52,7 @@ TEST(StringPool, TellsStringsApartThatDifferInOneUnitOrInLength) {
 }
 
 TEST(StringPool, TellsStringsApartWhoseHashesAreEqual) {
-  // Under this key, the hash of what begins with "name" and has at most eight units is zero.
+  // With this key, every string that begins with "name" and has at most eight units hashes to zero.
   std::uint64_t name;
   std::memcpy(&name, u"name", sizeof name);
   StringPool::HashKey key{};
@@ -62,7 +62,7 @@ TEST(StringPool, TellsStringsApartWhoseHashesAreEqual) {
   StringPool pool(key);
   std::vector<std::u16string> texts = {u"name",   u"names",    u"named",
                                        u"namely", u"nameless", u"namesake"};
-  // So it is if each eight of the 32 units do.
+  // Likewise if each eight of the 32 units hash to zero.
   for (const std::u16string other : {u"less", u"sake"}) {
     for (std::size_t part = 0; part < 32; part += 8) {
       texts.push_back(u"namelistnamelistnamelistnamelist");
@@ -97,7 +97,7 @@ TEST(StringPool, HashesEveryUnitAndTheSize) {
   EXPECT_EQ(hashes.size(), strings);
 }
 
-TEST(StringPool, HashesByAKeyOfItsOwn) {
+TEST(StringPool, HashesWithItsOwnKey) {
   StringPool one;
   StringPool other;
   for (const std::size_t size : {1u, 5u, 20u, 50u}) {
@@ -116,7 +116,7 @@ TEST(StringPool, ReadsNothingBeyondAString) {
   }
 }
 
-TEST(StringPool, TakesAViewOfNothingForTheEmptyString) {
+TEST(StringPool, TreatsANullViewAsTheEmptyString) {
   StringPool pool;
   const InternedString& empty = pool.intern(std::u16string_view());
   EXPECT_EQ(empty.view(), u"");
@@ -146,7 +146,7 @@ TEST(StringPool, KeepsStringsOfEverySizeWhereTheyAre) {
   StringPool pool;
   std::vector<const InternedString*> stored;
   std::vector<std::u16string> texts;
-  // From nothing to more than the largest block, with small ones in between.
+  // From empty to more than the largest block, with small strings in between.
   for (std::size_t size = 1; size < 2000000; size = size * 3 + 1) {
     for (const char16_t unit : {u'a', u'\u4E2D'}) {
       texts.emplace_back(size, unit);
@@ -161,7 +161,7 @@ TEST(StringPool, KeepsStringsOfEverySizeWhereTheyAre) {
   }
 }
 
-TEST(StringPool, TakesAStringThatItHoldsItself) {
+TEST(StringPool, CanStoreAStringOfItsOwn) {
   StringPool pool;
   const InternedString& whole = pool.intern(u"component");
   const InternedString& part = pool.intern(whole.view().substr(0, 4));
@@ -169,7 +169,7 @@ TEST(StringPool, TakesAStringThatItHoldsItself) {
   EXPECT_EQ(&pool.intern(whole.view()), &whole);
 }
 
-TEST(StringPool, IsNoOtherPools) {
+TEST(StringPool, IsSeparateFromOtherPools) {
   StringPool one;
   StringPool other;
   EXPECT_NE(&one.intern(u"name"), &other.intern(u"name"));
