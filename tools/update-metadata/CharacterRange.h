@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
 namespace update_metadata_tool {
 
 /// Characters from the first to the last.
@@ -7,5 +11,16 @@ struct CharacterRange {
   char32_t first;
   char32_t last;
 };
+
+/// Tells whether a character is in one of the ranges. Logarithmic time.
+///
+/// \pre the ranges ascend
+template <std::size_t size>
+bool isIn(const CharacterRange (&ranges)[size], char32_t character) {
+  const CharacterRange* const range =
+      std::partition_point(std::begin(ranges), std::end(ranges),
+                           [&](const CharacterRange& before) { return before.last < character; });
+  return range != std::end(ranges) && character >= range->first;
+}
 
 }  // namespace update_metadata_tool

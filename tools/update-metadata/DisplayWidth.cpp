@@ -1,7 +1,5 @@
 #include "DisplayWidth.h"
 
-#include <algorithm>
-#include <iterator>
 #include <vector>
 
 #include <utf8.h>
@@ -42,15 +40,6 @@ constexpr CharacterRange kWithoutWidth[] = {
 };
 
 constexpr const char* kEllipsis = "\xE2\x80\xA6";  // U+2026, one column
-
-// \pre the ranges ascend
-template <std::size_t size>
-bool isIn(const CharacterRange (&ranges)[size], char32_t character) {
-  const CharacterRange* const range =
-      std::partition_point(std::begin(ranges), std::end(ranges),
-                           [&](const CharacterRange& before) { return before.last < character; });
-  return range != std::end(ranges) && character >= range->first;
-}
 
 }  // namespace
 

@@ -6,28 +6,15 @@
 #include <utf8.h>
 #include <utf8/unchecked.h>
 
+#include "CharacterRange.h"
+#include "UnseenCharacters.h"
+
 namespace update_metadata_tool {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
 constexpr const char* kEmptyText = "(empty)";
-
-struct Range {
-  char16_t first;
-  char16_t last;
-};
-
-// What is never sent to a terminal as it stands.
-constexpr Range kUnseen[] = {
-    {0x0000, 0x001F},  // C0 controls
-    {0x007F, 0x009F},  // delete and C1 controls
-    {0x061C, 0x061C},  // Arabic letter mark
-    {0x200E, 0x200F},  // left-to-right and right-to-left mark
-    {0x2028, 0x202E},  // line and paragraph separator, embeddings and overrides of direction
-    {0x2066, 0x2069},  // isolates of direction
-    {0xFEFF, 0xFEFF},  // byte-order mark
-};
 
 bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
@@ -111,12 +98,7 @@ bool isUnseen(char32_t character) {
   if (character >= 0x20 && character < 0x7F) {
     return false;  // nearly every character of nearly every name
   }
-  for (const Range& range : kUnseen) {
-    if (character >= range.first && character <= range.last) {
-      return true;
-    }
-  }
-  return false;
+  return isIn(kUnseenCharacters, character);
 }
 
 std::string toVisible(std::u16string_view text) {
@@ -170,8 +152,9 @@ void appendVisible(const Character& character, std::string& shown) {
     appendHexadecimal(character.code, 2, shown);
     shown += '>';
   } else if (isUnseen(character.code)) {
+    const unsigned digits = character.code > 0xFFFFF ? 6 : character.code > 0xFFFF ? 5 : 4;
     shown += "<U+";
-    appendHexadecimal(character.code, 4, shown);
+    appendHexadecimal(character.code, digits, shown);
     shown += '>';
   } else {
     append(character.code, shown);

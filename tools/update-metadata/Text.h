@@ -23,8 +23,8 @@ std::u16string toUtf16(std::string_view text);
 /// Converts UTF-16 to UTF-8. An unpaired surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 
-/// Tells whether a character controls a terminal, or changes the direction or the lines of what
-/// stands around it. All such characters have 16 bits.
+/// Tells whether a character controls a terminal, changes the direction or the lines of the text
+/// around it, or cannot be seen: zero-width characters, fillers, tags, variation selectors.
 bool isUnseen(char32_t character);
 
 /// Converts UTF-16 to UTF-8 that is safe to show on a terminal.

@@ -1,6 +1,6 @@
 #pragma once
 
-// Written by scripts/update-wide-characters from EastAsianWidth.txt of Unicode 15.0.0.
+// Written by scripts/update-character-tables from EastAsianWidth.txt of Unicode 15.0.0.
 
 #include "CharacterRange.h"
 

@@ -101,10 +101,39 @@ TEST(SarifReport, DescribesTheCommandAndEveryRule) {
     EXPECT_EQ(rule["id"], description.id);
     EXPECT_EQ(rule["shortDescription"]["text"], std::string(description.summary) + '.');
     EXPECT_EQ(rule["fullDescription"]["text"], description.explanation);
+    EXPECT_EQ(rule["help"]["text"], description.explanation);
     const std::string level =
         description.severity == Severity::kInfo ? "note" : nameOf(description.severity);
     EXPECT_EQ(rule["defaultConfiguration"]["level"], level);
   }
+}
+
+TEST(SarifReport, MakesNoLinkAndNoPlaceholderOfANameInAMessage) {
+  FileReport file = test_support::clean();
+  file.text = "[]";
+  file.findings.push_back({Rule::kUnlistedMember,
+                           Severity::kWarning,
+                           0,
+                           1,
+                           "/[a](1)",
+                           "item [a](1)",
+                           "'[a](1)' \\[b](2) {0}",
+                           "take it out",
+                           {{1, "]{"}}});
+  std::ostringstream out;
+  SarifReport report(out);
+  report.write(file);
+  report.write(UnreadableFile{"[c](3)", {"std::exception", "[c](3)"}});
+  report.finish({});
+  const Json run = Json::parse(out.str())["runs"][0];
+  const Json& result = run["results"][0];
+  EXPECT_EQ(result["message"]["text"], "'\\[a\\](1)' \\\\\\[b\\](2) {{0}}. Take it out.");
+  EXPECT_EQ(result["relatedLocations"][0]["message"]["text"], "\\]{{.");
+  EXPECT_EQ(run["invocations"][0]["toolExecutionNotifications"][0]["message"]["text"],
+            "\\[c\\](3)");
+  const Json& logical = result["locations"][0]["logicalLocations"][0];
+  EXPECT_EQ(logical["name"], "item [a](1)");
+  EXPECT_EQ(logical["fullyQualifiedName"], "/[a](1)");
 }
 
 // A region from the first line to the third, with characters of several bytes around its ends.

@@ -1,4 +1,4 @@
-"""Holds the SARIF of the command against a schema of the part of SARIF that it uses.
+"""Holds the SARIF of the command against the schema that is published with the standard.
 
 sarif_test.py SCHEMA COMMAND SOURCES
 """
@@ -6,6 +6,7 @@ sarif_test.py SCHEMA COMMAND SOURCES
 import copy
 import json
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -20,6 +21,9 @@ SCHEMA, COMMAND, SOURCES = sys.argv[1:4]
 CASES = os.path.join(SOURCES, "tests/golden/cases")
 FAULTS = os.path.join(SOURCES, "tests/golden/lint")
 SAMPLES = os.path.join(SOURCES, "examples/documents")
+
+# What a reference to a file may be made of; the schema's word for it, a format, is not checked.
+URI = re.compile(r"\A(?:file:///)?(?:[A-Za-z0-9._~/-]|%[0-9A-F]{2})+\Z")
 
 
 def lint(*arguments, folder="."):
@@ -52,6 +56,8 @@ class Sarif(unittest.TestCase):
         self.assertEqual(self.faults_of(log), [])
         run = log["runs"][0]
         rules = run["tool"]["driver"]["rules"]
+        for artifact in run["artifacts"]:
+            self.assertRegex(artifact["location"]["uri"], URI)
         for result in run["results"]:
             self.assertEqual(rules[result["ruleIndex"]]["id"], result["ruleId"])
             for location in result["locations"] + result.get("relatedLocations", []):
@@ -94,11 +100,10 @@ class Sarif(unittest.TestCase):
                 (("version",), "2.0.0"),
                 (("runs", 0, "columnKind"), "bytes"),
                 (("runs", 0, "results", 0, "level"), "info"),
-                (("runs", 0, "results", 0, "message", "text"), ""),
                 (("runs", 0, "results", 0, "advice"), "x"),
                 (region + ("startLine",), 0),
                 (region + ("endColumn",), "1"),
-                (("runs", 0, "artifacts", 0, "location", "uri"), "a b"),
+                (("runs", 0, "artifacts", 0, "location", "uri"), 1),
                 (("runs", 0, "invocations", 0, "executionSuccessful"), None),
                 (("runs", 0, "tool", "driver", "rules", 0, "id"), 1)]:
             with self.subTest(path):

@@ -6,33 +6,49 @@
 #include <optional>
 #include <utility>
 
+#include <utf8/unchecked.h>
+
 #include "Text.h"
 #include "lint/Words.h"
 
 namespace update_metadata_tool {
 namespace {
 
-bool isControl(char16_t unit) {
-  return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
+bool isControl(char32_t character) {
+  return character < 0x20 || (character >= 0x7F && character <= 0x9F);
 }
 
-// The first control character of a text.
-std::optional<char16_t> findControl(std::string_view text) {
+// The first character of a text that cannot be seen, and the first control character.
+struct Suspects {
+  std::optional<char32_t> control;
+  std::optional<char32_t> unseen;
+};
+
+// \pre isUtf8(text)
+Suspects findSuspects(std::string_view text) {
   const auto isSuspect = [](char byte) {
     const auto value = static_cast<unsigned char>(byte);
-    return value < 0x20 || value == 0x7F || value == 0xC2;
+    return value < 0x20 || value == 0x7F || value >= 0xC2;
   };
+  Suspects found;
   if (std::none_of(text.begin(), text.end(), isSuspect)) {
-    return std::nullopt;
+    return found;
   }
-  const std::u16string units = toUtf16(text);
-  const auto found = std::find_if(units.begin(), units.end(), isControl);
-  return found == units.end() ? std::nullopt : std::optional(*found);
+  for (auto place = text.begin(); place != text.end();) {
+    const char32_t character = utf8::unchecked::next(place);
+    if (isUnseen(character)) {
+      std::optional<char32_t>& first = isControl(character) ? found.control : found.unseen;
+      first = first.value_or(character);
+    }
+  }
+  return found;
 }
 
-std::string codeOf(char16_t unit) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
-  return std::string("U+00") + kDigits[(unit >> 4U) & 0xFU] + kDigits[unit & 0xFU];
+// "U+200B"
+std::string codeOf(char32_t character) {
+  std::string shown;
+  appendVisible({character, 0, true}, shown);
+  return shown.substr(1, shown.size() - 2);
 }
 
 // The letter of the short escape that stands for a control character; 0 if there is none.
@@ -220,8 +236,17 @@ void checkName(SourceDocument& document, std::size_t node, const char* what,
   if (name.empty()) {
     findings.add(Rule::kEmptyName, document.tree(), node,
                  {std::string("the ") + what + " is empty", "write what is meant", item()});
-  } else if (const std::optional<char16_t> control = findControl(name)) {
-    reportControl(document, node, what, *control, item, findings);
+    return;
+  }
+  const Suspects suspects = findSuspects(name);
+  if (suspects.control) {
+    reportControl(document, node, what, static_cast<char16_t>(*suspects.control), item, findings);
+  }
+  if (suspects.unseen) {
+    findings.add(Rule::kUnseenCharacter, document.tree(), node,
+                 {std::string("the ") + what + " contains the character " +
+                      codeOf(*suspects.unseen) + ", which cannot be seen",
+                  "remove the character: without it the name looks the same", item()});
   }
 }
 

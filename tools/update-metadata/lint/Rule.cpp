@@ -388,6 +388,18 @@ like that cannot be told from others by looking at it.
     "core\t"
 
 What to do: remove the character.)"},
+    {Rule::kUnseenCharacter, "unseen-character", Severity::kWarning,
+     "A name or a path holds a character that cannot be seen",
+     R"(A name, a path, the architecture, or the family or version of a release holds a
+character that is not drawn: a zero-width space or joiner, a byte-order mark, a
+soft hyphen, a filler, a tag, a variation selector, or one that changes the
+direction of the text around it. The library accepts it. Two names that differ
+only in such characters look the same and are different names, and a path can
+look like another one. The command shows these characters by their codes.
+
+    "core\u200b"
+
+What to do: remove the character.)"},
     {Rule::kEmptyName, "empty-name", Severity::kWarning, "A name or a path is empty",
      R"(A component, a package, a product, a file to delete, the architecture, or the
 family or version of a release has the empty string for a name. The library

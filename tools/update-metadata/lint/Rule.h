@@ -53,6 +53,7 @@ enum class Rule {
   kIllFormedUtf8,
   kUnpairedSurrogate,
   kControlCharacter,
+  kUnseenCharacter,
   kEmptyName,
   // Paths of files to delete.
   kFilePathAbsolute,

@@ -14,6 +14,7 @@ namespace update_metadata_tool {
 namespace {
 
 constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
+constexpr const char* kManual = "man:update-metadata-lint(1)";  // a page that is installed
 constexpr const char* kVersion = "2.1.0";
 
 // The bytes of a path as a URI reference: relative paths stay relative.
@@ -55,14 +56,35 @@ const char* levelOf(Severity severity) {
   }
 }
 
-void writeMessage(const char* name, const std::string& text, JsonWriter& json) {
+void writeText(const char* name, std::string_view text, JsonWriter& json) {
   json.name(name).beginObject().member("text", text).endObject();
+}
+
+// In a message, brackets make links, braces make placeholders, and a backslash escapes brackets.
+std::string toMessageText(std::string_view text) {
+  std::string escaped;
+  escaped.reserve(text.size());
+  for (const char byte : text) {
+    if (byte == '\\' || byte == '[' || byte == ']') {
+      escaped += '\\';
+    } else if (byte == '{' || byte == '}') {
+      escaped += byte;
+    }
+    escaped += byte;
+  }
+  return escaped;
+}
+
+// A message, which may quote the document.
+void writeMessage(std::string_view text, JsonWriter& json) {
+  writeText("message", toMessageText(text), json);
 }
 
 void writeRule(const RuleDescription& description, JsonWriter& json) {
   json.beginObject().member("id", description.id);
-  writeMessage("shortDescription", std::string(description.summary) + '.', json);
-  writeMessage("fullDescription", description.explanation, json);
+  writeText("shortDescription", std::string(description.summary) + '.', json);
+  writeText("fullDescription", description.explanation, json);
+  writeText("help", description.explanation, json);
   json.name("defaultConfiguration")
       .beginObject()
       .member("level", levelOf(description.severity))
@@ -76,7 +98,8 @@ void writeTool(JsonWriter& json) {
       .name("driver")
       .beginObject()
       .member("name", "update-metadata")
-      .member("version", install::update_metadata_parser::version());
+      .member("version", install::update_metadata_parser::version())
+      .member("informationUri", kManual);
   json.name("rules").beginArray();
   for (const RuleDescription& description : allRules()) {
     writeRule(description, json);
@@ -152,7 +175,7 @@ void writeRelatedLocations(const Finding& finding, const Place& place, JsonWrite
   std::size_t id = 0;
   for (const RelatedPlace& related : finding.related) {
     json.beginObject().member("id", id++);
-    writeMessage("message", toSentence(related.message), json);
+    writeMessage(toSentence(related.message), json);
     writePhysicalLocation(place, related.offset, 1, json);
     json.endObject();
   }
@@ -165,7 +188,7 @@ void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) 
       .member("ruleId", describe(finding.rule).id)
       .member("ruleIndex", static_cast<std::size_t>(finding.rule))
       .member("level", levelOf(finding.severity));
-  writeMessage("message", toSentence(finding.message) + ' ' + toSentence(finding.advice), json);
+  writeMessage(toSentence(finding.message) + ' ' + toSentence(finding.advice), json);
   writeLocations(finding, place, json);
   if (!finding.related.empty()) {
     writeRelatedLocations(finding, place, json);
@@ -218,7 +241,7 @@ void SarifReport::finish(const LintTotals& /*totals*/) {
   json_.name("toolExecutionNotifications").beginArray();
   for (const UnreadableFile& file : unreadable_) {
     json_.beginObject().member("level", "error");
-    writeMessage("message", file.exception.text, json_);
+    writeMessage(file.exception.text, json_);
     json_.name("locations").beginArray().beginObject().name("physicalLocation").beginObject();
     json_.name("artifactLocation").beginObject().member("uri", toUri(file.file)).endObject();
     json_.endObject().endObject().endArray().endObject();

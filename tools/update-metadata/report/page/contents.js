@@ -6,10 +6,10 @@
 
 const contents = JSON.parse(document.getElementById('contents').textContent);
 
-// Characters that cannot be seen or that mislead: controls, line separators, marks that change the
-// direction of writing, and the byte-order mark. Text.cpp has the same.
+// Characters that cannot be seen or that mislead: controls, line separators, and what is not drawn.
+// UnseenCharacters.h has the same.
 const UNSEEN =
-    /[\u0000-\u001f\u007f-\u009f\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069\ufeff]/g;
+    /[\p{Cc}\p{Default_Ignorable_Code_Point}\u2028\u2029\u2800\ufff9-\ufffb\u{1d159}]/gu;
 
 /** A name to show, with characters that cannot be seen as their codes: <U+202E>. */
 function visible(name) {
@@ -17,7 +17,7 @@ function visible(name) {
     return '(empty)';
   }
   return name.replace(UNSEEN, (character) => {
-    const code = character.charCodeAt(0).toString(16).toUpperCase().padStart(4, '0');
+    const code = character.codePointAt(0).toString(16).toUpperCase().padStart(4, '0');
     return `<U+${code}>`;
   });
 }
