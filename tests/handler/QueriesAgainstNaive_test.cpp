@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "handler/NaiveQueries.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "support/CatalogueHandler.h"
 #include "support/ModelDump.h"
@@ -26,112 +27,15 @@ using datamodels::product_update::PkgDeltaData;
 using datamodels::product_update::ProductDeltaData;
 using datamodels::product_update::ProductUpdateMetaData;
 using test_support::CatalogueHandler;
-
-using Keys = std::set<std::u16string>;
-using KeysByCode = std::map<std::u16string, Keys>;
-using Sizes = std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>;
-using Files = std::map<std::u16string, std::pair<Keys, std::int64_t>>;
-
-// The content of a model as plain values, in model order.
-struct Component {
-  std::u16string name;
-  std::vector<UpdatePkgData> pkgs;
-};
-
-struct Product {
-  std::u16string name;
-  std::vector<Component> toDelete;
-  std::vector<Component> toExtract;
-};
-
-struct PkgWithFiles {
-  std::u16string name;
-  std::int64_t size;
-  std::vector<std::u16string> files;
-};
-
-struct ComponentWithFiles {
-  std::u16string name;
-  std::vector<PkgWithFiles> pkgs;
-};
-
-struct Content {
-  std::vector<Product> products;
-  std::vector<ComponentWithFiles> withFiles;
-};
-
-// --- the plain computation
-
-using Side = std::vector<Component> Product::*;
-
-std::u16string keyOf(const std::u16string& component, const std::u16string& pkg) {
-  return component + u"_" + pkg;
-}
-
-Keys keysOf(const Product& product, Side side) {
-  Keys keys;
-  for (const Component& component : product.*side) {
-    for (const UpdatePkgData& pkg : component.pkgs) {
-      keys.insert(keyOf(component.name, pkg.name));
-    }
-  }
-  return keys;
-}
-
-Keys expectedOfCode(const Content& content, Side side, CatalogueHandler& catalogue,
-                    const std::u16string& code) {
-  Keys result;
-  for (const Product& product : content.products) {
-    if (product.name == catalogue.getProductName(code, u"there")) {
-      for (const std::u16string& key : keysOf(product, side)) {
-        result.insert(key);
-      }
-    }
-  }
-  return result;
-}
-
-KeysByCode expectedByCode(const Content& content, Side side, CatalogueHandler& catalogue) {
-  KeysByCode result;
-  for (const Product& product : content.products) {
-    const Keys keys = keysOf(product, side);
-    if (!keys.empty()) {
-      const std::u16string code = catalogue.getProductBaseCode(product.name, u"there");
-      if (result.count(code) == 0) {
-        result[code] = keys;
-      }
-    }
-  }
-  return result;
-}
-
-Sizes expectedSizes(const Content& content) {
-  Sizes result;
-  for (const Product& product : content.products) {
-    for (const Component& component : product.toExtract) {
-      for (const UpdatePkgData& pkg : component.pkgs) {
-        const std::u16string key = keyOf(component.name, pkg.name);
-        if (result.count(key) == 0) {
-          result[key] = {pkg.size, pkg.uncompressedBytes};
-        }
-      }
-    }
-  }
-  return result;
-}
-
-Files expectedFiles(const Content& content) {
-  Files result;
-  for (const ComponentWithFiles& component : content.withFiles) {
-    for (const PkgWithFiles& pkg : component.pkgs) {
-      const std::u16string key = keyOf(component.name, pkg.name);
-      if (result.count(key) == 0) {
-        result[key] = {Keys(pkg.files.begin(), pkg.files.end()), pkg.size};
-      }
-    }
-  }
-  return result;
-}
+using test_support::Component;
+using test_support::ComponentWithFiles;
+using test_support::Content;
+using test_support::expectedByCode;
+using test_support::expectedFiles;
+using test_support::expectedOfCode;
+using test_support::expectedSizes;
+using test_support::PkgWithFiles;
+using test_support::Product;
 
 // --- the generator
 
