@@ -1,5 +1,5 @@
-# Decides whether the companion command is built, if nobody has: where its libraries are found, unless this tree is a part
-# of another build or uses another platform, for which the command is not written.
+# Decides whether to build the companion command unless the user has decided: builds it if its libraries are found,
+# except when this tree is part of another build or uses another platform, which the command does not support.
 if(UMP_BUILD_TOOL STREQUAL "AUTO")
   set(UMP_BUILD_TOOL OFF)
   if(PROJECT_IS_TOP_LEVEL AND UMP_PLATFORM_FILE STREQUAL "${PROJECT_SOURCE_DIR}/cmake/PlatformStandIns.cmake")
@@ -12,7 +12,7 @@ if(UMP_BUILD_TOOL STREQUAL "AUTO")
     endforeach()
     if(missing)
       list(JOIN missing ", " missing)
-      message(STATUS "The command update-metadata is not built: not found: ${missing}")
+      message(STATUS "Not building the command update-metadata; missing: ${missing}")
     else()
       set(UMP_BUILD_TOOL ON)
     endif()

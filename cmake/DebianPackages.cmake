@@ -1,33 +1,33 @@
-# Debian packages: library, development, command and documentation, made by "cpack -G DEB" of a build with
-# UMP_DEBIAN_PACKAGES and the prefix /usr. scripts/release makes them so that two runs give the same bytes.
+# Debian packages: library, development files, command and documentation, made by "cpack -G DEB" from a build with
+# UMP_DEBIAN_PACKAGES and the prefix /usr. scripts/release makes them reproducible.
 
 set(revision 1)
 set(library libupdate-metadata-parser${PROJECT_VERSION_MAJOR})
 set(UMP_DEBIAN_VERSION "${PROJECT_VERSION}-${revision}")
 set(UMP_DEBIAN_MAINTAINER "update_metadata_parser maintainers <maintainers@update-metadata-parser.example>")
 
-# What every package of Debian holds: its licence, and what changed in it. The time is SOURCE_DATE_EPOCH, if it is set.
+# Every Debian package contains its license and its changelog. Their date is SOURCE_DATE_EPOCH, if it is set.
 string(TIMESTAMP UMP_DEBIAN_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(documents "${CMAKE_CURRENT_BINARY_DIR}/debian")
 configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/changelog.in" "${documents}/changelog.Debian" @ONLY)
 configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/copyright.in" "${documents}/copyright" @ONLY)
 configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${documents}/LICENSE" COPYONLY)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${documents}/changelog" COPYONLY)
-# Users run with this minor version and any later one of the SONAME.
+# Programs run with this minor version and any later one with the same SONAME.
 set(UMP_DEBIAN_NEEDED ">= ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/shlibs.in" "${documents}/shlibs" @ONLY)
 execute_process(COMMAND gzip -9nf changelog changelog.Debian WORKING_DIRECTORY "${documents}" COMMAND_ERROR_IS_FATAL ANY)
 
 # ump_add_debian_package(COMPONENT NAME SECTION SUMMARY TEXT [component...])
 #
-# The package NAME of a component of the installation, and of others that it takes in. The lines of TEXT have at most 79
-# characters.
+# Makes the package NAME from a component of the installation and from any others listed. The lines of TEXT have at most
+# 79 characters.
 macro(ump_add_debian_package COMPONENT NAME SECTION SUMMARY TEXT)
   install(
     FILES "${documents}/copyright" "${documents}/changelog.gz" "${documents}/changelog.Debian.gz"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${NAME}"
     COMPONENT ${COMPONENT})
-  # A package is a group of components to CPack, which calls it by the group.
+  # To CPack, a package is a group of components and is named after the group.
   foreach(component ${COMPONENT} ${ARGN})
     list(APPEND CPACK_COMPONENTS_ALL ${component})
     string(TOUPPER ${component} component)
@@ -43,14 +43,14 @@ set(about "An update metadata document describes an update from an installed rel
 set(CPACK_COMPONENTS_ALL "")
 ump_add_debian_package(
   runtime ${library} libs "reads update metadata documents - shared library"
-  ".\nThis library reads one and tells which packages it deletes and extracts, and\nhow large they are.")
+  ".\nThis library reads one and reports which packages it deletes and extracts, and\nhow large they are.")
 ump_add_debian_package(
   development libupdate-metadata-parser-dev libdevel "reads update metadata documents - development files"
   ".\nThis package holds the headers of the library that reads one, its CMake\npackage and its pkg-config file."
   platform)
 ump_add_debian_package(
   tool update-metadata utils "answers questions about update metadata documents"
-  ".\nThis command tells what one does, for people and for scripts.")
+  ".\nThis command reports what one does, for people and for scripts.")
 ump_add_debian_package(
   documentation libupdate-metadata-parser-doc doc "reads update metadata documents - documentation"
   ".\nThis package holds the guide, the reference and the examples of the library\nthat reads one.")

@@ -1,4 +1,4 @@
-# What an installation holds.
+# The contents of an installation.
 #
 # Components: runtime (the shared library), development (public headers, CMake package, pkg-config file, link for the
 # linker), platform (headers of the model, of the JSON value and of the platform libraries that the library was built
@@ -23,8 +23,7 @@ if(TARGET update-metadata)
     COMPONENT tool)
 endif()
 
-# ump_install_headers(COMPONENT ROOT header...): headers, each relative to ROOT, into the one include root that they share
-# there.
+# ump_install_headers(COMPONENT ROOT header...): installs headers, given relative to ROOT, into the shared include root.
 function(ump_install_headers COMPONENT ROOT)
   foreach(header IN LISTS ARGN)
     cmake_path(GET header PARENT_PATH folder)
@@ -35,7 +34,8 @@ function(ump_install_headers COMPONENT ROOT)
   endforeach()
 endfunction()
 
-# The public headers, and for callers who derive those of the model, the JSON value and the platform. What is not listed is private.
+# The public headers and, for callers who derive from those classes, the headers of the model, the JSON value and the
+# platform. All others are private.
 ump_install_headers(
   development
   "${PROJECT_SOURCE_DIR}/include"
@@ -74,7 +74,7 @@ install(
   DESTINATION "${UMP_INSTALL_CMAKEDIR}"
   COMPONENT development)
 
-# pkg-config: the file finds everything from its own place, so that an installation can be moved.
+# pkg-config: all paths are relative to the file, so that an installation can be moved.
 set(UMP_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
 set(UMP_PC_INCLUDEDIR "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 set(UMP_PC_LIBDIR "${CMAKE_INSTALL_FULL_LIBDIR}")
@@ -88,7 +88,7 @@ install(
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT development)
 
-# The documentation, in the layout of this tree and with all that its pages link to, so that their links lead on.
+# The documentation, in the layout of this tree and with everything that its pages link to, so that the links work.
 set(UMP_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/update-metadata-parser")
 install(
   FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE SECURITY.md

@@ -1,7 +1,7 @@
-# The platform libraries of this tree, each with an include root of its own.
+# The platform libraries of this tree, each with its own include root.
 #
-# An installer names a file of its own in UMP_PLATFORM_FILE to bring its file system, text conversion and product
-# catalogue. That file defines the same two targets.
+# An installer brings its own file system, text conversion and product catalogue by naming a file in UMP_PLATFORM_FILE
+# that defines the same two targets.
 ump_add_platform(
   fl
   ROOT "${PROJECT_SOURCE_DIR}/platform/fl"

@@ -1,5 +1,5 @@
-# Run by CPack before it packs what it has installed: compresses manual pages, as Debian wants them, and gives every file the
-# time SOURCE_DATE_EPOCH, if it is set, so that the time of the build does not get into the packages.
+# CPack runs this before it packs what it has installed. Compresses manual pages, as Debian requires, and sets the time
+# of every file to SOURCE_DATE_EPOCH, if that is set, so that packages do not depend on when they were built.
 file(GLOB_RECURSE pages "${CPACK_TEMPORARY_DIRECTORY}/*.1")
 list(FILTER pages INCLUDE REGEX "/man/man1/")
 if(pages)

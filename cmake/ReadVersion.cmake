@@ -1,4 +1,4 @@
-# Reads the semantic version from the three macros of Version.h, the one place where it is written.
+# Reads the semantic version from the three macros of Version.h, the only place that defines it.
 function(ump_read_version RESULT)
   set(header
       "${CMAKE_CURRENT_SOURCE_DIR}/include/install/update_metadata_parser/Version.h")
@@ -12,6 +12,6 @@ function(ump_read_version RESULT)
   endforeach()
   list(JOIN numbers "." version)
   set(${RESULT} "${version}" PARENT_SCOPE)
-  # A changed header must be noticed by the next build, not only by the next configuration.
+  # The next build must notice a changed header, not only the next configuration.
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${header}")
 endfunction()

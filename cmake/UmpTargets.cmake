@@ -1,4 +1,4 @@
-# How every target of this project is compiled, and how the layers are declared.
+# How every target of this project is compiled and how the layers are declared.
 
 # Language, warnings and symbol visibility that all targets share.
 function(ump_set_up_target NAME)
@@ -26,16 +26,16 @@ endfunction()
 
 # ump_harden(NAME)
 #
-# With UMP_HARDENING: what is shipped stops when a buffer on the stack overflows or a checked function of the C library would
-# write too much, and its table of bound addresses cannot be overwritten. Sanitizers check the same, and more, by themselves;
-# _FORTIFY_SOURCE needs a compiler that optimizes. A packager's own choice of it is kept.
+# With UMP_HARDENING, shipped code stops when a buffer on the stack overflows or a checked C library function would
+# write too much, and its table of bound addresses is read-only. Sanitizers check the same and more. _FORTIFY_SOURCE
+# needs an optimizing compiler. A packager's own setting of it is kept.
 function(ump_harden NAME)
   if(NOT UMP_HARDENING OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
     return()
   endif()
   target_compile_options(${NAME} PRIVATE -fstack-protector-strong)
   if(NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
-    # The first option is for compilers that define it by themselves.
+    # The first option undoes the definition that some compilers make themselves.
     target_compile_options(
       ${NAME} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   endif()
@@ -44,8 +44,8 @@ endfunction()
 
 # ump_add_platform(NAME ROOT dir SOURCES file... [HEADERS file...] [LINKS target...])
 #
-# One platform library, known to the layers as platform::NAME. ROOT is its include root, to which the files are relative.
-# HEADERS are those that users of the shared library need: they are installed with it.
+# Declares one platform library, which the layers link as platform::NAME. ROOT is its include root; files are relative
+# to it. HEADERS are those that users of the shared library need; they are installed with it.
 function(ump_add_platform NAME)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "ROOT" "SOURCES;HEADERS;LINKS")
   list(TRANSFORM ARG_SOURCES PREPEND "${ARG_ROOT}/")
@@ -61,9 +61,10 @@ endfunction()
 
 # ump_add_layer(NAME [OWN_ROOT] SOURCES file... [HEADERS file...] [PUBLIC_LINKS target...])
 #
-# The current folder as one layer of the library, a static library ump_NAME with hidden symbols: tests reach its insides.
-# A header is included by its path from src, or, in a layer with OWN_ROOT, from the folder itself: such a layer has HEADERS
-# that users of the shared library need, which are installed with it, and nothing else of src is visible with them.
+# Declares the current folder as one layer of the library: a static library ump_NAME with hidden symbols, so that tests
+# can reach its internals. A header is included by its path from src or, in a layer with OWN_ROOT, from the folder
+# itself. Such a layer has HEADERS that users of the shared library need, which are installed with it; including them
+# makes nothing else of src visible.
 function(ump_add_layer NAME)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "OWN_ROOT" "" "SOURCES;HEADERS;PUBLIC_LINKS")
   add_library(ump_${NAME} STATIC ${ARG_SOURCES})

@@ -1,4 +1,4 @@
-// Answers with a product catalogue that is made in memory: inject_a_catalogue DOCUMENT
+// Answers with a product catalogue in memory: inject_a_catalogue DOCUMENT
 //
 // A derived handler opens the application's own catalogue instead of the one at a location.
 
@@ -23,7 +23,7 @@ using install::update_metadata_parser::UpdateMetaDataJsonParser;
 
 class MemoryCatalogue : public ProductDataProvider {
  public:
-  /// `names` tells the name of each product by its base code.
+  /// `names` gives the name of each product by its base code.
   explicit MemoryCatalogue(std::map<std::u16string, std::u16string> names)
       : ProductDataProvider(u""), names_(std::move(names)) {}
 
@@ -47,7 +47,7 @@ class MemoryCatalogue : public ProductDataProvider {
 
 class MemoryCatalogueHandler : public UpdateMetaDataHandler {
  public:
-  // Called before every look-up; the location that a question gives is of no use here.
+  // Called before every look-up. The location given to a query is not needed here.
   void initializeProductDataProvider(const std::u16string& /*productDataLocation*/) override {
     if (!productDataProvider) {
       productDataProvider =

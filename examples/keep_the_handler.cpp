@@ -1,7 +1,7 @@
-// Learns what the facade does not tell: keep_the_handler DOCUMENT
+// Reads what the facade does not provide: keep_the_handler DOCUMENT
 //
-// A derived handler notes the architecture as it is read, and a derived parser has the document
-// loaded into such a handler and keeps hold of it.
+// A derived handler records the architecture as it is read, and a derived parser loads the document
+// into such a handler and keeps it.
 
 #include <exception>
 #include <iostream>
@@ -28,14 +28,14 @@ class ArchitectureHandler : public UpdateMetaDataHandler {
   std::u16string getArchitecture() const { return architecture_; }
 
  private:
-  mutable std::u16string architecture_;  // setters are const: what a handler fills is not itself
+  mutable std::u16string architecture_;  // the setters are const: they usually fill the model
 };
 
 class ArchitectureParser : public UpdateMetaDataJsonParser {
  public:
   using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;
 
-  // The factory for the handler of each load. The parser stores what this returns as `handler`.
+  // Makes the handler for each load. The parser stores the returned handler in `handler`.
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
     return std::make_shared<ArchitectureHandler>();
   }

@@ -1,4 +1,4 @@
-// Loads a document that is not in a file: a derived parser hands over the text.
+// Loads a document that is not in a file: a derived parser provides the text.
 
 #include <exception>
 #include <iostream>
@@ -15,7 +15,7 @@ using install::update_metadata_parser::UpdateMetaDataJsonParser;
 
 class MemoryParser : public UpdateMetaDataJsonParser {
  public:
-  /// `name` stands for the document in the messages of the library.
+  /// `name` names the document in the library's messages.
   MemoryParser(const std::u16string& name, std::string text)
       : UpdateMetaDataJsonParser(name), text_(std::move(text)) {}
 
@@ -25,7 +25,7 @@ class MemoryParser : public UpdateMetaDataJsonParser {
   std::string text_;
 };
 
-// Ends right after the closing brace: a line feed there is an error.
+// Ends right after the closing brace: a line feed after it would be an error.
 constexpr const char* kDocument = R"({
   "metadata": {
     "arch": "x86_64",

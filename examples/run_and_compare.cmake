@@ -1,6 +1,6 @@
 # cmake -DEXPECTED=FILE -P run_and_compare.cmake -- COMMAND ARGUMENT...
 #
-# Runs the command and fails unless it succeeds and its output is the content of FILE.
+# Runs the command and fails unless it succeeds and its output equals the content of FILE.
 set(command "")
 set(is_command NO)
 math(EXPR last "${CMAKE_ARGC} - 1")
@@ -15,7 +15,7 @@ endforeach()
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output RESULT_VARIABLE result)
 file(READ "${EXPECTED}" expected)
 if(NOT result EQUAL 0)
-  message(FATAL_ERROR "The command ended with ${result} after writing:\n${output}")
+  message(FATAL_ERROR "The command exited with ${result} and printed:\n${output}")
 endif()
 if(NOT output STREQUAL expected)
   message(FATAL_ERROR "Expected:\n${expected}\nbut the output is:\n${output}")

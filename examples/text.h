@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-// The library speaks UTF-16. On Linux std::filesystem::path converts between it and UTF-8, in both
+// The library uses UTF-16. On Linux std::filesystem::path converts between it and UTF-8 in both
 // directions; an application will have its own conversion.
 
 inline std::string toUtf8(const std::u16string& text) {

@@ -1,4 +1,4 @@
-// Any bytes as the table of a product catalogue: what it answers, or which line is refused, agrees
+// Any bytes as the table of a product catalogue: its answers, or the line that is rejected, agree
 // with a naive reader of tables.
 
 #include <sys/mman.h>
@@ -24,11 +24,11 @@ using fuzz::require;
 using fuzz::requireEqual;
 using install::product_data_provider::ProductDataProvider;
 
-// A file that is in no folder; its path leads through the process.
+// A file that is in no folder; its path leads through /proc.
 class FileInMemory {
  public:
   FileInMemory() : descriptor_(::memfd_create("products.tsv", 0)) {
-    require(descriptor_ >= 0, "there is no file in memory");
+    require(descriptor_ >= 0, "the file in memory cannot be created");
   }
 
   std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
@@ -68,9 +68,9 @@ std::optional<std::uint32_t> productNumber(const std::string& digits) {
              : std::optional<std::uint32_t>(static_cast<std::uint32_t>(number));
 }
 
-// What a table says.
+// The content of a table.
 struct NaiveCatalogue {
-  std::size_t refusedLine = 0;  // 0 if there is none
+  std::size_t rejectedLine = 0;  // 0 if there is none
   std::map<std::u16string, std::u16string> codesByName;
   std::map<std::u16string, std::u16string> namesByCode;
   std::map<std::uint32_t, std::u16string> namesByNumber;
@@ -95,7 +95,7 @@ NaiveCatalogue readNaively(const std::string& text) {
     const std::vector<std::string> fields = split(line, '\t');
     const auto number = fields.size() == 4 ? productNumber(fields[2]) : std::nullopt;
     if (!number) {
-      catalogue.refusedLine = i + 1;
+      catalogue.rejectedLine = i + 1;
       break;
     }
     const std::u16string code = fl::i18n::to_ustring(fields[0]);
@@ -108,16 +108,16 @@ NaiveCatalogue readNaively(const std::string& text) {
 }
 
 void compare(const ProductDataProvider& provider, const NaiveCatalogue& catalogue) {
-  require(catalogue.refusedLine == 0, "a table is accepted that is none");
+  require(catalogue.rejectedLine == 0, "an invalid table is accepted");
   for (const auto& [name, code] : catalogue.codesByName) {
-    require(provider.getProductBaseCode(name) == code, "another base code");
+    require(provider.getProductBaseCode(name) == code, "wrong base code");
   }
   for (const auto& [code, name] : catalogue.namesByCode) {
     require(provider.getProductName(code) == name, "another name");
   }
   for (const auto& [number, name] : catalogue.namesByNumber) {
     const auto product = provider.findByNumber(number);
-    require(product && product->name == name, "another product of a number");
+    require(product && product->name == name, "wrong product for a number");
     if (product->controllingProduct) {
       require(provider.findControllingProduct(product->controllingProduct->name) ==
                   product->controllingProduct,
@@ -137,7 +137,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     compare(ProductDataProvider(fl::i18n::utf8_to_ustring(path)), catalogue);
   } catch (const std::runtime_error& failure) {
     require(typeid(failure) == typeid(std::runtime_error), "an exception of another kind");
-    const std::string start = path + ':' + std::to_string(catalogue.refusedLine) + ": ";
+    const std::string start = path + ':' + std::to_string(catalogue.rejectedLine) + ": ";
     requireEqual(std::string(failure.what()).substr(0, start.size()), start, "another line");
   }
   return 0;

@@ -1,6 +1,6 @@
-// Any text as a document: loaded, asked all six questions through copies of the facade, and
+// Any text as a document: loaded, given all six queries through copies of the facade, and
 // destroyed. The answers agree with a plain walk over the model, failures are of the known kinds,
-// and what a failed load leaves behind can be asked all the same.
+// and the state that a failed load leaves can still be queried.
 
 #include <map>
 #include <memory>
@@ -33,12 +33,12 @@ using KeysByCode = std::map<std::u16string, Keys>;
 using Sizes = std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>;
 using Files = std::map<std::u16string, std::pair<Keys, std::int64_t>>;
 
-// The more codes are asked for, the slower the fuzzer.
+// Each further base code makes the fuzzer slower.
 constexpr std::size_t kMostCodes = 4;
 
 const std::u16string kSharedCode = u"=";
 
-// Names that begin with "=", and the empty one, share one base code; every other has its own.
+// Names that begin with "=" and the empty name share one base code; every other name has its own.
 std::u16string codeOf(const std::u16string& name) {
   return name.empty() || name.front() == u'=' ? kSharedCode : u"c" + name;
 }
@@ -122,15 +122,15 @@ void checkSide(const ProductUpdateMetaData& root, const UpdateMetaData& facade, 
       expected.emplace(codeOf(product->getName()), std::move(keys));
     }
   }
-  require(side.answer(facade) == expected, "another answer for all products");
+  require(side.answer(facade) == expected, "wrong answer for all products");
   std::size_t asked = 0;
   for (const auto& [name, keys] : expectedByName) {
     if (codeOf(name) != kSharedCode && asked++ < kMostCodes) {
-      require(side.answer(facade, codeOf(name)) == keys, "another answer for one product");
+      require(side.answer(facade, codeOf(name)) == keys, "wrong answer for one product");
     }
   }
   require(side.answer(facade, kSharedCode) == expectedByName[u"="],
-          "another answer for a shared base code");
+          "wrong answer for a shared base code");
 }
 
 void checkSizes(const ProductUpdateMetaData& root, const UpdateMetaData& facade) {
@@ -167,7 +167,7 @@ void checkAnswers(const ProductUpdateMetaData& root, const UpdateMetaData& facad
   checkSizes(root, facade);
   checkFiles(root, facade);
   const int level = facade.getTargetUpdateLevelForQorv();
-  require(level >= -128 && level <= 127, "a level that is no byte");
+  require(level >= -128 && level <= 127, "a level beyond a signed byte");
   facade.getBaseReleaseFamily();
   facade.getBaseReleaseVersion();
   facade.getTargetReleaseFamily();

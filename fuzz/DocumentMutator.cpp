@@ -1,5 +1,5 @@
-// Changes documents by their structure, so that most of them stay documents: members are dropped,
-// repeated, renamed, moved and given other values.
+// Mutates documents by their structure, so that most results are still documents: members are
+// dropped, repeated, renamed, moved and given other values.
 
 #include <algorithm>
 #include <cstddef>
@@ -19,7 +19,7 @@ namespace {
 
 using fuzz::DocumentTree;
 
-// What changes start from when an input is no JSON.
+// The starting point when an input is not JSON.
 constexpr std::string_view kPlainDocument =
     R"({"metadata":{"arch":"x","target":{"zelvan_version":"","date":"","version":"2",)"
     R"("prerelease":false,"release":"r","checksum":"","description":"","update":1},"base":null},)"
@@ -101,29 +101,29 @@ constexpr std::size_t kMostChanges = 4;
 constexpr std::size_t kMostRepeats = 12;
 constexpr std::size_t kMostNodes = 3000;
 
-// The trees are kept: taking texts apart is most of what a change costs.
+// The trees are kept: parsing is most of the cost of a mutation.
 class Mutator {
  public:
-  // A change of `text`, of which parts may come from `donor`.
+  // Mutates `text`, possibly with parts from `donor`.
   std::string change(std::string_view text, std::optional<std::string_view> donor, unsigned seed) {
     random_.seed(seed * 2654435761U + 1);
-    if (!tree_.takeApart(text)) {
-      tree_.takeApart(kPlainDocument);
+    if (!tree_.parse(text)) {
+      tree_.parse(kPlainDocument);
     }
-    const bool hasDonor = donor && donor_.takeApart(*donor);
+    const bool hasDonor = donor && donor_.parse(*donor);
     for (std::size_t left = 1 + below(kMostChanges); left != 0; --left) {
       gather();
       if (places_.size() < kMostNodes) {
         changeOnce(hasDonor);
       }
     }
-    return tree_.putTogether();
+    return tree_.toText();
   }
 
  private:
   using Node = DocumentTree::Node;
 
-  // A node with where it hangs; the root hangs nowhere.
+  // A node and its parent; the root has none.
   struct Place {
     Node parent;
     Node node;
@@ -195,11 +195,11 @@ class Mutator {
   }
 
   Node someScalar() {
-    fresh_.takeApart(oneOf(kScalars));
+    fresh_.parse(oneOf(kScalars));
     return tree_.copyOf(fresh_, DocumentTree::kRoot);
   }
 
-  // The key of some member of the document.
+  // The key of a random member of the document.
   std::string_view someKey() {
     const std::string_view key = tree_.key(somePlace().node);
     return key.empty() ? oneOf(kKeys) : key;
@@ -252,7 +252,7 @@ class Mutator {
     }
   }
 
-  // Changes single bytes; those of a string between its quotation marks.
+  // Changes single bytes; in a string, those between the quotation marks.
   std::string_view withChangedBytes(std::string_view token) {
     if (token.empty() || token == "{" || token == "[") {
       return token;

@@ -29,7 +29,7 @@ class DocumentTree::Reader {
   }
 
  private:
-  // The node that was read, or kNone.
+  // Reads a value and returns its node, or kNone.
   Node readValue(std::string_view key, int depth) {
     if (position_ == end_ || depth == kDeepest) {
       return kNone;
@@ -46,7 +46,7 @@ class DocumentTree::Reader {
     const bool isObject = *position_ == '{';
     const char closing = isObject ? '}' : ']';
     ++position_;
-    if (takes(closing)) {
+    if (consume(closing)) {
       return true;
     }
     Node last = kNone;
@@ -54,7 +54,7 @@ class DocumentTree::Reader {
       std::string_view key;
       if (isObject) {
         key = position_ != end_ && *position_ == '"' ? readScalar() : std::string_view();
-        if (key.empty() || !takes(':')) {
+        if (key.empty() || !consume(':')) {
           return false;
         }
       }
@@ -64,11 +64,11 @@ class DocumentTree::Reader {
       }
       (last == kNone ? tree_.nodes_[container].first : tree_.nodes_[last].next) = part;
       last = part;
-    } while (takes(','));
-    return takes(closing);
+    } while (consume(','));
+    return consume(closing);
   }
 
-  // A scalar or a key and the white space behind it; empty if there is none.
+  // Reads a scalar or a key and the white space after it; returns an empty view if there is none.
   std::string_view readScalar() {
     const char* const begin = position_;
     if (*position_ == '"') {
@@ -87,8 +87,8 @@ class DocumentTree::Reader {
     return token;
   }
 
-  // Steps over a byte and the white space around it, if it is there.
-  bool takes(char byte) {
+  // Consumes `byte` and the white space around it, if it is next.
+  bool consume(char byte) {
     skipSpace();
     if (position_ == end_ || *position_ != byte) {
       return false;
@@ -109,13 +109,13 @@ class DocumentTree::Reader {
   const char* end_;
 };
 
-bool DocumentTree::takeApart(std::string_view text) {
+bool DocumentTree::parse(std::string_view text) {
   nodes_.clear();
   kept_.clear();
   return Reader(*this, text).readWhole();
 }
 
-std::string DocumentTree::putTogether() const {
+std::string DocumentTree::toText() const {
   std::string text;
   append(kRoot, text);
   return text;

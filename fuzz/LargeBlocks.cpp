@@ -1,6 +1,6 @@
-// Large blocks of memory are kept for the next input. The address sanitizer gives each back to the
-// system and gets a new one with new pages of its own notes, which is a third of the time that a
-// small document takes. A block that is kept cannot be touched, as if it were given back.
+// Keeps large blocks of memory for the next input. The address sanitizer would return each block to
+// the system and get a new one, with new pages of shadow memory: a third of the time of a small
+// document. A kept block is poisoned, as if it had been freed.
 
 #include <sanitizer/asan_interface.h>
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-// Smaller ones are kept by the sanitizer itself.
+// The sanitizer itself keeps smaller ones.
 constexpr std::size_t kLarge = std::size_t{128} << 10;
 
 struct Block {
@@ -20,7 +20,7 @@ struct Block {
   bool isUsed = false;
 };
 
-// Constant from the start, since memory is asked for before anything is set up.
+// Constant-initialized, because memory is requested before anything is set up.
 std::array<Block, 4> blocks;
 
 void* allocateArray(std::size_t size) noexcept {

@@ -1,4 +1,4 @@
-// Any text as JSON: the reader and the naive one agree on the value or on the whole failure.
+// Any text as JSON: the reader and the naive reader agree on the value or on the whole failure.
 
 #include <sstream>
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// The naive reader recurses and reads some pieces again and again.
+// The naive reader recurses and reads some parts repeatedly.
 constexpr std::size_t kMostBytes = 2048;
 
 void compare(const std::string& text, bool allowComments) {
@@ -21,7 +21,7 @@ void compare(const std::string& text, bool allowComments) {
     foundText << found;
     expectedText << expected;
     fuzz::requireEqual(foundText.str(), expectedText.str(), "the readers disagree");
-    fuzz::require(false, "the readers disagree in what is not shown");
+    fuzz::require(false, "the readers disagree in a detail that is not shown");
   }
 }
 

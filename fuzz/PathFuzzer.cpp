@@ -1,5 +1,5 @@
-// Any UTF-16 text as a path below a folder with entries of many kinds: what exists, what opens and
-// what readFile() gives or throws agree with what the system says.
+// Any UTF-16 text as a path below a folder with entries of many kinds: whether it exists, whether
+// it opens, and what readFile() returns or throws agree with the operating system.
 
 #include <sys/stat.h>
 
@@ -26,7 +26,7 @@ using fuzz::requireEqual;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
 using test_support::TemporaryFolder;
 
-// Every file holds its own name, as it was made.
+// Every file contains the name that it was created with.
 constexpr const char* kFiles[] = {"a",
                                   "document.json",
                                   "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80",
@@ -56,7 +56,7 @@ class Folder {
   TemporaryFolder folder_;
 };
 
-// What the system says of a path: nothing, or the kind of the entry.
+// The kind of the entry at a path according to the system, or nothing.
 std::optional<mode_t> kindOf(const std::u16string& path) {
   const std::string native = test_support::naiveToUtf8(path);
   struct stat status = {};
@@ -71,8 +71,8 @@ void checkPath(const std::u16string& path, std::optional<mode_t> kind) {
   const bool opens = kind == mode_t{S_IFREG};
   require(fl::filesystem::exists(path) == kind.has_value(), "exists() says something else");
   fl::filesystem::basic_ifstream<char> stream(path);
-  require(stream.is_open() == opens, "a stream opens or does not");
-  require(stream.fail() != opens, "a stream does not tell whether it is open");
+  require(stream.is_open() == opens, "is_open() is wrong");
+  require(stream.fail() != opens, "fail() does not agree with is_open()");
   const std::string expected = opens  ? std::string(std::istreambuf_iterator<char>(stream), {})
                                : kind ? "Error opening Update MetaData Json File"
                                       : "Update MetaData Json file does not exist ";
@@ -94,14 +94,14 @@ void checkPath(const std::u16string& path, std::optional<mode_t> kind) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const Folder folder;
-  // As UTF-8, which most names are made of, and as UTF-16, which may be ill-formed.
+  // Tried as UTF-8, the encoding of most names, and as UTF-16, which may be ill-formed.
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   std::u16string units(size / sizeof(char16_t), u'\0');
   if (!units.empty()) {
     std::memcpy(units.data(), data, units.size() * sizeof(char16_t));
   }
   for (const std::u16string& name : {test_support::naiveToUtf16(bytes), units}) {
-    // Nothing outside of the folder is to be opened.
+    // Nothing outside the folder may be opened.
     if (name.find(u"..") == std::u16string::npos) {
       const std::u16string below = folder.path() + u'/' + name;
       checkPath(below, kindOf(below));

@@ -1,6 +1,6 @@
-// An ordinary main for a fuzzer: tries the files that are named and those in the folders that are
-// named; the one named behind "--if-there" may be missing. A fuzzer with changes of its own is also
-// given a fixed row of changes to each file.
+// An ordinary main for a fuzzer: tries the named files and all files in the named folders. The one
+// named after "--if-there" may be missing. A fuzzer with its own mutator also tries a fixed series
+// of mutations of each file.
 
 #include <algorithm>
 #include <cstdio>
@@ -71,19 +71,19 @@ std::vector<fs::path> filesToTry(int argc, char** argv) {
 Bytes readWhole(const fs::path& path) {
   std::ifstream stream(path, std::ios_base::binary);
   if (!stream.is_open()) {
-    throw std::runtime_error("does not open");
+    throw std::runtime_error("cannot be opened");
   }
   return Bytes(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
 void tryInput(const Bytes& bytes) {
-  // A block of exactly its size, so that instruments see every byte read beyond it.
+  // A block of exactly its size, so that sanitizers notice every read beyond it.
   const auto block = std::make_unique<std::uint8_t[]>(bytes.size());
   std::copy(bytes.begin(), bytes.end(), block.get());
   LLVMFuzzerTestOneInput(block.get(), bytes.size());
 }
 
-// Changes a file again and again, and joins it with the one before.
+// Mutates a file repeatedly, and combines it with the previous one.
 void tryChanges(const Bytes& bytes, const Bytes& former) {
   Bytes changed = bytes;
   changed.resize(std::max(kRoomForChanges, bytes.size()));
@@ -121,7 +121,7 @@ int main(int argc, char** argv) {
     Bytes former;
     for (const fs::path& file : filesToTry(argc, argv)) {
       current = file.string();
-      // Told before it is tried: a failure ends the program.
+      // Printed before it is tried, because a failure ends the program.
       std::fprintf(stderr, "%s\n", current.c_str());
       const Bytes bytes = readWhole(file);
       tryInput(bytes);

@@ -6,7 +6,7 @@
 
 namespace fuzz {
 
-/// Ends the program, with `problem` on the standard error, unless `holds`.
+/// Ends the program, with `problem` on standard error, unless `holds`.
 inline void require(bool holds, const char* problem) {
   if (!holds) {
     std::fprintf(stderr, "fuzzer: %s\n", problem);
@@ -14,7 +14,7 @@ inline void require(bool holds, const char* problem) {
   }
 }
 
-/// As require(), with what was found and what was expected.
+/// Like require(), and prints the actual and the expected text.
 inline void requireEqual(const std::string& found, const std::string& expected,
                          const char* problem) {
   if (found != expected) {

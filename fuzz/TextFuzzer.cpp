@@ -1,4 +1,4 @@
-// Any text as JSON: read, copied, walked over and destroyed; failures tell their place rightly.
+// Any text as JSON: read, copied, walked and destroyed. Failures report the right place.
 
 #include <algorithm>
 #include <stdexcept>
@@ -24,8 +24,8 @@ using foundation::json::ParserException;
 using foundation::json::Value;
 using fuzz::require;
 
-// Touches every value and every byte of every string, without recursion. Returns a sum, so that
-// nothing is left out.
+// Touches every value and every byte of every string, without recursion. Returns a sum, so that the
+// compiler cannot skip anything.
 std::size_t walk(const Value& root) {
   std::size_t sum = 0;
   const auto touch = [&sum](std::string_view text) {
@@ -59,7 +59,7 @@ std::size_t walk(const Value& root) {
 }
 
 void checkPlace(const std::string& text, const ParserException& failure) {
-  require(failure.offset() <= text.size(), "the place lies behind the text");
+  require(failure.offset() <= text.size(), "the place is beyond the text");
   const std::string_view before = std::string_view(text).substr(0, failure.offset());
   const std::size_t lineFeed = before.rfind('\n');
   const std::size_t lineStart = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
@@ -80,7 +80,7 @@ void read(const std::string& text, bool allowComments) {
     require(copy == value, "a copy differs");
     const std::size_t sum = walk(value);
     value = Value();
-    require(walk(copy) == sum, "a copy changes when its original goes");
+    require(walk(copy) == sum, "a copy changes when its original is destroyed");
   } catch (const ParserException& failure) {
     checkPlace(text, failure);
   } catch (const std::runtime_error& failure) {

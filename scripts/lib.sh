@@ -1,30 +1,30 @@
-# What the scripts share. A script sources this file first, which also takes it to the root of the
-# repository, whatever the working directory of its caller.
+# Code that the scripts share. A script sources this file first. That also changes to the root of the
+# repository, whatever the caller's working directory.
 # shellcheck shell=bash
 
 set -euo pipefail
 unset CDPATH
 cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 
-# One order of sorting, one language of messages, and no more jobs than cores.
+# One sort order, one language of messages, and no more jobs than cores.
 export LC_ALL=C.UTF-8
 export CMAKE_BUILD_PARALLEL_LEVEL="${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}"
 export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
 
-# The Debian packages that a build of the library and its command needs, those of the tests, and what
-# the Python module and its tests need beside.
+# The Debian packages for building the library and its command, those for the tests, and those for the Python
+# module and its tests.
 build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libutfcpp-dev)
 # shellcheck disable=SC2034
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales python3-jsonschema)
 # shellcheck disable=SC2034
 python_packages=(python3-dev pybind11-dev mypy)
 
-# say TEXT...: tells the user what happens now.
+# say TEXT...: prints what happens now.
 say() {
   printf '%s\n' "$*"
 }
 
-# fail LINE...: tells what went wrong and what to do next, and ends the script.
+# fail LINE...: prints what went wrong and what to do next, and ends the script.
 fail() {
   printf '%s: %s\n' "$(basename -- "$0")" "$1" >&2
   if (($# > 1)); then
@@ -33,15 +33,15 @@ fail() {
   exit 1
 }
 
-# quietly NAME COMMAND...: runs a command with its output in build/logs/NAME.log, which is shown if
-# the command fails.
+# quietly NAME COMMAND...: runs a command with its output in build/logs/NAME.log, and prints the log if the
+# command fails.
 quietly() {
   local log="build/logs/$1.log"
   shift
   mkdir -p build/logs
   if ! "$@" >"$log" 2>&1 </dev/null; then
     tail -n 100 -- "$log" >&2
-    fail "this command failed: $*" "Its whole output is in $PWD/$log."
+    fail "command failed: $*" "Its whole output is in $PWD/$log."
   fi
 }
 
@@ -50,8 +50,8 @@ is_installed() {
   dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
 }
 
-# install_missing PACKAGE...: installs those of the Debian packages that are missing. Needs neither
-# network nor rights when none is, and never asks anything.
+# install_missing PACKAGE...: installs the Debian packages that are missing. Needs neither network nor root if
+# none is missing, and never prompts.
 install_missing() {
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     fail "this system is not Debian, so nothing can be installed for you." \
@@ -83,11 +83,11 @@ install_missing() {
     apt-get -q -y -o DPkg::Lock::Timeout=300)
   mkdir -p build/logs
   "${apt[@]}" -o APT::Update::Error-Mode=any update >build/logs/apt-update.log 2>&1 </dev/null ||
-    say "Some package lists are not fresh (is the network reachable?): build/logs/apt-update.log"
+    say "Some package lists could not be updated (is the network reachable?): build/logs/apt-update.log"
   quietly apt-install "${apt[@]}" install --no-install-recommends "${missing[@]}"
 }
 
-# build_preset NAME [TARGET...]: configures a preset and builds it, or these targets of it, quietly.
+# build_preset NAME [TARGET...]: configures a preset and builds it, or only these targets, quietly.
 build_preset() {
   local targets=()
   (($# == 1)) || targets=(--target "${@:2}")
@@ -96,14 +96,14 @@ build_preset() {
   quietly "build-$1" cmake --build --preset "$1" "${targets[@]}"
 }
 
-# is_checkout: whether this folder is the root of a checkout by git, and not of a released archive.
+# is_checkout: whether this folder is the root of a git checkout rather than of a released archive.
 is_checkout() {
   local root
   root="$(git rev-parse --show-toplevel 2>/dev/null)" && [[ "$root" -ef . ]]
 }
 
-# list_sources: every file of the project, each relative and ended by a NUL: those that git has or is to
-# have, or, in a released archive, all but what the build makes.
+# list_sources: prints the path of every file of the project, each followed by a NUL: files that git tracks or
+# would add or, in a released archive, all except build output.
 list_sources() {
   if is_checkout; then
     comm -z -23 <(git ls-files -z -co --exclude-standard | sort -z) <(git ls-files -z -d | sort -z)
@@ -113,7 +113,7 @@ list_sources() {
   fi
 }
 
-# commands_of PAGE HEADING: what the page tells to type below that heading: its indented lines.
+# commands_of PAGE HEADING: prints the commands that the page shows below that heading: its indented lines.
 commands_of() {
   awk -v heading="$2" '/^```/ { fenced = !fenced }
     !fenced && /^#+ / { sub(/^#+ /, ""); inside = $0 == heading; next }

@@ -11,8 +11,8 @@ namespace bench::answers {
 
 using KeySet = std::set<std::u16string>;
 
-/// The four answers about one document, in the containers in which the library returns them. The
-/// product's name stands for its base code.
+/// The four answers about one document, in the containers that the library returns. The product's
+/// name serves as its base code.
 struct Answers {
   std::map<std::u16string, KeySet> toDelete;
   std::map<std::u16string, KeySet> toExtract;
@@ -25,10 +25,10 @@ struct Answers {
   }
 };
 
-/// How many keys and paths the answers hold.
+/// How many keys and paths the answers contain.
 std::size_t entriesOf(const Answers& answers);
 
-/// A number that differs for different answers, but by chance.
+/// A hash of the answers: different answers almost always have different digests.
 std::uint64_t digestOf(const Answers& answers);
 
 }  // namespace bench::answers

@@ -14,14 +14,14 @@ struct Package {
   std::int64_t uncompressedBytes;
 };
 
-/// One described component. Its packages to delete need no size: no answer holds it.
+/// One described component. Its packages to delete need no size, because no answer contains it.
 struct Component {
   std::u16string name;
   std::vector<std::u16string> toDelete;
   std::vector<Package> toExtract;
 };
 
-/// The key of a package: its component's name, an underscore and its own.
+/// The key of a package: the component's name, an underscore and the package's name.
 inline std::u16string keyOf(std::u16string_view component, std::u16string_view package) {
   std::u16string key;
   key.reserve(component.size() + 1 + package.size());

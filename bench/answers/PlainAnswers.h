@@ -10,11 +10,11 @@
 
 namespace bench::answers {
 
-/// Builds the answers as one writes it in an hour: each key is inserted where it belongs as soon as
-/// it is read.
+/// Builds the answers in the obvious way, as anyone would in an hour: each key is inserted into its
+/// container as soon as it is read.
 ///
 /// Components come first, then products, then components with files. The names of components must
-/// stay until the last product has been read.
+/// remain valid until the last product has been read.
 class PlainAnswers {
  public:
   void beginComponent(std::string_view name) {

@@ -13,10 +13,10 @@
 
 namespace bench::answers {
 
-/// Builds the answers as fast as one can with the same containers: keys are gathered flat, put in
-/// order once, and each container is built from the ordered run by appending at its end.
+/// Builds the answers as fast as possible with the same containers: collects keys in a flat list,
+/// sorts it once, and builds each container by appending sorted keys at its end.
 ///
-/// Calls come as for PlainAnswers.
+/// Calls come in the same order as for PlainAnswers.
 class TunedAnswers {
  public:
   void beginComponent(std::string_view name) {
@@ -79,7 +79,8 @@ class TunedAnswers {
     }
   }
 
-  // Each component once, by name. Keys are then in order, but where one name continues another.
+  // Keeps each component once, sorted by name. Keys are then sorted, too, except where one name
+  // continues another.
   static void order(Components& components) {
     std::sort(components.begin(), components.end(), std::less<>());
     components.erase(std::unique(components.begin(), components.end()), components.end());
@@ -108,7 +109,7 @@ class TunedAnswers {
     if (!std::is_sorted(keys_.begin(), keys_.end())) {
       std::sort(keys_.begin(), keys_.end());
     }
-    // Of equal neighbours the first is inserted.
+    // Of equal neighbors, the first is inserted.
     KeySet set;
     for (std::u16string& key : keys_) {
       set.emplace_hint(set.end(), std::move(key));

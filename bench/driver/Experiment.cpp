@@ -103,7 +103,7 @@ double Experiment::median(const Metric& metric, std::size_t place) const {
 
 double medianOf(std::vector<double> numbers) {
   if (numbers.empty()) {
-    throw std::invalid_argument("nothing has no median");
+    throw std::invalid_argument("an empty list has no median");
   }
   std::sort(numbers.begin(), numbers.end());
   const std::size_t middle = numbers.size() / 2;

@@ -10,19 +10,19 @@
 
 namespace bench::driver {
 
-/// One peer at one task on one file.
+/// One peer doing one task on one file.
 struct Contender {
   std::string peer;
   std::string task;
   std::string file;
 };
 
-/// What rows show of the runs.
+/// A property of runs that rows show.
 struct Metric {
   std::string label;
   std::string unit;
   double (*value)(const Run& run);
-  double scale;  ///< what a run's value is multiplied by
+  double scale;  ///< factor for a run's value
 };
 
 Metric milliseconds(std::string label);
@@ -32,20 +32,21 @@ Metric nanosecondsPer(std::string label, double count);
 Metric keptBytesPer(std::string label, double count);
 Metric peakBytesPer(std::string label, double count);
 
-/// Contenders that are measured alternately, round by round. The first is this library.
+/// Contenders that take turns, round by round. The first is this library.
 class Experiment {
  public:
   Experiment(std::string document, std::vector<Contender> contenders);
 
-  /// Runs every contender once a round; each round begins with another one.
+  /// Runs every contender once per round; each round starts with a different one.
   ///
-  /// \throws std::runtime_error  two contenders on one file came to different results
+  /// \throws std::runtime_error  two contenders returned different results for one file
   void run(const Worker& worker, std::size_t rounds);
 
-  /// One row: the medians of this library's runs and of those that do `task`, each in its column.
+  /// Returns one row: the median of this library's runs, and in its column the median of each
+  /// contender that does `task`.
   Row row(const Metric& metric, const std::string& task) const;
 
-  /// The median of the contender at `place`.
+  /// The median of the contender at index `place`.
   double median(const Metric& metric, std::size_t place) const;
 
  private:
@@ -53,10 +54,10 @@ class Experiment {
 
   std::string document_;
   std::vector<Contender> contenders_;
-  std::vector<std::vector<Run>> runs_;  // of each contender
+  std::vector<std::vector<Run>> runs_;  // for each contender
 };
 
-/// The middle of some numbers; of an even count, the mean of the two in the middle.
+/// The median of some numbers; for an even count, the mean of the middle two.
 double medianOf(std::vector<double> numbers);
 
 }  // namespace bench::driver

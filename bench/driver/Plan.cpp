@@ -21,7 +21,7 @@ using generate::DocumentShape;
 using generate::Family;
 
 constexpr const char* kOurs = "ours";
-// Documents up to this size are measured several times as often: chance weighs more there.
+// Documents up to this size are measured several times as often, because noise matters more there.
 constexpr std::uintmax_t kSmallBytes = std::uintmax_t{1} << 20;
 constexpr std::size_t kSmallRounds = 5;
 
@@ -87,7 +87,7 @@ class PlanRunner {
   void measurePreset(const std::string& name) {
     const generate::Preset* preset = generate::findPreset(name);
     if (preset == nullptr) {
-      throw std::invalid_argument("there is no preset " + name);
+      throw std::invalid_argument("unknown preset: " + name);
     }
     const bool isPlain = name == "small" || name == "medium" || name == "large";
     measureDocument(make(name, preset->shape), isPlain);
@@ -110,7 +110,7 @@ class PlanRunner {
     }
   }
 
-  // The contenders that can do one of the tasks on one file, this library first.
+  // Returns the contenders that can do one of the tasks on one file, this library first.
   std::vector<Contender> contenders(const std::vector<std::string>& tasks,
                                     const std::string& file) const {
     std::vector<Contender> all;
@@ -195,7 +195,7 @@ class PlanRunner {
     rows_.push_back(experiment.row(peakBytesPer(label, static_cast<double>(count)), "read"));
   }
 
-  // What twice as much needs, as a multiple of what half of it needs.
+  // Measures what doubling the input costs, as a multiple of the cost of half of it.
   void measureGrowth() {
     for (const Family& family : generate::hostileTexts()) {
       const std::size_t count = family.benchmark.count / plan_.hostileDivisor;
@@ -233,10 +233,10 @@ class PlanRunner {
     }
   }
 
-  // Each line is a task, a document, a unit and a number, with tabs between.
+  // Each line consists of task, document, unit and number, separated by tabs.
   void addMicroBenchmarks() {
     if (!std::filesystem::exists(plan_.micro)) {
-      std::cerr << "\nThe micro-benchmarks are not built and are left out.";
+      std::cerr << "\nSkipped the micro-benchmarks, which are not built.";
       return;
     }
     announce("micro-benchmarks", "this takes a while");

@@ -44,7 +44,7 @@ class Pipe {
 pid_t start(const std::vector<std::string>& command, const Pipe& output) {
   std::vector<char*> words;
   for (const std::string& word : command) {
-    words.push_back(const_cast<char*>(word.c_str()));  // not written to
+    words.push_back(const_cast<char*>(word.c_str()));  // never written to
   }
   words.push_back(nullptr);
   posix_spawn_file_actions_t actions;
@@ -89,7 +89,7 @@ std::string outputOf(const std::vector<std::string>& command) {
     for (const std::string& word : command) {
       words.append(" ").append(word);
     }
-    throw std::runtime_error("this command failed:" + words);
+    throw std::runtime_error("command failed:" + words);
   }
   return output;
 }

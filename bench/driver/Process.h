@@ -5,10 +5,10 @@
 
 namespace bench::driver {
 
-/// Runs a program to its end, in a process of its own, and returns what it wrote to its standard
-/// output. Its standard error is ours.
+/// Runs a program in its own process, waits for it and returns its standard output. Its standard
+/// error is ours.
 ///
-/// \throws std::runtime_error  the program could not be started or did not succeed
+/// \throws std::runtime_error  the program could not be started or failed
 std::string outputOf(const std::vector<std::string>& command);
 
 }  // namespace bench::driver

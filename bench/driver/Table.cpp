@@ -14,12 +14,12 @@ std::string withDecimals(double number, int decimals) {
   return text.str();
 }
 
-// Three digits that count, or all before the point.
+// Formats a number with three significant digits, or with all digits before the decimal point.
 std::string readable(double number) {
   return withDecimals(number, number < 1 ? 3 : number < 10 ? 2 : number < 100 ? 1 : 0);
 }
 
-// A text as a JSON string. \pre it holds no control characters
+// A text as a JSON string. \pre the text contains no control characters
 std::string quoted(const std::string& text) {
   std::string result = "\"";
   for (const char c : text) {

@@ -9,12 +9,12 @@
 
 namespace bench::driver {
 
-/// One line of the table: a number of ours, and of those who did the same.
+/// One row of the table: this library's number, and those of the peers that did the same task.
 class Row {
  public:
   Row(std::string task, std::string document, std::string unit, double ours);
 
-  /// Adds what a peer, given by its name, needs.
+  /// Adds a peer's number; `peer` is its name.
   void add(const std::string& peer, double theirs) { theirs_[peer] = theirs; }
 
   const std::string& task() const noexcept { return task_; }
@@ -31,8 +31,8 @@ class Row {
   std::map<std::string, double> theirs_;
 };
 
-/// Writes rows as one Markdown table with a column for each peer: what the peer needs, and in
-/// parentheses ours as a multiple of that, so that less than 1 is in our favour.
+/// Writes rows as one Markdown table with a column for each peer: the peer's number and, in
+/// parentheses, ours as a multiple of it. Less than 1 is in our favor.
 void writeMarkdown(std::ostream& out, const std::vector<PeerInfo>& peers,
                    const std::vector<Row>& rows);
 

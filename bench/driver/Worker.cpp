@@ -46,7 +46,7 @@ Worker::Worker(std::string program, Clock clock) : program_(std::move(program)),
     }
   }
   if (peers_.empty()) {
-    throw std::runtime_error(program_ + " knows no peers");
+    throw std::runtime_error(program_ + " lists no peers");
   }
 }
 

@@ -7,16 +7,16 @@
 
 namespace bench::driver {
 
-/// Numbers by name, in the order in which a worker tells them.
+/// Numbers by name, in the order in which a worker prints them.
 using Figures = std::vector<std::pair<std::string, double>>;
 
-/// What one run of a task found.
+/// The findings of one run of a task.
 struct Run {
   double seconds = 0;
   double destructionSeconds = 0;
   double keptBytes = 0;
   double peakBytes = 0;
-  std::string digest;  ///< of the tree, of the answers, or how the text ended
+  std::string digest;  ///< of the tree, of the answers, or of the outcome of reading
 };
 
 /// One of the peers that the worker was built with.
@@ -27,7 +27,7 @@ struct PeerInfo {
 
 enum class Clock { wall, cpu };
 
-/// The program that measures, started anew for everything it is asked.
+/// The program that measures, started again for every request.
 class Worker {
  public:
   Worker(std::string program, Clock clock);
@@ -35,19 +35,20 @@ class Worker {
   /// Runs one task of a peer on a file.
   Run measure(const std::string& task, const std::string& peer, const std::string& file) const;
 
-  /// Times the parts of loading a file and of asking about it.
+  /// Times the stages of loading a file and querying it.
   Figures phases(const std::string& file) const;
 
-  /// Compares the answers of all peers about a file. \throws std::runtime_error if they differ
+  /// Checks that all peers give the same answers about a file. \throws std::runtime_error if they
+  /// differ
   void verify(const std::string& file) const;
 
   /// How many packages a document describes.
   double packagesIn(const std::string& file) const;
 
-  /// The peers that are built in, this library first.
+  /// The peers that were built, this library first.
   const std::vector<PeerInfo>& peers() const noexcept { return peers_; }
 
-  /// The titles of those that were not installed.
+  /// The titles of peers that were not installed.
   const std::vector<std::string>& missingPeers() const noexcept { return missing_; }
 
   /// The clock that times are taken from.

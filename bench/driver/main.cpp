@@ -1,7 +1,7 @@
 // bench-compare: measures this library beside others and prints one table.
 //
-// Every measurement is a process of its own, because memory that was used before is cheaper than
-// new memory. In each round the peers take turns; what is shown are medians over the rounds.
+// Every measurement runs in its own process, because memory that was used before is cheaper than
+// new memory. In each round the peers take turns; the table shows medians over the rounds.
 
 #include <ctime>
 #include <exception>
@@ -28,8 +28,8 @@ using bench::driver::Worker;
 
 constexpr std::size_t kRounds = 7;
 
-// What --quick leaves: of the presets, of the tasks, of the rounds, and of hostile texts one part
-// in so many. Documents given by name have the first tasks.
+// The limits of --quick: how many presets, tasks and rounds, and the divisor for the sizes of
+// hostile texts. Documents given by name get the first kFileTasks tasks.
 constexpr std::size_t kQuickPresets = 2;
 constexpr std::size_t kQuickTasks = 5;
 constexpr std::size_t kQuickRounds = 3;
@@ -54,12 +54,12 @@ std::string processor() {
 
 void writeCircumstances(std::ostream& out, const Plan& plan, const Worker& worker, Clock clock) {
   const std::time_t now = std::time(nullptr);
-  // The first line of the table tells the versions of the peers.
+  // The header row of the table shows the versions of the peers.
   out << std::put_time(std::gmtime(&now), "%Y-%m-%d") << ", " << processor() << ", " << kCompiler
       << ", medians of " << plan.rounds << " rounds, "
       << (clock == Clock::wall ? "elapsed time" : "processor time") << ".\n";
   for (const std::string& title : worker.missingPeers()) {
-    out << title << " is not installed and was left out.\n";
+    out << title << " is not installed and was skipped.\n";
   }
   out << '\n';
 }
@@ -73,20 +73,20 @@ int run(int argc, char** argv) {
   bool isQuick = false;
   bool json = false;
 
-  CLI::App app("Measures this library beside others, each measurement in a process of its own.",
+  CLI::App app("Compare this library with others; each measurement runs in its own process.",
                "bench-compare");
-  app.add_option("files", plan.files, "documents to measure in place of generated ones")
+  app.add_option("files", plan.files, "documents to measure instead of generated ones")
       ->check(CLI::ExistingFile);
-  app.add_flag("--quick", isQuick, "small and medium documents, few rounds, few levels");
-  app.add_option("--presets", plan.presets, "generated documents, with commas between")
+  app.add_flag("--quick", isQuick, "only small and medium documents, few rounds, few levels");
+  app.add_option("--presets", plan.presets, "generated documents, separated by commas")
       ->delimiter(',');
-  app.add_option("--tasks", plan.tasks, "what to measure, with commas between")
+  app.add_option("--tasks", plan.tasks, "what to measure, separated by commas")
       ->delimiter(',')
       ->check(CLI::IsMember(allTasks));
   app.add_option("--rounds", plan.rounds, "rounds; five times as many for a small document")
       ->check(CLI::PositiveNumber);
-  app.add_option("--documents", plan.documents, "the folder for generated documents");
-  app.add_option("--clock", clock, "wall or cpu: cpu, if others use the machine")
+  app.add_option("--documents", plan.documents, "folder for generated documents");
+  app.add_option("--clock", clock, "wall or cpu; use cpu if the machine is shared")
       ->transform(CLI::CheckedTransformer(
           std::map<std::string, Clock>{{"wall", Clock::wall}, {"cpu", Clock::cpu}}));
   app.add_flag("--json", json, "write JSON instead of Markdown");

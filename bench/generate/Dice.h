@@ -7,13 +7,13 @@
 
 namespace bench::generate {
 
-/// Chance that is the same everywhere: the numbers depend on the seed and on nothing else, no
-/// library's distributions included.
+/// Random numbers that are the same everywhere: they depend only on the seed, not on the
+/// distributions of any library.
 class Dice {
  public:
   explicit Dice(std::uint64_t seed) noexcept : state_(seed) {}
 
-  /// The next 64 bits.
+  /// Returns the next 64 bits.
   std::uint64_t next() noexcept {
     state_ += 0x9E3779B97F4A7C15U;
     std::uint64_t bits = state_;
@@ -22,10 +22,10 @@ class Dice {
     return bits ^ (bits >> 31);
   }
 
-  /// A number below `limit`. \pre limit is not 0
+  /// Returns a number below `limit`. \pre limit is not 0
   std::uint64_t below(std::uint64_t limit) noexcept { return next() % limit; }
 
-  /// One element of an array or a vector. \pre it is not empty
+  /// Returns one element of an array or a vector. \pre it is not empty
   template <class List>
   const auto& pick(const List& list) noexcept {
     return list[static_cast<std::size_t>(below(list.size()))];
@@ -38,7 +38,8 @@ class Dice {
     }
   }
 
-  /// `count` different numbers below `limit`, in random order; all of them if there are no more.
+  /// Returns `count` different numbers below `limit` in random order, or all of them if there are
+  /// fewer.
   std::vector<std::size_t> distinct(std::size_t count, std::size_t limit) {
     std::vector<std::size_t> numbers(limit);
     for (std::size_t i = 0; i < limit; ++i) {

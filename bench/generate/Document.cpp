@@ -41,7 +41,8 @@ class DocumentWriter {
  private:
   using Numbers = std::vector<std::size_t>;
 
-  // Writes members in random order: the key of each, then what `writeValue` does with its number.
+  // Writes members in random order: the key of each, then whatever `writeValue` writes for its
+  // number.
   template <class WriteValue>
   void inRandomOrder(std::initializer_list<const char*> keys, WriteValue writeValue) {
     for (const std::size_t number : dice_.distinct(keys.size(), keys.size())) {
@@ -50,7 +51,7 @@ class DocumentWriter {
     }
   }
 
-  // A whole number of 3 to 11 digits.
+  // Returns a whole number of 3 to 11 digits.
   std::uint64_t size() {
     std::uint64_t low = 100;
     for (std::uint64_t digits = dice_.below(9); digits != 0; --digits) {
@@ -143,7 +144,7 @@ class DocumentWriter {
     json_.endObject();
   }
 
-  // Replaces a tenth of the numbers by others below the number of components and shuffles them.
+  // Replaces a tenth of the numbers by others below the number of components, and shuffles them.
   Numbers mostlyTheSame(Numbers numbers) {
     std::vector<bool> isUsed(components_.size());
     for (const std::size_t number : numbers) {

@@ -9,29 +9,29 @@
 
 namespace bench::generate {
 
-/// What is counted in an update metadata document. Equal shapes give equal bytes.
+/// The counts that describe an update metadata document. Equal shapes give equal bytes.
 struct DocumentShape {
   std::size_t products = 0;
   std::size_t components = 0;            ///< components described in "components"
-  std::size_t packages = 0;              ///< packages of each, to delete, and as many to extract
+  std::size_t packages = 0;              ///< packages to delete of each, and as many to extract
   std::size_t componentsPerProduct = 0;  ///< components named by each product, on each side
   std::size_t fileComponents = 0;        ///< components with single files to delete
-  std::size_t files = 0;                 ///< files to delete in each package of these
-  std::size_t repeats = 1;               ///< how often each product's lists are written over
+  std::size_t files = 0;                 ///< files to delete in each of their packages
+  std::size_t repeats = 1;               ///< how often each product's lists are repeated
   std::uint64_t seed = 1;
   std::size_t indent = 0;      ///< blanks per level; 0 for the compact form
-  std::size_t pathBytes = 62;  ///< about how long the path of a file is
+  std::size_t pathBytes = 62;  ///< approximate length of a file's path
   NameStyle names = NameStyle::words;
 };
 
 /// Writes one valid update metadata document.
 ///
-/// Members of every object stand in random order; names are unique in their object. About nine in
-/// ten names are the same on both sides, to delete and to extract, of a component and of a product.
-/// One component in 200 that a product names is described nowhere.
+/// The members of every object are in random order and have unique names. About nine in ten names
+/// are the same on both sides, to delete and to extract, of a component and of a product. One in
+/// 200 of the components that a product names is described nowhere.
 void writeDocument(const DocumentShape& shape, const TextSink& sink);
 
-/// The same as one text.
+/// Returns the same as one text.
 std::string makeDocument(const DocumentShape& shape);
 
 }  // namespace bench::generate

@@ -10,7 +10,8 @@ namespace {
 
 using test_support::HashCollisions;
 
-// A table of products. The base code of a row is its name, and so is its controlling product.
+// A table of products. The base code of each row equals its name, and so does its controlling
+// product.
 template <class Name, class Number>
 std::string table(std::size_t rows, const Name& name, const Number& number) {
   std::string text = "base code\tname\tnumber\tcontrolling product\n";
@@ -30,7 +31,7 @@ std::size_t plainNumber(std::size_t row) {
   return row;
 }
 
-// Names and numbers that nobody has chosen.
+// Names and numbers that nothing makes collide.
 std::string productRows(std::size_t rows) {
   return table(rows, plainName, plainNumber);
 }

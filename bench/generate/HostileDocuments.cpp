@@ -72,7 +72,7 @@ std::string manyProducts(std::size_t size) {
                   "");
 }
 
-// As many products as components as packages of each.
+// Equal numbers of products, components per product and packages per component.
 std::string productsTimesComponentsTimesPackages(std::size_t size) {
   const auto side = static_cast<std::size_t>(std::lround(std::cbrt(static_cast<double>(size))));
   return document(
@@ -81,7 +81,7 @@ std::string productsTimesComponentsTimesPackages(std::size_t size) {
       "");
 }
 
-// A component name of n bytes before each of 2n packages.
+// A component name of n bytes in front of each of 2n packages.
 std::string longComponentName(std::size_t size) {
   const auto bytes =
       static_cast<std::size_t>(std::lround(std::sqrt(static_cast<double>(size) / 2)));

@@ -8,7 +8,7 @@ namespace bench::generate {
 namespace {
 
 // -------------------------------------------------------------------------------------------------
-// Texts; sizes are about their bytes
+// Texts; the size is about the number of bytes
 
 std::string nestedArrays(std::size_t size) {
   return std::string(size / 2, '[') + std::string(size / 2, ']');
@@ -81,7 +81,7 @@ std::string cutOffString(std::size_t size) {
 
 constexpr std::size_t kEscapeBytes = 6;
 
-// One string of units from U+0080 on, one in 16 of them the first of a surrogate pair.
+// One string of units from U+0080, one in 16 of them the first half of a surrogate pair.
 std::string escapes(std::size_t size) {
   const std::size_t units = size / kEscapeBytes;
   constexpr std::string_view kDigits = "0123456789abcdef";
@@ -173,7 +173,8 @@ const std::vector<Family>& hostileTexts() {
        kMegabyte,
        {"level", 1, 16'000'000}},
       {"cut-off-mixture", "brackets and braces that are never closed", cutOffMixture},
-      {"fault-at-the-end", "arrays in arrays, the last bracket another", nestingWithAFaultAtTheEnd},
+      {"fault-at-the-end", "arrays in arrays, with a wrong last bracket",
+       nestingWithAFaultAtTheEnd},
       {"ascending-keys", "keys in ascending order", ascendingKeys},
       {"descending-keys",
        "keys in descending order",
@@ -181,7 +182,7 @@ const std::vector<Family>& hostileTexts() {
        32 * kKilobyte,
        kMegabyte,
        {"member", kMemberBytes, 1'000'000}},
-      {"shuffled-keys", "keys in no order", shuffledKeys},
+      {"shuffled-keys", "keys in random order", shuffledKeys},
       {"equal-keys",
        "the same key over and over",
        equalKeys,
@@ -205,7 +206,7 @@ const std::vector<Family>& hostileTexts() {
       {"fraction-digits", "one number with a fraction", fractionDigits, 128 * kKilobyte},
       {"small-numbers", "numbers of one digit", smallNumbers},
       {"empty-containers", "empty arrays and objects", emptyContainers},
-      {"types", "many types behind one payload, of alternating signs", typesBehindAPayload},
+      {"types", "many types after one payload, of alternating signs", typesBehindAPayload},
       {"payloads", "many payloads before their types", payloadsWithTypes},
   };
   return all;

@@ -8,10 +8,10 @@
 
 namespace bench::generate {
 
-/// Takes the pieces of a text, in order.
+/// Receives the pieces of a text, in order.
 using TextSink = std::function<void(std::string_view)>;
 
-/// Writes the punctuation of JSON, compact or indented, and hands the text on in large pieces.
+/// Writes the punctuation of JSON, compact or indented, and passes the text on in large pieces.
 class JsonWriter {
  public:
   /// \param indent  blanks per level; 0 writes the compact form
@@ -25,25 +25,26 @@ class JsonWriter {
   void beginArray() { open('['); }
   void endArray() { close(']'); }
 
-  /// The key of the next value. `key` stands between the quotes as it is; so does string()'s text.
+  /// Writes the key of the next value. `key` is written between the quotes verbatim; so is
+  /// string()'s text.
   void key(std::string_view key);
   void string(std::string_view text);
   void number(std::uint64_t number);
   void boolean(bool truth);
 
-  /// A member whose value is a string.
+  /// Writes a member whose value is a string.
   void member(std::string_view name, std::string_view text) {
     key(name);
     string(text);
   }
 
-  /// A member whose value is a number.
+  /// Writes a member whose value is a number.
   void member(std::string_view name, std::uint64_t value) {
     key(name);
     number(value);
   }
 
-  /// Hands on what is left. The text ends with its last bracket: no line feed follows.
+  /// Passes on the rest. The text ends with its last bracket; no line feed follows.
   void finish();
 
  private:
@@ -55,8 +56,8 @@ class JsonWriter {
   TextSink sink_;
   std::size_t indent_;
   std::size_t depth_ = 0;
-  bool first_ = true;      // nothing stands before this in the innermost container
-  bool afterKey_ = false;  // the next value follows its colon
+  bool first_ = true;      // the innermost container is still empty
+  bool afterKey_ = false;  // a key was written, its value is next
   std::string text_;
 };
 

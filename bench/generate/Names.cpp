@@ -76,7 +76,7 @@ std::string letters(std::size_t number) {
   return text;
 }
 
-// The same text with each UTF-16 unit beyond ASCII as an escape.
+// The text with each UTF-16 unit beyond ASCII written as an escape.
 std::string escaped(Word text) {
   constexpr Word kDigits = "0123456789abcdef";
   std::string result;
@@ -96,7 +96,7 @@ std::string escaped(Word text) {
 }  // namespace
 
 std::vector<std::string> componentNames(NameStyle style, std::size_t count) {
-  // Numbers of one width: no name is another one's beginning, so that no two keys are equal.
+  // Fixed-width numbers: no name is a prefix of another, so no two keys are equal.
   const std::size_t width = widthOf(count);
   std::vector<std::string> names;
   names.reserve(count);
@@ -163,7 +163,7 @@ std::string productName(NameStyle style, std::size_t number) {
 }
 
 std::string filePath(Dice& dice, std::size_t serial, std::size_t bytes) {
-  // What a name takes of a path: stem, number, suffix.
+  // How many bytes of a path a name takes: stem, number and suffix.
   constexpr std::size_t kNameBytes = 30;
   constexpr std::size_t kSerialDigits = 7;
   const std::uint64_t kind = dice.below(64);

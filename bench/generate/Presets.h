@@ -14,10 +14,10 @@ struct Preset {
   DocumentShape shape;
 };
 
-/// small, medium, large, shared and repeated, in this order.
+/// The presets small, medium, large, shared and repeated, in this order.
 const std::vector<Preset>& presets();
 
-/// The preset of that name; null if there is none.
+/// Returns the preset with that name, or null.
 const Preset* findPreset(std::string_view name);
 
 }  // namespace bench::generate

@@ -7,19 +7,19 @@
 
 namespace bench::generate {
 
-/// A number of many digits, so that numbers and their texts have one order.
+/// A number padded to nine digits, so that texts sort as the numbers do.
 inline std::string nineDigits(std::size_t number) {
   std::string digits = std::to_string(number);
   digits.insert(0, 9 - std::min<std::size_t>(9, digits.size()), '0');
   return digits;
 }
 
-/// Numbers in no order, each another for `index` below 999,999,937.
+/// Maps each `index` below 999,999,937 to a different number, in scrambled order.
 inline std::size_t shuffled(std::size_t index) {
   return index * 618'033'989 % 999'999'937;
 }
 
-/// Calls `part` with 0 to `count` - 1 and joins the results by commas.
+/// Calls `part` with 0 to `count` - 1 and joins the results with commas.
 template <class Part>
 std::string joined(std::size_t count, const Part& part) {
   std::string text;
@@ -29,7 +29,7 @@ std::string joined(std::size_t count, const Part& part) {
   return text;
 }
 
-/// The piece, so many times.
+/// Returns `piece` repeated `count` times.
 inline std::string repeated(std::string_view piece, std::size_t count) {
   std::string text;
   text.reserve(piece.size() * count);

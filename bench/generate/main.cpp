@@ -48,7 +48,7 @@ std::vector<std::string> namesOfFamilies() {
   return names;
 }
 
-// One count of the shape: taken from the preset unless the option is given.
+// One count of the shape, taken from the preset unless the option is given.
 struct Count {
   const char* option;
   const char* help;
@@ -61,12 +61,12 @@ constexpr Count kCounts[] = {
     {"--packages", "packages of each component, on each side", &DocumentShape::packages},
     {"--components-per-product", "components named by each product, on each side",
      &DocumentShape::componentsPerProduct},
-    {"--file-components", "components with files to delete (default: a quarter)",
+    {"--file-components", "components with files to delete (default: a quarter of all)",
      &DocumentShape::fileComponents},
-    {"--files", "files to delete of each package there", &DocumentShape::files},
-    {"--repeats", "how often each product's lists are written over", &DocumentShape::repeats},
+    {"--files", "files to delete in each of their packages", &DocumentShape::files},
+    {"--repeats", "how often each product's lists are repeated", &DocumentShape::repeats},
     {"--indent", "blanks per level; 0 for the compact form", &DocumentShape::indent},
-    {"--path-bytes", "about how long paths are", &DocumentShape::pathBytes},
+    {"--path-bytes", "approximate length of paths", &DocumentShape::pathBytes},
 };
 
 void write(const Options& options, std::ostream& out) {
@@ -92,7 +92,7 @@ void write(const Options& options, std::ostream& out) {
 int run(int argc, char** argv) {
   Options options;
   DocumentShape given;
-  CLI::App app("Writes one update metadata document, the same bytes for the same options.",
+  CLI::App app("Write one update metadata document; the same options give the same bytes.",
                "bench-generate");
   app.add_option("--preset", options.preset, "counts to start from")
       ->check(CLI::IsMember(namesOf(bench::generate::presets())))
@@ -101,16 +101,17 @@ int run(int argc, char** argv) {
   for (const Count& count : kCounts) {
     counts.push_back(app.add_option(count.option, given.*count.field, count.help));
   }
-  CLI::Option* seed = app.add_option("--seed", given.seed, "another document of the same shape");
+  CLI::Option* seed =
+      app.add_option("--seed", given.seed, "seed for another document of the same shape");
   const std::map<std::string, NameStyle> styles = {
       {"words", NameStyle::words}, {"letters", NameStyle::letters}, {"wide", NameStyle::wide}};
   CLI::Option* names = app.add_option("--names", given.names, "words, letters or wide")
                            ->transform(CLI::CheckedTransformer(styles));
-  app.add_option("--hostile", options.hostile, "a text that is hard on a reader instead")
+  app.add_option("--hostile", options.hostile, "write a text that is hard on a reader instead")
       ->check(CLI::IsMember(namesOfFamilies()));
   app.add_option("--count", options.count,
-                 "how many levels, members, escapes or, for others, its size");
-  app.add_option("-o,--output", options.output, "the file to write (default: standard output)");
+                 "number of levels, members or escapes; for others, the size");
+  app.add_option("-o,--output", options.output, "file to write (default: standard output)");
   CLI11_PARSE(app, argc, argv);
 
   options.shape = bench::generate::findPreset(options.preset)->shape;

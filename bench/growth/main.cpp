@@ -1,14 +1,14 @@
 // bench-growth: gives the library one input of a family, for scripts/check/growth.
 //
 //     bench-growth list
-//         Prints of each family: its name, the size to start with, the size of a megabyte.
+//         Prints for each family its name, the size to start with and the size of a megabyte.
 //     bench-growth run FAMILY SIZE
-//         Reads the text, or loads, queries and destroys the document, or looks the products up,
-//         and prints: the bytes of the text, the elements of the model, the entries of the answers,
-//         nanoseconds of processor time, the peak of memory in bytes.
+//         Reads the text; or loads, queries and destroys the document; or looks up the products.
+//         Prints the bytes of the text, the elements of the model, the entries of the answers,
+//         nanoseconds of processor time and the peak memory in bytes.
 //
-// Everything that counts happens inside functions whose names begin with "measured", so that a tool
-// that counts instructions can leave out the rest.
+// All measured work happens in functions whose names begin with "measured", so that a tool that
+// counts instructions can ignore the rest.
 
 #include <unistd.h>
 
@@ -47,7 +47,7 @@ using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
 
-// What the work is measured by, beside the bytes of the text.
+// The amount of work apart from the bytes of the text.
 struct Work {
   std::size_t elements = 0;
   std::size_t entries = 0;
@@ -96,7 +96,7 @@ std::size_t countElements(const UpdateMetaDataHandler& handler) {
   return count;
 }
 
-// A key counts by its length: once, and once more for each of these units that it has.
+// A key counts once, and once more for every so many units of its length.
 constexpr std::size_t kUnitsOfAnEntry = 16;
 
 std::size_t entryOf(const std::u16string& key) {
@@ -132,7 +132,7 @@ extern "C" {
     const foundation::json::Value value =
         foundation::json::parseJsonText(std::move(text), hasComments);
   } catch (const std::exception&) {
-    // A refused text counts as well.
+    // A rejected text counts as well.
   }
 }
 
@@ -151,7 +151,7 @@ extern "C" {
   }
 }
 
-// Reads a table of products and looks each of them up by all that it has.
+// Reads a table of products and looks each of them up by name, base code and number.
 [[gnu::noinline]] void measuredCatalogue(const std::u16string& path,
                                          const std::vector<std::u16string>& names,
                                          std::size_t& entries) {
@@ -190,7 +190,7 @@ void print(std::size_t bytes, const Work& work, const bench::peers::Probe& probe
             << probe.findings().peakBytes + static_cast<std::int64_t>(bytes) << '\n';
 }
 
-// Calls `action` with the path of a file of that text, which is gone afterwards.
+// Calls `action` with the path of a file containing the text, and removes the file afterwards.
 template <class Action>
 void withFile(const std::string& text, const Action& action) {
   const auto path = std::filesystem::temp_directory_path() /
@@ -200,7 +200,7 @@ void withFile(const std::string& text, const Action& action) {
   std::filesystem::remove(path);
 }
 
-// The second field of each line behind the first.
+// The second field of each line after the first.
 std::vector<std::u16string> namesOf(const std::string& table) {
   std::vector<std::u16string> names;
   std::istringstream lines(table);

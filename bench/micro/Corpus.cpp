@@ -18,7 +18,7 @@ std::string textOf(const std::string& preset) {
   return generate::makeDocument(generate::findPreset(preset)->shape);
 }
 
-// Takes its text from memory.
+// Reads its text from memory.
 class TextParser : public peers::IdentityParser {
  public:
   explicit TextParser(std::string text) : IdentityParser(u""), text_(std::move(text)) {}

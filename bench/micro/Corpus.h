@@ -9,11 +9,11 @@
 
 namespace bench::micro {
 
-/// Makes the document of a preset and loads it. Nothing is kept from call to call.
+/// Makes the document of a preset and loads it. Keeps nothing between calls.
 std::shared_ptr<install::update_metadata_parser::UpdateMetaData> loadPreset(
     const std::string& preset);
 
-/// What the reader hands to the handler for the products of one document.
+/// The arguments that the reader passes to the handler for the products of one document.
 struct ProductCalls {
   struct Call {
     std::u16string name;
@@ -23,12 +23,12 @@ struct ProductCalls {
   std::vector<Call> calls;
   install::update_metadata_parser::UpdateMetaDataHandler::PkgsToDelete pkgsToDelete;
   install::update_metadata_parser::UpdateMetaDataHandler::PkgsToExtract pkgsToExtract;
-  std::size_t packageElements = 0;  ///< how many elements of packages the calls make
+  std::size_t packageElements = 0;  ///< how many package elements the calls make
 };
 
 ProductCalls productCallsOf(const std::string& preset);
 
-/// Gives memory that is free back to the system, so that what comes next touches new memory.
+/// Returns free memory to the system, so that later allocations touch new memory.
 void forgetFreeMemory();
 
 }  // namespace bench::micro

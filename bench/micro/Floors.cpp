@@ -1,4 +1,4 @@
-// FLOORS: what remains if nothing but the unavoidable is done.
+// FLOORS: the cost of the unavoidable work alone.
 
 #include <cstdio>
 #include <filesystem>
@@ -24,7 +24,7 @@ using answers::KeySet;
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 
-// A document in a file of its own, removed at the end.
+// A document in a temporary file, removed at the end.
 class DocumentFile {
  public:
   explicit DocumentFile(const char* preset)
@@ -77,7 +77,7 @@ KeySet setOf(const Keys& keys) {
   return set;
 }
 
-// The answers as flat lists in order, from which the containers are built by appending.
+// The answers as sorted flat lists, from which the containers are built by appending.
 class ReadyAnswers {
  public:
   explicit ReadyAnswers(const Answers& answers)
@@ -136,7 +136,7 @@ ReadyAnswers readyAnswersOf(const std::string& preset) {
   return ReadyAnswers(answersOf(preset));
 }
 
-// `isWarm` leaves the memory of the round before in place.
+// With `isWarm`, the memory of the previous round stays allocated.
 void buildContainers(benchmark::State& state, const char* preset, bool isWarm) {
   const ReadyAnswers& ready = once<readyAnswersOf>(preset);
   for (auto _ : state) {
@@ -164,7 +164,7 @@ void destroyContainers(benchmark::State& state, const char* preset) {
   }
 }
 
-// The two tables of packages by component, from flat lists in order.
+// The two tables of packages by component, from sorted flat lists.
 class ReadyTables {
  public:
   explicit ReadyTables(const ProductCalls& products) {

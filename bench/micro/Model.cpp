@@ -26,7 +26,7 @@ void fill(const UpdateMetaDataHandler& handler, const ProductCalls& products) {
 }
 
 // Measures making the elements of *shared*: `make` makes something empty, `fill` fills it. Counts
-// what each package takes, with its share of what stands above it.
+// the memory of each package, including its share of the elements above it.
 template <class Make, class Fill>
 void measureMaking(benchmark::State& state, Make make, Fill fillIt) {
   const ProductCalls& products = once<productCallsOf>("shared");
@@ -64,8 +64,8 @@ void destroyElements(benchmark::State& state) {
   }
 }
 
-// What one would write without a model: an object of its own for each package, which holds its name
-// and is counted.
+// The obvious form without a model: a reference-counted object for each package that contains its
+// name.
 struct PlainPackage {
   explicit PlainPackage(const std::u16string& itsName) : name(itsName) {}
 

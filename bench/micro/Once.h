@@ -5,8 +5,8 @@
 
 namespace bench::micro {
 
-/// What `Make` makes for a preset: made at the first call and kept, because a benchmark is called
-/// several times.
+/// Returns what `Make` makes for a preset. It is made at the first call and kept, because a
+/// benchmark is called several times.
 template <auto Make>
 const auto& once(const std::string& preset) {
   static std::map<std::string, decltype(Make(preset))> made;

@@ -1,4 +1,4 @@
-// QUERY: each of the six, on a loaded document, the result's destruction not included.
+// QUERY: each of the six on a loaded document, without the destruction of the result.
 
 #include <utility>
 
@@ -13,7 +13,7 @@ namespace {
 
 using install::update_metadata_parser::UpdateMetaData;
 
-// Asks over and over, each time in new memory.
+// Runs a query over and over, each time in new memory.
 template <class Query>
 void ask(benchmark::State& state, const char* preset, Query query) {
   const std::shared_ptr<UpdateMetaData>& metaData = once<loadPreset>(preset);
@@ -29,7 +29,7 @@ void ask(benchmark::State& state, const char* preset, Query query) {
   }
 }
 
-// A product that both documents have.
+// A product that both documents contain.
 constexpr const char16_t* kProduct = u"core runtime product 000";
 
 template <class Query>

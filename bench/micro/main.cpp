@@ -1,8 +1,8 @@
 // bench-micro: single operations of this library, and the floors below them.
 //
-// With --rows=wall or --rows=cpu, each median on that clock is a line of task, document, unit and
-// number, with tabs between, for bench-compare; otherwise Google Benchmark's own options and
-// output.
+// With --rows=wall or --rows=cpu, prints each median on that clock as a line of task, document,
+// unit and number, separated by tabs, for bench-compare. Otherwise accepts Google Benchmark's own
+// options and prints its output.
 
 #include <iostream>
 #include <string>
@@ -29,7 +29,7 @@ class RowReporter : public benchmark::BenchmarkReporter {
       if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") {
         continue;
       }
-      // The task and the document stand in the name, with a tab between.
+      // The name consists of task and document, separated by a tab.
       const std::string& name = run.run_name.function_name;
       const double time = usesWallClock_ ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
       printRow(name, benchmark::GetTimeUnitString(run.time_unit), time);

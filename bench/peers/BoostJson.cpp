@@ -1,4 +1,4 @@
-// Boost.JSON: values in a monotonic resource, which is the fast way it offers.
+// Boost.JSON: values in a monotonic resource, its fast mode.
 
 #include <memory>
 #include <optional>

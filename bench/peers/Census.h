@@ -6,7 +6,8 @@
 
 namespace bench::peers {
 
-/// What a value tree holds, whatever the order: two readers of one text must agree on it.
+/// Counts and sums over a value tree that do not depend on order: two readers of one text must
+/// agree on them.
 class Census {
  public:
   void addValue() noexcept { ++values_; }

@@ -22,7 +22,7 @@ class IdentityHandler : public install::update_metadata_parser::UpdateMetaDataHa
   }
 };
 
-/// A parser whose documents are kept by such handlers.
+/// A parser that fills such handlers.
 class IdentityParser : public install::update_metadata_parser::UpdateMetaDataJsonParser {
  public:
   using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;

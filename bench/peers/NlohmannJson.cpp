@@ -1,4 +1,4 @@
-// nlohmann/json: the tree of ordered maps that most would take first.
+// nlohmann/json: its default tree of ordered maps.
 
 #include <nlohmann/json.hpp>
 
@@ -59,13 +59,13 @@ std::uint64_t parse(const std::string& path, Probe& probe) {
 
 std::uint64_t read(const std::string& path, Probe& probe) {
   const std::string text = readFile(path);
-  std::uint64_t size = kRefused;
+  std::uint64_t size = kRejected;
   probe.task([&] {
     try {
       const nlohmann::json tree = nlohmann::json::parse(text);
       size = tree.is_string() ? Tree::text(tree).size() : tree.size();
     } catch (const nlohmann::json::parse_error&) {
-      size = kRefused;
+      size = kRejected;
     }
   });
   return size;

@@ -10,37 +10,37 @@
 
 namespace bench::peers {
 
-/// One way from a file to a tree of values, and to answers. An operation that a way does not have
-/// is null.
+/// One way from a file to a tree of values, and to answers. An operation that it lacks is null.
 struct Peer {
-  std::string_view name;   ///< as the worker is told it
-  std::string_view title;  ///< as tables show it
+  std::string_view name;   ///< name in the worker's arguments
+  std::string_view title;  ///< title in tables
 
-  /// Reads the file outside of the probe, measures text to tree, then the tree's destruction, and
+  /// Reads the file outside the probe, measures text to tree and then the tree's destruction, and
   /// returns the census of the tree.
   std::uint64_t (*parse)(const std::string& path, Probe& probe);
 
-  /// Reads the file outside of the probe, measures reading and destroying its text however deep or
-  /// wrong it is, and returns the number of elements or members at the top, or kRefused.
+  /// Reads the file outside the probe, measures reading and destroying its text however deep or
+  /// wrong it is, and returns the number of elements or members at the top, or kRejected.
   std::uint64_t (*read)(const std::string& path, Probe& probe);
 
-  /// File to answers, everything else destroyed at the end: by insertion, and in the tuned form.
+  /// File to answers, with everything else destroyed at the end: by insertion, and in the tuned
+  /// form.
   answers::Answers (*load)(const std::string& path);
   answers::Answers (*loadTuned)(const std::string& path);
 };
 
-constexpr std::uint64_t kRefused = ~std::uint64_t{0};
+constexpr std::uint64_t kRejected = ~std::uint64_t{0};
 
-/// This library, then those that were found when the benchmarks were built.
+/// This library, then the peers that were found when the benchmarks were built.
 const std::vector<Peer>& peers();
 
-/// The titles of those that were not.
+/// The titles of the peers that were not found.
 const std::vector<std::string_view>& missingPeers();
 
-/// The peer of that name. \throws std::invalid_argument if there is none
+/// Returns the peer with that name. \throws std::invalid_argument if there is none
 const Peer& peerOf(std::string_view name);
 
-/// Reads a file at once into a text that has room for it and not more.
+/// Reads a file at once into a text with exactly enough capacity.
 std::string readFile(const std::string& path);
 
 }  // namespace bench::peers

@@ -58,7 +58,7 @@ const Peer& peerOf(std::string_view name) {
   const auto found = std::find_if(peers().begin(), peers().end(),
                                   [&](const Peer& peer) { return peer.name == name; });
   if (found == peers().end()) {
-    throw std::invalid_argument("there is no peer " + std::string(name));
+    throw std::invalid_argument("unknown peer: " + std::string(name));
   }
   return *found;
 }

@@ -2,7 +2,7 @@
 
 #include "peers/Peer.h"
 
-// One function for each source file of this folder that makes a peer.
+// One function for each source file in this folder that defines a peer.
 
 namespace bench::peers {
 

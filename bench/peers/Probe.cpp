@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int64_t kBytesPerKilobyte = 1024;
 
-// The number after the first word `name`, which is in kilobytes, as bytes.
+// Returns the number after the word `name`, which is in kilobytes, in bytes.
 std::int64_t kilobytesOf(const char* path, const std::string& name) {
   std::ifstream list(path);
   std::string word;
@@ -20,13 +20,13 @@ std::int64_t kilobytesOf(const char* path, const std::string& name) {
       return kilobytes * kBytesPerKilobyte;
     }
   }
-  throw std::runtime_error(std::string(path) + " does not tell " + name);
+  throw std::runtime_error(std::string(path) + " does not contain " + name);
 }
 
 }  // namespace
 
 std::int64_t residentBytes() {
-  // Counted page by page: the quick figures of other files may lag behind by some.
+  // Counted page by page: the cached figures in other files may lag behind.
   return kilobytesOf("/proc/self/smaps_rollup", "Rss:");
 }
 

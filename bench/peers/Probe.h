@@ -6,24 +6,24 @@
 
 namespace bench::peers {
 
-/// Memory of this process that lies in RAM, in bytes.
+/// Resident memory of this process in bytes.
 std::int64_t residentBytes();
 
-/// The most memory of this process that ever lay in RAM since resetPeak(), in bytes.
+/// The peak resident memory of this process since resetPeak(), in bytes.
 std::int64_t peakResidentBytes();
 
-/// Forgets earlier peaks, where the system allows it.
+/// Forgets earlier peaks if the system allows it.
 void resetPeak();
 
-/// What one measurement found.
+/// The result of one measurement.
 struct Findings {
   Duration task;
-  Duration destruction;        ///< of what the task left, where that is measured
-  std::int64_t keptBytes = 0;  ///< what the task left in memory, above what was there before
-  std::int64_t peakBytes = 0;  ///< the most memory in use during the task, above the same
+  Duration destruction;        ///< of the task's result, if measured
+  std::int64_t keptBytes = 0;  ///< memory held after the task, beyond that before it
+  std::int64_t peakBytes = 0;  ///< peak memory during the task, beyond that before it
 };
 
-/// Measures one task in a process that has done nothing before.
+/// Measures one task in a process that has done nothing else.
 class Probe {
  public:
   /// Runs and measures the task.
@@ -36,7 +36,7 @@ class Probe {
     findings_.peakBytes = peakResidentBytes() - before;
   }
 
-  /// Runs the destruction of what the task left and measures its time.
+  /// Destroys the task's result and measures the time.
   template <class Task>
   void destruction(Task task) {
     findings_.destruction = durationOf(task);

@@ -1,4 +1,4 @@
-// simdjson, its tree: a parser made for the text, and elements that point into its tape.
+// simdjson's tree: a parser created for the text, and elements that point into its tape.
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-// simdjson on demand: no tree, each value is read where it stands when it is asked for.
+// simdjson on demand: no tree; each value is parsed when it is requested.
 
 #include <memory>
 
@@ -89,8 +89,8 @@ void readPackageWithFiles(ondemand::field package, Builder& builder) {
   builder.endPackageWithFiles();
 }
 
-// Members may stand in any order: each look-up goes on from the last one and comes round again, by
-// leaps over what it does not look for.
+// Members may be in any order: each look-up continues after the last one, wraps around, and skips
+// other members quickly.
 template <class Builder>
 answers::Answers load(const std::string& path) {
   const simdjson::padded_string text = simdjson::padded_string::load(path);

@@ -5,13 +5,13 @@
 
 namespace bench::peers {
 
-/// Time that something took: on the clock on the wall, and on this process's own.
+/// The time that something took, by the wall clock and by this process's processor clock.
 struct Duration {
   double wallSeconds = 0;
   double cpuSeconds = 0;
 };
 
-/// Tells how long `task` takes.
+/// Measures how long `task` takes.
 template <class Task>
 Duration durationOf(Task&& task) {
   const std::clock_t cpu = std::clock();

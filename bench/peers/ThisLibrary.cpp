@@ -67,19 +67,19 @@ std::uint64_t sizeAtTheTop(const foundation::json::Value& tree) {
 
 std::uint64_t read(const std::string& path, Probe& probe) {
   std::string text = readFile(path);
-  std::uint64_t size = kRefused;
+  std::uint64_t size = kRejected;
   probe.task([&] {
     try {
       size = sizeAtTheTop(foundation::json::parseJsonText(std::move(text)));
     } catch (const foundation::json::ParserException&) {
-      size = kRefused;
+      size = kRejected;
     }
   });
   return size;
 }
 
 answers::Answers load(const std::string& path) {
-  // The parser goes as soon as the facade is there, as it does in an installer.
+  // As in an installer, the parser is destroyed as soon as the facade exists.
   const std::shared_ptr<UpdateMetaData> metaData =
       IdentityParser(fl::i18n::to_ustring(path)).parseUpdateMetaDataJson();
   answers::Answers answers;

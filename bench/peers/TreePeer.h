@@ -7,11 +7,10 @@
 
 namespace bench::peers {
 
-/// The kinds of JSON that a census tells apart.
+/// The kinds of JSON values that a census distinguishes.
 enum class Kind { literal, number, text, array, object };
 
-// What follows is written once for all libraries that make a tree of values. `Tree` says how one of
-// them is asked:
+// The code below serves all libraries that build a tree of values. `Tree` adapts one of them:
 //
 //     using Value = ...;                                    one value, or a reference to one
 //     Kind kind(const Value&);
@@ -21,12 +20,12 @@ enum class Kind { literal, number, text, array, object };
 //     void forEachMember(const Value&, f(std::string_view key, const Value&));
 //     void forEachElement(const Value&, f(const Value&));
 
-/// A number as the number of bytes that it stands for: truncated toward zero.
+/// Converts a number to a byte count, truncating toward zero.
 inline std::int64_t toBytes(double number) {
   return static_cast<std::int64_t>(number);
 }
 
-/// Hands the sections of a document to `answers`, components first, then products, then files.
+/// Passes the sections of a document to `answers`: components first, then products, then files.
 template <class Tree, class Answers>
 void feed(const typename Tree::Value& document, Answers& answers) {
   using Value = typename Tree::Value;
@@ -69,7 +68,7 @@ void feed(const typename Tree::Value& document, Answers& answers) {
       });
 }
 
-/// Counts all values below and including `value`.
+/// Counts `value` and all values below it.
 template <class Tree>
 void count(const typename Tree::Value& value, Census& census) {
   using Value = typename Tree::Value;

@@ -33,7 +33,7 @@ class PhaseList {
 
 }  // namespace
 
-// The steps of parseUpdateMetaDataJson(), in its order, one at a time.
+// The steps of parseUpdateMetaDataJson(), in order, one at a time.
 void printPhases(const std::string& path, std::ostream& out) {
   const std::u16string location = fl::i18n::to_ustring(path);
   auto parser = std::make_unique<peers::IdentityParser>(location);

@@ -5,8 +5,8 @@
 
 namespace bench::worker {
 
-/// Loads a document step by step, asks about it, and writes how long each step took: its name, a
-/// tab, and the seconds of the clock on the wall and of the process's own.
+/// Loads a document step by step, queries it, and prints the time of each step: its name, a tab,
+/// and the seconds by the wall clock and by the processor clock.
 void printPhases(const std::string& path, std::ostream& out);
 
 }  // namespace bench::worker

@@ -1,10 +1,10 @@
 // bench-worker: measures one task of one peer on one file, in a process that has done nothing else.
 //
-//   bench-worker parse|read|load|load-tuned PEER FILE   what was found, a name and a number a line
+//   bench-worker parse|read|load|load-tuned PEER FILE   prints the findings, one per line
 //   bench-worker verify FILE                            compares the answers of all peers
-//   bench-worker phases FILE                            times each part of this library's way
-//   bench-worker facts FILE                             counts what the document holds
-//   bench-worker peers                                  the peers that are built in, one a line
+//   bench-worker phases FILE                            times each stage of this library
+//   bench-worker facts FILE                             prints the counts of the document
+//   bench-worker peers                                  lists the peers, one per line
 
 #include <cstdlib>
 #include <iomanip>
@@ -56,7 +56,7 @@ void measureLoad(Load load, const std::string& path) {
   Answers answers;
   probe.task([&] { answers = load(path); });
   print(probe.findings(), bench::answers::digestOf(answers));
-  // The answers are given back by the end of the process, which takes no time of ours.
+  // The end of the process frees the answers, which is not measured.
   std::_Exit(EXIT_SUCCESS);
 }
 
@@ -73,7 +73,7 @@ void measure(std::string_view task, const Peer& peer, const std::string& path) {
   } else if (task == "load-tuned") {
     measureLoad(require(peer.loadTuned, peer), path);
   } else {
-    throw std::invalid_argument("there is no task " + std::string(task));
+    throw std::invalid_argument("unknown task: " + std::string(task));
   }
 }
 
@@ -83,7 +83,8 @@ void verify(const std::string& path) {
   for (const Peer& peer : bench::peers::peers()) {
     for (const Load load : {peer.load, peer.loadTuned}) {
       if (load != nullptr && !(load(path) == expected)) {
-        std::cerr << peer.title << (load == peer.load ? "" : ", tuned") << " answers differently\n";
+        std::cerr << peer.title << (load == peer.load ? "" : ", tuned")
+                  << " gives different answers\n";
         differs = true;
       }
     }
@@ -94,7 +95,8 @@ void verify(const std::string& path) {
   std::cout << "entries " << bench::answers::entriesOf(expected) << '\n';
 }
 
-// Packages described in a section whose members' members are packages, or hold them by `sides`.
+// Counts the packages of a section whose components contain them directly, or in the members named
+// by `sides`.
 std::size_t packagesIn(const Value& section, const std::vector<std::string_view>& sides) {
   std::size_t packages = 0;
   for (const Member& component : section.as<Object>()) {

@@ -7,7 +7,7 @@ namespace {
 
 namespace py = pybind11;
 
-// Lets a lone surrogate be a character like any other, in both directions.
+// Treats a lone surrogate as a character, in both directions.
 constexpr const char* kKeepSurrogates = "surrogatepass";
 
 template <class Object>
@@ -38,7 +38,7 @@ std::u16string toPath(const py::object& path) {
 }
 
 py::object toPython(const std::u16string& text) {
-  int order = PY_BIG_ENDIAN ? 1 : -1;  // as in memory: a byte-order mark is a character
+  int order = PY_BIG_ENDIAN ? 1 : -1;  // native byte order, so a byte-order mark is a character
   return owned<py::str>(PyUnicode_DecodeUTF16(
       reinterpret_cast<const char*>(text.data()),
       static_cast<Py_ssize_t>(text.size() * sizeof(char16_t)), kKeepSurrogates, &order));

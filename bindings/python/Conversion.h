@@ -10,16 +10,16 @@
 
 namespace update_metadata_python {
 
-/// Converts Python's text to UTF-16. A surrogate without its partner stays one.
+/// Converts Python's text to UTF-16. An unpaired surrogate is kept.
 std::u16string toUtf16(const pybind11::str& text);
 
-/// Converts a path, a str or an object with __fspath__() that gives one, to UTF-16.
+/// Converts a path to UTF-16: a str, or an object whose __fspath__() returns one.
 ///
-/// A path of bytes is a TypeError.
+/// Raises TypeError for a path of bytes.
 std::u16string toPath(const pybind11::object& path);
 
-/// Converts an answer, or a part of one, to objects of the caller's own: text to str, sets to set,
-/// maps to dict, pairs to tuple.
+/// Converts an answer, or a part of one, to new Python objects: text to str, sets to set, maps to
+/// dict, pairs to tuple.
 pybind11::object toPython(const std::u16string& text);
 pybind11::object toPython(std::int64_t number);
 

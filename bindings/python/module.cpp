@@ -1,4 +1,5 @@
-// The Python module update_metadata_parser: loads documents and answers, as the facade does.
+// The Python module update_metadata_parser: loads documents and answers queries, as the facade
+// does.
 
 #include <exception>
 #include <memory>
@@ -36,18 +37,18 @@ class MemoryParser : public UpdateMetaDataJsonParser {
 
 std::shared_ptr<UpdateMetaData> load(const py::object& path) {
   UpdateMetaDataJsonParser parser(toPath(path));
-  const py::gil_scoped_release others;  // a document of its own disturbs nobody
+  const py::gil_scoped_release released;  // a load uses no Python objects
   return parser.parseUpdateMetaDataJson();
 }
 
 std::shared_ptr<UpdateMetaData> loadBytes(const py::bytes& document, const py::str& name) {
   MemoryParser parser(toUtf16(name), document);
-  const py::gil_scoped_release others;
+  const py::gil_scoped_release released;
   return parser.parseUpdateMetaDataJson();
 }
 
-// Sets the Python exception for a failure of the library: its text as it stands. Text that is no
-// UTF-8 can come from a product table; what is ill-formed in it is replaced.
+// Sets the Python exception for a failure of the library, with the unchanged text. Text that is not
+// UTF-8 can come from a product table; its ill-formed parts are replaced.
 void raise(const py::object& type, const std::exception& failure) {
   const std::string_view text = failure.what();
   const auto message = py::reinterpret_steal<py::object>(
@@ -142,5 +143,5 @@ PYBIND11_MODULE(update_metadata_parser, module) {
   addFacade(module);
   module.def("load", &load, py::arg("path"), "Loads the document at a path.");
   module.def("load_bytes", &loadBytes, py::arg("document"), py::arg("name") = "document",
-             "Loads a document from its bytes; the name stands for it in messages.");
+             "Loads a document from its bytes; messages call it by the given name.");
 }

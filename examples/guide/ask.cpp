@@ -1,4 +1,4 @@
-// Asks a document everything that it can answer: ask DOCUMENT PRODUCT-DATA BASE-CODE
+// Asks every question about a document: ask DOCUMENT PRODUCT-DATA BASE-CODE
 
 #include <exception>
 #include <iostream>

@@ -1,4 +1,4 @@
-// Loads a document and tells its releases, or why it cannot: load DOCUMENT
+// Loads a document and prints its releases, or why it cannot be loaded: load DOCUMENT
 
 #include <exception>
 #include <iostream>
@@ -14,7 +14,7 @@ namespace {
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
 
-// The parser may go; what it returns keeps everything that the questions need.
+// The parser may be destroyed; its result keeps everything that the queries need.
 std::shared_ptr<UpdateMetaData> load(const std::u16string& path) {
   UpdateMetaDataJsonParser parser(path);
   return parser.parseUpdateMetaDataJson();

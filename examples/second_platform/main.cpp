@@ -1,5 +1,5 @@
-// Asks the library for what only this application's platform can answer. Ends with 0 if every
-// answer is as it has to be.
+// Runs queries that only this application's platform can answer. Exits with status 0 if every
+// answer is right.
 
 #include <cstdint>
 #include <exception>
@@ -28,7 +28,7 @@ void expect(bool holds, const char* what) {
   }
 }
 
-/// Tells the text of what `action` throws; empty if it throws nothing.
+/// Returns the text of what `action` throws; empty if it throws nothing.
 template <class Action>
 std::string thrownText(Action action) {
   try {
@@ -45,16 +45,16 @@ std::string failureOfLoading(const std::u16string& path) {
 
 void checkFiles() {
   expect(failureOfLoading(u"built-in:update").empty(),
-         "a file of the platform loads, though it cannot be sought in");
+         "a file of the platform loads although it cannot seek");
   expect(failureOfLoading(u"built-in:none") == "Update MetaData Json file does not exist ",
-         "the platform tells which files exist");
+         "the platform determines which files exist");
   expect(failureOfLoading(u"built-in:locked") == "Error opening Update MetaData Json File",
-         "the platform tells which files open");
+         "the platform determines which files open");
   expect(failureOfLoading(u"built-in:broken") == "Error while parsing built-in:broken",
-         "the platform converts the path of a message");
+         "the platform converts the path in a message");
 }
 
-/// A parser whose handler can be asked for what the facade does not give.
+/// A parser that exposes its handler, for answers that the facade does not provide.
 class OpenParser : public UpdateMetaDataJsonParser {
  public:
   using UpdateMetaDataJsonParser::handler;
@@ -83,7 +83,7 @@ void checkAnswers() {
                  {u"for\u00EAt_cl\u00EAt", {{u"\u00E9t\u00E9"}, 2}}},
          "names are Latin-1, and paths of files to delete UTF-8");
   expect(thrownText([&] { update->getComponentsToDelete(u"ED"); }) == "a product without a name",
-         "the platform's catalogue refuses a location");
+         "the platform's catalogue rejects a location");
   expect(update->getComponentsToDelete(u"EV=\u00C8ve") ==
              std::map<std::u16string, Keys>{{u"EV", {u"vi\u00E8ux_p\u00E8re"}}},
          "names to delete are Latin-1, and the platform's catalogue has the base codes");
@@ -107,9 +107,10 @@ int main() {
     checkFiles();
     checkReleases();
     checkAnswers();
-    // Users of the library see the catalogue that was brought, not the one of its tree.
+    // Users of the library see this platform's catalogue, not the one of the library's tree.
     const install::product_data_provider::ProductDataProvider catalogue(u"a=b");
-    expect(catalogue.getProductName(u"a") == u"b", "the header of the platform's catalogue");
+    expect(catalogue.getProductName(u"a") == u"b",
+           "the platform's catalogue header is the one in use");
   } catch (const std::exception& failure) {
     std::cout << "FAILED: unexpected exception: " << failure.what() << '\n';
     return 1;

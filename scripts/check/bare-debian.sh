@@ -1,11 +1,11 @@
-# A Debian where nothing is installed, for the scripts that do there what users do. A script sources this
-# file after lib.sh and calls enter_bare_debian first.
+# A Debian system where nothing is installed, for scripts that act as users do. A script sources this file
+# after lib.sh and first calls enter_bare_debian.
 #
-# Needs root (for chroot), debootstrap and a mirror of Debian: the one that apt uses here. The bare
-# system is made once, in build/clean-root, and copied for each run.
+# Needs root (for chroot), debootstrap and a Debian mirror: the one that apt uses here. The bare system is
+# made once, in build/clean-root, and copied for each run.
 # shellcheck shell=bash
 
-# make_clean_root FOLDER: a bare system of this machine's release, with the sources of its apt.
+# make_clean_root FOLDER: makes a bare system of this machine's release, with the same apt sources.
 make_clean_root() {
   local mirror suite
   # shellcheck disable=SC2016
@@ -20,9 +20,9 @@ make_clean_root() {
   touch "$1/ready"
 }
 
-# enter_bare_debian: copies the bare system into a folder of its own, `root`, which goes with the script.
+# enter_bare_debian: copies the bare system into a new folder, `root`, which is removed when the script ends.
 enter_bare_debian() {
-  ((EUID == 0)) || fail "this check needs root: it works in a system of its own, by chroot."
+  ((EUID == 0)) || fail "this check needs root: it works in a separate system, by chroot."
   install_missing debootstrap
   local base="$PWD/build/clean-root"
   [[ -e "$base/ready" ]] || { say "Making a bare Debian in $base" && make_clean_root "$base"; }
@@ -35,8 +35,8 @@ enter_bare_debian() {
   mount --rbind --make-rslave /dev "$root/dev"
 }
 
-# inside COMMAND...: runs a command in the bare system, with nothing of this one's environment but
-# the way to the network.
+# inside COMMAND...: runs a command in the bare system. Of this environment it keeps only the network
+# settings.
 inside() {
   local proxies
   mapfile -t proxies < <(env | grep -i '^[a-z_]*proxy=')

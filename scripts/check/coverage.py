@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Sums up what the tests have run, and fails where it is too little.
+"""Summarizes what the tests cover, and fails if it is too little.
 
   scripts/check/coverage.py LINES BRANCHES FOLDER=PERCENT...
 
@@ -28,7 +28,7 @@ def read_lines(path):
 
 
 def read_branches(path):
-    """Returns the counts of each condition that is true and that is false, by source and place.
+    """Returns how often each condition was true and was false, by source and place.
 
     The instances of a template count together; what the compiler decides for each is no branch.
     """
@@ -71,7 +71,7 @@ def main():
                         what = "never run" if kind == "lines" else f"never {place[-1]}"
                         left_out.add((source, place, what, text))
             if run == 0 and kind == "lines":
-                sys.exit(f"nothing is known of {folder}")
+                sys.exit(f"no coverage data for {folder}")
             percent = 100 * run / max(run + missed, 1) if missed else 100.0
             print(f"{folder}: {percent:.2f} % of {run + missed} {kind}")
             failed = failed or percent < float(least)

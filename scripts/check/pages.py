@@ -39,7 +39,7 @@ def read(path):
 
 
 def anchor_of(heading):
-    """The name by which a heading is linked."""
+    """Returns the anchor of a heading."""
     text = re.sub(r"[`*]", "", heading).strip().lower()
     return re.sub(r"[^\w\- ]", "", text).replace(" ", "-")
 
@@ -61,13 +61,13 @@ def name_problems(text, presets, options):
         if not os.path.exists(script):
             yield "names %s, which is not there" % script
     for preset in sorted(set(PRESET.findall(text)) - presets):
-        yield "names the preset %s, which is not there" % preset
+        yield "names the preset %s, which does not exist" % preset
     for option in sorted(set(OPTION.findall(text)) - options):
         yield "names %s, which the build does not know" % option
 
 
 class Tool:
-    """What the built command knows, by its own help."""
+    """The options and subcommands of the built command, according to its help."""
 
     def __init__(self, path):
         self.path = path
@@ -77,13 +77,13 @@ class Tool:
         if subcommand not in self.helps:
             run = subprocess.run([self.path, subcommand, "--help"], capture_output=True, text=True,
                                  check=False)
-            # Asked about a subcommand that it does not have, it helps with itself.
+            # For an unknown subcommand, the command prints its general help.
             is_there = "update-metadata %s " % subcommand in run.stdout.partition("Options:")[0]
             self.helps[subcommand] = run.stdout if is_there else None
         return self.helps[subcommand]
 
     def helps_by_name(self):
-        """The general help and that of every subcommand that it lists."""
+        """Returns the general help and the help of every subcommand."""
         general = subprocess.run([self.path, "--help"], capture_output=True, text=True,
                                  check=True).stdout
         listed = re.findall(r"^  (\w+) ", general.partition("Subcommands:")[2], re.MULTILINE)
@@ -109,11 +109,11 @@ class Workplace:
              "tests/golden/lint/repeated-key/document.json": ["document.json"],
              SMALL + "/update.json": ["update.json", "old.json", "one.json", "another.json",
                                       "releases/old.json", "documents/update.json"]}
-    # Stand-ins for the programs beside the command in a pipe, whose output is not checked.
+    # Replacements for other programs in a pipe with the command; their output is not checked.
     PROGRAMS = {"generate-update": "cat old.json", "jq": "cat"}
-    # Commands that may exit with 1 without having failed.
+    # Commands that may exit with status 1 without having failed.
     ANSWERS_NO = re.compile(r"update-metadata (diff|fmt --check|lint) ")
-    # Folders that a page names, and their stand-ins here.
+    # Folders that a page names, and their replacements here.
     FOLDERS = {"/srv/product-data": "product-data", "/opt/fernlight": "fernlight"}
 
     def __init__(self, tool):
@@ -126,7 +126,7 @@ class Workplace:
         for source, names in self.FILES.items():
             for name in names:
                 shutil.copy(source, os.path.join(folder, name))
-        # The pages call the products of the small document ED and VI, as anybody might.
+        # The pages call the products of the small document ED and VI.
         with open(os.path.join(folder, "product-data/products.tsv"), "w", encoding="utf-8") as table:
             table.write(re.sub(r"^F([EV])\t", lambda row: {"E": "ED\t", "V": "VI\t"}[row[1]],
                                read(self.SMALL + "/product-data/products.tsv"), flags=re.MULTILINE))
@@ -152,12 +152,12 @@ class Workplace:
                                   check=False)
 
     def problems(self, line, shown=None):
-        """What is wrong with a command line, below which a page shows some output or none."""
+        """Yields what is wrong with a command line and the output that the page shows below it."""
         run = self.run(line)
         if run.returncode not in ((0, 1) if self.ANSWERS_NO.search(line) else (0,)):
             yield "shows '%s', which ends with %d: %s" % (line, run.returncode, run.stderr.strip())
         elif shown is not None and run.stdout != shown:
-            yield "shows something else below '%s' than it writes" % line
+            yield "the output shown below '%s' is not what it prints" % line
 
 
 def runnable(lines):
@@ -192,7 +192,7 @@ def example_problems(help_text, workplace):
 
 
 def commands_of(text):
-    """The lines that show commands: blocks without a language, indented ones and code in a line."""
+    """Returns the lines that show commands: in blocks without a language, in indented blocks and in inline code."""
     indented = re.findall(r"^    (.*)$", text, re.MULTILINE)
     fenced = re.findall(r"^\$ (.*)$", text, re.MULTILINE)
     inline = re.findall(r"`(update-metadata [^`\n]*)`", text)

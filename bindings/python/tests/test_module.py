@@ -15,7 +15,7 @@ PRODUCT_DATA = SMALL / "product-data"
 
 
 def make_document(**changes: Any) -> bytes:
-    """A document without releases and content, but for what is given."""
+    """A document without releases and content, except for what is given."""
     document: dict[str, Any] = {
         "metadata": {"arch": "", "base": None, "target": None},
         "components": None, "products": None, "componentsWithFilesDeleted": None}
@@ -100,7 +100,7 @@ class Loading(unittest.TestCase):
         with self.assertRaises(ump.UpdateMetaDataError):
             ump.load("\ud800")
 
-    def test_refuses_what_is_no_path_and_no_document(self) -> None:
+    def test_rejects_what_is_not_a_path_or_a_document(self) -> None:
         for path in (b"update.json", 1, None):
             with self.assertRaises(TypeError):
                 ump.load(path)  # type: ignore[arg-type]

@@ -9,11 +9,11 @@ namespace {
 
 struct File {
   const char16_t* path;
-  const char* text;  ///< null if the file is locked; a byte beyond ASCII is written as in %C3%A9
+  const char* text;  ///< null if the file is locked; bytes beyond ASCII are escaped, as in %C3%A9
 };
 
-// Every name and text is Latin-1, the general encoding of this platform; only the deleted file is
-// UTF-8.
+// All names and texts are Latin-1, this platform's general encoding, except the deleted file, which
+// is UTF-8.
 constexpr const char* kUpdate = R"({"metadata":{"arch":"m%E9l%E9",
   "base":{"zelvan_version":"","date":"","version":"un%B9","prerelease":false,
           "release":"b%E2le","checksum":"","description":"","update":6},

@@ -8,10 +8,10 @@
 /// Files that are compiled into the application.
 namespace fl::filesystem {
 
-/// Tells whether `path` names one of the files.
+/// Returns whether `path` names one of the files.
 bool exists(const std::u16string& path);
 
-/// The bytes of a file, to be read from the first to the last: it cannot be sought in.
+/// The bytes of a file, which can only be read from first to last: seeking fails.
 class ForwardBuffer : public std::stringbuf {
  protected:
   pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
@@ -20,7 +20,7 @@ class ForwardBuffer : public std::stringbuf {
   pos_type seekpos(pos_type, std::ios_base::openmode) override { return pos_type(off_type(-1)); }
 };
 
-/// Input file stream that is opened by a UTF-16 path. Only `char` is provided.
+/// Input file stream that opens a UTF-16 path. Only `char` is provided.
 template <class CharT>
 class basic_ifstream;
 
@@ -28,7 +28,7 @@ class basic_ifstream;
 template <>
 class basic_ifstream<char> : public std::istream {
  public:
-  /// Opens the file at `path`; one that there is not, or is locked, stays closed.
+  /// Opens the file at `path`. The stream stays closed if the file does not exist or is locked.
   explicit basic_ifstream(const std::u16string& path,
                           std::ios_base::openmode mode = std::ios_base::in);
 

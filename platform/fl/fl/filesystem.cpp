@@ -11,10 +11,10 @@ namespace fl::filesystem {
 
 namespace {
 
-/// Gives the path in the platform's form, or nothing for a text that no path can have.
+/// Returns the path in the platform's form, or nothing for a text that cannot be a path.
 std::optional<std::string> toNativePath(const std::u16string& path) {
-  // The conversion replaces surrogates that lack their partner, and the replaced path could name
-  // another file. Only well-formed text survives the way there and back.
+  // The conversion replaces unpaired surrogates, and the replaced path could name another file.
+  // Only well-formed text survives the round trip.
   std::string native = i18n::to_string(path);
   if (path.empty() || path.find(u'\0') != std::u16string::npos ||
       i18n::utf8_to_ustring(native) != path) {
@@ -45,7 +45,7 @@ basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::
   // Before the file is opened, and so for every byte of it: a global locale may convert characters.
   imbue(std::locale::classic());
   open(*native, mode);
-  // The platform opens a folder for reading and refuses only the first read.
+  // The platform opens a folder for reading and rejects only the first read.
   if (is_open() && isFolder(*native)) {
     close();
     setstate(std::ios_base::failbit);

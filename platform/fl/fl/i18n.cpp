@@ -14,7 +14,7 @@ constexpr char32_t kReplacement = 0xFFFD;
 /// exactly their size. Nearly every name is shorter.
 constexpr std::size_t kShortText = 256;
 
-/// Characters that are tested for ASCII and converted in one step.
+/// How many characters are tested for ASCII and converted in one step.
 constexpr std::ptrdiff_t kBlock = 8;
 
 constexpr bool isHighSurrogate(char32_t unit) {
@@ -47,8 +47,8 @@ bool isAscii(char16_t unit) {
 
 /// Converts one block of ASCII characters.
 ///
-/// Written with vectors because a plain loop over the block is taken apart into single characters
-/// by one compiler or the other, depending on the level of optimisation.
+/// Uses vectors because, depending on the optimization level, one compiler or the other splits a
+/// plain loop over the block into single characters.
 template <typename From, typename To>
 void convertBlock(const From* in, To* out) {
   using FromBlock __attribute__((vector_size(kBlock * sizeof(From)))) = From;
@@ -60,7 +60,7 @@ void convertBlock(const From* in, To* out) {
 }
 
 /// Copies ASCII characters from `in` to `out` up to `end` or the first other character, and moves
-/// both pointers behind them.
+/// both pointers past them.
 template <typename From, typename To>
 void copyAscii(const From*& in, const From* end, To*& out) {
   while (end - in >= kBlock && isAsciiBlock(in)) {
@@ -74,7 +74,7 @@ void copyAscii(const From*& in, const From* end, To*& out) {
 }
 
 /// Reads the code point that begins with the byte 80 or above at `in`, or U+FFFD for the maximal
-/// ill-formed part there, and moves `in` behind it.
+/// ill-formed part there, and moves `in` past it.
 char32_t readUtf8(const char*& in, const char* end) {
   const auto lead = static_cast<unsigned char>(*in++);
   if (lead < 0xC2 || lead > 0xF4) {
@@ -82,7 +82,7 @@ char32_t readUtf8(const char*& in, const char* end) {
   }
   int trailing = 1;
   char32_t codePoint = lead & 0x1FU;
-  // The second byte keeps out overlong forms, surrogates and what lies above U+10FFFF.
+  // The second byte excludes overlong forms, surrogates and code points above U+10FFFF.
   unsigned lowest = 0x80;
   unsigned highest = 0xBF;
   if (lead >= 0xF0) {
@@ -109,8 +109,8 @@ char32_t readUtf8(const char*& in, const char* end) {
   return codePoint;
 }
 
-/// Reads the code point that begins at `in`, or U+FFFD for a surrogate without its partner, and
-/// moves `in` behind it.
+/// Reads the code point that begins at `in`, or U+FFFD for an unpaired surrogate, and moves `in`
+/// past it.
 char32_t readUtf16(const char16_t*& in, const char16_t* end) {
   const char32_t unit = *in++;
   if (isHighSurrogate(unit) && in != end && isLowSurrogate(*in)) {
@@ -119,7 +119,7 @@ char32_t readUtf16(const char16_t*& in, const char16_t* end) {
   return isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit;
 }
 
-/// Writes `text` as UTF-16 to `out`, at most one unit for each byte, and returns the count of
+/// Writes `text` as UTF-16 to `out`, at most one unit for each byte, and returns the number of
 /// units.
 std::size_t writeUtf16(std::string_view text, char16_t* out) {
   const char16_t* const begin = out;
@@ -144,7 +144,7 @@ char continuation(char32_t bits) {
   return static_cast<char>(0x80U | (bits & 0x3FU));
 }
 
-/// Writes `text` as UTF-8 to `out`, at most three bytes for each unit, and returns the count of
+/// Writes `text` as UTF-8 to `out`, at most three bytes for each unit, and returns the number of
 /// bytes.
 std::size_t writeUtf8(std::u16string_view text, char* out) {
   const char* const begin = out;
@@ -171,8 +171,8 @@ std::size_t writeUtf8(std::u16string_view text, char* out) {
   return static_cast<std::size_t>(out - begin);
 }
 
-/// Makes a string of what `write` puts at the address that it is given, at most `limit` characters;
-/// `write` returns how many they are.
+/// Makes a string from what `write` writes to the address that it receives, at most `limit`
+/// characters; `write` returns the number of characters.
 template <typename Char, typename Write>
 std::basic_string<Char> makeString(std::size_t limit, Write write) {
   if (limit <= kShortText) {

@@ -4,8 +4,8 @@
 
 namespace install::product_data_provider {
 
-/// A catalogue of one product, whose location is the catalogue itself: its base code, an equals
-/// sign and its name. Visible, so that users of the library can make one of their own.
+/// A catalogue of one product, given by the location itself: its base code, an equals sign and its
+/// name. Visible, so that users of the library can create their own.
 class __attribute__((visibility("default"))) ProductDataProvider {
  public:
   explicit ProductDataProvider(std::u16string productDataLocation);
@@ -13,10 +13,10 @@ class __attribute__((visibility("default"))) ProductDataProvider {
   ProductDataProvider& operator=(const ProductDataProvider&) = delete;
   virtual ~ProductDataProvider();
 
-  /// Gives the base code of the product with that name; empty if there is none.
+  /// Returns the base code of the product with that name; empty if there is none.
   virtual std::u16string getProductBaseCode(const std::u16string& productName) const;
 
-  /// Gives the name of the product with that base code; empty if there is none.
+  /// Returns the name of the product with that base code; empty if there is none.
   virtual std::u16string getProductName(const std::u16string& productBaseCode) const;
 
  private:

@@ -2,5 +2,5 @@
 
 #pragma once
 
-/// Marks a name of the product catalogue that the shared library offers.
+/// Marks a name of the product catalogue that the shared library exports.
 #define PRODUCT_DATA_PROVIDER_EXPORT __attribute__((visibility("default")))

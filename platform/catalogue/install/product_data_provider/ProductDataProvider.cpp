@@ -23,12 +23,12 @@ constexpr std::u16string_view kTableName = u"products.tsv";
 /// The fields of one line, in the order of the table.
 enum Field : std::size_t { kBaseCode, kName, kNumber, kControllingProduct, kFieldCount };
 
-/// Names the table that `location` stands for; empty if there is none.
+/// Returns the path of the table that `location` refers to; empty if there is none.
 std::u16string findTable(const std::u16string& location) {
   if (!fl::filesystem::exists(location)) {
     return {};
   }
-  // A final "/." leads on from a folder only.
+  // Only a folder can be followed by "/.".
   if (!fl::filesystem::exists(location + u"/.")) {
     return location;
   }
@@ -58,7 +58,7 @@ class LineReader {
  public:
   explicit LineReader(std::string_view text) : rest_(text) {}
 
-  /// Moves on to the next line; false behind the last one.
+  /// Moves on to the next line; returns false after the last one.
   bool next() {
     if (rest_.empty()) {
       return false;
@@ -74,7 +74,7 @@ class LineReader {
     return true;
   }
 
-  /// The current line without its end.
+  /// The current line without its line ending.
   std::string_view line() const { return line_; }
 
   std::size_t number() const { return number_; }  ///< of the current line, from 1
@@ -105,10 +105,10 @@ std::array<std::string_view, kFieldCount> splitFields(std::string_view line) {
   return fields;
 }
 
-/// Reads a number that is written in decimal digits and nothing else.
+/// Converts a number of decimal digits only.
 ///
 /// \throws std::runtime_error  there is another character or no digit, or the number needs more
-///                             than 32 bits
+/// than 32 bits
 std::uint32_t toProductNumber(std::string_view digits) {
   std::uint32_t number = 0;
   const char* const end = digits.data() + digits.size();
@@ -119,8 +119,8 @@ std::uint32_t toProductNumber(std::string_view digits) {
   return number;
 }
 
-/// Reads one row. Its controlling product is the one of that name in `controllingProducts`, which
-/// gets it if it is new.
+/// Reads one row. Its controlling product is the one with that name in `controllingProducts`; a new
+/// one is added there.
 ///
 /// \throws std::runtime_error  the line has another form
 template <class ControllingProducts>
@@ -152,7 +152,7 @@ ProductDataProvider::ProductDataProvider(std::u16string productDataLocation)
   }
   const std::string text = readTable(table);
   LineReader reader(text);
-  reader.next();  // the header
+  reader.next();  // skip the header
   while (reader.next()) {
     if (reader.line().empty() && reader.atLastLine()) {
       break;
@@ -164,7 +164,7 @@ ProductDataProvider::ProductDataProvider(std::u16string productDataLocation)
       throw std::runtime_error(fl::i18n::to_string(table) + ':' + std::to_string(reader.number()) +
                                ": " + reason.what());
     }
-    // try_emplace keeps what an earlier row has put there, in each table on its own.
+    // try_emplace keeps the entry of an earlier row, in each table independently.
     productsByBaseCode_.try_emplace(product->baseCode, product);
     productsByName_.try_emplace(product->name, product);
     productsByNumber_.try_emplace(product->number, product);
