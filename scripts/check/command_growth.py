@@ -1,0 +1,212 @@
+"""Measures how time and memory of every subcommand grow: see scripts/check/command-growth.
+
+command_growth.py COMMAND TEXTS FOLDER [FAMILY...]
+"""
+
+import json
+import math
+import os
+import subprocess
+import sys
+
+COMMAND, TEXTS, FOLDER = sys.argv[1:4]
+MOST_SLOPE = 1.10
+MOST_OF_TEXT = 60  # bytes of memory for each of the text
+MOST_FOR_FINDINGS = 128_000_000
+SIZES = (0.5, 1, 2, 4)  # of a megabyte
+# Below these, what is measured is the program itself and the clock.
+LEAST_SECONDS = 0.1
+LEAST_BYTES = 4_000_000
+TABLE = os.path.join(FOLDER, "product-data", "products.tsv")
+
+
+def document(components="", products="", files=""):
+    return ('{"metadata":{"arch":"x","target":null,"base":null},"components":{%s},"products":{%s},'
+            '"componentsWithFilesDeleted":{%s}}' % (components, products, files)).encode(
+                "utf-8", "surrogateescape")
+
+
+def packages(names):
+    return "{%s}" % ",".join('"%s":{"size":1,"uncompressedBytes":2}' % name for name in names)
+
+
+def component(name, names):
+    return '"%s":{"delete":{},"extract":%s}' % (name, packages(names))
+
+
+def numbered(name, count):
+    return [name + str(number) for number in range(count)]
+
+
+# Each makes a document of about `size` bytes.
+
+def escaped_name(size):
+    files = ",".join(['"/"'] * (size // 8))
+    return document(files='"c":{"\\u0061%s":{"size":1,"files":[%s]}}' % ("b" * (size // 2), files))
+
+
+def members_of_a_named_component(size):
+    members = ",".join('"%s":1' % name for name in numbered("member", size // 28))
+    products = ",".join('"%s":{"delete":["c"],"extract":["c"]}' % name
+                        for name in numbered("p", size // 80))
+    return document('"c":{"delete":{},"extract":{},%s}' % members, products)
+
+
+# Ill-formed, so that all are read as the same name.
+def names_read_alike(size):
+    def name(number):
+        return "".join(chr(0xDC80 + (number >> 5 * place) % 32) for place in range(4))
+
+    files = ",".join('"%s":{"q":{"size":1,"files":[]}}' % name(number)
+                     for number in range(size // 80))
+    return document(component("\ufffd" * 4, numbered("p", size // 90)),
+                    '"p":{"delete":[],"extract":["%s"]}' % ("\ufffd" * 4), files)
+
+
+def long_pointers(size):
+    files = ",".join(['"/"'] * (size // 4))
+    return document(files='"%s":{"p":{"size":1,"files":[%s]}}' % ("k" * 4000, files))
+
+
+# Each name continues the one before.
+def continued_names(size):
+    names = ["_".join("a" * length) for length in range(1, math.isqrt(size // 2))]
+    return document(",".join([component(name, ["_"]) for name in names[:-1]] +
+                             [component(names[-1], numbered("p", size // 80))]))
+
+
+def long_keys_that_coincide(size):
+    name = "k" * (size // 4)
+    return document(component(name, numbered("x_p", size // 180)) + "," +
+                    component(name + "_x", numbered("p", size // 180)))
+
+
+def repeated_names(size):
+    return document(",".join([component("c", ["p"])] * (size // 60)))
+
+
+LINT_FAMILIES = [
+    escaped_name, members_of_a_named_component, names_read_alike, long_pointers, continued_names,
+    long_keys_that_coincide, repeated_names]
+
+
+def families():
+    """The names of all families, each with what makes a text of so many megabytes."""
+    for line in subprocess.check_output([TEXTS, "list"], text=True).splitlines():
+        name, megabyte = line.split()
+        yield name, lambda size, name=name, megabyte=int(megabyte): subprocess.check_output(
+            [TEXTS, name, str(int(size * megabyte))])
+    for make in LINT_FAMILIES:
+        yield (make.__name__.replace("_", "-"),
+               lambda size, make=make: make(int(size * 1_000_000)))
+
+
+def subcommands(path):
+    table = os.path.dirname(TABLE)
+    return {
+        "show": ["show", path],
+        "show json": ["show", path, "--format", "json"],
+        "query": ["query", path],
+        "query json": ["query", path, "--format", "json"],
+        "plan": ["plan", path, "--product-data", table],
+        "plan json": ["plan", path, "--product-data", table, "--format", "json"],
+        "diff": ["diff", path, path],
+        "diff all": ["diff", os.path.join(FOLDER, "nothing.json"), path],
+        "fmt": ["fmt", "--check", path],
+        "lint": ["lint", path],
+        "lint json": ["lint", path, "--format", "json"],
+        "lint sarif": ["lint", path, "--format", "sarif"],
+        "report": ["report", path, "-o", "-"]}
+
+
+def measure(arguments):
+    """Seconds of the processor and bytes of memory."""
+    process = subprocess.Popen([COMMAND, *arguments], stdin=subprocess.DEVNULL,
+                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode not in (0, 1, 2):
+        sys.exit(f"{arguments} ended with {process.returncode}")
+    return usage.ru_utime, usage.ru_maxrss * 1024
+
+
+def best(arguments):
+    runs = [measure(arguments)]
+    if runs[0][0] < 0.5:  # the shorter, the more it varies
+        runs.append(measure(arguments))
+    return min(time for time, _ in runs), min(memory for _, memory in runs)
+
+
+def slope(sizes, values, least):
+    """The slope of the logarithms, of those values that say something; none for fewer than three."""
+    points = [(math.log(size), math.log(value)) for size, value in zip(sizes, values)
+              if value >= least]
+    if len(points) < 3:
+        return None
+    middle = [sum(axis) / len(points) for axis in zip(*points)]
+    return (sum((x - middle[0]) * (y - middle[1]) for x, y in points) /
+            sum((x - middle[0]) ** 2 for x, _ in points))
+
+
+def write(path, content):
+    with open(path, "wb") as out:
+        out.write(content)
+
+
+def write_products(text):
+    """A table that knows the products of a document."""
+    try:
+        products = json.loads(text.decode("utf-8", "replace"))["products"] or {}
+        names = list(products)
+    except (ValueError, KeyError, TypeError, RecursionError):
+        names = []
+    write(TABLE, "".join("C%d\t%s\t%d\t\n" % (number, name, number)
+                         for number, name in enumerate(names)).encode())
+
+
+def main():
+    os.makedirs(os.path.dirname(TABLE), exist_ok=True)
+    write(os.path.join(FOLDER, "nothing.json"), document())
+    write(TABLE, b"")
+    floors = {name: best(arguments)[1]
+              for name, arguments in subcommands(os.path.join(FOLDER, "nothing.json")).items()}
+    wanted = sys.argv[4:]
+    failed = False
+    print(f"{'family':30} {'subcommand':11} {'text':>9} {'seconds':>8} {'slope':>6} "
+          f"{'MB':>7} {'slope':>6} {'B/byte':>7}")
+    for family, make in families():
+        if wanted and family not in wanted:
+            continue
+        paths = []
+        for size in SIZES:
+            paths.append(os.path.join(FOLDER, "%s-%s.json" % (family, size)))
+            write(paths[-1], make(size))
+        lengths = [os.path.getsize(path) for path in paths]
+        for name in floors:
+            times, memories = [], []
+            for path in paths:
+                with open(path, "rb") as text:
+                    write_products(text.read())
+                time, memory = best(subcommands(path)[name])
+                times.append(time)
+                memories.append(memory - floors[name])
+            of_time = slope(SIZES, times, LEAST_SECONDS)
+            of_memory = slope(SIZES, memories, LEAST_BYTES)
+            # Findings have a bound of their own, up to which they grow as they like.
+            isTooMuch = (of_time or 0) > MOST_SLOPE or (of_memory or 0) > MOST_SLOPE
+            if name.startswith("lint"):
+                isTooMuch = isTooMuch or any(
+                    memory > MOST_OF_TEXT * length + MOST_FOR_FINDINGS
+                    for memory, length in zip(memories, lengths))
+            failed = failed or isTooMuch
+            shown = ["" if value is None else "%.2f" % value for value in (of_time, of_memory)]
+            print(f"{family:30} {name:11} {lengths[-1]:9} {times[-1]:8.2f} {shown[0]:>6} "
+                  f"{memories[-1] / 1e6:7.0f} {shown[1]:>6} {memories[-1] / lengths[-1]:7.1f}"
+                  f"{'  TOO MUCH' if isTooMuch else ''}", flush=True)
+        for path in paths:
+            os.remove(path)
+    sys.exit(1 if failed else 0)
+
+
+if __name__ == "__main__":
+    main()
