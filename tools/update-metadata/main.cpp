@@ -8,10 +8,10 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Command.h"
-#include "ExitCode.h"
-#include "Program.h"
-#include "Text.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
+#include "output/Text.h"
+#include "program/Program.h"
 
 namespace {
 

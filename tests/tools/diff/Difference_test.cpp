@@ -15,8 +15,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Text.h"
 #include "diff/JsonOutput.h"
+#include "output/Text.h"
 #include "summary/Document.h"
 #include "support/PlainDocument.h"
 #include "support/TemporaryFolder.h"

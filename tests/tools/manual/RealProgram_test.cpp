@@ -9,11 +9,11 @@
 #include <gtest/gtest.h>
 #include <CLI/CLI.hpp>
 
-#include "Command.h"
-#include "Program.h"
+#include "command/Command.h"
 #include "manual/Completion.h"
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
+#include "program/Program.h"
 #include "support/RunTool.h"
 
 namespace {

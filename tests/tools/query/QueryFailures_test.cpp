@@ -1,4 +1,4 @@
-#include "ExitCode.h"
+#include "command/ExitCode.h"
 
 #include <cstddef>
 #include <ostream>

@@ -12,8 +12,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "Text.h"
 #include "lint/Linter.h"
+#include "output/Text.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "Text.h"
+#include "output/Text.h"
 #include "summary/Document.h"
 #include "summary/Totals.h"
 #include "support/PlainDocument.h"

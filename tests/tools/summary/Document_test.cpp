@@ -15,9 +15,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "Text.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "output/Text.h"
 #include "support/PlainDocument.h"
 #include "support/TemporaryFolder.h"
 

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Text.h"
+#include "output/Text.h"
 #include "summary/Document.h"
 #include "support/PlainDocument.h"
 #include "support/PlainTotals.h"

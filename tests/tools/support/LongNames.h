@@ -7,8 +7,8 @@
 #include <sstream>
 #include <string>
 
-#include "DisplayWidth.h"
 #include "support/PlainDocument.h"
+#include "terminal/DisplayWidth.h"
 
 namespace test_support {
 

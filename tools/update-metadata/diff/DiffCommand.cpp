@@ -4,18 +4,18 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Arguments.h"
-#include "ProductData.h"
-#include "ProgressLine.h"
-#include "SharedOptions.h"
-#include "Terminal.h"
-#include "Text.h"
+#include "command/Arguments.h"
+#include "command/SharedOptions.h"
 #include "diff/Difference.h"
 #include "diff/Growth.h"
 #include "diff/JsonOutput.h"
 #include "diff/TextOutput.h"
+#include "input/ProductData.h"
+#include "output/Text.h"
 #include "summary/Document.h"
 #include "summary/UnknownProducts.h"
+#include "terminal/ProgressLine.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "JsonWriter.h"
+#include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {

@@ -11,12 +11,12 @@
 #include <string>
 #include <vector>
 
-#include "FlowingLine.h"
-#include "ReadableSize.h"
-#include "Text.h"
+#include "output/ReadableSize.h"
+#include "output/Text.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
+#include "terminal/FlowingLine.h"
 
 namespace update_metadata_tool {
 namespace {

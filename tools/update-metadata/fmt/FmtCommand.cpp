@@ -10,12 +10,12 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Advice.h"
-#include "DocumentText.h"
-#include "FileReplacement.h"
-#include "SharedOptions.h"
-#include "Text.h"
+#include "command/Advice.h"
+#include "command/SharedOptions.h"
 #include "fmt/Formatting.h"
+#include "input/DocumentText.h"
+#include "output/FileReplacement.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

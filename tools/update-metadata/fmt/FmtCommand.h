@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "Command.h"
-#include "ExitCode.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
 #include "fmt/Layout.h"
 
 namespace update_metadata_tool {

@@ -4,7 +4,7 @@
 #include <new>
 #include <string_view>
 
-#include "Advice.h"
+#include "command/Advice.h"
 #include "fmt/LoadRecord.h"
 #include "source/LineIndex.h"
 #include "source/SourceTree.h"

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <optional>
 
-#include "JsonWriter.h"
 #include "lint/Finding.h"
+#include "output/JsonWriter.h"
 
 namespace update_metadata_tool {
 

@@ -2,8 +2,8 @@
 
 #include <iosfwd>
 
-#include "JsonWriter.h"
 #include "lint/ReportWriter.h"
+#include "output/JsonWriter.h"
 
 namespace update_metadata_tool {
 

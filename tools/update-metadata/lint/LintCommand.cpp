@@ -11,20 +11,20 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Advice.h"
-#include "Arguments.h"
-#include "DocumentText.h"
-#include "HelpText.h"
-#include "ProductData.h"
-#include "ProgressLine.h"
-#include "SharedOptions.h"
-#include "Terminal.h"
-#include "Text.h"
+#include "command/Advice.h"
+#include "command/Arguments.h"
+#include "command/HelpText.h"
+#include "command/SharedOptions.h"
+#include "input/DocumentText.h"
+#include "input/ProductData.h"
 #include "lint/JsonReport.h"
 #include "lint/Linter.h"
 #include "lint/RuleHelp.h"
 #include "lint/SarifReport.h"
 #include "lint/TextReport.h"
+#include "output/Text.h"
+#include "terminal/ProgressLine.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Command.h"
-#include "ExitCode.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
 #include "lint/ReportWriter.h"
 #include "lint/SeveritySettings.h"
 

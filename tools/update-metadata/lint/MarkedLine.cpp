@@ -4,8 +4,8 @@
 #include <iterator>
 #include <vector>
 
-#include "DisplayWidth.h"
-#include "Text.h"
+#include "output/Text.h"
+#include "terminal/DisplayWidth.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <typeinfo>
 
-#include "Text.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -11,11 +11,11 @@
 #include <utility>
 #include <vector>
 
-#include "ProductData.h"
-#include "Text.h"
+#include "input/ProductData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "lint/Resembling.h"
 #include "lint/Words.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

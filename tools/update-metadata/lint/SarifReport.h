@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "JsonWriter.h"
 #include "lint/ReportWriter.h"
+#include "output/JsonWriter.h"
 
 namespace update_metadata_tool {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "Text.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 

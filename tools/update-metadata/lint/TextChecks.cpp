@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "Text.h"
 #include "lint/Words.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

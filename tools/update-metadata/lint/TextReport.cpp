@@ -4,10 +4,10 @@
 #include <ostream>
 #include <string_view>
 
-#include "DisplayWidth.h"
-#include "Text.h"
 #include "lint/MarkedLine.h"
+#include "output/Text.h"
 #include "source/LineIndex.h"
+#include "terminal/DisplayWidth.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "FlowingLine.h"
-#include "Terminal.h"
 #include "lint/ReportWriter.h"
+#include "terminal/FlowingLine.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool {
 

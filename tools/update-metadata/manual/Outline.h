@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "CommandLineFwd.h"
+#include "command/CommandLineFwd.h"
 
 namespace update_metadata_tool {
 

@@ -12,13 +12,13 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Command.h"
-#include "Program.h"
+#include "command/Command.h"
 #include "install/update_metadata_parser/Version.h"
 #include "lint/RuleHelp.h"
 #include "manual/Completion.h"
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
+#include "program/Program.h"
 
 namespace {
 

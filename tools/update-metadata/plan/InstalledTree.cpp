@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "Text.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -3,7 +3,7 @@
 #include <ostream>
 #include <vector>
 
-#include "JsonWriter.h"
+#include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {

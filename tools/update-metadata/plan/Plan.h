@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "ProgressLine.h"
 #include "plan/InstalledTree.h"
 #include "plan/ProductChoice.h"
 #include "summary/Contents.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/Totals.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool {
 

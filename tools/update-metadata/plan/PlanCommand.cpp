@@ -6,17 +6,17 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Arguments.h"
-#include "ProductData.h"
-#include "SharedOptions.h"
-#include "Terminal.h"
-#include "Text.h"
+#include "command/Arguments.h"
+#include "command/SharedOptions.h"
+#include "input/ProductData.h"
+#include "output/Text.h"
 #include "plan/InstalledTree.h"
 #include "plan/JsonOutput.h"
 #include "plan/ProductChoice.h"
 #include "plan/TextOutput.h"
 #include "summary/Document.h"
 #include "summary/UnknownProducts.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool {
 namespace {

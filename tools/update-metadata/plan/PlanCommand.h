@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "Command.h"
-#include "ExitCode.h"
-#include "ProgressLine.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
 #include "plan/Plan.h"
 #include "summary/Contents.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool {
 

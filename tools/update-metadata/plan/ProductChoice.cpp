@@ -5,7 +5,7 @@
 #include <ostream>
 #include <set>
 
-#include "Text.h"
+#include "output/Text.h"
 #include "summary/NearProducts.h"
 
 namespace update_metadata_tool {

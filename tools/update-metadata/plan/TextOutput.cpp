@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
-#include "DisplayWidth.h"
-#include "FlowingLine.h"
-#include "ReadableSize.h"
-#include "Text.h"
+#include "output/ReadableSize.h"
+#include "output/Text.h"
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
+#include "terminal/DisplayWidth.h"
+#include "terminal/FlowingLine.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "DocumentText.h"
-#include "Text.h"
+#include "input/DocumentText.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "output/Text.h"
 #include "summary/Contents.h"
 #include "summary/GatherModel.h"
 #include "summary/NearProducts.h"

@@ -9,9 +9,9 @@
 #include <utility>
 #include <variant>
 
-#include "Release.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "summary/Release.h"
 
 namespace update_metadata_tool {
 

@@ -5,11 +5,11 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Advice.h"
-#include "Arguments.h"
-#include "ProductData.h"
-#include "SharedOptions.h"
-#include "Text.h"
+#include "command/Advice.h"
+#include "command/Arguments.h"
+#include "command/SharedOptions.h"
+#include "input/ProductData.h"
+#include "output/Text.h"
 #include "query/JsonOutput.h"
 #include "query/TextOutput.h"
 

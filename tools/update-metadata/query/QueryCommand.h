@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "Command.h"
-#include "ExitCode.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
 #include "query/Answers.h"
 
 namespace update_metadata_tool {

@@ -4,8 +4,8 @@
 #include <ostream>
 #include <string>
 
-#include "ReadableSize.h"
-#include "Text.h"
+#include "output/ReadableSize.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

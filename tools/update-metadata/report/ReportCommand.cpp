@@ -8,19 +8,19 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Advice.h"
-#include "Arguments.h"
-#include "DocumentText.h"
-#include "FileReplacement.h"
-#include "ProductData.h"
-#include "SharedOptions.h"
-#include "Terminal.h"
-#include "Text.h"
+#include "command/Advice.h"
+#include "command/Arguments.h"
+#include "command/SharedOptions.h"
+#include "input/DocumentText.h"
+#include "input/ProductData.h"
 #include "lint/Linter.h"
+#include "output/FileReplacement.h"
+#include "output/Text.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"
 #include "summary/UnknownProducts.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool {
 namespace {

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "Command.h"
-#include "ExitCode.h"
-#include "ProgressLine.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool {
 

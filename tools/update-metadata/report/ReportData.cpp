@@ -7,7 +7,7 @@
 #include <optional>
 #include <sstream>
 
-#include "JsonWriter.h"
+#include "output/JsonWriter.h"
 #include "source/LineIndex.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"

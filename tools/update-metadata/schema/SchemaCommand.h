@@ -2,8 +2,8 @@
 
 #include <iosfwd>
 
-#include "Command.h"
-#include "ExitCode.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
 
 namespace update_metadata_tool {
 

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "JsonWriter.h"
+#include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
 namespace update_metadata_tool {

@@ -4,17 +4,17 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Arguments.h"
-#include "ProductData.h"
-#include "ProgressLine.h"
-#include "SharedOptions.h"
-#include "Terminal.h"
-#include "Text.h"
+#include "command/Arguments.h"
+#include "command/SharedOptions.h"
+#include "input/ProductData.h"
+#include "output/Text.h"
 #include "show/JsonOutput.h"
 #include "show/Overview.h"
 #include "show/TextOutput.h"
 #include "summary/Document.h"
 #include "summary/UnknownProducts.h"
+#include "terminal/ProgressLine.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool {
 namespace {

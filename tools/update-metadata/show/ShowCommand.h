@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "Command.h"
-#include "ExitCode.h"
+#include "command/Command.h"
+#include "command/ExitCode.h"
 
 namespace update_metadata_tool {
 

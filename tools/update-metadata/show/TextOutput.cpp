@@ -5,11 +5,11 @@
 #include <string>
 #include <utility>
 
-#include "Table.h"
-#include "Text.h"
+#include "output/Text.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
+#include "terminal/Table.h"
 
 namespace update_metadata_tool {
 namespace {

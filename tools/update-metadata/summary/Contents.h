@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Release.h"
+#include "summary/Release.h"
 
 namespace update_metadata_tool {
 

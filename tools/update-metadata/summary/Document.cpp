@@ -5,11 +5,11 @@
 #include <exception>
 #include <utility>
 
-#include "Advice.h"
-#include "DocumentText.h"
-#include "ReadableSize.h"
-#include "Text.h"
+#include "command/Advice.h"
+#include "input/DocumentText.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "output/ReadableSize.h"
+#include "output/Text.h"
 #include "summary/GatherModel.h"
 #include "summary/SummaryHandler.h"
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "ProgressLine.h"
 #include "summary/Contents.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool {
 

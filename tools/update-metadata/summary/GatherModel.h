@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ProgressLine.h"
 #include "install/datamodels/product_update/ProductUpdateMetaData.h"
 #include "summary/Contents.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
-#include "EditDistance.h"
-#include "Text.h"
+#include "output/EditDistance.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 namespace {

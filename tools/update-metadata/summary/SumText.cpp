@@ -4,7 +4,7 @@
 #include <limits>
 #include <optional>
 
-#include "ReadableSize.h"
+#include "output/ReadableSize.h"
 
 namespace update_metadata_tool {
 namespace {

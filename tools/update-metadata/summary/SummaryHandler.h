@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "ProgressLine.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool {
 

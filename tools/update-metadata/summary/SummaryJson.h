@@ -1,8 +1,8 @@
 #pragma once
 
-#include "JsonWriter.h"
-#include "Release.h"
+#include "output/JsonWriter.h"
 #include "summary/DoubtfulSizes.h"
+#include "summary/Release.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool {

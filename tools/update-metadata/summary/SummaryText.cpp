@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <ostream>
 
-#include "FlowingLine.h"
-#include "ReadableSize.h"
-#include "Text.h"
+#include "output/ReadableSize.h"
+#include "output/Text.h"
 #include "summary/DoubtfulSizes.h"
+#include "terminal/FlowingLine.h"
 
 namespace update_metadata_tool {
 namespace {

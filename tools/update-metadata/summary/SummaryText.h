@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "FlowingLine.h"
 #include "summary/Contents.h"
+#include "terminal/FlowingLine.h"
 
 namespace update_metadata_tool {
 

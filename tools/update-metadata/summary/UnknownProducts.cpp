@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <ostream>
 
-#include "Text.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool {
 

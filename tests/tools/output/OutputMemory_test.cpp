@@ -1,0 +1,136 @@
+// What becomes of every output for programs when memory runs out while it is made.
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <CLI/CLI.hpp>
+
+#include "command/Command.h"
+#include "support/FailingAllocation.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::FailingAllocation;
+using test_support::MemoryLimit;
+
+/// Keeps what is written without asking for memory.
+class FixedBuffer : public std::streambuf {
+ public:
+  FixedBuffer() { setp(bytes_.data(), bytes_.data() + bytes_.size()); }
+
+  std::string_view text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
+
+ private:
+  std::array<char, std::size_t{256} << 10U> bytes_{};
+};
+
+enum class End { kDone, kFailed, kThrown };
+
+// Runs a subcommand while a `Shortage` lasts that begins with the `nth` allocation. Its output goes
+// to `text`. `isReached` gets whether memory was short.
+template <class Shortage>
+End runShort(const Command& command, std::size_t nth, FixedBuffer& text, bool& isReached) {
+  FixedBuffer complaint;
+  std::ostream out(&text);
+  out.exceptions(std::ios_base::badbit);
+  std::ostream err(&complaint);
+  const Shortage shortage(nth);
+  End end = End::kThrown;
+  try {
+    end = command.run(out, err) == ExitCode::kDone ? End::kDone : End::kFailed;
+  } catch (const std::bad_alloc&) {
+  }
+  isReached = shortage.reached();
+  return end;
+}
+
+// With the first allocation failing, then with the second, and so on: the output is whole, or the
+// beginning of it with an exception, or the command says that it failed.
+template <class Shortage>
+void expectNothingFalse(const Command& command) {
+  FixedBuffer whole;
+  bool isReached = true;
+  constexpr std::size_t kNever = std::size_t{1} << 30U;
+  ASSERT_EQ(runShort<Shortage>(command, kNever, whole, isReached), End::kDone);
+  std::size_t nth = 0;
+  for (isReached = true; isReached; ++nth) {
+    FixedBuffer text;
+    const End end = runShort<Shortage>(command, nth, text, isReached);
+    if (end == End::kDone) {
+      ASSERT_EQ(text.text(), whole.text()) << nth;
+    } else if (end == End::kThrown) {
+      ASSERT_EQ(text.text(), whole.text().substr(0, text.text().size())) << nth;
+    }
+  }
+  EXPECT_GT(nth, 10U);
+}
+
+struct Output {
+  const char* name;
+  std::vector<const char*> arguments;
+};
+
+std::ostream& operator<<(std::ostream& out, const Output& row) {
+  return out << row.name;
+}
+
+class OutputsForPrograms : public ::testing::TestWithParam<Output> {
+ protected:
+  OutputsForPrograms() : commands_(addCommands(app_)) {
+    std::vector<const char*> arguments = GetParam().arguments;
+    arguments.insert(arguments.begin(), "update-metadata");
+    app_.parse(static_cast<int>(arguments.size()), arguments.data());
+  }
+
+  const Command& command() const {
+    for (const auto& command : commands_) {
+      if (command->isChosen()) {
+        return *command;
+      }
+    }
+    throw std::logic_error("no subcommand");
+  }
+
+ private:
+  CLI::App app_;
+  std::vector<std::unique_ptr<Command>> commands_;
+};
+
+TEST_P(OutputsForPrograms, EndCleanlyWhenOneAllocationFails) {
+  expectNothingFalse<FailingAllocation>(command());
+}
+
+TEST_P(OutputsForPrograms, EndCleanlyWhenMemoryRunsOut) {
+  expectNothingFalse<MemoryLimit>(command());
+}
+
+#define SAMPLE UMP_SOURCE_DIR "/examples/documents/small/update.json"
+#define FAULTY UMP_SOURCE_DIR "/tests/golden/cases/names_decoding_alike/document.json"
+#define PRODUCTS UMP_SOURCE_DIR "/examples/documents/small/product-data"
+
+const Output kOutputs[] = {
+    {"Query", {"query", SAMPLE, "--format=json", "--product-data", PRODUCTS}},
+    {"QueryOfOneProduct",
+     {"query", SAMPLE, "--format=json", "--product-data", PRODUCTS, "--base-code=FE"}},
+    {"Show", {"show", SAMPLE, "--format=json", "--product-data", PRODUCTS}},
+    {"Plan", {"plan", SAMPLE, "--format=json", "--product-data", PRODUCTS, "--installed", "/"}},
+    {"Diff", {"diff", SAMPLE, SAMPLE, "--format=json", "--fail-if-larger=5%"}},
+    {"Lint", {"lint", FAULTY, "--format=json"}},
+    {"LintForReviews", {"lint", FAULTY, "--format=sarif"}},
+    {"Report", {"report", FAULTY, "-o", "-"}},
+};
+INSTANTIATE_TEST_SUITE_P(Commands, OutputsForPrograms, ::testing::ValuesIn(kOutputs),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace update_metadata_tool

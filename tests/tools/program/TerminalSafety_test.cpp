@@ -1,0 +1,229 @@
+// Nothing that the command writes for people holds what a terminal must not be sent, whatever it is
+// given.
+
+#include <filesystem>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "output/Text.h"
+#include "support/RunTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace update_metadata_tool {
+namespace {
+
+using test_support::runTool;
+using test_support::TemporaryFolder;
+using test_support::ToolRun;
+using test_support::ToolSurroundings;
+
+// What a terminal must not be sent, the first of it; empty if there is nothing.
+std::string firstUnsafe(std::string_view text) {
+  while (!text.empty()) {
+    const Character character = firstCharacter(text);
+    if (!character.isUtf8 || (isUnseen(character.code) && character.code != U'\n')) {
+      return toVisible(text.substr(0, 40));
+    }
+    text.remove_prefix(character.bytes);
+  }
+  return "";
+}
+
+void expectSafe(const std::vector<std::string>& arguments, const ToolSurroundings& around) {
+  const ToolRun run = runTool(arguments, around);
+  std::string words;
+  for (const std::string& argument : arguments) {
+    words += ' ' + toVisible(argument);
+  }
+  EXPECT_GE(run.exitCode, 0) << words;
+  EXPECT_EQ(firstUnsafe(run.out), "") << words;
+  EXPECT_EQ(firstUnsafe(run.err), "") << words;
+}
+
+struct Unsafe {
+  const char* name;
+  std::string text;
+};
+
+std::ostream& operator<<(std::ostream& out, const Unsafe& row) {
+  return out << row.name;
+}
+
+const Unsafe kUnsafe[] = {
+    {"Escape", "a\x1B[31mb"},
+    {"Bell", "a\ab"},
+    {"CarriageReturn", "a\rb"},
+    {"C1Control",
+     "a\xC2\x9B"
+     "31mb"},
+    {"C1Byte",
+     "a\x9B"
+     "31mb"},
+    {"Override",
+     "a\xE2\x80\xAE"
+     "b\xE2\x81\xA6"},
+};
+
+// In JSON, where controls have to be written as escapes.
+std::string jsonString(const std::string& text) {
+  std::string json = "\"";
+  for (const char byte : text) {
+    if (byte == '\x1B') {
+      json += "\\u001b";
+    } else if (byte == '\a') {
+      json += "\\u0007";
+    } else if (byte == '\r') {
+      json += "\\r";
+    } else {
+      json += byte;
+    }
+  }
+  return json + '"';
+}
+
+// A document whose every name, and every other text, is `name`.
+std::string documentOf(const std::string& name) {
+  const std::string release = "{\"release\":" + name + ",\"version\":" + name +
+                              ",\"zelvan_version\":" + name + ",\"date\":" + name +
+                              ",\"checksum\":" + name + ",\"description\":" + name +
+                              ",\"prerelease\":false,\"update\":1}";
+  return "{\"metadata\":{\"arch\":" + name + ",\"base\":" + release + ",\"target\":" + release +
+         "},\"components\":{" + name + ":{\"delete\":{" + name + ":{\"size\":-1}},\"extract\":{" +
+         name + ":{\"size\":1,\"uncompressedBytes\":0}}}},\"products\":{" + name +
+         ":{\"delete\":[" + name + "],\"extract\":[" + name +
+         "]}},\"componentsWithFilesDeleted\":{" + name + ":{" + name + ":{\"size\":1,\"files\":[" +
+         name + "]}}}," + name + ":1}";
+}
+
+class UnsafeTexts : public ::testing::TestWithParam<Unsafe> {
+ protected:
+  UnsafeTexts() {
+    around_.folder = folder_.nativePath();
+    folder_.writeFile("good", documentOf("\"n\""));
+    folder_.writeFile("named", documentOf(jsonString(text_)));
+    folder_.makeFolder("data");
+    folder_.writeFile("data/products.tsv", "\n" + text_ + "\t" + text_ + "\t1\t\n");
+  }
+
+  const std::string& text_ = GetParam().text;
+  const TemporaryFolder folder_;
+  ToolSurroundings around_;
+};
+
+TEST_P(UnsafeTexts, AreEscapedAsNames) {
+  const std::vector<std::vector<std::string>> runs = {
+      {"query", "named"},
+      {"query", "named", "--product-data=data"},
+      {"query", "named", "--product-data=data", "--base-code=ZZ"},
+      {"show", "named", "--product-data=data"},
+      {"plan", "named", "--product-data=data"},
+      {"plan", "named", "--product-data=data", "--product=ZZ"},
+      {"plan", "named", "--product-data=data", "--installed=."},
+      {"diff", "good", "named", "--product-data=data"},
+      {"diff", "named", "good"},
+      {"lint", "named", "--product-data=data"},
+      {"report", "named", "-o", "page"},
+      {"fmt", "--check", "named"},
+  };
+  for (const auto& arguments : runs) {
+    expectSafe(arguments, around_);
+  }
+}
+
+TEST_P(UnsafeTexts, AreEscapedInMalformedDocuments) {
+  const std::vector<std::string> documents = {
+      text_, "{" + jsonString(text_) + ":" + text_ + "}",
+      "{\"metadata\":" + jsonString(text_) + "}",
+      R"({"metadata":{"arch":"","base":null,"target":null},"components":{)" + jsonString(text_) +
+          ":{\"extract\":{" + jsonString(text_) + ":{\"size\":" + jsonString(text_) + "}}}}}",
+      "{" + jsonString(text_) + ":{\"qztype\":" + jsonString(text_) + ",\"qzdata\":[1]}}"};
+  for (const std::string& document : documents) {
+    folder_.writeFile("malformed", document);
+    for (const char* command : {"query", "show", "lint", "fmt"}) {
+      expectSafe({command, "malformed"}, around_);
+    }
+  }
+}
+
+TEST_P(UnsafeTexts, AreEscapedInProductData) {
+  const std::string rows[] = {"P\tN\t" + text_ + "\t\n",
+                              "P\t" + text_ + "\t1\t\n",
+                              text_ + "\tN\t1\t\n",
+                              "P\tN\t1\t" + text_ + "\n",
+                              text_ + "\n",
+                              "P\tN\t" + text_ + "\n"};
+  for (const std::string& row : rows) {
+    for (const char* beginning : {"", "\n", "base code\tname\tnumber\t\n"}) {
+      folder_.writeFile("data/products.tsv", beginning + row);
+      for (const char* command : {"query", "show", "plan", "lint"}) {
+        expectSafe({command, "good", "--product-data=data"}, around_);
+      }
+      expectSafe({"diff", "good", "named", "--product-data=data"}, around_);
+      expectSafe({"report", "good", "--product-data=data", "-o", "page"}, around_);
+    }
+  }
+}
+
+TEST_P(UnsafeTexts, AreEscapedAsFileNames) {
+  const std::string folder = "folder" + text_;
+  const std::string broken = "broken" + text_;
+  std::filesystem::create_directory(folder_.nativePath(folder));
+  std::filesystem::copy(folder_.nativePath("good"), folder_.nativePath(text_));
+  folder_.writeFile("broken", "{");
+  std::filesystem::rename(folder_.nativePath("broken"), folder_.nativePath(broken));
+  for (const std::string& file : {text_, broken, folder, "missing" + text_}) {
+    for (const char* command : {"query", "show", "lint", "fmt"}) {
+      expectSafe({command, file}, around_);
+    }
+    expectSafe({"plan", file, "--product-data=data"}, around_);
+    expectSafe({"plan", "good", "--product-data", file}, around_);
+    expectSafe({"plan", "good", "--product-data=data", "--installed", file}, around_);
+    expectSafe({"diff", "good", file}, around_);
+    expectSafe({"report", file, "-o", "page"}, around_);
+    expectSafe({"query", "good", "--product-data", file}, around_);
+    expectSafe({"fmt", "--check", file}, around_);
+  }
+  expectSafe({"report", "good", "-o", folder}, around_);
+  expectSafe({"report", "good", "-o", "missing" + text_ + "/page"}, around_);
+}
+
+TEST_P(UnsafeTexts, AreEscapedAsArguments) {
+  const std::vector<std::vector<std::string>> runs = {
+      {text_},
+      {"--" + text_},
+      {"query", "good", text_},
+      {"query", "good", "--" + text_},
+      {"query", "good", "--base-code", text_},
+      {"query", "good", "--format", text_},
+      {"show", "good", "--sort", text_},
+      {"show", "good", "--top", text_},
+      {"plan", "good", "--product-data=data", "--product", text_},
+      {"plan", "good", "--product-data=data", text_},
+      {"diff", "good", "good", "--fail-if-larger", text_},
+      {"diff", "good", "good", text_},
+      {"lint", "good", "--severity", text_},
+      {"lint", "good", "--severity", text_ + "=off"},
+      {"lint", "good", "--severity", "repeated-key=" + text_},
+      {"lint", "good", "--format", text_},
+      {"lint", "--explain", text_},
+      {"fmt", "good", "--indent", text_},
+      {"report", "good", "-o", "page", text_},
+      {"schema", text_},
+      {"--version", text_},
+      {"--help", text_},
+      {"query", "--help", text_},
+  };
+  for (const auto& arguments : runs) {
+    expectSafe(arguments, around_);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, UnsafeTexts, ::testing::ValuesIn(kUnsafe),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace update_metadata_tool

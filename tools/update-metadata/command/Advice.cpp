@@ -1,0 +1,153 @@
+#include "command/Advice.h"
+
+#include <cstddef>
+#include <ios>
+#include <new>
+#include <ostream>
+#include <set>
+#include <string_view>
+
+#include "input/DocumentText.h"
+#include "output/Text.h"
+#include "source/SourceTree.h"
+
+namespace update_metadata_tool {
+namespace {
+
+struct Advice {
+  std::string_view beginning;  ///< how the library's text begins
+  const char* whatToDo;
+  bool isForLint;  ///< whether the document is at fault, so that lint shows where
+};
+
+constexpr const char* kOutOfMemory = "there is not enough memory for it";
+
+// What the library throws for a missing section.
+constexpr std::string_view kMissingSection = "map::at";
+
+constexpr Advice kAdvice[] = {
+    {"standard input cannot be read",
+     "give it a document: a file, '< update.json', or what another command writes", false},
+    {"Update MetaData Json file does not exist ", "check the path", false},
+    {"Error opening Update MetaData Json File",
+     "it is there, but is no file that can be read: check what it is and its permissions", false},
+    {"Error while parsing ",
+     "its text is not one JSON object; nothing may come before or after the object, not even a "
+     "byte-order mark or a final line feed",
+     true},
+    {"Invalid data provided for '",
+     "correct the document: that member is missing somewhere or has a value of the wrong kind",
+     true},
+    {"invalid conversion: ",
+     "correct the document: some value, maybe a missing one, has the first kind and must have the "
+     "second",
+     true},
+    {kMissingSection,
+     "add what is missing of \"metadata\", \"components\", \"products\" and "
+     "\"componentsWithFilesDeleted\" at the top of the document",
+     true},
+};
+
+bool isOutOfMemory(const std::exception& failure) {
+  return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr;
+}
+
+std::string adviseOnAnswering(const std::exception& failure, const std::u16string& productData) {
+  if (isOutOfMemory(failure)) {
+    return kOutOfMemory;
+  }
+  if (productData.empty()) {
+    return "the reason is above";
+  }
+  return "check the product data at '" + toVisible(productData) + "'";
+}
+
+void report(const std::exception& failure, const std::u16string& file, const std::string& whatToDo,
+            std::ostream& err) {
+  err << toVisible(failure.what()) << "\nupdate-metadata: '" << toVisible(file) << "' " << whatToDo
+      << '\n';
+}
+
+// The first section that an object does not have, in the order in which the library asks for them;
+// null if it has all.
+const char* findMissingSection(const SourceTree& tree) {
+  std::set<std::string> names;
+  if (tree.isWhole() && tree[SourceTree::kRoot].kind == SourceKind::kObject) {
+    const std::size_t end = tree[SourceTree::kRoot].next;
+    for (std::size_t key = SourceTree::kRoot + 1; key < end; key = tree[key + 1].next) {
+      names.insert(tree.decoded(key));
+    }
+  }
+  for (const char* section : {"metadata", "components", "products", "componentsWithFilesDeleted"}) {
+    if (names.count(section) == 0) {
+      return section;
+    }
+  }
+  return nullptr;
+}
+
+// The same for a file, which may have changed or be gone by now. Standard input is read only once.
+const char* findMissingSection(const std::u16string& file) {
+  const std::string name = toUtf8(file);
+  if (name == kStandardInput) {
+    return nullptr;
+  }
+  try {
+    const std::string text = readDocument(name);
+    return findMissingSection(SourceTree(text));
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
+std::string adviseOn(const Advice& advice, const std::u16string& file, const SourceTree* tree) {
+  if (!advice.isForLint) {
+    return advice.whatToDo;
+  }
+  std::string whatToDo = advice.whatToDo;
+  if (advice.beginning == kMissingSection) {
+    const char* const section =
+        tree != nullptr ? findMissingSection(*tree) : findMissingSection(file);
+    if (section != nullptr) {
+      whatToDo = std::string("add the section \"") + section + "\" at the top of the document";
+    }
+  }
+  return whatToDo + "; " + pointToLint(file, "where");
+}
+
+}  // namespace
+
+std::string pointToLint(const std::u16string& file, const char* what) {
+  return "'update-metadata lint " + toVisible(file) + "' shows " + what;
+}
+
+std::string adviseOnLoading(const std::exception& failure, const std::u16string& file,
+                            const SourceTree* tree) {
+  if (isOutOfMemory(failure)) {
+    return kOutOfMemory;
+  }
+  const std::string_view text = failure.what();
+  for (const Advice& advice : kAdvice) {
+    if (text.substr(0, advice.beginning.size()) == advice.beginning) {
+      return adviseOn(advice, file, tree);
+    }
+  }
+  if (dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
+    return "it could be opened, but not be read to its end: check the device that it is on";
+  }
+  return "check that it is a complete update metadata document; " + pointToLint(file, "more");
+}
+
+void reportUnloaded(const std::exception& failure, const std::u16string& file, std::ostream& err) {
+  report(failure, file, "could not be loaded; " + adviseOnLoading(failure, file), err);
+}
+
+void reportUnanswered(const std::exception& failure, const std::u16string& file,
+                      const std::u16string& productData, std::ostream& err) {
+  report(failure, file,
+         "was loaded, but the questions about it could not be answered; " +
+             adviseOnAnswering(failure, productData),
+         err);
+}
+
+}  // namespace update_metadata_tool

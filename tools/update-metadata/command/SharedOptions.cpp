@@ -1,0 +1,54 @@
+#include "command/SharedOptions.h"
+
+#include <algorithm>
+
+#include <CLI/CLI.hpp>
+
+#include "command/Arguments.h"
+#include "input/DocumentText.h"
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kOrStandardInput = "; - is standard input";
+
+}  // namespace
+
+void addDocument(CLI::App& subcommand, const std::string& name, std::string& file,
+                 const std::string& help) {
+  subcommand.add_option(name, file, help + kOrStandardInput)
+      ->required()
+      ->type_name("")
+      ->check(isUtf8Argument());
+}
+
+CLI::Option& addDocuments(CLI::App& subcommand, std::vector<std::string>& files) {
+  return *subcommand
+              .add_option("FILE", files,
+                          std::string("The update metadata documents (JSON)") + kOrStandardInput)
+              ->type_name("")
+              ->check(isUtf8Argument());
+}
+
+CLI::Option& addProductData(CLI::App& subcommand, std::optional<std::string>& location,
+                            const std::string& purpose) {
+  return *subcommand
+              .add_option("--product-data", location, "Folder with the product data, " + purpose)
+              ->type_name("DIR")
+              ->check(isUtf8Argument());
+}
+
+void addFormat(CLI::App& subcommand, std::string& format) {
+  subcommand.add_option("--format", format, "Write 'text' for people or 'json' for programs")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({kTextFormat, kJsonFormat}))
+      ->capture_default_str();
+}
+
+void checkStandardInput(const std::string& argument, const std::vector<std::string>& files) {
+  if (std::count(files.begin(), files.end(), kStandardInput) > 1) {
+    throw CLI::ValidationError(argument, "standard input (-) can be read only once");
+  }
+}
+
+}  // namespace update_metadata_tool

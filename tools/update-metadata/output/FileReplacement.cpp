@@ -1,0 +1,280 @@
+#include "output/FileReplacement.h"
+
+#include <fcntl.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <filesystem>
+#include <ios>
+#include <random>
+#include <system_error>
+#include <vector>
+
+namespace update_metadata_tool {
+namespace {
+
+constexpr const char* kAccessList = "system.posix_acl_access";
+
+[[noreturn]] void fail(const char* what, int error = errno) {
+  throw std::system_error(error, std::generic_category(), what);
+}
+
+struct stat statusOf(int file) {
+  struct stat status {};
+  if (::fstat(file, &status) != 0) {
+    fail("the file cannot be looked at");
+  }
+  if (!S_ISREG(status.st_mode)) {
+    fail("only a regular file can be replaced", EINVAL);
+  }
+  return status;
+}
+
+bool isSame(const timespec& left, const timespec& right) {
+  return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
+}
+
+// Tells whether both are of one file that has not been written in between.
+bool isUnchanged(const struct stat& before, const struct stat& now) {
+  return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
+         before.st_size == now.st_size && isSame(before.st_mtim, now.st_mtim);
+}
+
+std::string follow(const std::string& path) {
+  std::error_code error;
+  std::filesystem::path target = std::filesystem::canonical(path, error);
+  if (error) {
+    fail("its path cannot be followed", error.value());
+  }
+  return target.string();
+}
+
+int openFolder(const std::filesystem::path& folder) {
+  const int opened =
+      ::open(folder.empty() ? "." : folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  if (opened < 0) {
+    fail("its folder cannot be opened");
+  }
+  return opened;
+}
+
+// Without waiting for the other end of a pipe.
+int openIn(const Descriptor& folder, const std::string& name, int access, const char* complaint) {
+  const int opened =
+      ::openat(folder.get(), name.c_str(), access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (opened < 0) {
+    fail(complaint);
+  }
+  return opened;
+}
+
+/// Lets the signals by which people and systems end a process wait while it lives.
+class SignalsHeldBack {
+ public:
+  SignalsHeldBack() {
+    sigset_t held;
+    ::sigemptyset(&held);
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+      ::sigaddset(&held, signal);
+    }
+    ::sigprocmask(SIG_BLOCK, &held, &before_);
+  }
+  SignalsHeldBack(const SignalsHeldBack&) = delete;
+  SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
+  ~SignalsHeldBack() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+ private:
+  sigset_t before_;
+};
+
+std::string makeName() {
+  constexpr const char* kDigits = "0123456789abcdef";
+  std::random_device random;
+  std::string name = ".update-metadata-";
+  for (int digit = 0; digit != 16; ++digit) {
+    name += kDigits[random() % 16];
+  }
+  return name;
+}
+
+/// A new file that is gone at the end unless it was given another name.
+class TemporaryFile {
+ public:
+  TemporaryFile(const Descriptor& folder, mode_t mode)
+      : folder_(folder),
+        name_(makeName()),
+        file_(
+            ::openat(folder.get(), name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode)) {
+    if (file_.get() < 0) {
+      fail("no file can be made in its folder");
+    }
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    if (!isRenamed_) {
+      ::unlinkat(folder_.get(), name_.c_str(), 0);
+    }
+  }
+
+  void write(std::string_view content) {
+    while (!content.empty()) {
+      const ssize_t written = ::write(file_.get(), content.data(), content.size());
+      if (written >= 0) {
+        content.remove_prefix(static_cast<std::size_t>(written));
+      } else if (errno != EINTR) {
+        fail("the new file cannot be written");
+      }
+    }
+  }
+
+  // Of the open file `from`, whose status is given, too.
+  void takeRights(int from, const struct stat& status) {
+    mode_t mode = status.st_mode & 07777U;
+    if (::fchown(file_.get(), status.st_uid, status.st_gid) != 0) {
+      // Only an administrator gives files away. Special rights were meant for the old owner.
+      mode &= 0777U;
+      constexpr auto kSameOwner = static_cast<uid_t>(-1);
+      if (::fchown(file_.get(), kSameOwner, status.st_gid) != 0) {
+        mode &= ~static_cast<mode_t>(S_IRWXG);
+      }
+    }
+    takeAccessList(from);
+    // With an access control list, the bits of the group bound what the list permits.
+    if (::fchmod(file_.get(), mode) != 0) {
+      fail("the new file cannot be given the mode of the old one");
+    }
+  }
+
+  // Puts its content on the disk, which has to be there before it gets the name.
+  void finish() {
+    if (::fsync(file_.get()) != 0) {
+      fail("the new file cannot be written");
+    }
+  }
+
+  void rename(const std::string& to) {
+    if (::renameat(folder_.get(), name_.c_str(), folder_.get(), to.c_str()) != 0) {
+      fail("the file cannot be replaced");
+    }
+    isRenamed_ = true;
+  }
+
+ private:
+  // A folder may give a new file a list that the old one does not have.
+  void takeAccessList(int from) {
+    constexpr const char* kRefusal =
+        "the new file cannot be given the access control list of the old one";
+    const ssize_t size = ::fgetxattr(from, kAccessList, nullptr, 0);
+    if (size > 0) {
+      std::vector<char> list(static_cast<std::size_t>(size));
+      const ssize_t got = ::fgetxattr(from, kAccessList, list.data(), list.size());
+      if (got < 0 || ::fsetxattr(file_.get(), kAccessList, list.data(),
+                                 static_cast<std::size_t>(got), 0) != 0) {
+        fail(kRefusal);
+      }
+    } else if (size < 0 && errno != ENODATA && errno != ENOTSUP) {
+      fail(kRefusal);
+    } else if (::fremovexattr(file_.get(), kAccessList) != 0 && errno != ENODATA &&
+               errno != ENOTSUP) {
+      fail(kRefusal);
+    }
+  }
+
+  const Descriptor& folder_;
+  std::string name_;
+  Descriptor file_;
+  bool isRenamed_ = false;
+};
+
+}  // namespace
+
+Descriptor::~Descriptor() {
+  if (descriptor_ >= 0) {
+    ::close(descriptor_);
+  }
+}
+
+OpenedFile::OpenedFile(const std::string& path, Use use)
+    : path_(follow(path)),
+      folder_(openFolder(std::filesystem::path(path_).parent_path())),
+      name_(std::filesystem::path(path_).filename().string()),
+      file_(openIn(
+          folder_, name_.empty() ? "." : name_, use == Use::kReplace ? O_WRONLY : O_RDONLY,
+          use == Use::kReplace ? "the file cannot be written" : "the file cannot be opened")),
+      status_(statusOf(file_.get())) {}
+
+std::string OpenedFile::read() const {
+  constexpr std::size_t kBytesAtOnce = std::size_t{1} << 20U;
+  std::string text;
+  for (std::size_t size = 0;;) {
+    text.resize(size + kBytesAtOnce);
+    const ssize_t got =
+        ::pread(file_.get(), text.data() + size, kBytesAtOnce, static_cast<off_t>(size));
+    if (got < 0 && errno != EINTR) {
+      throw std::ios_base::failure("the file cannot be read",
+                                   std::error_code(errno, std::generic_category()));
+    }
+    size += got > 0 ? static_cast<std::size_t>(got) : 0;
+    if (got == 0) {
+      text.resize(size);
+      return text;
+    }
+  }
+}
+
+void OpenedFile::replace(std::string_view content) const {
+  constexpr const char* kChanged = "the file has changed since it was read";
+  const SignalsHeldBack held;
+  // It is opened, not only asked about, because the system alone knows what may be written.
+  const int opened =
+      ::openat(folder_.get(), name_.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (opened < 0 && (errno == ELOOP || errno == ENOENT || errno == ENXIO || errno == EISDIR)) {
+    fail(kChanged, ECANCELED);
+  } else if (opened < 0) {
+    fail("the file cannot be written");
+  }
+  const Descriptor current(opened);
+  TemporaryFile file(folder_, 0600);
+  file.write(content);
+  struct stat status {};
+  if (::fstat(current.get(), &status) != 0 || !isUnchanged(status_, status)) {
+    fail(kChanged, ECANCELED);
+  }
+  file.takeRights(current.get(), status);
+  file.finish();
+  // The last look: what has the name now, and whether it was written while the new file was.
+  if (::fstatat(folder_.get(), name_.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+      !isUnchanged(status_, status)) {
+    fail(kChanged, ECANCELED);
+  }
+  file.rename(name_);
+}
+
+void writeFile(const std::string& path, std::string_view content) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (!std::filesystem::status_known(status)) {
+    fail("the file cannot be looked at", error.value());
+  }
+  if (std::filesystem::exists(status)) {
+    OpenedFile(path, OpenedFile::Use::kReplace).replace(content);
+    return;
+  }
+  if (std::filesystem::is_symlink(path, error)) {
+    fail("it is a link that leads nowhere", ENOENT);
+  }
+  const std::filesystem::path target(path);
+  const Descriptor folder(openFolder(target.parent_path()));
+  const SignalsHeldBack held;
+  // The system gives it the rights of a new file.
+  TemporaryFile file(folder, 0666);
+  file.write(content);
+  file.finish();
+  file.rename(target.filename().string());
+}
+
+}  // namespace update_metadata_tool

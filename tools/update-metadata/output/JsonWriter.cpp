@@ -1,0 +1,122 @@
+#include "output/JsonWriter.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include "output/Text.h"
+
+namespace update_metadata_tool {
+namespace {
+
+// JSON has the controls below the blank escaped.
+bool mayBeUnseen(char byte) {
+  constexpr char kDelete = 0x7F;
+  return byte == kDelete || static_cast<unsigned char>(byte) > 0x7F;
+}
+
+// Tells whether a byte of a string is written as it is, whatever stands around it.
+bool isPlain(char byte) {
+  return byte >= ' ' && !mayBeUnseen(byte) && byte != '"' && byte != '\\';
+}
+
+void writeEscape(char32_t unit, std::ostream& out) {
+  constexpr const char* kDigits = "0123456789abcdef";
+  out << "\\u" << kDigits[(unit >> 12U) & 0xFU] << kDigits[(unit >> 8U) & 0xFU]
+      << kDigits[(unit >> 4U) & 0xFU] << kDigits[unit & 0xFU];
+}
+
+// A character beyond sixteen bits takes two escapes.
+void writeEscapes(char32_t character, std::ostream& out) {
+  if (character < 0x10000) {
+    writeEscape(character, out);
+  } else {
+    writeEscape(0xD800 + ((character - 0x10000) >> 10U), out);
+    writeEscape(0xDC00 + (character & 0x3FFU), out);
+  }
+}
+
+// Writes JSON with escapes for what a terminal must not be sent.
+void writeVisible(std::string_view json, std::ostream& out) {
+  std::size_t plain = 0;  // bytes at the beginning that are written as they are
+  while (plain != json.size()) {
+    if (!mayBeUnseen(json[plain])) {
+      ++plain;
+      continue;
+    }
+    const Character character = firstCharacter(json.substr(plain));
+    if (!isUnseen(character.code)) {
+      plain += character.bytes;
+      continue;
+    }
+    out << json.substr(0, plain);
+    writeEscapes(character.code, out);
+    json.remove_prefix(plain + character.bytes);
+    plain = 0;
+  }
+  out << json;
+}
+
+}  // namespace
+
+JsonWriter& JsonWriter::begin(char bracket) {
+  separate();
+  out_ << bracket;
+  isFirst_ = true;
+  return *this;
+}
+
+JsonWriter& JsonWriter::end(char bracket) {
+  out_ << bracket;
+  isFirst_ = false;
+  return *this;
+}
+
+JsonWriter& JsonWriter::name(std::string_view name) {
+  value(name);
+  out_ << ':';
+  isFirst_ = true;
+  return *this;
+}
+
+JsonWriter& JsonWriter::name(std::u16string_view name) {
+  return this->name(toUtf8(name));
+}
+
+JsonWriter& JsonWriter::value(std::string_view text) {
+  separate();
+  writeString(text);
+  return *this;
+}
+
+JsonWriter& JsonWriter::value(std::u16string_view text) {
+  return value(toUtf8(text));
+}
+
+JsonWriter& JsonWriter::plain(std::string_view json) {
+  separate();
+  out_ << json;
+  return *this;
+}
+
+void JsonWriter::separate() {
+  if (!isFirst_) {
+    out_ << ',';
+  }
+  isFirst_ = false;
+}
+
+void JsonWriter::writeString(std::string_view text) {
+  if (std::all_of(text.begin(), text.end(), isPlain)) {
+    out_ << '"' << text << '"';
+    return;
+  }
+  // Of that library, strings alone: its arrays and objects need memory when they are destroyed, and
+  // end the program if there is none.
+  using Json = nlohmann::json;
+  constexpr int kOneLine = -1;
+  writeVisible(Json(text).dump(kOneLine, ' ', false, Json::error_handler_t::replace), out_);
+}
+
+}  // namespace update_metadata_tool

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "command/CommandLineFwd.h"
+
+namespace update_metadata_tool {
+
+/// Gives `app` what the program says of itself: its name and purpose, its version, and where its
+/// help goes on. The subcommands are added by addCommands().
+void describeProgram(CLI::App& app);
+
+}  // namespace update_metadata_tool
