@@ -12,6 +12,7 @@
 #include "command/ExitCode.h"
 #include "output/Text.h"
 #include "program/Program.h"
+#include "program/Subcommands.h"
 
 namespace {
 
@@ -48,7 +49,7 @@ ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
 ExitCode runCommand(int argc, const char* const* argv) {
   CLI::App app;
   update_metadata_tool::describeProgram(app);
-  const auto commands = update_metadata_tool::addCommands(app);
+  const auto commands = update_metadata_tool::addSubcommands(app);
   const update_metadata_tool::Command* chosen = nullptr;
   try {
     app.parse(argc, argv);

@@ -14,6 +14,7 @@
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
 #include "program/Program.h"
+#include "program/Subcommands.h"
 #include "support/RunTool.h"
 
 namespace {
@@ -26,7 +27,7 @@ class RealProgram : public ::testing::Test {
  protected:
   RealProgram() {
     update_metadata_tool::describeProgram(app_);
-    commands_ = update_metadata_tool::addCommands(app_);
+    commands_ = update_metadata_tool::addSubcommands(app_);
     outline_ = update_metadata_tool::outlineOf(app_);
   }
 

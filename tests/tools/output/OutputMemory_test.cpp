@@ -14,7 +14,7 @@
 #include <gtest/gtest.h>
 #include <CLI/CLI.hpp>
 
-#include "command/Command.h"
+#include "program/Subcommands.h"
 #include "support/FailingAllocation.h"
 
 namespace update_metadata_tool {
@@ -86,7 +86,7 @@ std::ostream& operator<<(std::ostream& out, const Output& row) {
 
 class OutputsForPrograms : public ::testing::TestWithParam<Output> {
  protected:
-  OutputsForPrograms() : commands_(addCommands(app_)) {
+  OutputsForPrograms() : commands_(addSubcommands(app_)) {
     std::vector<const char*> arguments = GetParam().arguments;
     arguments.insert(arguments.begin(), "update-metadata");
     app_.parse(static_cast<int>(arguments.size()), arguments.data());

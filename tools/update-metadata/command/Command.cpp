@@ -2,15 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "diff/DiffCommand.h"
-#include "fmt/FmtCommand.h"
-#include "lint/LintCommand.h"
-#include "plan/PlanCommand.h"
-#include "query/QueryCommand.h"
-#include "report/ReportCommand.h"
-#include "schema/SchemaCommand.h"
-#include "show/ShowCommand.h"
-
 namespace update_metadata_tool {
 
 Command::Command(CLI::App& app, const std::string& name, const std::string& description)
@@ -18,19 +9,6 @@ Command::Command(CLI::App& app, const std::string& name, const std::string& desc
 
 bool Command::isChosen() const {
   return subcommand_.parsed();
-}
-
-std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app) {
-  std::vector<std::unique_ptr<Command>> commands;
-  commands.push_back(std::make_unique<QueryCommand>(app));
-  commands.push_back(std::make_unique<ShowCommand>(app));
-  commands.push_back(std::make_unique<PlanCommand>(app));
-  commands.push_back(std::make_unique<DiffCommand>(app));
-  commands.push_back(std::make_unique<ReportCommand>(app));
-  commands.push_back(std::make_unique<LintCommand>(app));
-  commands.push_back(std::make_unique<FmtCommand>(app));
-  commands.push_back(std::make_unique<SchemaCommand>(app));
-  return commands;
 }
 
 }  // namespace update_metadata_tool

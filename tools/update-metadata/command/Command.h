@@ -1,9 +1,7 @@
 #pragma once
 
 #include <iosfwd>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "command/CommandLineFwd.h"
 #include "command/ExitCode.h"
@@ -42,8 +40,5 @@ class Command {
  private:
   CLI::App& subcommand_;
 };
-
-/// Adds every subcommand to `app`, in the order of its help.
-std::vector<std::unique_ptr<Command>> addCommands(CLI::App& app);
 
 }  // namespace update_metadata_tool

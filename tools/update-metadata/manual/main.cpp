@@ -19,6 +19,7 @@
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
 #include "program/Program.h"
+#include "program/Subcommands.h"
 
 namespace {
 
@@ -62,7 +63,7 @@ int main(int argc, char** argv) {
     write(fs::path(argv[2]) / "lint-rules.md", rules.str());
     CLI::App app;
     tool::describeProgram(app);
-    const auto commands = tool::addCommands(app);
+    const auto commands = tool::addSubcommands(app);
     writeAll(tool::outlineOf(app), argv[1]);
     return 0;
   } catch (const std::exception& failure) {

@@ -5,7 +5,7 @@
 namespace update_metadata_tool {
 
 /// Gives `app` what the program says of itself: its name and purpose, its version, and where its
-/// help goes on. The subcommands are added by addCommands().
+/// help goes on. The subcommands are added by addSubcommands().
 void describeProgram(CLI::App& app);
 
 }  // namespace update_metadata_tool
