@@ -16,7 +16,7 @@
 
 namespace {
 
-using update_metadata_tool::ExitCode;
+using update_metadata_tool::command::ExitCode;
 
 void reportUnwrittenOutput(int error) {
   std::cerr << "update-metadata: standard output could not be written";
@@ -41,16 +41,17 @@ ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
   } catch (const std::bad_alloc&) {
     std::cerr << "update-metadata: there is not enough memory\n";
   } catch (const std::exception& failure) {
-    std::cerr << "update-metadata: " << update_metadata_tool::toVisible(failure.what()) << '\n';
+    std::cerr << "update-metadata: " << update_metadata_tool::output::toVisible(failure.what())
+              << '\n';
   }
   return troubleCode;
 }
 
 ExitCode runCommand(int argc, const char* const* argv) {
   CLI::App app;
-  update_metadata_tool::describeProgram(app);
-  const auto commands = update_metadata_tool::addSubcommands(app);
-  const update_metadata_tool::Command* chosen = nullptr;
+  update_metadata_tool::program::describeProgram(app);
+  const auto commands = update_metadata_tool::program::addSubcommands(app);
+  const update_metadata_tool::command::Command* chosen = nullptr;
   try {
     app.parse(argc, argv);
     for (const auto& command : commands) {

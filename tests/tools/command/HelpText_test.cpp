@@ -9,7 +9,7 @@
 
 #include "support/RunTool.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 namespace {
 
 struct Fitting {
@@ -69,4 +69,4 @@ INSTANTIATE_TEST_SUITE_P(Subcommands, HelpOf,
                          [](const auto& row) { return std::string(row.param); });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

@@ -18,7 +18,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
 
 using test_support::kRealistic;
@@ -39,8 +39,8 @@ const std::string kGolden = kSourceDir + "/tests/golden/tool/diff/";
 const std::string kNext = kGolden + "next.json";
 
 constexpr int kSame = 0;
-constexpr int kDifferent = static_cast<int>(ExitCode::kFailed);
-constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+constexpr int kDifferent = static_cast<int>(command::ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(command::ExitCode::kTrouble);
 
 ToolRun runOnSamples(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "diff");
@@ -516,4 +516,4 @@ TEST(DiffHelp, SaysWhatTheExitStatusMeans) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

@@ -21,16 +21,18 @@
 #include "support/PlainDocument.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
 
+using summary::ByteSum;
+using summary::Contents;
 using test_support::makeRandomDocument;
 using test_support::PlainDocument;
 using test_support::TemporaryFolder;
 
 Contents contentsOf(const PlainDocument& document) {
   const TemporaryFolder folder;
-  return Document({folder.writeFile("update.json", document.json()), std::nullopt})
+  return summary::Document({folder.writeFile("update.json", document.json()), std::nullopt})
       .gatherContents();
 }
 
@@ -43,10 +45,10 @@ template <class Item>
 std::vector<std::string> changesOf(const std::vector<Item>& items) {
   std::vector<std::string> texts;
   for (const Item& item : items) {
-    const auto fetch = [](const std::optional<Totals>& side) {
+    const auto fetch = [](const std::optional<summary::Totals>& side) {
       return side ? std::optional(side->bytesToFetch) : std::nullopt;
     };
-    texts.push_back(toUtf8(item.name) + ' ' + textOf(fetch(item.before)) + '>' +
+    texts.push_back(output::toUtf8(item.name) + ' ' + textOf(fetch(item.before)) + '>' +
                     textOf(fetch(item.after)));
   }
   return texts;
@@ -59,7 +61,7 @@ std::string textOf(const std::optional<PackageSizes>& sizes) {
 std::vector<std::string> changesOf(const std::vector<PackageChange>& packages) {
   std::vector<std::string> texts;
   for (const PackageChange& package : packages) {
-    texts.push_back(toUtf8(package.key) + ' ' + textOf(package.before) + '>' +
+    texts.push_back(output::toUtf8(package.key) + ' ' + textOf(package.before) + '>' +
                     textOf(package.after));
   }
   return texts;
@@ -253,7 +255,7 @@ TEST(Difference, OfManyProductsAndManyChangesTellsEachProductByItsOwnComponents)
   const auto makeContents = [](std::int64_t oddSize) {
     Contents contents;
     for (std::size_t number = 0; number != kProducts; ++number) {
-      const std::u16string name = toUtf16(std::to_string(number));
+      const std::u16string name = output::toUtf16(std::to_string(number));
       const bool isOdd = number % 2 != 0;
       contents.packagesToExtract.push_back({name + u"_p", isOdd ? oddSize : 1, 1});
       contents.components.push_back({name, {}, {number}});
@@ -271,7 +273,7 @@ TEST(Difference, OfManyProductsAndManyChangesTellsEachProductByItsOwnComponents)
   }
   std::vector<std::u16string> expected;
   for (std::size_t number = 0; number != kProducts; number += 2) {
-    expected.push_back(u"P" + toUtf16(std::to_string(number)));
+    expected.push_back(u"P" + output::toUtf16(std::to_string(number)));
   }
   std::sort(expected.begin(), expected.end());
   EXPECT_EQ(products, expected);
@@ -334,7 +336,7 @@ TEST(DifferenceOfMadeUpDocuments, ListsEveryPackageThatDiffersAndAddsUpToTheTota
     ByteSum fetch;
     ByteSum unpacked;
     for (const PackageChange& package : difference.packagesToExtract) {
-      ++listed[toUtf8(package.key)];
+      ++listed[output::toUtf8(package.key)];
       const PackageSizes none;
       fetch +=
           ByteSum(package.after.value_or(none).size) - ByteSum(package.before.value_or(none).size);
@@ -345,7 +347,7 @@ TEST(DifferenceOfMadeUpDocuments, ListsEveryPackageThatDiffersAndAddsUpToTheTota
       listed[entry.first] += 0;  // what is the same on both sides is in none of the lists
     }
     EXPECT_EQ(listed, expected);
-    const Sides<Totals>& totals = difference.totals;
+    const Sides<summary::Totals>& totals = difference.totals;
     EXPECT_EQ(fetch, totals.after.bytesToFetch - totals.before.bytesToFetch);
     EXPECT_EQ(unpacked, totals.after.bytesUnpacked - totals.before.bytesUnpacked);
   }
@@ -382,4 +384,4 @@ TEST(DifferenceOfMadeUpDocuments, IsTheSameTheOtherWayRoundWithItsSidesExchanged
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

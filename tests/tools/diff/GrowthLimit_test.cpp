@@ -9,8 +9,10 @@
 
 #include "diff/Growth.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
+
+using summary::ByteSum;
 
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
@@ -103,8 +105,8 @@ TEST(GrowthLimit, RefusesEverythingElse) {
   }
 }
 
-Sides<Totals> toFetch(const ByteSum& before, const ByteSum& after) {
-  Sides<Totals> totals;
+Sides<summary::Totals> toFetch(const ByteSum& before, const ByteSum& after) {
+  Sides<summary::Totals> totals;
   totals.before.bytesToFetch = before;
   totals.after.bytesToFetch = after;
   return totals;
@@ -139,4 +141,4 @@ TEST(Growth, MayBeNoShareOfWhatIsBelowZeroHoweverFar) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

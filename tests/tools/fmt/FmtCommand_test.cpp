@@ -16,7 +16,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
 
 namespace fs = std::filesystem;
@@ -29,9 +29,9 @@ using test_support::ToolSurroundings;
 using test_support::WrongUsage;
 using ::testing::HasSubstr;
 
-constexpr int kDone = static_cast<int>(ExitCode::kDone);
-constexpr int kWouldChange = static_cast<int>(ExitCode::kFailed);
-constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+constexpr int kDone = static_cast<int>(command::ExitCode::kDone);
+constexpr int kWouldChange = static_cast<int>(command::ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(command::ExitCode::kTrouble);
 
 const std::string kCompact =
     R"({"metadata":{"arch":"","base":null,"target":null},"components":null,"products":{},)"
@@ -312,4 +312,4 @@ TEST(FmtHelp, ShowsExamplesAndTheExitCodes) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

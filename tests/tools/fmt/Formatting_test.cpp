@@ -14,7 +14,7 @@
 #include "support/LoadOutcome.h"
 #include "support/RunTool.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
 
 using test_support::LoadOutcome;
@@ -210,4 +210,4 @@ INSTANTIATE_TEST_SUITE_P(Texts, Refusals, ::testing::ValuesIn(kRefusals),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

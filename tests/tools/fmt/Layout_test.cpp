@@ -10,7 +10,7 @@
 #include "support/Depth.h"
 #include "support/RandomJsonText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
 
 constexpr Layout kCompact{true, 0};
@@ -19,7 +19,7 @@ constexpr Layout kNoBlanks{false, 0};
 constexpr Layout kEightBlanks{false, 8};
 
 std::string laidOut(const std::string& text, const Layout& layout) {
-  return layOut(SourceTree(text), layout);
+  return layOut(source::SourceTree(text), layout);
 }
 
 struct LaidOutText {
@@ -100,7 +100,7 @@ TEST(LayoutOfAnyText, DependsOnKeysAndValuesAlone) {
   std::size_t laidOutTexts = 0;
   for (int count = 0; count < 20000; ++count) {
     const std::string text = texts.next();
-    if (SourceTree(text).fault()) {
+    if (source::SourceTree(text).fault()) {
       continue;
     }
     ++laidOutTexts;
@@ -143,4 +143,4 @@ TEST(LayoutOfALongText, IsMadeInProportionToIt) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
 
 using ::testing::StrEq;
@@ -109,4 +109,4 @@ TEST(LoadRecord, LetsTheLibrarysExceptionsPass) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

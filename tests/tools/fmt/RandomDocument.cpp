@@ -4,7 +4,7 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
 
 constexpr std::string_view kNames[] = {"\"\"",          "\"a\"",       "\"b\"",
@@ -46,7 +46,7 @@ std::string RandomDocument::number() {
 std::string RandomDocument::anyValue() {
   for (;;) {
     std::string text = values_.next();
-    if (!SourceTree(text).fault()) {
+    if (!source::SourceTree(text).fault()) {
       return text;
     }
   }
@@ -130,4 +130,4 @@ std::string RandomDocument::named(std::string (RandomDocument::*makeValue)()) {
   return written(members);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

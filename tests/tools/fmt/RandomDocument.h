@@ -9,7 +9,7 @@
 
 #include "support/RandomJsonText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 
 /// Makes documents that the library loads; the same ones for the same seed.
 class RandomDocument {
@@ -65,4 +65,4 @@ class RandomDocument {
   test_support::RandomJsonText values_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

@@ -16,7 +16,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::input {
 namespace {
 
 using test_support::runTool;
@@ -205,4 +205,4 @@ TEST_F(StandardInput, IsReadToItsEnd) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::input

@@ -11,7 +11,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::input {
 namespace {
 
 using test_support::runTool;
@@ -117,4 +117,4 @@ INSTANTIATE_TEST_SUITE_P(Commands, MissingProductData, ::testing::ValuesIn(kUses
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::input

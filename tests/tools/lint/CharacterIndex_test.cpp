@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 TEST(CharacterIndex, CountsCharactersOfEveryLengthOnce) {
@@ -41,4 +41,4 @@ TEST(CharacterIndex, GivesEveryOffsetOfIllFormedTextANumber) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

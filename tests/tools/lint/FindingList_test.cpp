@@ -8,7 +8,7 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 std::size_t omittedOf(const FindingList& list, Rule rule) {
@@ -46,7 +46,7 @@ constexpr std::size_t kFirstNumber = 3;
 TEST(FindingList, CountsFindingsForWhoseLongPointersThereIsNoMemoryLeft) {
   constexpr std::size_t kCount = 60'000;
   const std::string text = textWithKey(4'000, kCount);
-  const SourceTree tree(text);
+  const source::SourceTree tree(text);
   FindingList list;
   for (std::size_t number = 0; number != kCount; ++number) {
     list.add(Rule::kNegativeSize, tree, kFirstNumber + number, {"message", "advice"});
@@ -60,7 +60,7 @@ TEST(FindingList, CountsFindingsForWhoseLongPointersThereIsNoMemoryLeft) {
 TEST(FindingList, KeepsAQuarterOfTheMemoryForErrors) {
   constexpr std::size_t kCount = 20'000;
   const std::string text = textWithKey(4'000, 2 * kCount);
-  const SourceTree tree(text);
+  const source::SourceTree tree(text);
   FindingList list;
   // Behind everything else, where nothing would be left.
   for (std::size_t number = 0; number != 2 * kCount; ++number) {
@@ -80,7 +80,7 @@ TEST(FindingList, KeepsAQuarterOfTheMemoryForErrors) {
 
 TEST(FindingList, CountsFindingsForWhoseTextsThereIsNoMemoryLeft) {
   const std::string text = "[1]";
-  const SourceTree tree(text);
+  const source::SourceTree tree(text);
   FindingList list;
   constexpr std::size_t kCount = 200;
   for (std::size_t number = 0; number != kCount; ++number) {
@@ -93,4 +93,4 @@ TEST(FindingList, CountsFindingsForWhoseTextsThereIsNoMemoryLeft) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -14,7 +14,7 @@
 #include "support/RunTool.h"
 #include "support/StoredText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 namespace fs = std::filesystem;
@@ -120,4 +120,4 @@ INSTANTIATE_TEST_SUITE_P(Rules, ShownRule, ::testing::ValuesIn(shownRules()),
                          [](const auto& row) { return toTestName(row.param); });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 struct Nesting {
@@ -30,7 +30,7 @@ class BracketJudgedByIndentation : public ::testing::TestWithParam<Nesting> {};
 
 TEST_P(BracketJudgedByIndentation, IsTheOneThatIsNotClosed) {
   const std::string& text = GetParam().text;
-  const auto found = findUnclosedByIndentation(SourceTree(text));
+  const auto found = findUnclosedByIndentation(source::SourceTree(text));
   EXPECT_EQ(found ? lineOf(text, found->offset) : 0, GetParam().openLine);
   EXPECT_EQ(found ? lineOf(text, found->before) : 0, GetParam().beforeLine);
 }
@@ -59,4 +59,4 @@ INSTANTIATE_TEST_SUITE_P(Texts, BracketJudgedByIndentation, ::testing::ValuesIn(
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -8,7 +8,7 @@
 
 #include "tools/lint/SampleReports.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 TEST(JsonReport, TellsEverythingInOneLine) {
@@ -57,4 +57,4 @@ TEST(JsonReport, CountsTheFindingsThatAreOmitted) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -13,9 +13,10 @@
 #include "lint/SourceDocument.h"
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
+using source::SourceTree;
 using Groups = std::set<std::set<std::size_t>>;  // nodes of packages by key
 
 std::vector<KeyedComponent> componentsOf(const SourceDocument& document) {
@@ -113,4 +114,4 @@ TEST(SourceDocument, DecodesANameOnce) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -12,7 +12,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 using test_support::runTool;
@@ -23,9 +23,9 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-constexpr int kDone = static_cast<int>(ExitCode::kDone);
-constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
-constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+constexpr int kDone = static_cast<int>(command::ExitCode::kDone);
+constexpr int kFailed = static_cast<int>(command::ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(command::ExitCode::kTrouble);
 
 // Ends right after its brace, names everything that it describes, and has nothing odd.
 const std::string kGoodDocument =
@@ -273,4 +273,4 @@ INSTANTIATE_TEST_SUITE_P(Formats, OutputOfLint, ::testing::Values("text", "json"
                          [](const auto& row) { return std::string(row.param); });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

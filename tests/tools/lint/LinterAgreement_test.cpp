@@ -15,7 +15,7 @@
 #include "support/LoadOutcome.h"
 #include "support/RunTool.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 const std::string kSourceDir = UMP_SOURCE_DIR;
@@ -110,8 +110,8 @@ TEST(LinterAgreesWithTheLibrary, OnEveryValueReplaced) {
       "[]",   "{}",     "[1]", "{\"qztype\":1}", "{\"qztype\":\"int8\",\"qzdata\":[1]}",
       "1,",   "// x\n1"};
   for (const std::string& document : validDocuments()) {
-    const SourceTree tree(document);
-    for (const SourceNode& node : tree.nodes()) {
+    const source::SourceTree tree(document);
+    for (const source::SourceNode& node : tree.nodes()) {
       for (const char* value : kValues) {
         ASSERT_TRUE(
             agrees(std::string(document).replace(node.begin, node.end - node.begin, value)));
@@ -133,9 +133,9 @@ std::string without(const std::string& document, std::size_t begin, std::size_t 
 
 TEST(LinterAgreesWithTheLibrary, OnEveryMemberLeftOutRepeatedOrRenamed) {
   for (const std::string& document : validDocuments()) {
-    const SourceTree tree(document);
+    const source::SourceTree tree(document);
     for (std::size_t index = 0; index < tree.nodes().size(); ++index) {
-      if (tree[index].kind != SourceKind::kKey) {
+      if (tree[index].kind != source::SourceKind::kKey) {
         continue;
       }
       const std::size_t begin = tree[index].begin;
@@ -157,7 +157,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryMemberLeftOutRepeatedOrRenamed) {
 
 TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
   const std::string document = test_support::richDocument();
-  const SourceTree tree(document);
+  const source::SourceTree tree(document);
   constexpr int kRounds = test_support::kFullEffort ? 20'000 : 4'000;
   std::mt19937_64 random(7);
   for (int round = 0; round < kRounds; ++round) {
@@ -170,8 +170,8 @@ TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
     std::sort(nodes.rbegin(), nodes.rend());
     std::size_t behind = document.size();
     for (const std::size_t node : nodes) {
-      const SourceNode& place = tree[node];
-      const SourceNode& other = tree[random() % tree.nodes().size()];
+      const source::SourceNode& place = tree[node];
+      const source::SourceNode& other = tree[random() % tree.nodes().size()];
       if (place.end <= behind) {
         text.replace(place.begin, place.end - place.begin, document, other.begin,
                      other.end - other.begin);
@@ -195,4 +195,4 @@ TEST(LinterAgreesWithTheLibrary, OnTextAroundTheDocument) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

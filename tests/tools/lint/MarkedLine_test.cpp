@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 struct Mark {
@@ -145,4 +145,4 @@ TEST(LongLine, OfBytesThatContinueNoCharacterIsCutAnywhere) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

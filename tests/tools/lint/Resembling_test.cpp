@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 TEST(EditDistance, CountsChangedInsertedAndRemovedBytesAndNoCase) {
@@ -45,4 +45,4 @@ TEST(NearestNames, FindNothingOnceManyNamesHaveBeenCompared) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -8,7 +8,7 @@
 
 #include "lint/Rule.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 using ::testing::HasSubstr;
@@ -25,4 +25,4 @@ TEST(RulePage, ExplainsEveryRuleUnderItsId) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 bool isIdCharacter(char character) {
@@ -75,4 +75,4 @@ TEST(SeverityName, IsReadBackAsItIsWritten) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -18,9 +18,9 @@ inline const std::string kRepeatedKeyText =
     "}";
 
 /// A document that loads, with a warning that speaks of two places and an info about no byte.
-inline update_metadata_tool::FileReport repeatedKey() {
-  using update_metadata_tool::Rule;
-  using update_metadata_tool::Severity;
+inline update_metadata_tool::lint::FileReport repeatedKey() {
+  using update_metadata_tool::lint::Rule;
+  using update_metadata_tool::lint::Severity;
   const std::size_t lost = kRepeatedKeyText.rfind("\"\xC3\xBC\"");
   const std::size_t kept = kRepeatedKeyText.find("\"\xC3\xBC\"");
   return {"a folder/update.json",
@@ -43,10 +43,10 @@ inline update_metadata_tool::FileReport repeatedKey() {
 
 /// A document that does not load, with what no terminal and no JSON may get: control characters and
 /// bytes that are not UTF-8.
-inline update_metadata_tool::FileReport malformedText() {
-  using update_metadata_tool::ForeseenException;
-  using update_metadata_tool::Rule;
-  using update_metadata_tool::Severity;
+inline update_metadata_tool::lint::FileReport malformedText() {
+  using update_metadata_tool::lint::ForeseenException;
+  using update_metadata_tool::lint::Rule;
+  using update_metadata_tool::lint::Severity;
   return {"/srv/b\x1B.json",
           "\t{\"\xFF\": tru}",
           false,
@@ -64,17 +64,17 @@ inline update_metadata_tool::FileReport malformedText() {
             {}}}};
 }
 
-inline update_metadata_tool::FileReport clean() {
+inline update_metadata_tool::lint::FileReport clean() {
   return {"clean.json", "{}", true, std::nullopt, "", {}, {}};
 }
 
-inline update_metadata_tool::UnreadableFile unreadable() {
+inline update_metadata_tool::lint::UnreadableFile unreadable() {
   return {"gone.json", {"std::runtime_error", "Update MetaData Json file does not exist "}};
 }
 
 /// Gives a writer all of these and ends the report.
-inline void writeAllSamples(update_metadata_tool::ReportWriter& writer) {
-  update_metadata_tool::LintTotals totals;
+inline void writeAllSamples(update_metadata_tool::lint::ReportWriter& writer) {
+  update_metadata_tool::lint::LintTotals totals;
   for (const auto& file : {repeatedKey(), malformedText()}) {
     totals.count(file, {});
     writer.write(file);

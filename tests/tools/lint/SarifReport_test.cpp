@@ -10,7 +10,7 @@
 #include "install/update_metadata_parser/Version.h"
 #include "tools/lint/SampleReports.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -153,4 +153,4 @@ TEST(SarifReport, GivesARegionOfSeveralLinesItsEndInCharacters) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

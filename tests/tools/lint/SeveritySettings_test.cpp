@@ -10,7 +10,7 @@
 
 #include "lint/ReportWriter.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 Finding findingOf(Rule rule) {
@@ -110,4 +110,4 @@ INSTANTIATE_TEST_SUITE_P(Choices, WrongChoices, ::testing::ValuesIn(kWrongChoice
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -9,7 +9,7 @@
 
 #include "tools/lint/SampleReports.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 TEST(TextReport, TellsEveryFindingThenWhatTheLibraryDoesThenTheTotals) {
@@ -137,4 +137,4 @@ INSTANTIATE_TEST_SUITE_P(Summaries, SummaryLine, ::testing::ValuesIn(kSummaries)
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 struct Place {
@@ -50,4 +50,4 @@ TEST(Quote, CutsALongNameBetweenTwoCharacters) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

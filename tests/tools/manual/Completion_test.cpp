@@ -12,12 +12,12 @@ namespace {
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
-using update_metadata_tool::makeBashCompletion;
-using update_metadata_tool::makeZshCompletion;
+using update_metadata_tool::manual::makeBashCompletion;
+using update_metadata_tool::manual::makeZshCompletion;
 
 TEST(BashCompletion, OffersSubcommandsOptionsAndTheValuesOfEach) {
   const test_support::SampleProgram sample;
-  EXPECT_THAT(makeBashCompletion(update_metadata_tool::outlineOf(sample.app())),
+  EXPECT_THAT(makeBashCompletion(update_metadata_tool::manual::outlineOf(sample.app())),
               HasSubstr(R"(  case "$subcommand" in
     show)
       case "$option" in
@@ -42,7 +42,8 @@ TEST(BashCompletion, OffersSubcommandsOptionsAndTheValuesOfEach) {
 
 TEST(ZshCompletion, DescribesSubcommandsOptionsAndTheValuesOfEach) {
   const test_support::SampleProgram sample;
-  const std::string script = makeZshCompletion(update_metadata_tool::outlineOf(sample.app()));
+  const std::string script =
+      makeZshCompletion(update_metadata_tool::manual::outlineOf(sample.app()));
   EXPECT_THAT(script, StartsWith("#compdef update-metadata\n"));
   EXPECT_THAT(script, HasSubstr("    'show:Show samples'\n    'list:List them'\n"));
   EXPECT_THAT(script, HasSubstr(R"(    show)

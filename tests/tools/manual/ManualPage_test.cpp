@@ -6,16 +6,16 @@
 
 namespace {
 
-using update_metadata_tool::ProgramOutline;
+using update_metadata_tool::manual::ProgramOutline;
 
 class ManualPage : public ::testing::Test {
  protected:
   const test_support::SampleProgram sample;
-  const ProgramOutline outline = update_metadata_tool::outlineOf(sample.app());
+  const ProgramOutline outline = update_metadata_tool::manual::outlineOf(sample.app());
 };
 
 TEST_F(ManualPage, OfTheProgramLeadsToThoseOfItsSubcommands) {
-  EXPECT_EQ(update_metadata_tool::makeProgramPage(outline, "1.2.3"),
+  EXPECT_EQ(update_metadata_tool::manual::makeProgramPage(outline, "1.2.3"),
             R"(.TH SAMPLE 1 "" "update\-metadata 1.2.3" "User Commands"
 .SH NAME
 sample \- shows samples
@@ -40,7 +40,7 @@ Display program version information and exit.
 }
 
 TEST_F(ManualPage, OfASubcommandTellsItsOptionsAndRemarksAsTheyStand) {
-  EXPECT_EQ(update_metadata_tool::makeCommandPage(outline, outline.subcommands[0], "1.2.3"),
+  EXPECT_EQ(update_metadata_tool::manual::makeCommandPage(outline, outline.subcommands[0], "1.2.3"),
             R"(.TH SAMPLE\-SHOW 1 "" "update\-metadata 1.2.3" "User Commands"
 .SH NAME
 sample\-show \- show samples
@@ -85,7 +85,7 @@ The default is \fBlong\fR.
 TEST_F(ManualPage, KeepsALineThatBeginsLikeACommandOfTheFormatter) {
   ProgramOutline dotted = outline;
   dotted.subcommands[0].remarks = {".SH Not a section\n'nor this"};
-  EXPECT_NE(update_metadata_tool::makeCommandPage(dotted, dotted.subcommands[0], "1")
+  EXPECT_NE(update_metadata_tool::manual::makeCommandPage(dotted, dotted.subcommands[0], "1")
                 .find("\n\\&.SH Not a section\n\\&'nor this\n"),
             std::string::npos);
 }

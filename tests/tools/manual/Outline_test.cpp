@@ -10,9 +10,9 @@
 
 namespace {
 
-using update_metadata_tool::CommandOutline;
-using update_metadata_tool::OptionOutline;
-using update_metadata_tool::outlineOf;
+using update_metadata_tool::manual::CommandOutline;
+using update_metadata_tool::manual::OptionOutline;
+using update_metadata_tool::manual::outlineOf;
 
 std::string joined(const std::vector<std::string>& texts) {
   std::string result;

@@ -19,21 +19,21 @@
 
 namespace {
 
-using update_metadata_tool::CommandOutline;
+using update_metadata_tool::manual::CommandOutline;
 
 // The built program answers --help by itself; the pages are made of the same options in this
 // process.
 class RealProgram : public ::testing::Test {
  protected:
   RealProgram() {
-    update_metadata_tool::describeProgram(app_);
-    commands_ = update_metadata_tool::addSubcommands(app_);
-    outline_ = update_metadata_tool::outlineOf(app_);
+    update_metadata_tool::program::describeProgram(app_);
+    commands_ = update_metadata_tool::program::addSubcommands(app_);
+    outline_ = update_metadata_tool::manual::outlineOf(app_);
   }
 
   CLI::App app_;
-  std::vector<std::unique_ptr<update_metadata_tool::Command>> commands_;
-  update_metadata_tool::ProgramOutline outline_;
+  std::vector<std::unique_ptr<update_metadata_tool::command::Command>> commands_;
+  update_metadata_tool::manual::ProgramOutline outline_;
 };
 
 std::set<std::string> longOptionsIn(const std::string& text) {
@@ -68,7 +68,8 @@ TEST_F(RealProgram, HasAPageForEachSubcommandOfItsHelpWithExactlyTheOptionsOfTha
   for (const CommandOutline& command : outline_.subcommands) {
     const std::string name = command.name.substr(command.name.find(' ') + 1);
     EXPECT_NE(help.find("\n  " + name + ' '), std::string::npos) << name;
-    const std::string page = plain(update_metadata_tool::makeCommandPage(outline_, command, "0"));
+    const std::string page =
+        plain(update_metadata_tool::manual::makeCommandPage(outline_, command, "0"));
     const std::string ownHelp = test_support::runTool({name, "--help"}).out;
     EXPECT_EQ(longOptionsIn(sectionOf(page, "OPTIONS")), longOptionsIn(listedOptions(ownHelp)))
         << name;
@@ -77,7 +78,7 @@ TEST_F(RealProgram, HasAPageForEachSubcommandOfItsHelpWithExactlyTheOptionsOfTha
 
 TEST_F(RealProgram, TellsExamplesAndExitStatusOnEachPage) {
   for (const CommandOutline& command : outline_.subcommands) {
-    const std::string page = update_metadata_tool::makeCommandPage(outline_, command, "0");
+    const std::string page = update_metadata_tool::manual::makeCommandPage(outline_, command, "0");
     EXPECT_NE(page.find("\n.SH EXAMPLES\n"), std::string::npos) << command.name;
     EXPECT_NE(page.find("\n.SH EXIT STATUS\n"), std::string::npos) << command.name;
   }
@@ -91,8 +92,8 @@ TEST_F(RealProgram, CompletesEveryOptionOfEverySubcommand) {
     const auto own = longOptionsIn(listedOptions(test_support::runTool({name, "--help"}).out));
     options.insert(own.begin(), own.end());
   }
-  for (const std::string& script : {update_metadata_tool::makeBashCompletion(outline_),
-                                    update_metadata_tool::makeZshCompletion(outline_)}) {
+  for (const std::string& script : {update_metadata_tool::manual::makeBashCompletion(outline_),
+                                    update_metadata_tool::manual::makeZshCompletion(outline_)}) {
     const std::set<std::string> completed = longOptionsIn(script);
     std::set<std::string> missing;
     std::set_difference(options.begin(), options.end(), completed.begin(), completed.end(),

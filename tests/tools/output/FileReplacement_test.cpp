@@ -21,7 +21,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 namespace fs = std::filesystem;
@@ -443,4 +443,4 @@ INSTANTIATE_TEST_SUITE_P(Entries, IrreplaceableEntries, ::testing::ValuesIn(kIrr
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -16,7 +16,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 using namespace std::string_literals;
@@ -163,4 +163,4 @@ INSTANTIATE_TEST_SUITE_P(Commands, WhatIsWrittenForPrograms, ::testing::ValuesIn
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

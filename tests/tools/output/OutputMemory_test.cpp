@@ -17,9 +17,10 @@
 #include "program/Subcommands.h"
 #include "support/FailingAllocation.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
+using command::Command;
 using test_support::FailingAllocation;
 using test_support::MemoryLimit;
 
@@ -47,7 +48,7 @@ End runShort(const Command& command, std::size_t nth, FixedBuffer& text, bool& i
   const Shortage shortage(nth);
   End end = End::kThrown;
   try {
-    end = command.run(out, err) == ExitCode::kDone ? End::kDone : End::kFailed;
+    end = command.run(out, err) == command::ExitCode::kDone ? End::kDone : End::kFailed;
   } catch (const std::bad_alloc&) {
   }
   isReached = shortage.reached();
@@ -86,7 +87,7 @@ std::ostream& operator<<(std::ostream& out, const Output& row) {
 
 class OutputsForPrograms : public ::testing::TestWithParam<Output> {
  protected:
-  OutputsForPrograms() : commands_(addSubcommands(app_)) {
+  OutputsForPrograms() : commands_(program::addSubcommands(app_)) {
     std::vector<const char*> arguments = GetParam().arguments;
     arguments.insert(arguments.begin(), "update-metadata");
     app_.parse(static_cast<int>(arguments.size()), arguments.data());
@@ -133,4 +134,4 @@ INSTANTIATE_TEST_SUITE_P(Commands, OutputsForPrograms, ::testing::ValuesIn(kOutp
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 struct ShownSize {
@@ -51,4 +51,4 @@ INSTANTIATE_TEST_SUITE_P(Sizes, ReadableSize, ::testing::ValuesIn(kShownSizes),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 struct VisibleText {
@@ -148,4 +148,4 @@ TEST(Utf16Check, RefusesUnpairedSurrogates) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -8,7 +8,7 @@
 
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 
 static bool operator==(const InstalledFile& left, const InstalledFile& right) {
   return left.state == right.state && left.detail == right.detail;
@@ -175,4 +175,4 @@ TEST_F(Installation, IsAFolder) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -24,7 +24,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -488,4 +488,4 @@ TEST(PlansForMadeUpDocuments, HoldForAllProductsWhatQueryAnswers) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -15,7 +15,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -338,4 +338,4 @@ TEST(HelpOfPlan, TellsExamplesAndExitCodes) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

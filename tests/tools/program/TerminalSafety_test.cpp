@@ -13,7 +13,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::program {
 namespace {
 
 using test_support::runTool;
@@ -24,9 +24,9 @@ using test_support::ToolSurroundings;
 // What a terminal must not be sent, the first of it; empty if there is nothing.
 std::string firstUnsafe(std::string_view text) {
   while (!text.empty()) {
-    const Character character = firstCharacter(text);
-    if (!character.isUtf8 || (isUnseen(character.code) && character.code != U'\n')) {
-      return toVisible(text.substr(0, 40));
+    const output::Character character = output::firstCharacter(text);
+    if (!character.isUtf8 || (output::isUnseen(character.code) && character.code != U'\n')) {
+      return output::toVisible(text.substr(0, 40));
     }
     text.remove_prefix(character.bytes);
   }
@@ -37,7 +37,7 @@ void expectSafe(const std::vector<std::string>& arguments, const ToolSurrounding
   const ToolRun run = runTool(arguments, around);
   std::string words;
   for (const std::string& argument : arguments) {
-    words += ' ' + toVisible(argument);
+    words += ' ' + output::toVisible(argument);
   }
   EXPECT_GE(run.exitCode, 0) << words;
   EXPECT_EQ(firstUnsafe(run.out), "") << words;
@@ -226,4 +226,4 @@ INSTANTIATE_TEST_SUITE_P(All, UnsafeTexts, ::testing::ValuesIn(kUnsafe),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::program

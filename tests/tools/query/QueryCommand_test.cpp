@@ -10,7 +10,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 namespace {
 
 using test_support::kRealistic;
@@ -265,4 +265,4 @@ TEST(Query, TakesAPathThatIsNotAscii) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

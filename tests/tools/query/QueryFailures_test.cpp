@@ -13,7 +13,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 namespace {
 
 using test_support::refusedRun;
@@ -26,7 +26,7 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
+constexpr int kFailed = static_cast<int>(command::ExitCode::kFailed);
 
 const std::string kGoodDocument =
     R"({"metadata":{"arch":"","base":null,"target":null},)"
@@ -286,4 +286,4 @@ TEST_F(QueryFailure, OfADocumentTooLargeForTheMemoryIsReported) {
 #endif
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -9,7 +9,7 @@
 
 #include "report/PageText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 namespace {
 
 using ::testing::EndsWith;
@@ -97,4 +97,4 @@ INSTANTIATE_TEST_SUITE_P(Texts, ReportPageEscapes, ::testing::ValuesIn(kEscapedT
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

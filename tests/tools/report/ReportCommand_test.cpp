@@ -20,7 +20,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 namespace {
 
 using test_support::readBytes;
@@ -33,15 +33,15 @@ using ::testing::HasSubstr;
 const std::string kSample = UMP_SOURCE_DIR "/examples/documents/small/update.json";
 const std::string kProductData = UMP_SOURCE_DIR "/examples/documents/small/product-data";
 
-constexpr int kFailed = static_cast<int>(ExitCode::kFailed);
-constexpr int kTrouble = static_cast<int>(ExitCode::kTrouble);
+constexpr int kFailed = static_cast<int>(command::ExitCode::kFailed);
+constexpr int kTrouble = static_cast<int>(command::ExitCode::kTrouble);
 
 std::string expectedPage(const std::optional<std::u16string>& productData) {
-  LintOptions options;
+  lint::LintOptions options;
   options.productData = productData;
-  return makePage(makeReportData(u"update.json",
-                                 Document({toUtf16(kSample), productData}).gatherContents(),
-                                 lintDocument(kSample, readBytes(kSample), options)));
+  return makePage(makeReportData(
+      u"update.json", summary::Document({output::toUtf16(kSample), productData}).gatherContents(),
+      lint::lintDocument(kSample, readBytes(kSample), options)));
 }
 
 class Report : public ::testing::Test {
@@ -56,7 +56,8 @@ TEST_F(Report, IsWrittenToAFileSilently) {
   EXPECT_EQ(
       runTool({"report", kSample, "-o", "page.html", "--product-data", kProductData}, around_),
       (ToolRun{0, "", ""}));
-  EXPECT_EQ(readBytes(folder_.nativePath("page.html")), expectedPage(toUtf16(kProductData)));
+  EXPECT_EQ(readBytes(folder_.nativePath("page.html")),
+            expectedPage(output::toUtf16(kProductData)));
 }
 
 TEST_F(Report, IsWrittenToStandardOutput) {
@@ -248,4 +249,4 @@ TEST_F(Report, ShowsExamplesAndExitStatusInItsHelp) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

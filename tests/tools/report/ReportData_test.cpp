@@ -16,9 +16,10 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 namespace {
 
+using summary::Contents;
 using test_support::makeRandomDocument;
 using test_support::PlainDocument;
 using test_support::TemporaryFolder;
@@ -26,19 +27,19 @@ using Json = nlohmann::ordered_json;
 
 Contents contentsOf(const std::string& document, std::optional<std::u16string> productData = {}) {
   const TemporaryFolder folder;
-  return Document({folder.writeFile("update.json", document), std::move(productData)})
+  return summary::Document({folder.writeFile("update.json", document), std::move(productData)})
       .gatherContents();
 }
 
 // The linter's report on a valid document.
-FileReport faultless() {
+lint::FileReport faultless() {
   return {"", "", true, std::nullopt, "", {}, {}};
 }
 
 TEST(ReportData, ContainEverythingAboutASample) {
   const std::string small = UMP_SOURCE_DIR "/examples/documents/small/";
-  const Contents contents =
-      contentsOf(test_support::readBytes(small + "update.json"), toUtf16(small + "product-data"));
+  const Contents contents = contentsOf(test_support::readBytes(small + "update.json"),
+                                       output::toUtf16(small + "product-data"));
   EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents, faultless())), Json::parse(R"({
     "version": 1,
     "file": "update.json",
@@ -143,10 +144,17 @@ TEST(ReportData, EscapeCharactersThatControlATerminal) {
 }
 
 TEST(ReportData, GiveFindingsByLineAndColumn) {
-  FileReport linting = faultless();
+  lint::FileReport linting = faultless();
   linting.text = "{\n  \"a\": 1}";
-  Finding finding{Rule::kRepeatedKey, Severity::kWarning, 4,    3, "/a",
-                  "member \"a\"",     "it \xFF",          "go", {}};
+  lint::Finding finding{lint::Rule::kRepeatedKey,
+                        lint::Severity::kWarning,
+                        4,
+                        3,
+                        "/a",
+                        "member \"a\"",
+                        "it \xFF",
+                        "go",
+                        {}};
   linting.findings = {finding};
   linting.omitted[0] = 7;
   linting.omitted[5] = 2;
@@ -158,9 +166,10 @@ TEST(ReportData, GiveFindingsByLineAndColumn) {
 }
 
 TEST(ReportData, ContainTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
-  FileReport linting = faultless();
+  lint::FileReport linting = faultless();
   linting.text = "{}";
-  linting.findings.assign(10'005, {Rule::kEmptyName, Severity::kInfo, 0, 1, "", "", "m", "", {}});
+  linting.findings.assign(
+      10'005, {lint::Rule::kEmptyName, lint::Severity::kInfo, 0, 1, "", "", "m", "", {}});
   linting.omitted[3] = 5;
   const Json data = Json::parse(makeReportData(u"", Contents(), linting));
   EXPECT_EQ(data["findings"].size(), 10'000U);
@@ -173,7 +182,7 @@ TEST(ReportData, AddUpToTheTotalsOfRandomDocuments) {
   for (int round = 0; round != 300; ++round) {
     const Contents contents = contentsOf(makeRandomDocument(random).json());
     const Json data = Json::parse(makeReportData(u"", contents, faultless()));
-    const Totals totals = Tally(contents).totalsOfAll();
+    const summary::Totals totals = summary::Tally(contents).totalsOfAll();
     std::int64_t toFetch = 0;
     std::int64_t unpacked = 0;
     std::int64_t deleted = 0;
@@ -193,4 +202,4 @@ TEST(ReportData, AddUpToTheTotalsOfRandomDocuments) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

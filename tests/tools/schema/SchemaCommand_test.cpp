@@ -7,7 +7,7 @@
 
 #include "support/RunTool.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::schema {
 namespace {
 
 using test_support::readBytes;
@@ -46,4 +46,4 @@ TEST(Schema, HasAHelpThatShowsHowADocumentNamesIt) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::schema

@@ -23,7 +23,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/ToolCases.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -537,4 +537,4 @@ TEST(HelpOfShow, TellsExamplesAndExitCodes) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 namespace {
 
 struct Place {
@@ -50,4 +50,4 @@ INSTANTIATE_TEST_SUITE_P(Places, PlaceInText, ::testing::ValuesIn(kPlaces),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

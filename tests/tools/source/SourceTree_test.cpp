@@ -13,7 +13,7 @@
 #include "support/JsonOutcome.h"
 #include "support/RandomJsonText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 namespace {
 
 using foundation::json::Array;
@@ -260,4 +260,4 @@ TEST(SourceTree, ReadsAMillionLevels) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

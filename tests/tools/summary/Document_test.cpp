@@ -21,10 +21,12 @@
 #include "support/PlainDocument.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
+using output::toUtf8;
+using terminal::ProgressLine;
 using test_support::PlainDocument;
 using test_support::TemporaryFolder;
 using ::testing::StrEq;
@@ -340,4 +342,4 @@ TEST(ContentsOfMadeUpDocuments, HoldWhatTheLibrariesQueriesAnswer) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
@@ -39,4 +39,4 @@ TEST(DoubtfulSizes, AreDescribedByTheKindsThatThereAre) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

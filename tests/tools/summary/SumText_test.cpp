@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
@@ -47,4 +47,4 @@ INSTANTIATE_TEST_SUITE_P(Sums, ToldSums, ::testing::ValuesIn(kToldSums),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

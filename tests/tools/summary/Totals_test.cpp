@@ -16,7 +16,7 @@
 #include "support/PlainTotals.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 static std::ostream& operator<<(std::ostream& out, const ByteSum& sum) {
   const std::optional<std::int64_t> value = sum.value();
@@ -109,7 +109,7 @@ TEST(TotalsOfMadeUpDocuments, AgreeWithAPlainComputation) {
     std::vector<std::string> names;
     std::vector<std::size_t> numbers;
     for (std::size_t i = 0; i < contents.products.size(); ++i) {
-      const std::string name = toUtf8(contents.products[i].name);
+      const std::string name = output::toUtf8(contents.products[i].name);
       EXPECT_EQ(tally.totalsOfProduct(i), toTotals(plain.of({name}))) << document.json();
       names.push_back(name);
       numbers.push_back(i);
@@ -122,4 +122,4 @@ TEST(TotalsOfMadeUpDocuments, AgreeWithAPlainComputation) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 std::string noteOn(const Contents& contents) {
@@ -49,4 +49,4 @@ TEST(UnknownProducts, AreNotNotedWithoutProductData) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -50,7 +50,7 @@ inline std::size_t widestLine(const std::string& text) {
   std::istringstream lines(text);
   std::size_t widest = 0;
   for (std::string line; std::getline(lines, line);) {
-    widest = std::max(widest, update_metadata_tool::displayWidth(line));
+    widest = std::max(widest, update_metadata_tool::terminal::displayWidth(line));
   }
   return widest;
 }

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 const std::string kEllipsis = "\xE2\x80\xA6";
@@ -111,4 +111,4 @@ TEST(Padding, CountsColumns) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

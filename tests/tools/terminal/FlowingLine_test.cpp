@@ -9,7 +9,7 @@
 
 #include "support/LongNames.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 const std::string kAcute = "\xCC\x81";          // a mark: no column
@@ -116,4 +116,4 @@ INSTANTIATE_TEST_SUITE_P(Lines, Flows, ::testing::ValuesIn(kFlows),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 /// A progress line on a terminal whose clock the test moves.
@@ -150,4 +150,4 @@ TEST(ProgressLine, WritesNothingWhereThereIsNoTerminal) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 const std::string kEllipsis = "\xE2\x80\xA6";
@@ -142,4 +142,4 @@ TEST(Table, WritesNothingWithoutRows) {
 }
 
 }  // namespace
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -11,8 +11,11 @@
 #include "output/Text.h"
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 namespace {
+
+using output::toVisible;
+using source::SourceTree;
 
 struct Advice {
   std::string_view beginning;  ///< how the library's text begins
@@ -72,7 +75,7 @@ void report(const std::exception& failure, const std::u16string& file, const std
 // null if it has all.
 const char* findMissingSection(const SourceTree& tree) {
   std::set<std::string> names;
-  if (tree.isWhole() && tree[SourceTree::kRoot].kind == SourceKind::kObject) {
+  if (tree.isWhole() && tree[SourceTree::kRoot].kind == source::SourceKind::kObject) {
     const std::size_t end = tree[SourceTree::kRoot].next;
     for (std::size_t key = SourceTree::kRoot + 1; key < end; key = tree[key + 1].next) {
       names.insert(tree.decoded(key));
@@ -88,12 +91,12 @@ const char* findMissingSection(const SourceTree& tree) {
 
 // The same for a file, which may have changed or be gone by now. Standard input is read only once.
 const char* findMissingSection(const std::u16string& file) {
-  const std::string name = toUtf8(file);
-  if (name == kStandardInput) {
+  const std::string name = output::toUtf8(file);
+  if (name == input::kStandardInput) {
     return nullptr;
   }
   try {
-    const std::string text = readDocument(name);
+    const std::string text = input::readDocument(name);
     return findMissingSection(SourceTree(text));
   } catch (const std::exception&) {
     return nullptr;
@@ -150,4 +153,4 @@ void reportUnanswered(const std::exception& failure, const std::u16string& file,
          err);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

@@ -4,9 +4,11 @@
 #include <iosfwd>
 #include <string>
 
-namespace update_metadata_tool {
-
+namespace update_metadata_tool::source {
 class SourceTree;
+}  // namespace update_metadata_tool::source
+
+namespace update_metadata_tool::command {
 
 /// That lint shows `what`, "where" or "more": "'update-metadata lint update.json' shows where".
 std::string pointToLint(const std::u16string& file, const char* what);
@@ -21,7 +23,7 @@ std::string pointToLint(const std::u16string& file, const char* what);
 /// \param file  as the user named it; read again to find a missing section
 /// \param tree  the document, if it is at hand: the file is not read then
 std::string adviseOnLoading(const std::exception& failure, const std::u16string& file,
-                            const SourceTree* tree = nullptr);
+                            const source::SourceTree* tree = nullptr);
 
 /// Writes why a document could not be loaded, and what to do.
 ///
@@ -35,4 +37,4 @@ void reportUnloaded(const std::exception& failure, const std::u16string& file, s
 void reportUnanswered(const std::exception& failure, const std::u16string& file,
                       const std::u16string& productData, std::ostream& err);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

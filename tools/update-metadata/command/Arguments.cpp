@@ -8,11 +8,11 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 
 CLI::Validator isUtf8Argument() {
   const auto refuse = [](const std::string& argument) {
-    return isUtf8(argument) ? std::string() : std::string("the argument is not UTF-8");
+    return output::isUtf8(argument) ? std::string() : std::string("the argument is not UTF-8");
   };
   return CLI::Validator(refuse, "");
 }
@@ -30,7 +30,7 @@ CLI::Validator isCountArgument() {
 }
 
 std::optional<std::u16string> toOptionalUtf16(const std::optional<std::string>& argument) {
-  return argument ? std::optional(toUtf16(*argument)) : std::nullopt;
+  return argument ? std::optional(output::toUtf16(*argument)) : std::nullopt;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

@@ -5,7 +5,7 @@
 
 #include "command/CommandLineFwd.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 
 /// Refuses an argument that is not UTF-8.
 CLI::Validator isUtf8Argument();
@@ -18,4 +18,4 @@ CLI::Validator isCountArgument();
 /// \pre isUtf8Argument() has let it pass
 std::optional<std::u16string> toOptionalUtf16(const std::optional<std::string>& argument);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

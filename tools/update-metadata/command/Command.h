@@ -6,7 +6,7 @@
 #include "command/CommandLineFwd.h"
 #include "command/ExitCode.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 
 /// One subcommand of the program: its options, and what it does with them.
 ///
@@ -41,4 +41,4 @@ class Command {
   CLI::App& subcommand_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 
 /// What the command tells its caller when it ends. The help of each subcommand says what 0, 1 and 2
 /// mean there.
@@ -11,4 +11,4 @@ enum class ExitCode {
   kTrouble = 2,  ///< the arguments were not understood, and nothing was done, or there is no answer
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

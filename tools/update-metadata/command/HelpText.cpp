@@ -7,7 +7,7 @@
 
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 namespace {
 
 constexpr std::size_t kFewestColumnsOfText = 30;
@@ -17,7 +17,8 @@ class FittingFormatter : public CLI::Formatter {
  public:
   std::string make_help(const CLI::App* app, std::string name,
                         CLI::AppFormatMode mode) const override {
-    return fitToColumns(Formatter::make_help(app, std::move(name), mode), outputColumns());
+    return fitToColumns(Formatter::make_help(app, std::move(name), mode),
+                        terminal::outputColumns());
   }
 };
 
@@ -95,4 +96,4 @@ void fitHelpToTerminal(CLI::App& app) {
   app.formatter(std::make_shared<FittingFormatter>());
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

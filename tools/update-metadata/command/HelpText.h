@@ -6,7 +6,7 @@
 
 #include "command/CommandLineFwd.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 
 /// Breaks the lines of an ASCII text that are longer than `columns`, from 20 on, at their blanks.
 ///
@@ -17,4 +17,4 @@ std::string fitToColumns(std::string_view text, std::size_t columns);
 /// Lets the help of `app`, and of the subcommands that are added later, fit the terminal.
 void fitHelpToTerminal(CLI::App& app);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

@@ -7,7 +7,7 @@
 #include "command/Arguments.h"
 #include "input/DocumentText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 namespace {
 
 constexpr const char* kOrStandardInput = "; - is standard input";
@@ -46,9 +46,9 @@ void addFormat(CLI::App& subcommand, std::string& format) {
 }
 
 void checkStandardInput(const std::string& argument, const std::vector<std::string>& files) {
-  if (std::count(files.begin(), files.end(), kStandardInput) > 1) {
+  if (std::count(files.begin(), files.end(), input::kStandardInput) > 1) {
     throw CLI::ValidationError(argument, "standard input (-) can be read only once");
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

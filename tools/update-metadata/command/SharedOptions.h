@@ -6,7 +6,7 @@
 
 #include "command/CommandLineFwd.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::command {
 
 /// What --format takes.
 constexpr const char* kTextFormat = "text";
@@ -37,4 +37,4 @@ void addFormat(CLI::App& subcommand, std::string& format);
 /// \throws CLI::ValidationError  as a wrong usage does
 void checkStandardInput(const std::string& argument, const std::vector<std::string>& files);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::command

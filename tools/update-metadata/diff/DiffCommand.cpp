@@ -17,8 +17,10 @@
 #include "terminal/ProgressLine.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
+
+using command::ExitCode;
 
 constexpr const char* kExamples = R"(Examples:
   update-metadata diff old.json new.json
@@ -42,10 +44,11 @@ CLI::Validator isGrowthLimit() {
 }  // namespace
 
 DiffCommand::DiffCommand(CLI::App& app)
-    : Command(app, "diff", "Tell in what two documents differ") {
-  addDocument(subcommand(), "OLD", old_, "The update metadata document (JSON) to compare with");
-  addDocument(subcommand(), "NEW", new_, "The document that is compared");
-  addProductData(subcommand(), productData_);
+    : command::Command(app, "diff", "Tell in what two documents differ") {
+  command::addDocument(subcommand(), "OLD", old_,
+                       "The update metadata document (JSON) to compare with");
+  command::addDocument(subcommand(), "NEW", new_, "The document that is compared");
+  command::addProductData(subcommand(), productData_);
   subcommand()
       .add_option(
           "--fail-if-larger", limit_,
@@ -53,39 +56,39 @@ DiffCommand::DiffCommand(CLI::App& app)
           "so many percent of the bytes to fetch of OLD")
       ->type_name("BYTES|N%")
       ->check(isGrowthLimit());
-  addFormat(subcommand(), format_);
-  subcommand().final_callback([this] { checkStandardInput("NEW", {old_, new_}); });
+  command::addFormat(subcommand(), format_);
+  subcommand().final_callback([this] { command::checkStandardInput("NEW", {old_, new_}); });
   subcommand().footer(kExamples);
 }
 
 ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
-  const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
-  ProgressLine progress(err, errorTerminalColumns());
-  const auto before = readContents({toUtf16(old_), productData}, err, progress);
-  const auto after = readContents({toUtf16(new_), productData}, err, progress);
+  const std::optional<std::u16string> productData = command::toOptionalUtf16(productData_);
+  terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
+  const auto before = summary::readContents({output::toUtf16(old_), productData}, err, progress);
+  const auto after = summary::readContents({output::toUtf16(new_), productData}, err, progress);
   if (!before || !after) {
     return ExitCode::kTrouble;
   }
   progress.begin("comparing");
   const Difference difference = compare(*before, *after);
   progress.clear();
-  if (!noteMissingProductData(productData_, err)) {
-    noteUnknownProducts(productData_, old_, *before, err);
-    noteUnknownProducts(productData_, new_, *after, err);
+  if (!input::noteMissingProductData(productData_, err)) {
+    summary::noteUnknownProducts(productData_, old_, *before, err);
+    summary::noteUnknownProducts(productData_, new_, *after, err);
   }
   std::optional<Growth> growth;
   if (limit_) {
     growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());
   }
-  beginOutput(progress);
-  if (format_ == kJsonFormat) {
+  terminal::beginOutput(progress);
+  if (format_ == command::kJsonFormat) {
     writeJson(difference, growth, out);
   } else {
-    writeText(difference, growth, outputColumns(), out);
+    writeText(difference, growth, terminal::outputColumns(), out);
   }
   out.flush();
   const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();
   return isFailed ? ExitCode::kFailed : ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

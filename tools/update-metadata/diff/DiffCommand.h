@@ -7,19 +7,19 @@
 #include "command/Command.h"
 #include "command/ExitCode.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 
 /// The subcommand `diff`: tells in what two documents differ.
-class DiffCommand : public Command {
+class DiffCommand : public command::Command {
  public:
   explicit DiffCommand(CLI::App& app);
 
   /// Nothing is written on `out` before everything is known. A document that cannot be loaded is
   /// told of on `err` as by readContents(); the other one is looked at, too.
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
   /// Not the code of documents that differ.
-  ExitCode troubleCode() const override { return ExitCode::kTrouble; }
+  command::ExitCode troubleCode() const override { return command::ExitCode::kTrouble; }
 
  private:
   std::string old_;
@@ -29,4 +29,4 @@ class DiffCommand : public Command {
   std::string format_ = "text";
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

@@ -6,9 +6,17 @@
 #include <tuple>
 #include <utility>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
 
+using summary::ByteSum;
+using summary::ComponentWithFiles;
+using summary::Contents;
+using summary::Package;
+using summary::PackageWithFiles;
+using summary::Product;
+using summary::Tally;
+using summary::Totals;
 using Names = std::vector<std::u16string_view>;
 using Numbers = std::vector<std::size_t>;
 
@@ -18,7 +26,7 @@ const std::u16string& nameOf(const Product& product) {
   return product.name;
 }
 
-const std::u16string& nameOf(const Component& component) {
+const std::u16string& nameOf(const summary::Component& component) {
   return component.name;
 }
 
@@ -244,8 +252,8 @@ ComponentComparison compareComponents(const Contents& before, const Contents& af
   for (const Match& found : match(before.components, after.components)) {
     ComponentChange change{eitherOf(found, before.components, after.components).name, {}, {}};
     if (found.before && found.after) {
-      const Component& old = before.components[*found.before];
-      const Component& recent = after.components[*found.after];
+      const summary::Component& old = before.components[*found.before];
+      const summary::Component& recent = after.components[*found.after];
       const bool isDeletedAlike = packagesOf(old.packagesToDelete, before.packagesToDelete) ==
                                   packagesOf(recent.packagesToDelete, after.packagesToDelete);
       const bool isExtractedAlike = packagesOf(old.packagesToExtract, before.packagesToExtract) ==
@@ -376,8 +384,8 @@ std::vector<FilesChange> compareFiles(const Contents& before, const Contents& af
   return changes;
 }
 
-DoubtfulSizes countAllDoubtfulSizes(const Contents& contents, const Tally& tally) {
-  DoubtfulSizes sizes = countDoubtfulSizes(contents, tally.selectAll());
+summary::DoubtfulSizes countAllDoubtfulSizes(const Contents& contents, const Tally& tally) {
+  summary::DoubtfulSizes sizes = summary::countDoubtfulSizes(contents, tally.selectAll());
   for (const LocatedPackage& located : listPackagesWithFiles(contents)) {
     sizes.count(located.package->size);
   }
@@ -398,7 +406,8 @@ Difference compare(const Contents& before, const Contents& after) {
   Difference difference;
   difference.releases = compareReleases(before, after);
   difference.totals = {tallyBefore.totalsOfAll(), tallyAfter.totalsOfAll()};
-  difference.filesToDelete = {countFilesToDelete(before), countFilesToDelete(after)};
+  difference.filesToDelete = {summary::countFilesToDelete(before),
+                              summary::countFilesToDelete(after)};
   difference.doubtfulSizes = {countAllDoubtfulSizes(before, tallyBefore),
                               countAllDoubtfulSizes(after, tallyAfter)};
   ComponentComparison comparison = compareComponents(before, after, tallyBefore, tallyAfter);
@@ -410,4 +419,4 @@ Difference compare(const Contents& before, const Contents& after) {
   return difference;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

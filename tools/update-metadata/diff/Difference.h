@@ -10,7 +10,7 @@
 #include "summary/DoubtfulSizes.h"
 #include "summary/Totals.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 
 /// What became of something from the old document to the new one.
 enum class Change { kAdded, kRemoved, kChanged };
@@ -37,8 +37,8 @@ struct ReleaseChange {
 struct ProductChange {
   std::u16string name;
   std::optional<std::u16string> baseCode;  ///< as Product::baseCode
-  std::optional<Totals> before;
-  std::optional<Totals> after;
+  std::optional<summary::Totals> before;
+  std::optional<summary::Totals> after;
   NameChanges componentsToDelete;
   NameChanges componentsToExtract;
 };
@@ -46,8 +46,8 @@ struct ProductChange {
 /// A component that the products of only one document name, or whose packages differ.
 struct ComponentChange {
   std::u16string name;
-  std::optional<Totals> before;
-  std::optional<Totals> after;
+  std::optional<summary::Totals> before;
+  std::optional<summary::Totals> after;
 };
 
 struct PackageSizes {
@@ -90,9 +90,9 @@ struct Sides {
 /// So every component's is compared, though the totals, as the library, count only the first.
 struct Difference {
   std::vector<ReleaseChange> releases;
-  Sides<Totals> totals;
+  Sides<summary::Totals> totals;
   Sides<std::size_t> filesToDelete;
-  Sides<DoubtfulSizes> doubtfulSizes;  ///< of all packages, also of those with files
+  Sides<summary::DoubtfulSizes> doubtfulSizes;  ///< of all packages, also of those with files
   std::vector<ProductChange> products;
   std::vector<ComponentChange> components;
   std::vector<PackageChange> packagesToDelete;
@@ -113,6 +113,6 @@ Change changeOf(const Item& item) {
 }
 
 /// Compares two documents. O(n log n) in what they hold and what their products name.
-Difference compare(const Contents& before, const Contents& after);
+Difference compare(const summary::Contents& before, const summary::Contents& after);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

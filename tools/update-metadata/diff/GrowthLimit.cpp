@@ -4,8 +4,10 @@
 #include <string>
 #include <system_error>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
+
+using summary::ByteSum;
 
 constexpr std::size_t kDecimals = 4;  // a ten-thousandth of a percent is a millionth
 constexpr std::int64_t kLargestShare = 1'000'000 * std::int64_t{10'000};
@@ -49,7 +51,7 @@ ByteSum GrowthLimit::allowedGrowth(const ByteSum& before) const {
     return ByteSum(number_);
   }
   return before.isNegative() ? ByteSum()
-                             : takeMillionths(static_cast<std::uint64_t>(number_), before);
+                             : summary::takeMillionths(static_cast<std::uint64_t>(number_), before);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

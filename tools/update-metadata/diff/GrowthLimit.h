@@ -6,7 +6,7 @@
 
 #include "summary/ByteSum.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 
 /// How much an update may grow: by a number of bytes, or by a share of what it was.
 class GrowthLimit {
@@ -18,7 +18,7 @@ class GrowthLimit {
 
   /// How many bytes `before` bytes may grow by, rounded down. A share of what is below zero is
   /// zero.
-  ByteSum allowedGrowth(const ByteSum& before) const;
+  summary::ByteSum allowedGrowth(const summary::ByteSum& before) const;
 
  private:
   GrowthLimit(bool isShare, std::int64_t number) : isShare_(isShare), number_(number) {}
@@ -27,4 +27,4 @@ class GrowthLimit {
   std::int64_t number_;  ///< bytes, or millionths
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

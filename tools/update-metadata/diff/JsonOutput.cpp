@@ -10,8 +10,13 @@
 #include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
+
+using output::JsonWriter;
+using summary::ByteSum;
+using summary::Totals;
+using summary::writeMembers;
 
 void write(const NameChanges& names, JsonWriter& json) {
   json.beginObject();
@@ -195,4 +200,4 @@ void writeJson(const Difference& difference, const std::optional<Growth>& growth
   out << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

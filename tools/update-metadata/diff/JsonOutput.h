@@ -6,7 +6,7 @@
 #include "diff/Difference.h"
 #include "diff/Growth.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 
 /// Writes in what two documents differ as one line of JSON and a line feed, in UTF-8: docs/diff.md
 /// tells its members. The numbers are those of the text; one that does not fit into 64 bits is
@@ -16,4 +16,4 @@ namespace update_metadata_tool {
 void writeJson(const Difference& difference, const std::optional<Growth>& growth,
                std::ostream& out);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

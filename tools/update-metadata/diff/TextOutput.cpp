@@ -18,8 +18,17 @@
 #include "summary/SummaryText.h"
 #include "terminal/FlowingLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 namespace {
+
+using output::toReadableSize;
+using output::toVisibleName;
+using summary::beginLine;
+using summary::ByteSum;
+using summary::toReadableSize;
+using summary::Totals;
+using summary::writeLine;
+using terminal::FlowingLine;
 
 char markOf(Change change) {
   switch (change) {
@@ -96,11 +105,11 @@ Measure measurePackageWithFiles(const FilesChange& package) {
 
 bool isMarked(const Measure& measure, ByteSum Measure::*side) {
   const std::optional<std::int64_t> bytes = (measure.*side).value();
-  return !measure.isSum && bytes && isDoubtful(*bytes);
+  return !measure.isSum && bytes && summary::isDoubtful(*bytes);
 }
 
 std::string describeSide(const Measure& measure, ByteSum Measure::*side) {
-  return (isMarked(measure, side) ? kDoubtMark : "") + toReadableSize(measure.*side);
+  return (isMarked(measure, side) ? summary::kDoubtMark : "") + toReadableSize(measure.*side);
 }
 
 std::string describeSides(const Measure& measure) {
@@ -236,7 +245,7 @@ void writeProducts(const std::vector<ProductChange>& products, std::size_t width
                    std::ostream& out) {
   writeHeading("Products", products, width, out);
   for (const ProductChange& product : products) {
-    writeItem(product, describeProduct(product.name, product.baseCode),
+    writeItem(product, summary::describeProduct(product.name, product.baseCode),
               measure(product.before.value_or(Totals()), product.after.value_or(Totals())), width,
               out);
     if (changeOf(product) == Change::kChanged) {
@@ -290,10 +299,10 @@ void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std
     const Measure size = measurePackageWithFiles(package);
     FlowingLine line = beginFiles(package, width);
     if (changeOf(package) != Change::kChanged) {
-      line.words(count(added + removed, "file") + "; size ");
+      line.words(summary::count(added + removed, "file") + "; size ");
       line.words(describeSide(size, onlySideOf(package)));
     } else {
-      line.words(count(added, "file") + " added, " + std::to_string(removed) + " removed");
+      line.words(summary::count(added, "file") + " added, " + std::to_string(removed) + " removed");
       if (size.before != size.after) {
         line.words("; size " + describeSides(size));
       }
@@ -337,15 +346,16 @@ bool isOneMarked(const Difference& difference, ByteSum Measure::*side) {
          });
 }
 
-void writeDoubts(const std::string& document, const DoubtfulSizes& sizes, bool areMarked,
+void writeDoubts(const std::string& document, const summary::DoubtfulSizes& sizes, bool areMarked,
                  std::size_t width, std::ostream& out) {
   if (sizes.areAny()) {
-    writeNote("In the " + document + " document, " + describe(sizes, areMarked), width, out);
+    summary::writeNote("In the " + document + " document, " + describe(sizes, areMarked), width,
+                       out);
   }
 }
 
 void writeNotes(const Difference& difference, std::size_t width, std::ostream& out) {
-  const Sides<DoubtfulSizes>& sizes = difference.doubtfulSizes;
+  const Sides<summary::DoubtfulSizes>& sizes = difference.doubtfulSizes;
   writeDoubts("old", sizes.before, isOneMarked(difference, &Measure::before), width, out);
   writeDoubts("new", sizes.after, isOneMarked(difference, &Measure::after), width, out);
 }
@@ -375,4 +385,4 @@ void writeText(const Difference& difference, const std::optional<Growth>& growth
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

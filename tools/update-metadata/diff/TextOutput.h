@@ -7,7 +7,7 @@
 #include "diff/Difference.h"
 #include "diff/Growth.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::diff {
 
 /// Writes for people in what two documents differ, in UTF-8; one line if they say the same.
 ///
@@ -20,4 +20,4 @@ namespace update_metadata_tool {
 void writeText(const Difference& difference, const std::optional<Growth>& growth, std::size_t width,
                std::ostream& out);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::diff

@@ -17,8 +17,11 @@
 #include "output/FileReplacement.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
+
+using command::ExitCode;
+using output::toUtf16;
 
 constexpr int kWidestIndent = 8;
 
@@ -40,24 +43,24 @@ not be read or replaced; wrong usage.)";
 
 // Tells what has become of a file, and what to do.
 void complain(const std::string& file, const std::string& outcome, std::ostream& err) {
-  err << "update-metadata: '" << toVisible(toUtf16(file)) << "' " << outcome << '\n';
+  err << "update-metadata: '" << output::toVisible(toUtf16(file)) << "' " << outcome << '\n';
 }
 
 void complain(const std::exception& failure, const std::string& file, const std::string& outcome,
               std::ostream& err) {
-  err << toVisible(failure.what()) << '\n';
+  err << output::toVisible(failure.what()) << '\n';
   complain(file, outcome, err);
 }
 
 /// A document's bytes, and the file that they were read from if it is one that can be replaced.
 struct Input {
-  std::optional<OpenedFile> file;
+  std::optional<output::OpenedFile> file;
   std::string text;
 };
 
 // Opens a file that can be replaced; nothing for any other, of which the library says what is
 // wrong.
-void openFile(const std::string& file, std::optional<OpenedFile>& opened) {
+void openFile(const std::string& file, std::optional<output::OpenedFile>& opened) {
   try {
     opened.emplace(file);
   } catch (const std::system_error&) {
@@ -67,13 +70,14 @@ void openFile(const std::string& file, std::optional<OpenedFile>& opened) {
 
 bool read(const std::string& file, Input& input, std::ostream& err) {
   try {
-    if (file != kStandardInput) {
+    if (file != input::kStandardInput) {
       openFile(file, input.file);
     }
-    input.text = input.file ? input.file->read() : readDocument(file);
+    input.text = input.file ? input.file->read() : input::readDocument(file);
     return true;
   } catch (const std::exception& failure) {
-    complain(failure, file, "could not be read; " + adviseOnLoading(failure, toUtf16(file)), err);
+    complain(failure, file,
+             "could not be read; " + command::adviseOnLoading(failure, toUtf16(file)), err);
     return false;
   }
 }
@@ -85,7 +89,8 @@ std::optional<std::string> formatText(const std::string& file, const std::string
   } catch (const RefusedText& refused) {
     complain(refused, file, "is left as it is; " + refused.advice(), err);
   } catch (const std::bad_alloc& failure) {
-    complain(failure, file, "is left as it is; " + adviseOnLoading(failure, toUtf16(file)), err);
+    complain(failure, file, "is left as it is; " + command::adviseOnLoading(failure, toUtf16(file)),
+             err);
   } catch (const std::logic_error& failure) {
     complain(failure, file, "is left as it is; this is a fault of the command: report it", err);
   }
@@ -115,8 +120,8 @@ bool replace(const std::string& file, const Input& input, const std::string& tex
 }  // namespace
 
 FmtCommand::FmtCommand(CLI::App& app)
-    : Command(app, "fmt", "Lay documents out anew, without white space around them") {
-  addDocuments(subcommand(), files_).required();
+    : command::Command(app, "fmt", "Lay documents out anew, without white space around them") {
+  command::addDocuments(subcommand(), files_).required();
   subcommand().add_flag("--check", checksOnly_,
                         "Change nothing, but write the names of the files that would change");
   CLI::Option* const indent =
@@ -129,13 +134,13 @@ FmtCommand::FmtCommand(CLI::App& app)
       .add_flag("--compact", layout_.isCompact,
                 "Write each document on one line, without white space")
       ->excludes(indent);
-  subcommand().final_callback([this] { checkStandardInput("FILE", files_); });
+  subcommand().final_callback([this] { command::checkStandardInput("FILE", files_); });
   subcommand().footer(kExamples);
 }
 
 FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& out,
                                        std::ostream& err) const {
-  const bool isFilter = file == kStandardInput;
+  const bool isFilter = file == input::kStandardInput;
   std::error_code ignored;
   if (!checksOnly_ && !isFilter && std::filesystem::is_other(file, ignored)) {
     // Not even read: a pipe gives its content once, and it could not be put back.
@@ -153,7 +158,7 @@ FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& ou
   const bool isChanged = *formatted != input.text;
   if (checksOnly_) {
     if (isChanged) {
-      out << toVisible(toUtf16(file)) << '\n';
+      out << output::toVisible(toUtf16(file)) << '\n';
     }
   } else if (isFilter) {
     out << *formatted;
@@ -178,4 +183,4 @@ ExitCode FmtCommand::run(std::ostream& out, std::ostream& err) const {
   return checksOnly_ && hasChanged ? ExitCode::kFailed : ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

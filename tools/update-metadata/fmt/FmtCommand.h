@@ -8,10 +8,10 @@
 #include "command/ExitCode.h"
 #include "fmt/Layout.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 
 /// The subcommand `fmt`: gives documents one form, in which the library reads the same from them.
-class FmtCommand : public Command {
+class FmtCommand : public command::Command {
  public:
   explicit FmtCommand(CLI::App& app);
 
@@ -23,7 +23,7 @@ class FmtCommand : public Command {
   ///
   /// For every file that fails, `err` gets the text of the exception, then which file it is and
   /// what to do.
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   enum class Outcome { kUnchanged, kChanged, kFailed };
@@ -35,4 +35,4 @@ class FmtCommand : public Command {
   bool checksOnly_ = false;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

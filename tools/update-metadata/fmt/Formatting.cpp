@@ -9,15 +9,17 @@
 #include "source/LineIndex.h"
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
+
+using source::SourceTree;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // Where a text begins when the byte-order mark and the white space before it are left out.
 std::size_t findBeginning(std::string_view text) {
   const bool hasMark = text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  return skipSpace(text, hasMark ? kByteOrderMark.size() : 0);
+  return source::skipSpace(text, hasMark ? kByteOrderMark.size() : 0);
 }
 
 // Where a text ends when the white space behind its value is left out; it goes to its end if there
@@ -25,12 +27,12 @@ std::size_t findBeginning(std::string_view text) {
 std::size_t findEnd(const SourceTree& tree) {
   const std::size_t size = tree.text().size();
   const bool isAlone =
-      tree.isWhole() && skipSpace(tree.text(), tree[SourceTree::kRoot].end) == size;
+      tree.isWhole() && source::skipSpace(tree.text(), tree[SourceTree::kRoot].end) == size;
   return isAlone ? tree[SourceTree::kRoot].end : size;
 }
 
 std::string describePlace(std::string_view text, std::size_t offset) {
-  const Position position = LineIndex(text).positionOf(offset);
+  const source::Position position = source::LineIndex(text).positionOf(offset);
   return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
 }
 
@@ -38,22 +40,24 @@ std::string describePlace(std::string_view text, std::size_t offset) {
 std::string describeFault(const SourceTree& tree) {
   const std::string_view text = tree.text();
   if (!tree.isWhole()) {
-    const SyntaxFault& fault = *tree.fault();
+    const source::SyntaxFault& fault = *tree.fault();
     return "correct its text at " + describePlace(text, fault.offset) + ": " +
            std::string(fault.why);
   }
-  const SourceNode& root = tree[SourceTree::kRoot];
-  if (const std::size_t more = skipSpace(text, root.end); more != text.size()) {
+  const source::SourceNode& root = tree[SourceTree::kRoot];
+  if (const std::size_t more = source::skipSpace(text, root.end); more != text.size()) {
     return "a document is one value, and something follows it at " + describePlace(text, more);
   }
-  return root.kind == SourceKind::kObject ? "" : "a document is an object, and this text is none";
+  return root.kind == source::SourceKind::kObject
+             ? ""
+             : "a document is an object, and this text is none";
 }
 
 std::string adviseOn(const SourceTree& tree, const std::u16string& path,
                      const std::exception& failure) {
   const std::string fault = describeFault(tree);
-  return fault.empty() ? adviseOnLoading(failure, path, &tree)
-                       : fault + "; " + pointToLint(path, "more");
+  return fault.empty() ? command::adviseOnLoading(failure, path, &tree)
+                       : fault + "; " + command::pointToLint(path, "more");
 }
 
 }  // namespace
@@ -76,4 +80,4 @@ std::string format(const std::u16string& path, const std::string& text, const La
   return formatted;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

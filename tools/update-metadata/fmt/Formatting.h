@@ -6,7 +6,7 @@
 
 #include "fmt/Layout.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 
 /// A text that is not laid out anew, because the library does not load it. Its text is that of the
 /// library's exception.
@@ -36,4 +36,4 @@ class RefusedText : public std::runtime_error {
 ///                           fault of this function
 std::string format(const std::u16string& path, const std::string& text, const Layout& layout);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

@@ -3,12 +3,15 @@
 #include <utility>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
+
+using source::SourceKind;
 
 class LayoutWriter {
  public:
-  LayoutWriter(const SourceTree& tree, const Layout& layout) : tree_(tree), layout_(layout) {}
+  LayoutWriter(const source::SourceTree& tree, const Layout& layout)
+      : tree_(tree), layout_(layout) {}
 
   std::string write() {
     text_.reserve(tree_.text().size());
@@ -57,7 +60,7 @@ class LayoutWriter {
   }
 
   void writeValue(std::size_t index) {
-    const SourceNode& node = tree_[index];
+    const source::SourceNode& node = tree_[index];
     if (node.kind == SourceKind::kArray || node.kind == SourceKind::kObject) {
       const bool isArray = node.kind == SourceKind::kArray;
       text_ += isArray ? '[' : '{';
@@ -77,7 +80,7 @@ class LayoutWriter {
     }
   }
 
-  const SourceTree& tree_;
+  const source::SourceTree& tree_;
   const Layout layout_;
   std::string text_;
   std::vector<Container> open_;
@@ -85,8 +88,8 @@ class LayoutWriter {
 
 }  // namespace
 
-std::string layOut(const SourceTree& tree, const Layout& layout) {
+std::string layOut(const source::SourceTree& tree, const Layout& layout) {
   return LayoutWriter(tree, layout).write();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

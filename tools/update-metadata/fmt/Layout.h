@@ -5,7 +5,7 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 
 /// How the values of a document are spread over lines.
 struct Layout {
@@ -26,6 +26,6 @@ constexpr std::size_t kDeepestSpreadLevel = 16;
 /// \pre `tree` is whole; what stands around its value is left out
 ///
 /// Linear in the size of the text; the depth of nesting costs no stack.
-std::string layOut(const SourceTree& tree, const Layout& layout);
+std::string layOut(const source::SourceTree& tree, const Layout& layout);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

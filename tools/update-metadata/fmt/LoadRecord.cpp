@@ -10,7 +10,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 namespace {
 
 using install::datamodels::product_update::PkgDataWithFilesToDelete;
@@ -169,4 +169,4 @@ std::u16string recordLoad(const std::u16string& path, const std::string& text) {
   return RecordingParser(path, text).load();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

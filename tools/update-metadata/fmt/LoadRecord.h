@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::fmt {
 
 /// Has the library load `text` as the document at `path`, and writes down everything that it takes
 /// from it: the calls that the handler gets, in order, and the two tables of packages.
@@ -16,4 +16,4 @@ namespace update_metadata_tool {
 /// The library's exceptions pass through.
 std::u16string recordLoad(const std::u16string& path, const std::string& text);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::fmt

@@ -8,21 +8,21 @@
 #include "output/Text.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::input {
 namespace {
 
 constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
 
 // Who has named standard input without leading something into it waits otherwise for a command that
 // waits for them.
-void askForTyping(ProgressLine& progress) {
+void askForTyping(terminal::ProgressLine& progress) {
   progress.clear();
   std::cerr << "update-metadata: reading the document from the terminal; end it with Ctrl-D\n"
             << std::flush;
 }
 
-std::string readStandardInput(ProgressLine& progress) {
-  if (isInputTerminal()) {
+std::string readStandardInput(terminal::ProgressLine& progress) {
+  if (terminal::isInputTerminal()) {
     askForTyping(progress);
   }
   std::string text;
@@ -45,12 +45,12 @@ std::string readStandardInput(ProgressLine& progress) {
 
 }  // namespace
 
-std::string readDocument(const std::string& file, ProgressLine& progress) {
+std::string readDocument(const std::string& file, terminal::ProgressLine& progress) {
   if (file == kStandardInput) {
     return readStandardInput(progress);
   }
-  const std::u16string path = toUtf16(file);
+  const std::u16string path = output::toUtf16(file);
   return install::update_metadata_parser::UpdateMetaDataJsonParser(path).readFile(path);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::input

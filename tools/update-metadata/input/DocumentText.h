@@ -4,7 +4,7 @@
 
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::input {
 
 /// What stands for standard input in place of a file, and what messages call it.
 constexpr const char* kStandardInput = "-";
@@ -17,6 +17,7 @@ constexpr const char* kStandardInput = "-";
 /// goes on.
 ///
 /// \pre `file` is UTF-8
-std::string readDocument(const std::string& file, ProgressLine& progress = noProgress());
+std::string readDocument(const std::string& file,
+                         terminal::ProgressLine& progress = terminal::noProgress());
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::input

@@ -6,7 +6,7 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::input {
 namespace {
 
 // What the system says of a path that it does not let be looked at.
@@ -41,10 +41,10 @@ std::optional<std::string> findFault(const std::filesystem::path& location) {
 bool noteMissingProductData(const std::optional<std::string>& location, std::ostream& err) {
   const std::optional<std::string> fault = location ? findFault(*location) : std::nullopt;
   if (fault) {
-    err << "update-metadata: note: the product data '" << toVisible(*location) << "' " << *fault
-        << ", so no product has a base code; check --product-data\n";
+    err << "update-metadata: note: the product data '" << output::toVisible(*location) << "' "
+        << *fault << ", so no product has a base code; check --product-data\n";
   }
   return fault.has_value();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::input

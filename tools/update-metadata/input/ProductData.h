@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::input {
 
 /// The table in a folder with product data.
 constexpr const char* kProductTable = "products.tsv";
@@ -17,4 +17,4 @@ constexpr const char* kProductTable = "products.tsv";
 /// \param location  what the user names; nothing is written without it
 bool noteMissingProductData(const std::optional<std::string>& location, std::ostream& err);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::input

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 constexpr std::size_t kBlock = 1024;  // bytes that are counted for an answer, at most
@@ -29,4 +29,4 @@ std::size_t CharacterIndex::countBefore(std::size_t offset) const {
   return countsBeforeBlocks_[block] + countIn(text_.substr(begin, offset - begin));
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Counts the characters of a UTF-8 text, which must stay where it is.
 ///
@@ -24,4 +24,4 @@ class CharacterIndex {
   std::vector<std::size_t> countsBeforeBlocks_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -9,7 +9,7 @@
 #include "lint/Rule.h"
 #include "lint/Severity.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Another place of the document that a finding speaks of.
 struct RelatedPlace {
@@ -51,4 +51,4 @@ struct FileReport {
   std::array<std::size_t, kRuleCount> omitted{};
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,8 +6,12 @@
 
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SourceKind;
+using source::SourceNode;
+using source::SourceTree;
 
 constexpr std::size_t kNoNode = static_cast<std::size_t>(-1);
 constexpr std::size_t kLongestPointer = 4'096;
@@ -229,4 +233,4 @@ std::vector<Finding> FindingList::take(const SourceTree& tree) {
   return findings;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -10,7 +10,7 @@
 #include "lint/Rule.h"
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// What a finding says.
 struct FindingWords {
@@ -38,10 +38,10 @@ class FindingList {
 
   /// Adds a finding about a value or a key, which stands for its member. Of a container only the
   /// first byte is marked.
-  void add(Rule rule, const SourceTree& tree, std::size_t node, FindingWords words);
+  void add(Rule rule, const source::SourceTree& tree, std::size_t node, FindingWords words);
 
   /// As add(), with the first `offset` bytes of the node left unmarked.
-  void addInside(Rule rule, const SourceTree& tree, std::size_t node, std::size_t offset,
+  void addInside(Rule rule, const source::SourceTree& tree, std::size_t node, std::size_t offset,
                  std::size_t length, FindingWords words);
 
   /// Tells whether there is a finding of a rule whose default is an error.
@@ -54,7 +54,7 @@ class FindingList {
   /// A pointer of more than 4,096 bytes is that of the innermost value around whose pointer is not
   /// longer: neither deep nesting nor long names make the findings larger than the document.
   /// Linear in the tree, and n log n in the findings.
-  std::vector<Finding> take(const SourceTree& tree);
+  std::vector<Finding> take(const source::SourceTree& tree);
 
   /// How many findings of each rule were left out.
   const std::array<std::size_t, kRuleCount>& omitted() const { return omitted_; }
@@ -74,8 +74,8 @@ class FindingList {
 
   bool reserve(Severity severity, std::size_t bytes);
   static std::size_t bytesOf(const Finding& finding);
-  void leaveOut(const SourceTree& tree);
-  void addPointers(const SourceTree& tree);
+  void leaveOut(const source::SourceTree& tree);
+  void addPointers(const source::SourceTree& tree);
 
   std::deque<Entry> entries_;
   std::size_t bytes_ = 0;
@@ -84,4 +84,4 @@ class FindingList {
   bool hasErrors_ = false;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

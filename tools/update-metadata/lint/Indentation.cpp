@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 // So many lines have to agree with the nesting before one that does not is believed.
@@ -46,18 +46,18 @@ class Lines {
 
 class Judgment {
  public:
-  explicit Judgment(const SourceTree& tree) : tree_(tree), lines_(tree.text()) {}
+  explicit Judgment(const source::SourceTree& tree) : tree_(tree), lines_(tree.text()) {}
 
   std::optional<UnclosedBracket> find() {
     const auto& nodes = tree_.nodes();
     for (std::size_t index = 0; index < nodes.size() && isOpenToJudge_; ++index) {
       closeUpTo(index);
-      const SourceNode& node = nodes[index];
-      const bool isValueOfMember = index != 0 && nodes[index - 1].kind == SourceKind::kKey;
+      const source::SourceNode& node = nodes[index];
+      const bool isValueOfMember = index != 0 && nodes[index - 1].kind == source::SourceKind::kKey;
       if (isOpenToJudge_ && !levels_.empty() && !isValueOfMember) {
         checkChild(node.begin);
       }
-      if (node.kind == SourceKind::kArray || node.kind == SourceKind::kObject) {
+      if (node.kind == source::SourceKind::kArray || node.kind == source::SourceKind::kObject) {
         lines_.goTo(node.begin);
         levels_.push_back({index, lines_.begin(), lines_.indent(), std::nullopt});
       }
@@ -131,7 +131,7 @@ class Judgment {
     }
   }
 
-  const SourceTree& tree_;
+  const source::SourceTree& tree_;
   Lines lines_;
   std::vector<Level> levels_;
   std::optional<UnclosedBracket> found_;
@@ -142,8 +142,8 @@ class Judgment {
 
 }  // namespace
 
-std::optional<UnclosedBracket> findUnclosedByIndentation(const SourceTree& tree) {
+std::optional<UnclosedBracket> findUnclosedByIndentation(const source::SourceTree& tree) {
   return Judgment(tree).find();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

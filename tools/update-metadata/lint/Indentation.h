@@ -5,7 +5,7 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A bracket that seems not to be closed.
 struct UnclosedBracket {
@@ -19,6 +19,6 @@ struct UnclosedBracket {
 ///
 /// Nothing if there is none, or if the indentation up to there is not consistent: tabs and blanks,
 /// members of one object at different depths, or too few lines to judge. Linear in the text.
-std::optional<UnclosedBracket> findUnclosedByIndentation(const SourceTree& tree);
+std::optional<UnclosedBracket> findUnclosedByIndentation(const source::SourceTree& tree);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

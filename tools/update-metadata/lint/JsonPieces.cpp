@@ -1,8 +1,8 @@
 #include "lint/JsonPieces.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
-void writeException(const std::optional<ForeseenException>& exception, JsonWriter& json) {
+void writeException(const std::optional<ForeseenException>& exception, output::JsonWriter& json) {
   if (!exception) {
     json.value(nullptr);
     return;
@@ -10,7 +10,7 @@ void writeException(const std::optional<ForeseenException>& exception, JsonWrite
   json.beginObject().member("type", exception->type).member("text", exception->text).endObject();
 }
 
-void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, JsonWriter& json) {
+void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, output::JsonWriter& json) {
   json.beginObject();
   for (const RuleDescription& description : allRules()) {
     const std::size_t count = omitted[static_cast<std::size_t>(description.rule)];
@@ -21,4 +21,4 @@ void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, JsonWriter
   json.endObject();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

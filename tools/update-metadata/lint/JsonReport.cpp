@@ -6,13 +6,14 @@
 #include "lint/JsonPieces.h"
 #include "source/LineIndex.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 constexpr int kVersion = 1;
 
-void writeRelated(const RelatedPlace& related, const LineIndex& lines, JsonWriter& json) {
-  const Position position = lines.positionOf(related.offset);
+void writeRelated(const RelatedPlace& related, const source::LineIndex& lines,
+                  output::JsonWriter& json) {
+  const source::Position position = lines.positionOf(related.offset);
   json.beginObject()
       .member("message", related.message)
       .member("line", position.line)
@@ -21,8 +22,9 @@ void writeRelated(const RelatedPlace& related, const LineIndex& lines, JsonWrite
       .endObject();
 }
 
-void writeFinding(const Finding& finding, const LineIndex& lines, JsonWriter& json) {
-  const Position position = lines.positionOf(finding.offset);
+void writeFinding(const Finding& finding, const source::LineIndex& lines,
+                  output::JsonWriter& json) {
+  const source::Position position = lines.positionOf(finding.offset);
   json.beginObject()
       .member("rule", describe(finding.rule).id)
       .member("severity", nameOf(finding.severity))
@@ -35,8 +37,10 @@ void writeFinding(const Finding& finding, const LineIndex& lines, JsonWriter& js
       .member("length", finding.length)
       .member("item", finding.item);
   json.name("related")
-      .array(finding.related, [&lines](const RelatedPlace& place,
-                                       JsonWriter& array) { writeRelated(place, lines, array); })
+      .array(finding.related,
+             [&lines](const RelatedPlace& place, output::JsonWriter& array) {
+               writeRelated(place, lines, array);
+             })
       .endObject();
 }
 
@@ -51,7 +55,7 @@ void JsonReport::write(const FileReport& report) {
   writeException(report.exception, json_);
   json_.name("findings").beginArray();
   if (!report.findings.empty()) {
-    const LineIndex lines(report.text);
+    const source::LineIndex lines(report.text);
     for (const Finding& finding : report.findings) {
       writeFinding(finding, lines, json_);
     }
@@ -90,4 +94,4 @@ void JsonReport::finish(const LintTotals& totals) {
   out_ << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

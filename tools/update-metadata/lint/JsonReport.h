@@ -5,7 +5,7 @@
 #include "lint/ReportWriter.h"
 #include "output/JsonWriter.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Writes findings for programs, as one line of JSON for all files; docs/lint.md tells its shape.
 ///
@@ -20,7 +20,7 @@ class JsonReport : public ReportWriter {
 
  private:
   std::ostream& out_;
-  JsonWriter json_;
+  output::JsonWriter json_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

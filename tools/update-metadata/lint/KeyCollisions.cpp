@@ -6,7 +6,7 @@
 
 #include "lint/NameTable.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 bool startsWith(std::string_view text, std::string_view beginning) {
@@ -134,4 +134,4 @@ std::deque<CollidingPackage> findKeyCollisions(const SourceDocument& document,
   return KeyCollisions(document, components).find();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

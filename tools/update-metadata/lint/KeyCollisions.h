@@ -7,7 +7,7 @@
 
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A component whose packages have keys in one kind of answer.
 struct KeyedComponent {
@@ -33,4 +33,4 @@ struct CollidingPackage {
 std::deque<CollidingPackage> findKeyCollisions(const SourceDocument& document,
                                                const std::vector<KeyedComponent>& components);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

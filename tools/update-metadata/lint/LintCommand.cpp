@@ -26,8 +26,10 @@
 #include "terminal/ProgressLine.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using command::ExitCode;
 
 constexpr const char* kSarifFormat = "sarif";
 
@@ -50,7 +52,7 @@ CLI::Validator isSeverityChoice() {
 CLI::Validator isRule() {
   const auto refuse = [](const std::string& id) {
     return findRule(id) ? std::string()
-                        : "'" + toVisible(id) + "' is no rule; --list-rules lists them";
+                        : "'" + output::toVisible(id) + "' is no rule; --list-rules lists them";
   };
   return CLI::Validator(refuse, "");
 }
@@ -73,13 +75,13 @@ ForeseenException toForeseen(const std::exception& failure) {
 using Outcome = std::variant<FileReport, UnreadableFile>;
 
 // Lints one file. One that cannot be read is told on `err`.
-Outcome lintFile(const std::string& file, const LintOptions& options, ProgressLine& progress,
-                 std::ostream& err) {
+Outcome lintFile(const std::string& file, const LintOptions& options,
+                 terminal::ProgressLine& progress, std::ostream& err) {
   try {
-    return lintDocument(file, readDocument(file, progress), options);
+    return lintDocument(file, input::readDocument(file, progress), options);
   } catch (const std::exception& failure) {
     progress.clear();
-    reportUnloaded(failure, toUtf16(file), err);
+    command::reportUnloaded(failure, output::toUtf16(file), err);
     return UnreadableFile{file, toForeseen(failure)};
   }
 }
@@ -87,15 +89,15 @@ Outcome lintFile(const std::string& file, const LintOptions& options, ProgressLi
 }  // namespace
 
 LintCommand::LintCommand(CLI::App& app)
-    : Command(app, "lint",
-              "Find every fault of documents and tell whether the library loads them") {
-  addDocuments(subcommand(), files_);
-  addProductData(subcommand(), productData_, "to check the names of products against");
+    : command::Command(app, "lint",
+                       "Find every fault of documents and tell whether the library loads them") {
+  command::addDocuments(subcommand(), files_);
+  command::addProductData(subcommand(), productData_, "to check the names of products against");
   subcommand()
       .add_option("--format", format_,
                   "Write 'text' for people, 'json' for programs or 'sarif' for code-review systems")
       ->type_name("FORMAT")
-      ->check(CLI::IsMember({kTextFormat, kJsonFormat, kSarifFormat}))
+      ->check(CLI::IsMember({command::kTextFormat, command::kJsonFormat, kSarifFormat}))
       ->capture_default_str();
   subcommand()
       .add_option(
@@ -126,7 +128,7 @@ void LintCommand::checkArguments() const {
   if (!files_.empty() && isHelp) {
     throw CLI::ExcludesError("FILE", explained_ ? "--explain" : "--list-rules");
   }
-  checkStandardInput("FILE", files_);
+  command::checkStandardInput("FILE", files_);
 }
 
 SeveritySettings LintCommand::makeSettings() const {
@@ -138,19 +140,20 @@ SeveritySettings LintCommand::makeSettings() const {
 }
 
 std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
-  if (format_ == kJsonFormat) {
+  if (format_ == command::kJsonFormat) {
     return std::make_unique<JsonReport>(out);
   }
   if (format_ == kSarifFormat) {
     return std::make_unique<SarifReport>(out);
   }
-  return std::make_unique<TextReport>(out, isOutputColoured(), outputColumns());
+  return std::make_unique<TextReport>(out, terminal::isOutputColoured(), terminal::outputColumns());
 }
 
 LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
   const SeveritySettings settings = makeSettings();
-  ProgressLine progress(err, errorTerminalColumns());
-  const LintOptions options{toOptionalUtf16(productData_), [&progress] { progress.goOn(); }};
+  terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
+  const LintOptions options{command::toOptionalUtf16(productData_),
+                            [&progress] { progress.goOn(); }};
   LintTotals totals;
   std::size_t number = 0;
   for (const std::string& file : files_) {
@@ -179,11 +182,11 @@ ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
     } else {
       writeRuleList(makeSettings(), text);
     }
-    out << fitToColumns(text.str(), outputColumns());
+    out << command::fitToColumns(text.str(), terminal::outputColumns());
     out.flush();
     return ExitCode::kDone;
   }
-  noteMissingProductData(productData_, err);
+  input::noteMissingProductData(productData_, err);
   const std::unique_ptr<ReportWriter> writer = makeWriter(out);
   const LintTotals totals = lintFiles(*writer, err);
   writer->finish(totals);
@@ -195,4 +198,4 @@ ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
   return isClean ? ExitCode::kDone : ExitCode::kFailed;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -11,17 +11,17 @@
 #include "lint/ReportWriter.h"
 #include "lint/SeveritySettings.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// The subcommand `lint`: finds every fault of documents and says what the library does with them.
-class LintCommand : public Command {
+class LintCommand : public command::Command {
  public:
   explicit LintCommand(CLI::App& app);
 
   /// A file that cannot be read is told on `err`: the first line is the exception's text,
   /// escaped for a terminal, the second one says which file it is about and what to do. The others
   /// are linted all the same.
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   void checkArguments() const;
@@ -38,4 +38,4 @@ class LintCommand : public Command {
   bool listsRules_ = false;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -13,7 +13,7 @@
 #include "lint/SyntaxChecks.h"
 #include "lint/TextChecks.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 void goOn(const LintOptions& options) {
@@ -23,7 +23,7 @@ void goOn(const LintOptions& options) {
 }
 
 void checkDocument(const MendedText& text, const LintOptions& options, FindingList& findings) {
-  const SourceTree& tree = text.tree;
+  const source::SourceTree& tree = text.tree;
   checkEncoding(tree, findings);
   if (!text.isNestingSure) {
     return;
@@ -82,4 +82,4 @@ FileReport lintDocument(std::string file, std::string text, const LintOptions& o
   return report;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,7 +6,7 @@
 
 #include "lint/Finding.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 struct LintOptions {
   /// Where the product data are, to look the document's products up in; not looked up without it.
@@ -27,4 +27,4 @@ struct LintOptions {
 /// Memory is linear in the text; time is n log n in it, and a small multiple of the library's load.
 FileReport lintDocument(std::string file, std::string text, const LintOptions& options);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -7,7 +7,7 @@
 #include "output/Text.h"
 #include "terminal/DisplayWidth.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 constexpr std::string_view kLeftOut = "...";
@@ -26,15 +26,15 @@ bool isBlank(const Cell& cell) {
 }
 
 Cell makeCell(std::string_view line, std::size_t begin) {
-  const Character character = firstCharacter(line.substr(begin));
+  const output::Character character = output::firstCharacter(line.substr(begin));
   Cell cell{begin, begin + character.bytes, "", 0};
   if (character.code == U'\t') {
     cell.shown = kTab;
   } else {
-    appendVisible(character, cell.shown);
+    output::appendVisible(character, cell.shown);
   }
   const bool isAsItStands = cell.shown.size() == character.bytes && character.bytes != 1;
-  cell.columns = isAsItStands ? displayWidth(character.code) : cell.shown.size();
+  cell.columns = isAsItStands ? terminal::displayWidth(character.code) : cell.shown.size();
   return cell;
 }
 
@@ -124,4 +124,4 @@ MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t lengt
   return marked;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// As wide as a marked line is made where nothing else limits it.
 constexpr std::size_t kColumnsOfMarkedLine = 80;
@@ -28,4 +28,4 @@ struct MarkedLine {
 MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t length,
                     std::size_t columns = kColumnsOfMarkedLine);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

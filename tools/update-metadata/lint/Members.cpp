@@ -7,8 +7,10 @@
 #include "lint/Resembling.h"
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SourceKind;
 
 // The listed member that a name resembles, if any; of those that are not there anyway.
 const ListedMember* findResembling(std::string_view name, const ListedMember* listed,
@@ -81,7 +83,7 @@ bool checkKind(const SourceDocument& document, std::size_t value, SourceKind kin
 void checkMembers(const SourceDocument& document, std::size_t object, const ListedMember* listed,
                   std::size_t count, std::optional<std::size_t>* values, const DescribeItem& item,
                   FindingList& findings) {
-  const SourceTree& tree = document.tree();
+  const source::SourceTree& tree = document.tree();
   std::string buffer;
   std::vector<bool> isThere(count);
   std::vector<std::size_t> unlisted;
@@ -129,4 +131,4 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -11,13 +11,13 @@
 #include "lint/Rule.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A member that the library reads.
 struct ListedMember {
   std::string_view name;
   const char* meaning;  ///< for advice: "the size of the package in bytes"
-  SourceKind kind;
+  source::SourceKind kind;
   Rule ifMissing = Rule::kMissingMember;
   Rule ifNull = Rule::kNullValue;  ///< an error, unless a null is read as nothing
   bool isRead = true;              ///< else it may be there, and nobody looks at it
@@ -29,7 +29,7 @@ using DescribeItem = std::function<std::string()>;
 /// Reports that `value` is not of the kind that it must be; true if it is.
 ///
 /// \param name  how the message calls the value: "'size'", "the component"
-bool checkKind(const SourceDocument& document, std::size_t value, SourceKind kind,
+bool checkKind(const SourceDocument& document, std::size_t value, source::SourceKind kind,
                const std::string& name, const std::string& meaning, const DescribeItem& item,
                FindingList& findings);
 
@@ -54,4 +54,4 @@ std::array<std::optional<std::size_t>, N> checkMembers(const SourceDocument& doc
   return values;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 NameTable::NameTable(const SourceDocument& document, std::size_t object) {
   add(document, object);
@@ -35,4 +35,4 @@ std::size_t NameTable::find(std::string_view name) const {
              : kNever;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -7,7 +7,7 @@
 
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// In place of an index or a node: there is none.
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
@@ -47,4 +47,4 @@ class NameTable {
   std::vector<Entry> entries_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

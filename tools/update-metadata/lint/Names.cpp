@@ -11,7 +11,7 @@
 #include "lint/Words.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 bool isControl(char32_t character) {
@@ -36,7 +36,7 @@ Suspects findSuspects(std::string_view text) {
   }
   for (auto place = text.begin(); place != text.end();) {
     const char32_t character = utf8::unchecked::next(place);
-    if (isUnseen(character)) {
+    if (output::isUnseen(character)) {
       std::optional<char32_t>& first = isControl(character) ? found.control : found.unseen;
       first = first.value_or(character);
     }
@@ -47,7 +47,7 @@ Suspects findSuspects(std::string_view text) {
 // "U+200B"
 std::string codeOf(char32_t character) {
   std::string shown;
-  appendVisible({character, 0, true}, shown);
+  output::appendVisible({character, 0, true}, shown);
   return shown.substr(1, shown.size() - 2);
 }
 
@@ -70,7 +70,7 @@ bool hasEscape(std::string_view written, char letter) {
 
 void reportControl(const SourceDocument& document, std::size_t node, const std::string& what,
                    char16_t control, const DescribeItem& item, FindingList& findings) {
-  const SourceTree& tree = document.tree();
+  const source::SourceTree& tree = document.tree();
   const char letter = escapeOf(control);
   std::string message = "the " + what + " contains the control character " + codeOf(control);
   std::string advice = "remove the character, which can be neither seen nor typed";
@@ -152,7 +152,7 @@ class Folding {
   }
 
   std::u16string fold(std::string_view text) const {
-    std::u16string units = toUtf16(text);
+    std::u16string units = output::toUtf16(text);
     for (char16_t& unit : units) {
       if (locale_ != nullptr) {
         unit = static_cast<char16_t>(towlower_l(unit, locale_));
@@ -271,7 +271,7 @@ void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem&
   static const Folding folding;
   std::vector<FoldedPath> paths;
   document.forEachElement(array, [&](std::size_t element) {
-    if (!document.isA(SourceKind::kString, element)) {
+    if (!document.isA(source::SourceKind::kString, element)) {
       return;
     }
     checkName(document, element, "path", item, findings);
@@ -289,4 +289,4 @@ void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem&
   checkCase(document, paths, item, findings);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

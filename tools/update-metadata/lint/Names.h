@@ -9,7 +9,7 @@
 #include "lint/Members.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Reports a name, or a path, that is empty or has control characters.
 ///
@@ -27,4 +27,4 @@ void checkNames(SourceDocument& document, std::size_t object, const char* what,
 void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem& item,
                 FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -11,7 +11,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 constexpr double kTwoTo53 = 9007199254740992.0;
@@ -60,7 +60,7 @@ bool hasFraction(std::string_view written) {
 std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_t number,
                                       const char* name, const DescribeItem& item,
                                       FindingList& findings) {
-  const SourceTree& tree = document.tree();
+  const source::SourceTree& tree = document.tree();
   const double written = tree.number(number);
   const auto read = truncated<std::int64_t>(written, kTwoTo63);
   bool isSound = true;
@@ -111,7 +111,7 @@ void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unp
 }
 
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings) {
-  const SourceTree& tree = document.tree();
+  const source::SourceTree& tree = document.tree();
   const double written = tree.number(number);
   // The handler of the library tells what is left of a level.
   const install::update_metadata_parser::UpdateMetaDataHandler handler;
@@ -127,4 +127,4 @@ void checkUpdateLevel(const SourceDocument& document, std::size_t number, Findin
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

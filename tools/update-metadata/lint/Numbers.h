@@ -9,7 +9,7 @@
 #include "lint/Members.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Reports what a number of bytes loses when the library reads it, and negative ones. Returns what
 /// it is read as, if nothing is to be said of it.
@@ -31,4 +31,4 @@ void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unp
 /// Reports an update level that is not read back as it is written.
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

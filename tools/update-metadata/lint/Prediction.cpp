@@ -7,7 +7,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
@@ -35,7 +35,7 @@ const char* typeNameOf(const std::exception& exception) {
 
 std::optional<ForeseenException> foreseeLoading(const std::string& file, const std::string& text) {
   try {
-    ParserOfText(toUtf16(file), text).parseUpdateMetaDataJson();
+    ParserOfText(output::toUtf16(file), text).parseUpdateMetaDataJson();
     return std::nullopt;
   } catch (const std::bad_alloc&) {
     throw;
@@ -44,4 +44,4 @@ std::optional<ForeseenException> foreseeLoading(const std::string& file, const s
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -17,10 +17,11 @@
 #include "lint/Words.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 using install::update_metadata_parser::UpdateMetaDataHandler;
+using output::toUtf8;
 
 // Opens the product data. False if they are faulty, which is reported.
 bool open(UpdateMetaDataHandler& handler, const std::u16string& productData,
@@ -44,7 +45,7 @@ std::vector<std::string> readProductNames(const std::u16string& productData) {
   std::filesystem::path path(toUtf8(productData));
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) {
-    path /= kProductTable;
+    path /= input::kProductTable;
   }
   std::vector<std::string> names;
   std::ifstream table(path, std::ios::binary);
@@ -73,7 +74,7 @@ class UnknownProducts {
     std::string advice =
         "correct the name, or add the product to the product data: without a base code it has the "
         "empty one";
-    const std::u16string meant = handler_.getProductName(toUtf16(product), productData_);
+    const std::u16string meant = handler_.getProductName(output::toUtf16(product), productData_);
     if (!meant.empty()) {
       message += "; that is the base code of " + quote(toUtf8(meant));
       advice = "write the name of the product, " + quote(toUtf8(meant));
@@ -112,14 +113,14 @@ void checkProductData(SourceDocument& document, const std::vector<ProductWork>& 
   if (!open(handler, productData, findings)) {
     return;
   }
-  const SourceTree& tree = document.tree();
+  const source::SourceTree& tree = document.tree();
   UnknownProducts unknown(document, handler, productData, findings);
   // The first product of each base code that an answer has packages of.
   std::map<std::u16string, std::size_t> firstToDelete;
   std::map<std::u16string, std::size_t> firstToExtract;
   for (const ProductWork& work : products) {
     const std::string_view product = document.nameOf(work.key);
-    const std::u16string code = handler.getProductBaseCode(toUtf16(product), productData);
+    const std::u16string code = handler.getProductBaseCode(output::toUtf16(product), productData);
     if (code.empty()) {
       unknown.report(work.key);
       continue;
@@ -148,4 +149,4 @@ void checkProductData(SourceDocument& document, const std::vector<ProductWork>& 
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

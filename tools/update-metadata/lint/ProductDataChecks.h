@@ -7,7 +7,7 @@
 #include "lint/ReferenceChecks.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Finds products, in the order of the model, of a document that the product data do not know, or
 /// know by one base code. The first fault of the product data themselves is one finding, in the
@@ -15,4 +15,4 @@ namespace update_metadata_tool {
 void checkProductData(SourceDocument& document, const std::vector<ProductWork>& products,
                       const std::u16string& productData, FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

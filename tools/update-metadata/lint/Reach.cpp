@@ -2,7 +2,7 @@
 
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 void reportUnused(const SourceDocument& document, std::size_t component, FindingList& findings) {
   findings.add(
@@ -39,4 +39,4 @@ void reportSimilar(const SourceDocument& document, std::size_t component, std::s
                 "write " + quote(similar) + " if that is meant", describeComponent(name)});
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

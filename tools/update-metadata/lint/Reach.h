@@ -7,7 +7,7 @@
 #include "lint/FindingList.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Reports a component that no product names.
 ///
@@ -35,4 +35,4 @@ void reportNothingToDelete(const SourceDocument& document, std::size_t element,
 void reportSimilar(const SourceDocument& document, std::size_t component, std::string_view similar,
                    FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -15,8 +15,10 @@
 #include "lint/Resembling.h"
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SourceKind;
 
 class ReferenceChecks {
  public:
@@ -338,7 +340,7 @@ class ReferenceChecks {
   }
 
   SourceDocument& document_;
-  const SourceTree& tree_;
+  const source::SourceTree& tree_;
   const Sections& sections_;
   FindingList& findings_;
   NameTable components_;
@@ -357,4 +359,4 @@ std::vector<ProductWork> checkReferences(SourceDocument& document, const Section
   return ReferenceChecks(document, sections, findings).check();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,7 +6,7 @@
 #include "lint/FindingList.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// What a product has packages for.
 struct ProductWork {
@@ -26,4 +26,4 @@ struct ProductWork {
 std::vector<ProductWork> checkReferences(SourceDocument& document, const Sections& sections,
                                          FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -1,6 +1,6 @@
 #include "lint/ReportWriter.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 void add(Severity severity, std::size_t findings, LintTotals& totals) {
@@ -38,4 +38,4 @@ void LintTotals::count(const UnreadableFile& /*file*/) {
   ++unreadable;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,7 +6,7 @@
 #include "lint/Finding.h"
 #include "lint/SeveritySettings.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A file that could not be read, so that nothing is known of its content.
 struct UnreadableFile {
@@ -44,4 +44,4 @@ class ReportWriter {
   virtual void finish(const LintTotals& totals) = 0;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

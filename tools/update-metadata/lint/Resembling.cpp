@@ -4,7 +4,7 @@
 #include <cctype>
 #include <numeric>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 // A fraction of a second.
@@ -60,4 +60,4 @@ std::optional<std::string_view> NearestNames::find(std::string_view name, std::s
   return nearest;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Names of more bytes resemble none.
 constexpr std::size_t kLongestResembling = 64;
@@ -36,4 +36,4 @@ class NearestNames {
   std::size_t steps_ = 0;  ///< that look-ups have taken
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

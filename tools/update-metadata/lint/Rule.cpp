@@ -1,6 +1,6 @@
 #include "lint/Rule.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 constexpr std::array<RuleDescription, kRuleCount> kRules = {{
@@ -539,4 +539,4 @@ std::optional<Rule> findRule(std::string_view id) {
   return std::nullopt;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -7,7 +7,7 @@
 
 #include "lint/Severity.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// What the linter looks for. Each rule has a description of the same place in allRules().
 enum class Rule {
@@ -88,4 +88,4 @@ const RuleDescription& describe(Rule rule);
 /// The rule of that id, if there is one.
 std::optional<Rule> findRule(std::string_view id);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
 
 std::string padded(std::string_view text, std::size_t width) {
@@ -49,4 +49,4 @@ void writeRulePage(std::ostream& out) {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

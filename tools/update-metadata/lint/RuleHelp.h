@@ -4,7 +4,7 @@
 
 #include "lint/SeveritySettings.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Writes one line for each rule: its id, its severity under these settings, its summary.
 void writeRuleList(const SeveritySettings& settings, std::ostream& out);
@@ -15,4 +15,4 @@ void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream&
 /// Writes the page of the documentation that explains every rule, in Markdown.
 void writeRulePage(std::ostream& out);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

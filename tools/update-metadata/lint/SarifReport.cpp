@@ -10,8 +10,10 @@
 #include "lint/JsonPieces.h"
 #include "source/LineIndex.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using output::JsonWriter;
 
 constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
 constexpr const char* kManual = "man:update-metadata-lint(1)";  // a page that is installed
@@ -133,7 +135,7 @@ class Regions {
   }
 
   std::size_t size_;
-  LineIndex lines_;
+  source::LineIndex lines_;
   CharacterIndex characters_;
 };
 
@@ -250,4 +252,4 @@ void SarifReport::finish(const LintTotals& /*totals*/) {
   out_ << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

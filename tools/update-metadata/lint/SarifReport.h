@@ -11,7 +11,7 @@
 #include "lint/ReportWriter.h"
 #include "output/JsonWriter.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Writes findings for code-review systems, as one SARIF 2.1.0 log in one line.
 ///
@@ -36,10 +36,10 @@ class SarifReport : public ReportWriter {
   };
 
   std::ostream& out_;
-  JsonWriter json_;
+  output::JsonWriter json_;
   std::vector<Artifact> artifacts_;
   std::map<std::string, std::size_t> artifactsByUri_;
   std::vector<UnreadableFile> unreadable_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

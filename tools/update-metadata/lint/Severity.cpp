@@ -1,6 +1,6 @@
 #include "lint/Severity.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 const char* nameOf(Severity severity) {
   switch (severity) {
@@ -26,4 +26,4 @@ std::optional<Severity> findSeverity(std::string_view name) {
   return std::nullopt;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// How much a finding matters. A rule that is off has no findings.
 enum class Severity { kOff, kInfo, kWarning, kError };
@@ -14,4 +14,4 @@ const char* nameOf(Severity severity);
 /// The severity of that name, if there is one.
 std::optional<Severity> findSeverity(std::string_view name);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

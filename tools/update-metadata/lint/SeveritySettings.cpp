@@ -5,22 +5,23 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 std::string SeveritySettings::add(std::string_view choice) {
   const std::size_t sign = choice.find('=');
   if (sign == std::string_view::npos) {
-    return "'" + toVisible(choice) + "' is not of the form RULE=SEVERITY";
+    return "'" + output::toVisible(choice) + "' is not of the form RULE=SEVERITY";
   }
   const std::string_view id = choice.substr(0, sign);
   const std::string_view name = choice.substr(sign + 1);
   const std::optional<Rule> rule = findRule(id);
   if (!rule) {
-    return "'" + toVisible(id) + "' is no rule; --list-rules lists them";
+    return "'" + output::toVisible(id) + "' is no rule; --list-rules lists them";
   }
   const std::optional<Severity> severity = findSeverity(name);
   if (!severity) {
-    return "'" + toVisible(name) + "' is no severity; it is one of off, info, warning and error";
+    return "'" + output::toVisible(name) +
+           "' is no severity; it is one of off, info, warning and error";
   }
   chosen_[static_cast<std::size_t>(*rule)] = severity;
   return {};
@@ -44,4 +45,4 @@ void SeveritySettings::applyTo(FileReport& report) const {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

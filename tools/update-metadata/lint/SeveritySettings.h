@@ -7,7 +7,7 @@
 
 #include "lint/Finding.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// The severities that the user has chosen for rules, in place of their own.
 class SeveritySettings {
@@ -27,4 +27,4 @@ class SeveritySettings {
   std::array<std::optional<Severity>, kRuleCount> chosen_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -11,8 +11,11 @@
 #include "lint/Numbers.h"
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SourceKind;
+using source::SourceTree;
 
 constexpr const char* kPackageSize = "the size of the package in bytes";
 
@@ -323,4 +326,4 @@ void checkFiles(SourceDocument& document, std::size_t components, FindingList& f
   });
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

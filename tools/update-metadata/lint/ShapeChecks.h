@@ -3,7 +3,7 @@
 #include "lint/FindingList.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Finds members that are missing, of the wrong kind or unlisted in the top of a document and in
 /// "metadata", and tells which sections there are.
@@ -15,4 +15,4 @@ void checkComponents(SourceDocument& document, std::size_t components, FindingLi
 void checkProducts(SourceDocument& document, std::size_t products, FindingList& findings);
 void checkFiles(SourceDocument& document, std::size_t components, FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -5,23 +5,25 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
-SourceDocument::SourceDocument(const SourceTree& tree)
-    : tree_(tree), isLost_(tree.nodes().size()), isUtf8_(isUtf8(tree.text())) {
+SourceDocument::SourceDocument(const source::SourceTree& tree)
+    : tree_(tree), isLost_(tree.nodes().size()), isUtf8_(output::isUtf8(tree.text())) {
   std::string buffer;
   for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
-    const bool isText = isA(SourceKind::kString, node) || isA(SourceKind::kKey, node);
+    const bool isText =
+        isA(source::SourceKind::kString, node) || isA(source::SourceKind::kKey, node);
     if (!isText || (isUtf8_ && !tree[node].hasEscapes)) {
       continue;
     }
     const std::string_view decoded = tree.decodedInto(node, buffer);
-    const bool isName = isUtf8(decoded);
+    const bool isName = output::isUtf8(decoded);
     if (isName && !tree[node].hasEscapes) {
       continue;
     }
     const std::string_view bytes = tree[node].hasEscapes ? keep(decoded) : decoded;
-    decoded_.push_back({node, bytes, isName ? bytes : keep(toUtf8(readAsText(decoded)))});
+    decoded_.push_back(
+        {node, bytes, isName ? bytes : keep(output::toUtf8(source::readAsText(decoded)))});
   }
 }
 
@@ -55,4 +57,4 @@ std::string_view SourceDocument::nameOf(std::size_t node) const {
   return bytesOf(node);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

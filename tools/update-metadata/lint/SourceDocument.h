@@ -9,15 +9,15 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A document as the library sees it: without the values that a repeated key loses.
 class SourceDocument {
  public:
   /// Decodes every string and key that is not read as it is written, each once. Linear in the text.
-  explicit SourceDocument(const SourceTree& tree);
+  explicit SourceDocument(const source::SourceTree& tree);
 
-  const SourceTree& tree() const { return tree_; }
+  const source::SourceTree& tree() const { return tree_; }
 
   /// Leaves the member with this key out from now on.
   void lose(std::size_t key) { isLost_[key] = true; }
@@ -43,7 +43,7 @@ class SourceDocument {
     }
   }
 
-  bool isA(SourceKind kind, std::size_t value) const { return tree_[value].kind == kind; }
+  bool isA(source::SourceKind kind, std::size_t value) const { return tree_[value].kind == kind; }
 
   /// The bytes that a string or key stands for, its escapes resolved. They stay as long as the
   /// document; logarithmic time.
@@ -64,7 +64,7 @@ class SourceDocument {
   std::string_view keep(std::string_view text);
   const Decoded* findDecoded(std::size_t node) const;
 
-  const SourceTree& tree_;
+  const source::SourceTree& tree_;
   std::vector<bool> isLost_;  // by the index of a key
   std::pmr::monotonic_buffer_resource texts_;
   std::deque<Decoded> decoded_;  // in the order of the nodes
@@ -81,4 +81,4 @@ struct Sections {
   bool areComponentsNull = false;  ///< so that no component is described, which is no fault
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

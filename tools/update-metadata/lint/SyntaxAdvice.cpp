@@ -8,8 +8,10 @@
 
 #include "lint/Words.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SyntaxFault;
 
 constexpr std::size_t kLongestWord = 40;
 
@@ -142,7 +144,7 @@ std::optional<KnownMistake> findWord(std::string_view text, const SyntaxFault& f
     return std::nullopt;
   }
   const std::string_view word = text.substr(begin, end - begin);
-  if (byteAt(text, skipSpace(text, end)) == ':') {
+  if (byteAt(text, source::skipSpace(text, end)) == ':') {
     return KnownMistake{begin, word.size(), "the name " + quote(word) + " has no quotation marks",
                         "put names between double quotation marks"};
   }
@@ -252,7 +254,7 @@ std::string adviseOnSyntax(std::string_view text, std::size_t begin, const Synta
   if (text.empty()) {
     return "write the document into the file, which is empty";
   }
-  if (skipSpace(text, begin) == text.size()) {
+  if (source::skipSpace(text, begin) == text.size()) {
     return "write the document into the file, which contains white space only";
   }
   if (fault.offset >= text.size()) {
@@ -275,4 +277,4 @@ bool hasCurlyQuote(std::string_view text) {
       [text](std::string_view quote) { return text.find(quote) != std::string_view::npos; });
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

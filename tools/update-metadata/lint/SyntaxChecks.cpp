@@ -10,8 +10,12 @@
 #include "lint/Indentation.h"
 #include "lint/SyntaxAdvice.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::skipSpace;
+using source::SourceTree;
+using source::SyntaxFault;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -273,7 +277,7 @@ class Mending {
   // Where the string begins that was read last, if it goes on over the end of its line: most often
   // its own quotation mark is missing, and the next one has been taken for it.
   std::optional<std::size_t> findOverrunning(const SourceTree& tree) const {
-    if (tree.nodes().empty() || tree.nodes().back().kind != SourceKind::kString ||
+    if (tree.nodes().empty() || tree.nodes().back().kind != source::SourceKind::kString ||
         tree.written(tree.nodes().size() - 1).find('\n') == std::string_view::npos) {
       return std::nullopt;
     }
@@ -284,7 +288,7 @@ class Mending {
   std::vector<RelatedPlace> findOpen(const SourceTree& tree) const {
     const auto& nodes = tree.nodes();
     const auto open = std::find_if(nodes.rbegin(), nodes.rend(),
-                                   [](const SourceNode& node) { return !node.isClosed; });
+                                   [](const source::SourceNode& node) { return !node.isClosed; });
     if (open == nodes.rend()) {
       return {};
     }
@@ -306,4 +310,4 @@ MendedText readMending(std::string_view text, std::string& mended, std::string& 
   return Mending(text, mended, findings).read(readerMessage);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -6,11 +6,11 @@
 #include "lint/FindingList.h"
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A text that has been read as far as that is sound.
 struct MendedText {
-  SourceTree tree;
+  source::SourceTree tree;
 
   /// Whether every value stands inside what it is meant to stand in. Not so where a bracket too
   /// many or too few may be the fault: then nobody can tell what belongs to what.
@@ -28,4 +28,4 @@ struct MendedText {
 MendedText readMending(std::string_view text, std::string& mended, std::string& readerMessage,
                        FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

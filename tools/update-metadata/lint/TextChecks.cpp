@@ -11,8 +11,10 @@
 #include "lint/Words.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SourceTree;
 
 // --- repeated keys ----------------------------------------------------------------------------
 
@@ -97,10 +99,10 @@ constexpr const char* kReplacementRead =
 
 void checkBytes(const SourceTree& tree, std::size_t node, FindingList& findings) {
   const std::string_view bytes = tree.written(node);
-  if (isUtf8(bytes)) {
+  if (output::isUtf8(bytes)) {
     return;
   }
-  const std::size_t offset = lengthOfUtf8(bytes);
+  const std::size_t offset = output::lengthOfUtf8(bytes);
   findings.addInside(Rule::kIllFormedUtf8, tree, node, offset, 1,
                      {std::string("this byte is not UTF-8") + kReplacementRead,
                       "save the document as UTF-8, or write the character as an escape (\\u00e9)"});
@@ -161,7 +163,7 @@ void checkRepeatedKeys(SourceDocument& document, FindingList& findings) {
   RepeatedKeys keys(document, findings);
   const SourceTree& tree = document.tree();
   for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
-    if (tree[node].kind == SourceKind::kObject) {
+    if (tree[node].kind == source::SourceKind::kObject) {
       keys.check(node);
     }
   }
@@ -169,10 +171,10 @@ void checkRepeatedKeys(SourceDocument& document, FindingList& findings) {
 
 void checkEncoding(const SourceTree& tree, FindingList& findings) {
   // Nearly always the whole text is UTF-8, which is told at once.
-  const bool isText = isUtf8(tree.text());
+  const bool isText = output::isUtf8(tree.text());
   for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
-    const SourceNode& place = tree[node];
-    if (place.kind != SourceKind::kString && place.kind != SourceKind::kKey) {
+    const source::SourceNode& place = tree[node];
+    if (place.kind != source::SourceKind::kString && place.kind != source::SourceKind::kKey) {
       continue;
     }
     if (!isText) {
@@ -184,4 +186,4 @@ void checkEncoding(const SourceTree& tree, FindingList& findings) {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

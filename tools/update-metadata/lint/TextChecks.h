@@ -3,13 +3,13 @@
 #include "lint/FindingList.h"
 #include "lint/SourceDocument.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// Finds keys that are repeated in one object, wherever it stands, and has `document` lose their
 /// later values. n log n in the members of an object.
 void checkRepeatedKeys(SourceDocument& document, FindingList& findings);
 
 /// Finds strings and keys that are not text: ill-formed UTF-8 and surrogates without a partner.
-void checkEncoding(const SourceTree& tree, FindingList& findings);
+void checkEncoding(const source::SourceTree& tree, FindingList& findings);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -9,8 +9,12 @@
 #include "source/LineIndex.h"
 #include "terminal/DisplayWidth.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using output::toVisible;
+using source::LineIndex;
+using terminal::FlowingLine;
 
 constexpr const char* kIndent = "  ";
 constexpr std::size_t kFurtherIndent = 4;
@@ -20,7 +24,7 @@ std::string count(std::size_t number, const char* thing) {
 }
 
 std::string placeIn(const std::string& file, const LineIndex& lines, std::size_t offset) {
-  const Position position = lines.positionOf(offset);
+  const source::Position position = lines.positionOf(offset);
   return file + ':' + std::to_string(position.line) + ':' + std::to_string(position.column) + ':';
 }
 
@@ -83,7 +87,7 @@ void TextReport::writeReaderMessage(std::string_view message) {
     std::string line(raw);
     std::replace(line.begin(), line.end(), '\t', ' ');
     const std::string shown = line.empty() ? line : toVisible(line);
-    if (displayWidth(shown) <= columns_ - indent.size()) {
+    if (terminal::displayWidth(shown) <= columns_ - indent.size()) {
       out_ << indent << shown << '\n';
       continue;
     }
@@ -100,7 +104,7 @@ void TextReport::writeReaderMessage(std::string_view message) {
 }
 
 void TextReport::writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length) {
-  const Position position = lines.positionOf(offset);
+  const source::Position position = lines.positionOf(offset);
   const MarkedLine marked = markLine(lines.lineText(position.line), position.column - 1, length,
                                      columnsBehind(kIndent, columns_));
   if (marked.line.empty()) {
@@ -191,4 +195,4 @@ void TextReport::finish(const LintTotals& totals) {
   out_ << FlowingLine(columns_, kFurtherIndent).words(text) << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -9,9 +9,11 @@
 #include "terminal/FlowingLine.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
-
+namespace update_metadata_tool::source {
 class LineIndex;
+}  // namespace update_metadata_tool::source
+
+namespace update_metadata_tool::lint {
 
 /// Writes findings for people, in the form of a compiler's, so that editors understand it:
 ///
@@ -38,7 +40,7 @@ class TextReport : public ReportWriter {
  public:
   /// \param isColoured  whether `out` is a terminal that shall show colours
   /// \param columns     as many as lines should have at most, from 20 on
-  TextReport(std::ostream& out, bool isColoured, std::size_t columns = kUnlimitedColumns)
+  TextReport(std::ostream& out, bool isColoured, std::size_t columns = terminal::kUnlimitedColumns)
       : out_(out), isColoured_(isColoured), columns_(columns) {}
 
   void write(const FileReport& report) override;
@@ -53,12 +55,13 @@ class TextReport : public ReportWriter {
 
   static Colour colourOf(Severity severity);
   std::string painted(const std::string& text, Colour colour) const;
-  void writeFinding(const std::string& file, const LineIndex& lines, const Finding& finding);
+  void writeFinding(const std::string& file, const source::LineIndex& lines,
+                    const Finding& finding);
   void writeHeading(const std::string& place, const std::string& label, Colour colour,
                     const std::string& message);
-  FlowingLine beginDetail(const char* label) const;
+  terminal::FlowingLine beginDetail(const char* label) const;
   void writeReaderMessage(std::string_view message);
-  void writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length);
+  void writeMarkedLine(const source::LineIndex& lines, std::size_t offset, std::size_t length);
   void writeVerdict(const std::string& file, const FileReport& report);
 
   std::ostream& out_;
@@ -66,4 +69,4 @@ class TextReport : public ReportWriter {
   std::size_t columns_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

@@ -2,8 +2,10 @@
 
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 namespace {
+
+using source::SourceKind;
 
 constexpr std::size_t kLongestQuote = 60;
 
@@ -108,4 +110,4 @@ std::string describePlace(std::string_view pointer) {
   return isSection ? "section " + quote(names[0]) : "";
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

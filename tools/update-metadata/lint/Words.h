@@ -6,7 +6,7 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::lint {
 
 /// A name of the document as messages quote it: 'name', cut to about sixty bytes. Any bytes.
 std::string quote(std::string_view name);
@@ -15,7 +15,7 @@ std::string quote(std::string_view name);
 std::string quoteKey(std::string_view component, std::string_view package);
 
 /// A kind as people call it: "a number", "an object".
-const char* describeKind(SourceKind kind);
+const char* describeKind(source::SourceKind kind);
 
 /// What a value is, in words.
 std::string describeComponent(std::string_view component);
@@ -28,4 +28,4 @@ std::string describePackage(std::string_view package, const char* what, std::str
 /// for the document itself and for what is not read.
 std::string describePlace(std::string_view pointer);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::lint

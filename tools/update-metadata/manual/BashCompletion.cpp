@@ -3,7 +3,7 @@
 
 #include "manual/Completion.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::manual {
 namespace {
 
 constexpr std::string_view kBefore = R"(_update_metadata() {
@@ -96,4 +96,4 @@ std::string makeBashCompletion(const ProgramOutline& program) {
   return script;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::manual

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::manual {
 namespace {
 
 constexpr std::string_view kExamples = "Example";
@@ -197,4 +197,4 @@ std::string makeCommandPage(const ProgramOutline& program, const CommandOutline&
   return page;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::manual

@@ -4,7 +4,7 @@
 
 #include "manual/Outline.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::manual {
 
 /// The name of the page about a command, without its section: blanks become hyphens.
 std::string pageName(const CommandOutline& command);
@@ -18,4 +18,4 @@ std::string makeProgramPage(const ProgramOutline& program, const std::string& ve
 std::string makeCommandPage(const ProgramOutline& program, const CommandOutline& command,
                             const std::string& version);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::manual

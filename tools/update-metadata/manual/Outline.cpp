@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::manual {
 namespace {
 
 // Splits a text at a mark, which may have several characters.
@@ -84,4 +84,4 @@ Completion completionOf(const std::string& argument) {
   return argument == "FILE" || argument == "PAGE" ? Completion::kFile : Completion::kNothing;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::manual

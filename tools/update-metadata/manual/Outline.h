@@ -5,7 +5,7 @@
 
 #include "command/CommandLineFwd.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::manual {
 
 /// One option or positional argument, as the help of the program describes it.
 struct OptionOutline {
@@ -40,4 +40,4 @@ ProgramOutline outlineOf(const CLI::App& app);
 enum class Completion { kFolder, kFile, kNothing };
 Completion completionOf(const std::string& argument);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::manual

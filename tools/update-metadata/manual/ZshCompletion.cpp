@@ -2,7 +2,7 @@
 
 #include "manual/Completion.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::manual {
 namespace {
 
 // Text inside single quotes, in an argument of _arguments or _describe.
@@ -103,4 +103,4 @@ std::string makeZshCompletion(const ProgramOutline& program) {
   return script;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::manual

@@ -24,6 +24,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+namespace manual = update_metadata_tool::manual;
 namespace tool = update_metadata_tool;
 
 void write(const fs::path& path, const std::string& text) {
@@ -35,19 +36,20 @@ void write(const fs::path& path, const std::string& text) {
   file.close();
 }
 
-void writeAll(const tool::ProgramOutline& program, const fs::path& folder) {
+void writeAll(const manual::ProgramOutline& program, const fs::path& folder) {
   const std::string version = install::update_metadata_parser::version();
   const fs::path pages = folder / "man" / "man1";
-  for (const tool::CommandOutline& subcommand : program.subcommands) {
-    write(pages / (tool::pageName(subcommand) + ".1"),
-          tool::makeCommandPage(program, subcommand, version));
+  for (const manual::CommandOutline& subcommand : program.subcommands) {
+    write(pages / (manual::pageName(subcommand) + ".1"),
+          manual::makeCommandPage(program, subcommand, version));
   }
   write(folder / "bash-completion" / "completions" / "update-metadata",
-        tool::makeBashCompletion(program));
+        manual::makeBashCompletion(program));
   write(folder / "zsh" / "vendor-completions" / "_update-metadata",
-        tool::makeZshCompletion(program));
+        manual::makeZshCompletion(program));
   // Last, because the build takes this one for all of them.
-  write(pages / (tool::pageName(program.program) + ".1"), tool::makeProgramPage(program, version));
+  write(pages / (manual::pageName(program.program) + ".1"),
+        manual::makeProgramPage(program, version));
 }
 
 }  // namespace
@@ -59,12 +61,12 @@ int main(int argc, char** argv) {
   }
   try {
     std::ostringstream rules;
-    tool::writeRulePage(rules);
+    tool::lint::writeRulePage(rules);
     write(fs::path(argv[2]) / "lint-rules.md", rules.str());
     CLI::App app;
-    tool::describeProgram(app);
-    const auto commands = tool::addSubcommands(app);
-    writeAll(tool::outlineOf(app), argv[1]);
+    tool::program::describeProgram(app);
+    const auto commands = tool::program::addSubcommands(app);
+    writeAll(manual::outlineOf(app), argv[1]);
     return 0;
   } catch (const std::exception& failure) {
     std::cerr << "write-manual: " << failure.what() << '\n';

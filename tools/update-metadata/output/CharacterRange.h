@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <iterator>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 
 /// Characters from the first to the last.
 struct CharacterRange {
@@ -23,4 +23,4 @@ bool isIn(const CharacterRange (&ranges)[size], char32_t character) {
   return range != std::end(ranges) && character >= range->first;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -4,7 +4,7 @@
 #include <numeric>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 char16_t toLowerAscii(char16_t unit) {
@@ -28,4 +28,4 @@ std::size_t editDistance(std::u16string_view left, std::u16string_view right) {
   return distances.back();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

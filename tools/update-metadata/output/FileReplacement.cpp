@@ -13,7 +13,7 @@
 #include <system_error>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 constexpr const char* kAccessList = "system.posix_acl_access";
@@ -277,4 +277,4 @@ void writeFile(const std::string& path, std::string_view content) {
   file.rename(target.filename().string());
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

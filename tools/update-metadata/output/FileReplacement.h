@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 
 /// A file descriptor that is closed at the end of its life. Negative if there is none.
 class Descriptor {
@@ -67,4 +67,4 @@ class OpenedFile {
 ///                            symbolic link that leads nowhere, or no file can be made beside it
 void writeFile(const std::string& path, std::string_view content);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -7,7 +7,7 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 // JSON has the controls below the blank escaped.
@@ -119,4 +119,4 @@ void JsonWriter::writeString(std::string_view text) {
   writeVisible(Json(text).dump(kOneLine, ' ', false, Json::error_handler_t::replace), out_);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 
 /// Writes JSON in one line, in UTF-8, piece by piece, so that memory does not grow with its size.
 ///
@@ -83,4 +83,4 @@ class JsonWriter {
   bool isFirst_ = true;  ///< whether the next value or name needs no comma before it
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

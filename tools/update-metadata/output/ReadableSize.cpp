@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 constexpr const char* kUnits[] = {"KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
@@ -48,4 +48,4 @@ std::string toShortSize(std::int64_t bytes) {
   return needsUnit(bytes) ? inLargestUnit(bytes) : std::to_string(bytes) + " B";
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 
 /// Tells a number of bytes for people: "17 bytes", "1 byte", "1536 bytes (1.5 KiB)".
 ///
@@ -14,4 +14,4 @@ std::string toReadableSize(std::int64_t bytes);
 /// Tells it in as little room as possible, where the bytes stand elsewhere: "17 B", "1.5 KiB".
 std::string toShortSize(std::int64_t bytes);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

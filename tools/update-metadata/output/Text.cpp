@@ -9,7 +9,7 @@
 #include "output/CharacterRange.h"
 #include "output/UnseenCharacters.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -161,4 +161,4 @@ void appendVisible(const Character& character, std::string& shown) {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 
 /// Tells whether `text` is well-formed UTF-8.
 bool isUtf8(std::string_view text);
@@ -54,4 +54,4 @@ Character firstCharacter(std::string_view text);
 /// Appends one character as toVisible() shows it.
 void appendVisible(const Character& character, std::string& shown);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

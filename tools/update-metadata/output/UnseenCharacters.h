@@ -4,7 +4,7 @@
 
 #include "output/CharacterRange.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::output {
 
 /// Controls, and what is not drawn, in ascending order.
 constexpr CharacterRange kUnseenCharacters[] = {
@@ -16,4 +16,4 @@ constexpr CharacterRange kUnseenCharacters[] = {
     {0xE0000, 0xE0FFF},
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::output

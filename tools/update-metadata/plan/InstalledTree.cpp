@@ -7,7 +7,7 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
 
 namespace fs = std::filesystem;
@@ -133,10 +133,10 @@ bool InstalledTree::isInside(const std::string& resolved) const {
 }
 
 InstalledFile InstalledTree::find(std::u16string_view path) const {
-  if (!isUtf16(path) || path.find(u'\0') != std::u16string_view::npos) {
+  if (!output::isUtf16(path) || path.find(u'\0') != std::u16string_view::npos) {
     return {FileState::kMissing, "no file can have this name"};
   }
-  const std::string name = toUtf8(path);
+  const std::string name = output::toUtf8(path);
   try {
     const std::string resolved = PathWalk(root_).follow(name);
     if (!isInside(resolved)) {
@@ -157,4 +157,4 @@ InstalledFile InstalledTree::find(std::u16string_view path) const {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 
 /// What looking for a file in an installation can come to.
 enum class FileState {
@@ -49,4 +49,4 @@ class InstalledTree {
   std::string root_;  // resolved, absolute
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -6,18 +6,20 @@
 #include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
 
-void writeProduct(const Product& product, JsonWriter& json) {
+using output::JsonWriter;
+
+void writeProduct(const summary::Product& product, JsonWriter& json) {
   json.beginObject().member("name", product.name).member("baseCode", product.baseCode).endObject();
 }
 
-void writePackageToDelete(const Package& package, JsonWriter& json) {
+void writePackageToDelete(const summary::Package& package, JsonWriter& json) {
   json.beginObject().member("key", package.key).member("size", package.size).endObject();
 }
 
-void writePackageToExtract(const Package& package, JsonWriter& json) {
+void writePackageToExtract(const summary::Package& package, JsonWriter& json) {
   json.beginObject()
       .member("key", package.key)
       .member("size", package.size)
@@ -78,7 +80,7 @@ void writePackageWithFiles(const PlannedFiles& package, bool areLookedFor, JsonW
   json.endObject();
 }
 
-void write(const Totals& totals, JsonWriter& json) {
+void write(const summary::Totals& totals, JsonWriter& json) {
   json.beginObject()
       .member("bytesToFetch", totals.bytesToFetch.value())
       .member("bytesUnpacked", totals.bytesUnpacked.value())
@@ -100,13 +102,13 @@ void write(const InstalledCounts& counts, JsonWriter& json) {
 
 }  // namespace
 
-void writeJson(const Contents& contents, const Plan& plan,
+void writeJson(const summary::Contents& contents, const Plan& plan,
                const std::optional<InstalledCounts>& counts, std::ostream& out) {
   JsonWriter json(out);
   json.beginObject().member("version", 1).name("base");
   write(contents.base, json);
   json.name("target");
-  writeTarget(contents.target, contents.targetUpdateLevel, json);
+  summary::writeTarget(contents.target, contents.targetUpdateLevel, json);
   json.member("arch", contents.architecture);
   json.name("products").array(plan.products, writeProduct);
   json.name("packagesToDelete").array(plan.packagesToDelete, writePackageToDelete);
@@ -128,4 +130,4 @@ void writeJson(const Contents& contents, const Plan& plan,
   out << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -5,8 +5,11 @@
 #include <set>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
+
+using summary::Contents;
+using summary::PackageWithFiles;
 
 template <class Keyed>
 void sortByKey(std::vector<Keyed>& rows) {
@@ -14,9 +17,9 @@ void sortByKey(std::vector<Keyed>& rows) {
             [](const Keyed& left, const Keyed& right) { return left.key < right.key; });
 }
 
-std::vector<Package> pickPackages(const std::vector<Package>& packages,
-                                  const std::vector<std::size_t>& numbers) {
-  std::vector<Package> picked;
+std::vector<summary::Package> pickPackages(const std::vector<summary::Package>& packages,
+                                           const std::vector<std::size_t>& numbers) {
+  std::vector<summary::Package> picked;
   picked.reserve(numbers.size());
   for (const std::size_t number : numbers) {
     picked.push_back(packages[number]);
@@ -25,9 +28,9 @@ std::vector<Package> pickPackages(const std::vector<Package>& packages,
   return picked;
 }
 
-std::vector<Product> pickProducts(const Contents& contents,
-                                  const std::vector<std::size_t>& numbers) {
-  std::vector<Product> picked;
+std::vector<summary::Product> pickProducts(const Contents& contents,
+                                           const std::vector<std::size_t>& numbers) {
+  std::vector<summary::Product> picked;
   picked.reserve(numbers.size());
   for (const std::size_t number : numbers) {
     picked.push_back(contents.products[number]);
@@ -37,7 +40,7 @@ std::vector<Product> pickProducts(const Contents& contents,
 
 // The names of the components that some product names, but none of the chosen ones.
 std::set<std::u16string_view> findForeignComponents(const Contents& contents,
-                                                    const Selection& chosen) {
+                                                    const summary::Selection& chosen) {
   std::set<std::u16string_view> names;
   for (std::size_t number = 0; number < contents.components.size(); ++number) {
     if (!std::binary_search(chosen.components.begin(), chosen.components.end(), number)) {
@@ -63,8 +66,8 @@ std::vector<const PackageWithFiles*> pickPackagesWithFiles(
   std::vector<const PackageWithFiles*> picked;
   std::set<std::u16string_view> keys;
   for (const auto packages :
-       {&ComponentWithFiles::packages, &ComponentWithFiles::repeatedPackages}) {
-    for (const ComponentWithFiles& component : contents.componentsWithFiles) {
+       {&summary::ComponentWithFiles::packages, &summary::ComponentWithFiles::repeatedPackages}) {
+    for (const summary::ComponentWithFiles& component : contents.componentsWithFiles) {
       if (foreign.count(component.name) != 0) {
         continue;
       }
@@ -81,14 +84,14 @@ std::vector<const PackageWithFiles*> pickPackagesWithFiles(
 }  // namespace
 
 Plan makePlan(const Contents& contents, const ProductChoice& choice) {
-  Tally tally(contents);
-  const Selection selection = tally.select(choice.products);
+  summary::Tally tally(contents);
+  const summary::Selection selection = tally.select(choice.products);
   Plan plan;
   plan.products = pickProducts(contents, choice.products);
   plan.leftOut = pickProducts(contents, choice.leftOut);
   plan.packagesToDelete = pickPackages(contents.packagesToDelete, selection.packagesToDelete);
   plan.packagesToExtract = pickPackages(contents.packagesToExtract, selection.packagesToExtract);
-  plan.doubtfulSizes = countDoubtfulSizes(contents, selection);
+  plan.doubtfulSizes = summary::countDoubtfulSizes(contents, selection);
   const std::set<std::u16string_view> foreign = findForeignComponents(contents, selection);
   for (const PackageWithFiles* const package : pickPackagesWithFiles(contents, foreign)) {
     plan.filesToDelete.push_back(planFiles(*package));
@@ -99,7 +102,8 @@ Plan makePlan(const Contents& contents, const ProductChoice& choice) {
   return plan;
 }
 
-InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree, ProgressLine& progress) {
+InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree,
+                             terminal::ProgressLine& progress) {
   InstalledCounts counts;
   for (PlannedFiles& package : plan.filesToDelete) {
     for (PlannedFile& file : package.files) {
@@ -127,4 +131,4 @@ InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree, ProgressLine
   return counts;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

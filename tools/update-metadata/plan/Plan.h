@@ -13,7 +13,7 @@
 #include "summary/Totals.h"
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 
 /// One file to delete, and what became of looking for it.
 struct PlannedFile {
@@ -31,13 +31,14 @@ struct PlannedFiles {
 /// What an installer would do for some products. Everything is ordered by key, and the files of a
 /// package by path, as the library's answers are.
 struct Plan {
-  std::vector<Product> products;
-  std::vector<Product> leftOut;  ///< as ProductChoice::leftOut
-  std::vector<Package> packagesToDelete;
+  std::vector<summary::Product> products;
+  std::vector<summary::Product> leftOut;  ///< as ProductChoice::leftOut
+  std::vector<summary::Package> packagesToDelete;
   std::vector<PlannedFiles> filesToDelete;
-  std::vector<Package> packagesToExtract;
-  Totals totals;
-  DoubtfulSizes doubtfulSizes;  ///< of packages with files, too, though no sum counts these
+  std::vector<summary::Package> packagesToExtract;
+  summary::Totals totals;
+  summary::DoubtfulSizes
+      doubtfulSizes;  ///< of packages with files, too, though no sum counts these
 };
 
 /// How many of the files to delete were found how.
@@ -54,10 +55,11 @@ struct InstalledCounts {
 /// Files to delete belong to no product: those of a component are planned if a chosen product names
 /// that component, or if no product of the document does. Of packages with one key in several
 /// planned components the first in model order counts, as in the library's answers.
-Plan makePlan(const Contents& contents, const ProductChoice& choice);
+Plan makePlan(const summary::Contents& contents, const ProductChoice& choice);
 
 /// Looks for every file to delete of `plan` in `tree`, and counts what was found. Changes nothing
 /// but `plan`, and tells `progress` that it goes on.
-InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree, ProgressLine& progress);
+InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree,
+                             terminal::ProgressLine& progress);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

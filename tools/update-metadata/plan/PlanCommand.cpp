@@ -18,8 +18,10 @@
 #include "summary/UnknownProducts.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
+
+using command::ExitCode;
 
 constexpr const char* kExamples = R"(Examples:
   update-metadata plan update.json --product-data /srv/product-data
@@ -38,7 +40,7 @@ std::optional<InstalledTree> openTree(const std::string& folder, std::ostream& e
   try {
     return InstalledTree(std::filesystem::path(folder));
   } catch (const std::filesystem::filesystem_error& failure) {
-    err << "update-metadata: '" << toVisible(folder) << "' is no folder that can be looked "
+    err << "update-metadata: '" << output::toVisible(folder) << "' is no folder that can be looked "
         << "into: " << failure.code().message()
         << "; name the folder of the installation with --installed\n";
     return std::nullopt;
@@ -51,7 +53,7 @@ std::string countFiles(std::size_t files) {
 
 // Tells on `err` what keeps the plan from being carried out there, if anything does.
 ExitCode judge(const InstalledCounts& counts, const std::string& folder, std::ostream& err) {
-  const std::string tree = '\'' + toVisible(folder) + '\'';
+  const std::string tree = '\'' + output::toVisible(folder) + '\'';
   if (counts.outside != 0) {
     err << "update-metadata: " << countFiles(counts.outside)
         << (counts.outside == 1 ? " lies" : " lie") << " outside " << tree
@@ -67,35 +69,35 @@ ExitCode judge(const InstalledCounts& counts, const std::string& folder, std::os
 }  // namespace
 
 PlanCommand::PlanCommand(CLI::App& app)
-    : Command(app, "plan", "List what an installer would do, without doing it") {
-  addDocument(subcommand(), "FILE", file_);
-  addProductData(subcommand(), productData_).required();
+    : command::Command(app, "plan", "List what an installer would do, without doing it") {
+  command::addDocument(subcommand(), "FILE", file_);
+  command::addProductData(subcommand(), productData_).required();
   subcommand()
       .add_option("--product", baseCodes_,
                   "Base code of a product to plan for; may be given several times; without it, the "
                   "plan is for all products")
       ->type_name("CODE")
       ->allow_extra_args(false)
-      ->check(isUtf8Argument());
+      ->check(command::isUtf8Argument());
   subcommand()
       .add_option("--installed", installed_,
                   "Folder of an installation in which the files to delete are looked for")
       ->type_name("DIR");
-  addFormat(subcommand(), format_);
+  command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
 std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
-    std::ostream& err, ProgressLine& progress) const {
+    std::ostream& err, terminal::ProgressLine& progress) const {
   std::vector<std::u16string> baseCodes;
   for (const std::string& code : baseCodes_) {
-    baseCodes.push_back(toUtf16(code));
+    baseCodes.push_back(output::toUtf16(code));
   }
   std::optional<PlannedDocument> planned;
-  askDocument(
-      {toUtf16(file_), toOptionalUtf16(productData_)},
-      [&](const Document& document) {
-        Contents contents = document.gatherContents();
+  summary::askDocument(
+      {output::toUtf16(file_), command::toOptionalUtf16(productData_)},
+      [&](const summary::Document& document) {
+        summary::Contents contents = document.gatherContents();
         progress.clear();
         const std::optional<ProductChoice> choice =
             baseCodes.empty() ? chooseAllProducts(contents)
@@ -111,14 +113,14 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
 }
 
 ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
-  ProgressLine progress(err, errorTerminalColumns());
+  terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   std::optional<PlannedDocument> planned = makePlannedDocument(err, progress);
   if (!planned) {
     return ExitCode::kTrouble;
   }
   progress.clear();
-  if (!noteMissingProductData(productData_, err)) {
-    noteUnknownProducts(productData_, file_, planned->contents, err);
+  if (!input::noteMissingProductData(productData_, err)) {
+    summary::noteUnknownProducts(productData_, file_, planned->contents, err);
   }
   std::optional<InstalledCounts> counts;
   if (installed_) {
@@ -129,15 +131,15 @@ ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
     progress.begin("looking for the files to delete");
     counts = lookForFiles(planned->plan, *tree, progress);
   }
-  beginOutput(progress);
-  if (format_ == kJsonFormat) {
+  terminal::beginOutput(progress);
+  if (format_ == command::kJsonFormat) {
     writeJson(planned->contents, planned->plan, counts, out);
   } else {
-    writeText(planned->contents, planned->plan, counts, outputColumns(), out);
+    writeText(planned->contents, planned->plan, counts, terminal::outputColumns(), out);
   }
   out.flush();
   progress.clear();
   return counts ? judge(*counts, *installed_, err) : ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -11,27 +11,27 @@
 #include "summary/Contents.h"
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 
 /// The subcommand `plan`: lists what an installer would do for some products or for all, and looks
 /// into an installation for the files that would go.
-class PlanCommand : public Command {
+class PlanCommand : public command::Command {
  public:
   explicit PlanCommand(CLI::App& app);
 
   /// Nothing is written on `out` before the whole plan is known. Failures are told on `err`, those
   /// of the document as by askDocument(). A file outside the installation, or one that could not be
   /// looked for, is a failure, but the plan is written.
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   struct PlannedDocument {
-    Contents contents;
+    summary::Contents contents;
     Plan plan;
   };
 
   std::optional<PlannedDocument> makePlannedDocument(std::ostream& err,
-                                                     ProgressLine& progress) const;
+                                                     terminal::ProgressLine& progress) const;
 
   std::string file_;
   std::optional<std::string> productData_;  ///< always given
@@ -40,4 +40,4 @@ class PlanCommand : public Command {
   std::string format_ = "text";
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

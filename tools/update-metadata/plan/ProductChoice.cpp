@@ -8,8 +8,13 @@
 #include "output/Text.h"
 #include "summary/NearProducts.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
+
+using summary::Contents;
+using summary::Document;
+using summary::Product;
+using summary::shorten;
 
 // Products that their base code chooses.
 std::vector<const Product*> findChoosable(const Document& document, const Contents& contents) {
@@ -28,7 +33,7 @@ void describeFailure(const Document& document, const Contents& contents, const s
   const auto holder =
       std::find_if(contents.products.begin(), contents.products.end(),
                    [&code](const Product& product) { return product.baseCode == code; });
-  const std::string file = toVisible(document.source().file);
+  const std::string file = output::toVisible(document.source().file);
   if (holder != contents.products.end()) {
     err << "update-metadata: '" << file << "' has no product that the base code '" << shorten(code)
         << "' chooses: it has '" << shorten(holder->name)
@@ -48,13 +53,13 @@ void describeFailure(const Document& document, const Contents& contents, const s
 void complain(const Document& document, const Contents& contents, const std::u16string& code,
               const std::u16string& nameOfCode, std::ostream& err) {
   describeFailure(document, contents, code, nameOfCode, err);
-  const std::string nearest = listNearProducts(findChoosable(document, contents), code);
+  const std::string nearest = summary::listNearProducts(findChoosable(document, contents), code);
   if (nearest.empty()) {
     const bool isAnyKnown =
         std::any_of(contents.products.begin(), contents.products.end(),
                     [](const Product& product) { return product.baseCode.has_value(); });
     err << "The product data at '"
-        << toVisible(document.source().productData.value_or(std::u16string()))
+        << output::toVisible(document.source().productData.value_or(std::u16string()))
         << (isAnyKnown ? "' give the codes of its products to others first: correct them"
                        : "' know none of its products: check --product-data")
         << ", or leave out --product to plan for all\n";
@@ -116,4 +121,4 @@ std::optional<ProductChoice> chooseProducts(const Document& document, const Cont
   return choice;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -9,7 +9,7 @@
 #include "summary/Contents.h"
 #include "summary/Document.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 
 /// Which products of a document are planned for.
 struct ProductChoice {
@@ -22,7 +22,7 @@ struct ProductChoice {
 };
 
 /// Every product.
-ProductChoice chooseAllProducts(const Contents& contents);
+ProductChoice chooseAllProducts(const summary::Contents& contents);
 
 /// The products with any of `baseCodes`, as the library chooses them: those whose name the product
 /// data give for the code.
@@ -31,8 +31,9 @@ ProductChoice chooseAllProducts(const Contents& contents);
 /// is and which products of the document come close to it, or why no code chooses any.
 ///
 /// \param contents  those of `document`, which has product data; their exceptions pass through
-std::optional<ProductChoice> chooseProducts(const Document& document, const Contents& contents,
+std::optional<ProductChoice> chooseProducts(const summary::Document& document,
+                                            const summary::Contents& contents,
                                             const std::vector<std::u16string>& baseCodes,
                                             std::ostream& err);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

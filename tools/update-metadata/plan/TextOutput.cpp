@@ -14,8 +14,14 @@
 #include "terminal/DisplayWidth.h"
 #include "terminal/FlowingLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::plan {
 namespace {
+
+using output::toReadableSize;
+using output::toVisibleName;
+using summary::Package;
+using summary::toReadableSize;
+using terminal::FlowingLine;
 
 constexpr const char* kIndent = "  ";
 constexpr const char* kDeepIndent = "    ";
@@ -25,7 +31,7 @@ constexpr std::size_t kNarrowestNames = 16;
 
 void writeTitle(const std::string& title, std::size_t width, std::ostream& out) {
   out << '\n';
-  writeLine(title, width, out);
+  summary::writeLine(title, width, out);
 }
 
 /// Writes names with their sizes, which stand in columns in front of them, so that a name can be as
@@ -38,7 +44,7 @@ class SizeColumns {
   void makeRoom(std::size_t column, std::int64_t size) {
     columns_.resize(std::max(columns_.size(), column + 1));
     Column& widths = columns_[column];
-    widths.shortly = std::max(widths.shortly, displayWidth(toMarkedSize(size)));
+    widths.shortly = std::max(widths.shortly, terminal::displayWidth(summary::toMarkedSize(size)));
     widths.bytes = std::max(widths.bytes, std::to_string(size).size());
   }
 
@@ -48,7 +54,7 @@ class SizeColumns {
     for (std::size_t column = 0; column < sizes.size(); ++column) {
       line += describeSize(columns_[column], sizes[column]);
     }
-    if (displayWidth(line) + kNarrowestNames <= width_) {
+    if (terminal::displayWidth(line) + kNarrowestNames <= width_) {
       out << beginRow(line + kIndent).name(toVisibleName(name)) << '\n';
       return;
     }
@@ -70,8 +76,8 @@ class SizeColumns {
   }
 
   static std::string describeSize(const Column& widths, std::int64_t size) {
-    return kIndent + padLeft(toMarkedSize(size), widths.shortly) + kIndent +
-           padLeft(std::to_string(size), widths.bytes);
+    return kIndent + terminal::padLeft(summary::toMarkedSize(size), widths.shortly) + kIndent +
+           terminal::padLeft(std::to_string(size), widths.bytes);
   }
 
   // Wide enough for the sizes of every column.
@@ -90,8 +96,10 @@ class SizeColumns {
 
 void writeProducts(const Plan& plan, std::size_t width, std::ostream& out) {
   writeTitle("Products: " + std::to_string(plan.products.size()), width, out);
-  for (const Product& product : plan.products) {
-    out << beginLine(kIndent, width).name(describeProduct(product.name, product.baseCode)) << '\n';
+  for (const summary::Product& product : plan.products) {
+    out << summary::beginLine(kIndent, width)
+               .name(summary::describeProduct(product.name, product.baseCode))
+        << '\n';
   }
 }
 
@@ -140,24 +148,25 @@ const char* describe(FileState state) {
 }
 
 void writeFile(const PlannedFile& file, std::size_t width, std::ostream& out) {
-  FlowingLine line = beginLine(kDeepIndent, width);
+  FlowingLine line = summary::beginLine(kDeepIndent, width);
   if (file.installed) {
     line.words(describe(file.installed->state));
   }
   line.name(toVisibleName(file.path));
   if (file.installed && !file.installed->detail.empty()) {
     line.words(file.installed->state == FileState::kOutside ? ", leads to " : ": ");
-    line.name(toVisible(file.installed->detail));
+    line.name(output::toVisible(file.installed->detail));
   }
   out << line << '\n';
 }
 
 void writeCounts(const InstalledCounts& counts, std::size_t width, std::ostream& out) {
-  writeLine("In the installation: " + std::to_string(counts.present) + " there, " +
-                std::to_string(counts.missing) + " not there, " + count(counts.folder, "folder") +
-                ", " + std::to_string(counts.outside) + " outside, " +
-                std::to_string(counts.unknown) + " unknown",
-            width, out);
+  summary::writeLine("In the installation: " + std::to_string(counts.present) + " there, " +
+                         std::to_string(counts.missing) + " not there, " +
+                         summary::count(counts.folder, "folder") + ", " +
+                         std::to_string(counts.outside) + " outside, " +
+                         std::to_string(counts.unknown) + " unknown",
+                     width, out);
 }
 
 void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& counts,
@@ -170,7 +179,7 @@ void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& 
   }
   std::string title = "Files to delete: " + std::to_string(files);
   if (!plan.filesToDelete.empty()) {
-    title += ", of " + count(plan.filesToDelete.size(), "package") + " kept otherwise";
+    title += ", of " + summary::count(plan.filesToDelete.size(), "package") + " kept otherwise";
   }
   writeTitle(title, width, out);
   if (counts) {
@@ -185,7 +194,7 @@ void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& 
 }
 
 // The one sentence that sums up.
-void writeTotals(const Totals& totals, std::size_t width, std::ostream& out) {
+void writeTotals(const summary::Totals& totals, std::size_t width, std::ostream& out) {
   out << '\n'
       << FlowingLine(width, 0).words("This fetches " + toReadableSize(totals.bytesToFetch) +
                                      ", unpacks " + toReadableSize(totals.bytesUnpacked) +
@@ -197,23 +206,23 @@ void writeTotals(const Totals& totals, std::size_t width, std::ostream& out) {
 }
 
 void writeNotes(const Plan& plan, std::size_t width, std::ostream& out) {
-  for (const Product& product : plan.leftOut) {
-    FlowingLine note = beginNote("The product ", width);
+  for (const summary::Product& product : plan.leftOut) {
+    FlowingLine note = summary::beginNote("The product ", width);
     note.name(toVisibleName(product.name)).words(" is not in this plan. It has the base code ");
     note.name(toVisibleName(product.baseCode.value_or(std::u16string())));
     note.words(", too, but the product data give that code to another one.");
     out << '\n' << note << '\n';
   }
   if (plan.doubtfulSizes.areAny()) {
-    writeNote(describe(plan.doubtfulSizes), width, out);
+    summary::writeNote(describe(plan.doubtfulSizes), width, out);
   }
 }
 
 }  // namespace
 
-void writeText(const Contents& contents, const Plan& plan,
+void writeText(const summary::Contents& contents, const Plan& plan,
                const std::optional<InstalledCounts>& counts, std::size_t width, std::ostream& out) {
-  writeReleases(contents, width, out);
+  summary::writeReleases(contents, width, out);
   writeProducts(plan, width, out);
   writePackagesToDelete(plan, width, out);
   writeFilesToDelete(plan, counts, width, out);
@@ -222,4 +231,4 @@ void writeText(const Contents& contents, const Plan& plan,
   writeTotals(plan.totals, width, out);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::plan

@@ -11,7 +11,7 @@
 #include "output/EditDistance.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::program {
 namespace {
 
 constexpr std::size_t kLongestWord = 60;
@@ -23,15 +23,15 @@ std::string suggestSubcommand(const CLI::App& app) {
     return "";
   }
   for (const std::string& word : app.remaining()) {
-    if (word.empty() || word.front() == '-' || !isUtf8(word)) {
+    if (word.empty() || word.front() == '-' || !output::isUtf8(word)) {
       continue;
     }
-    const std::u16string asked = toUtf16(word).substr(0, kLongestWord);
+    const std::u16string asked = output::toUtf16(word).substr(0, kLongestWord);
     std::string nearest;
     std::size_t least = 3;  // mistakes, of which there may be two
     for (const CLI::App* const subcommand : app.get_subcommands(nullptr)) {
       const std::string& name = subcommand->get_name();
-      const std::size_t distance = editDistance(asked, toUtf16(name));
+      const std::size_t distance = output::editDistance(asked, output::toUtf16(name));
       if (distance < std::min(least, name.size() - 1)) {
         least = distance;
         nearest = name;
@@ -45,7 +45,7 @@ std::string suggestSubcommand(const CLI::App& app) {
 // The arguments may hold anything.
 std::string describeUsageError(const CLI::App* app, const CLI::Error& error) {
   const std::string suggestion = suggestSubcommand(*app);
-  return toVisible(error.what()) +
+  return output::toVisible(error.what()) +
          (suggestion.empty() ? "" : "\nDid you mean '" + suggestion + "'?") +
          "\nRun with --help for more information.\n";
 }
@@ -54,7 +54,7 @@ std::string describeUsageError(const CLI::App* app, const CLI::Error& error) {
 
 void describeProgram(CLI::App& app) {
   app.name("update-metadata");
-  fitHelpToTerminal(app);
+  command::fitHelpToTerminal(app);
   app.description(
       "Answers questions about update metadata documents, compares, checks and lays them out.");
   app.set_version_flag(
@@ -67,4 +67,4 @@ void describeProgram(CLI::App& app) {
       "  update-metadata lint update.json");
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::program

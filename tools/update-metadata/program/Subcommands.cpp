@@ -9,19 +9,19 @@
 #include "schema/SchemaCommand.h"
 #include "show/ShowCommand.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::program {
 
-std::vector<std::unique_ptr<Command>> addSubcommands(CLI::App& app) {
-  std::vector<std::unique_ptr<Command>> commands;
-  commands.push_back(std::make_unique<QueryCommand>(app));
-  commands.push_back(std::make_unique<ShowCommand>(app));
-  commands.push_back(std::make_unique<PlanCommand>(app));
-  commands.push_back(std::make_unique<DiffCommand>(app));
-  commands.push_back(std::make_unique<ReportCommand>(app));
-  commands.push_back(std::make_unique<LintCommand>(app));
-  commands.push_back(std::make_unique<FmtCommand>(app));
-  commands.push_back(std::make_unique<SchemaCommand>(app));
+std::vector<std::unique_ptr<command::Command>> addSubcommands(CLI::App& app) {
+  std::vector<std::unique_ptr<command::Command>> commands;
+  commands.push_back(std::make_unique<query::QueryCommand>(app));
+  commands.push_back(std::make_unique<show::ShowCommand>(app));
+  commands.push_back(std::make_unique<plan::PlanCommand>(app));
+  commands.push_back(std::make_unique<diff::DiffCommand>(app));
+  commands.push_back(std::make_unique<report::ReportCommand>(app));
+  commands.push_back(std::make_unique<lint::LintCommand>(app));
+  commands.push_back(std::make_unique<fmt::FmtCommand>(app));
+  commands.push_back(std::make_unique<schema::SchemaCommand>(app));
   return commands;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::program

@@ -6,9 +6,9 @@
 #include "command/Command.h"
 #include "command/CommandLineFwd.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::program {
 
 /// Adds every subcommand to `app`, in the order of its help.
-std::vector<std::unique_ptr<Command>> addSubcommands(CLI::App& app);
+std::vector<std::unique_ptr<command::Command>> addSubcommands(CLI::App& app);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::program

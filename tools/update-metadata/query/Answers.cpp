@@ -10,12 +10,13 @@
 #include "summary/GatherModel.h"
 #include "summary/NearProducts.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 namespace {
 
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
+using summary::Product;
 
 /// Lets a product's name stand for its base code; no catalogue is ever opened.
 class NamesAsBaseCodes : public UpdateMetaDataHandler {
@@ -39,7 +40,9 @@ class QuestionParser : public UpdateMetaDataJsonParser {
         handlerToFill_(question.productData ? std::make_shared<UpdateMetaDataHandler>()
                                             : std::make_shared<NamesAsBaseCodes>()) {}
 
-  std::string readFile(const std::u16string& path) override { return readDocument(toUtf8(path)); }
+  std::string readFile(const std::u16string& path) override {
+    return input::readDocument(output::toUtf8(path));
+  }
 
   std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
     return handlerToFill_;
@@ -49,14 +52,15 @@ class QuestionParser : public UpdateMetaDataJsonParser {
   std::shared_ptr<UpdateMetaDataHandler> handlerToFill_;
 };
 
-bool hasName(const Contents& contents, const std::u16string& name) {
+bool hasName(const summary::Contents& contents, const std::u16string& name) {
   return std::any_of(contents.products.begin(), contents.products.end(),
                      [&name](const Product& product) { return product.name == name; });
 }
 
 // Products that their base code chooses, which gets into `contents`.
 std::vector<const Product*> findChoosable(UpdateMetaDataHandler& handler,
-                                          const std::u16string& location, Contents& contents) {
+                                          const std::u16string& location,
+                                          summary::Contents& contents) {
   std::vector<const Product*> products;
   for (Product& product : contents.products) {
     product.baseCode = handler.getProductBaseCode(product.name, location);
@@ -103,16 +107,16 @@ std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
   }
   const std::u16string location = question.productData.value_or(std::u16string());
   UpdateMetaDataHandler& handler = *loaded.handler;
-  Contents contents;
-  gatherModel(handler.getProductUpdateMetaDataModel(), contents, noProgress());
+  summary::Contents contents;
+  summary::gatherModel(handler.getProductUpdateMetaDataModel(), contents, terminal::noProgress());
   if (hasName(contents, handler.getProductName(*question.baseCode, location))) {
     return "";
   }
   const std::string nearest =
-      listNearProducts(findChoosable(handler, location, contents), *question.baseCode);
-  return '\'' + toVisible(question.file) + "' has no product with the base code '" +
-         shorten(*question.baseCode) + '\'' +
+      summary::listNearProducts(findChoosable(handler, location, contents), *question.baseCode);
+  return '\'' + output::toVisible(question.file) + "' has no product with the base code '" +
+         summary::shorten(*question.baseCode) + '\'' +
          (nearest.empty() ? "" : "; the nearest in the document: " + nearest);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -13,7 +13,7 @@
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "summary/Release.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 
 /// What the user asks: which document, against which product data, for which product.
 struct Question {
@@ -34,8 +34,8 @@ using Packages = std::variant<PackageKeysByBaseCode, PackageKeys>;
 
 /// Everything that the library answers about one document, in its own types and order.
 struct Answers {
-  Release base;
-  Release target;
+  summary::Release base;
+  summary::Release target;
   int targetUpdateLevel = 0;
   Packages packagesToDelete;
   Packages packagesToExtract;
@@ -71,4 +71,4 @@ Answers gatherAnswers(const install::update_metadata_parser::UpdateMetaData& upd
 std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
                            const Question& question);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -5,8 +5,10 @@
 #include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 namespace {
+
+using output::JsonWriter;
 
 void write(const PackageKeys& keys, JsonWriter& json) {
   json.array(keys);
@@ -31,7 +33,7 @@ void writeJson(const Answers& answers, std::ostream& out) {
   json.beginObject().name("base");
   write(answers.base, json);
   json.name("target");
-  writeTarget(answers.target, answers.targetUpdateLevel, json);
+  summary::writeTarget(answers.target, answers.targetUpdateLevel, json);
   json.name("componentsToDelete");
   write(answers.packagesToDelete, json);
   json.name("componentsToExtract");
@@ -53,4 +55,4 @@ void writeJson(const Answers& answers, std::ostream& out) {
   out << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -4,7 +4,7 @@
 
 #include "query/Answers.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 
 /// Writes all answers as one line of JSON and a line feed, in UTF-8.
 ///
@@ -12,4 +12,4 @@ namespace update_metadata_tool {
 /// packages are objects by base code, or arrays if the question named one.
 void writeJson(const Answers& answers, std::ostream& out);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -13,7 +13,7 @@
 #include "query/JsonOutput.h"
 #include "query/TextOutput.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 namespace {
 
 constexpr const char* kExamples = R"(Examples:
@@ -28,22 +28,23 @@ report end with 2 then), or the output could not be written, 2 wrong usage.)";
 }  // namespace
 
 QueryCommand::QueryCommand(CLI::App& app)
-    : Command(app, "query", "Answer every question about one document") {
-  addDocument(subcommand(), "FILE", file_);
-  addProductData(
-      subcommand(), productData_,
-      std::string(kForBaseCodes) + "; without it, the name of a product stands for its base code");
+    : command::Command(app, "query", "Answer every question about one document") {
+  command::addDocument(subcommand(), "FILE", file_);
+  command::addProductData(subcommand(), productData_,
+                          std::string(command::kForBaseCodes) +
+                              "; without it, the name of a product stands for its base code");
   subcommand()
       .add_option("--base-code", baseCode_,
                   "List the packages to delete and to extract of this product alone")
       ->type_name("CODE")
-      ->check(isUtf8Argument());
-  addFormat(subcommand(), format_);
+      ->check(command::isUtf8Argument());
+  command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
 Question QueryCommand::makeQuestion() const {
-  return {toUtf16(file_), toOptionalUtf16(productData_), toOptionalUtf16(baseCode_)};
+  return {output::toUtf16(file_), command::toOptionalUtf16(productData_),
+          command::toOptionalUtf16(baseCode_)};
 }
 
 std::optional<Answers> QueryCommand::answer(const Question& question, std::string& note,
@@ -52,7 +53,7 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::strin
   try {
     loaded = loadUpdate(question);
   } catch (const std::exception& failure) {
-    reportUnloaded(failure, question.file, err);
+    command::reportUnloaded(failure, question.file, err);
     return std::nullopt;
   }
   try {
@@ -60,28 +61,29 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::strin
     note = noteOnBaseCode(loaded, answers, question);
     return answers;
   } catch (const std::exception& failure) {
-    reportUnanswered(failure, question.file, question.productData.value_or(std::u16string()), err);
+    command::reportUnanswered(failure, question.file,
+                              question.productData.value_or(std::u16string()), err);
     return std::nullopt;
   }
 }
 
-ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
+command::ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
   const Question question = makeQuestion();
   std::string note;
   const std::optional<Answers> answers = answer(question, note, err);
   if (!answers) {
-    return ExitCode::kFailed;
+    return command::ExitCode::kFailed;
   }
-  if (!noteMissingProductData(productData_, err) && !note.empty()) {
+  if (!input::noteMissingProductData(productData_, err) && !note.empty()) {
     err << "update-metadata: note: " << note << "; check --base-code\n";
   }
-  if (format_ == kJsonFormat) {
+  if (format_ == command::kJsonFormat) {
     writeJson(*answers, out);
   } else {
     writeText(question, *answers, out);
   }
   out.flush();
-  return ExitCode::kDone;
+  return command::ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

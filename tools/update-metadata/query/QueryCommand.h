@@ -8,10 +8,10 @@
 #include "command/ExitCode.h"
 #include "query/Answers.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 
 /// The subcommand `query`: loads one document and writes every answer about it.
-class QueryCommand : public Command {
+class QueryCommand : public command::Command {
  public:
   explicit QueryCommand(CLI::App& app);
 
@@ -20,7 +20,7 @@ class QueryCommand : public Command {
   /// When the document cannot be loaded or answered, the first line on `err` is the exception's
   /// text, escaped for a terminal; the second one says which file it is about and what to do. A
   /// base code that no product has is noted there, but is no failure.
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   Question makeQuestion() const;
@@ -33,4 +33,4 @@ class QueryCommand : public Command {
   std::string format_ = "text";
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -7,8 +7,10 @@
 #include "output/ReadableSize.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 namespace {
+
+using output::toVisible;
 
 std::string count(std::size_t number, const std::string& thing) {
   return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
@@ -16,7 +18,7 @@ std::string count(std::size_t number, const std::string& thing) {
 
 std::string describeTarget(const Answers& answers) {
   const std::string level = "update level " + std::to_string(answers.targetUpdateLevel);
-  return describeRelease(answers.target) + ", " + level;
+  return summary::describeRelease(answers.target) + ", " + level;
 }
 
 void writeKeys(const PackageKeys& keys, const char* indent, std::ostream& out) {
@@ -85,8 +87,8 @@ void writeSizes(const Answers& answers, std::ostream& out) {
   }
   out << count(answers.sizesToExtract.size(), "package") << '\n';
   for (const auto& [key, sizes] : answers.sizesToExtract) {
-    out << "  " << toVisible(key) << ": " << toReadableSize(sizes.first) << ", unpacked "
-        << toReadableSize(sizes.second) << '\n';
+    out << "  " << toVisible(key) << ": " << output::toReadableSize(sizes.first) << ", unpacked "
+        << output::toReadableSize(sizes.second) << '\n';
   }
 }
 
@@ -102,7 +104,7 @@ void writeFiles(const Answers& answers, std::ostream& out) {
   }
   out << count(answers.filesToDelete.size(), "package") << ", " << count(files, "file") << '\n';
   for (const auto& [key, filesAndSize] : answers.filesToDelete) {
-    out << "  " << toVisible(key) << ": " << toReadableSize(filesAndSize.second) << ", "
+    out << "  " << toVisible(key) << ": " << output::toReadableSize(filesAndSize.second) << ", "
         << count(filesAndSize.first.size(), "file") << '\n';
     writeKeys(filesAndSize.first, "    ", out);
   }
@@ -111,7 +113,7 @@ void writeFiles(const Answers& answers, std::ostream& out) {
 }  // namespace
 
 void writeText(const Question& question, const Answers& answers, std::ostream& out) {
-  out << "Base release:   " << describeRelease(answers.base)
+  out << "Base release:   " << summary::describeRelease(answers.base)
       << "\nTarget release: " << describeTarget(answers) << '\n';
   writeNotes(question, answers, out);
   writePackages("Packages to delete", question, answers.packagesToDelete, out);
@@ -120,4 +122,4 @@ void writeText(const Question& question, const Answers& answers, std::ostream& o
   writeFiles(answers, out);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -4,7 +4,7 @@
 
 #include "query/Answers.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::query {
 
 /// Writes all answers for people: the two releases, then answer by answer, in UTF-8.
 ///
@@ -12,4 +12,4 @@ namespace update_metadata_tool {
 /// can send anything but text to a terminal.
 void writeText(const Question& question, const Answers& answers, std::ostream& out);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::query

@@ -4,7 +4,7 @@
 
 #include "report/PageText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 namespace {
 
 constexpr std::string_view kPlaceOfData = "@CONTENTS@";
@@ -58,4 +58,4 @@ std::string makePage(std::string_view data) {
   return page;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

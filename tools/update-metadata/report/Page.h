@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 
 /// Makes the page that shows `data`, a JSON text in UTF-8: self-contained HTML.
 ///
@@ -11,4 +11,4 @@ namespace update_metadata_tool {
 /// become JSON escapes, which the page reads as the same data.
 std::string makePage(std::string_view data);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

@@ -22,8 +22,11 @@
 #include "summary/UnknownProducts.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 namespace {
+
+using command::ExitCode;
+using output::toUtf16;
 
 constexpr const char* kStandardOutput = "-";
 
@@ -46,8 +49,9 @@ CLI::Validator isPage() {
 
 // Without the folders: readers of the page need not know them.
 std::u16string nameToShow(const std::string& file) {
-  return file == kStandardInput ? u"standard input"
-                                : std::filesystem::path(toUtf16(file)).filename().u16string();
+  return file == input::kStandardInput
+             ? u"standard input"
+             : std::filesystem::path(toUtf16(file)).filename().u16string();
 }
 
 // Whether both paths lead to one existing file.
@@ -59,15 +63,15 @@ bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& o
 }  // namespace
 
 ReportCommand::ReportCommand(CLI::App& app)
-    : Command(app, "report", "Write an HTML report on one document") {
-  addDocument(subcommand(), "FILE", file_);
+    : command::Command(app, "report", "Write an HTML report on one document") {
+  command::addDocument(subcommand(), "FILE", file_);
   subcommand()
       .add_option("-o,--output", output_, "Write the page to this file; - is standard output")
       ->required()
       ->type_name("PAGE")
-      ->check(isUtf8Argument())
+      ->check(command::isUtf8Argument())
       ->check(isPage());
-  addProductData(subcommand(), productData_);
+  command::addProductData(subcommand(), productData_);
   subcommand().footer(kExamples);
 }
 
@@ -76,12 +80,13 @@ const char* ReportCommand::findReplacedInput() const {
   if (output_ == kStandardOutput) {
     return nullptr;
   }
-  if (isSameFile(file_ == kStandardInput ? "/dev/stdin" : file_, output_)) {
+  if (isSameFile(file_ == input::kStandardInput ? "/dev/stdin" : file_, output_)) {
     return "the document";
   }
   // The user names the folder or the table.
-  if (productData_ && (isSameFile(*productData_, output_) ||
-                       isSameFile(std::filesystem::path(*productData_) / kProductTable, output_))) {
+  if (productData_ &&
+      (isSameFile(*productData_, output_) ||
+       isSameFile(std::filesystem::path(*productData_) / input::kProductTable, output_))) {
     return "the product data";
   }
   return nullptr;
@@ -89,43 +94,44 @@ const char* ReportCommand::findReplacedInput() const {
 
 // The page, or a message on `err` if the document could not be loaded or queried.
 std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
-                                                     ProgressLine& progress) const {
+                                                     terminal::ProgressLine& progress) const {
   const std::u16string file = toUtf16(file_);
-  const std::optional<std::u16string> productData = toOptionalUtf16(productData_);
+  const std::optional<std::u16string> productData = command::toOptionalUtf16(productData_);
   std::string text;
   try {
     progress.begin("reading the document");
-    text = readDocument(file_, progress);
+    text = input::readDocument(file_, progress);
   } catch (const std::exception& failure) {
     progress.clear();
-    reportUnloaded(failure, file, err);
+    command::reportUnloaded(failure, file, err);
     return std::nullopt;
   }
-  const std::optional<Contents> contents = readContents({file, productData, text}, err, progress);
+  const std::optional<summary::Contents> contents =
+      summary::readContents({file, productData, text}, err, progress);
   if (!contents) {
     return std::nullopt;
   }
   progress.clear();
-  if (!noteMissingProductData(productData_, err)) {
-    noteUnknownProducts(productData_, file_, *contents, err);
+  if (!input::noteMissingProductData(productData_, err)) {
+    summary::noteUnknownProducts(productData_, file_, *contents, err);
   }
-  LintOptions options;
+  lint::LintOptions options;
   options.productData = productData;
   options.onProgress = [&progress] { progress.goOn(); };
   progress.begin("linting the document");
-  const FileReport linting = lintDocument(file_, std::move(text), options);
+  const lint::FileReport linting = lint::lintDocument(file_, std::move(text), options);
   progress.begin("making the page");
   return makePage(makeReportData(nameToShow(file_), *contents, linting));
 }
 
 ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
   if (const char* const input = findReplacedInput()) {
-    err << "update-metadata: '" << toVisible(toUtf16(output_)) << "' is " << input
+    err << "update-metadata: '" << output::toVisible(toUtf16(output_)) << "' is " << input
         << ", which the page would replace; nothing was changed: choose another file with "
            "--output\n";
     return ExitCode::kTrouble;
   }
-  ProgressLine progress(err, errorTerminalColumns());
+  terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   const std::optional<std::string> page = makeReport(err, progress);
   if (!page) {
     return ExitCode::kTrouble;
@@ -137,14 +143,14 @@ ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kDone;
   }
   try {
-    writeFile(output_, *page);
+    output::writeFile(output_, *page);
   } catch (const std::system_error& failure) {
-    err << "update-metadata: '" << toVisible(toUtf16(output_))
-        << "' could not be written: " << toVisible(failure.what())
+    err << "update-metadata: '" << output::toVisible(toUtf16(output_))
+        << "' could not be written: " << output::toVisible(failure.what())
         << "; nothing was changed: name another file, or '-' for standard output\n";
     return ExitCode::kFailed;
   }
   return ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

@@ -14,24 +14,27 @@
 #include "summary/SummaryJson.h"
 #include "summary/Totals.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 namespace {
+
+using output::JsonWriter;
+using summary::Contents;
 
 constexpr std::size_t kMostFindings = 10'000;
 
-void writeBytes(const Totals& totals, JsonWriter& json) {
-  json.member("bytesToFetch", toPlainNumber(totals.bytesToFetch))
-      .member("bytesUnpacked", toPlainNumber(totals.bytesUnpacked))
-      .member("bytesDeleted", toPlainNumber(totals.bytesDeleted));
+void writeBytes(const summary::Totals& totals, JsonWriter& json) {
+  json.member("bytesToFetch", summary::toPlainNumber(totals.bytesToFetch))
+      .member("bytesUnpacked", summary::toPlainNumber(totals.bytesUnpacked))
+      .member("bytesDeleted", summary::toPlainNumber(totals.bytesDeleted));
 }
 
-void writeSums(const Totals& totals, JsonWriter& json) {
+void writeSums(const summary::Totals& totals, JsonWriter& json) {
   json.member("packagesToExtract", totals.packagesToExtract)
       .member("packagesToDelete", totals.packagesToDelete);
   writeBytes(totals, json);
 }
 
-void writePackageToExtract(const Package& package, JsonWriter& json) {
+void writePackageToExtract(const summary::Package& package, JsonWriter& json) {
   json.beginArray()
       .value(package.key)
       .value(package.size)
@@ -39,14 +42,14 @@ void writePackageToExtract(const Package& package, JsonWriter& json) {
       .endArray();
 }
 
-void writePackageToDelete(const Package& package, JsonWriter& json) {
+void writePackageToDelete(const summary::Package& package, JsonWriter& json) {
   json.beginArray().value(package.key).value(package.size).endArray();
 }
 
-void writeComponents(const Contents& contents, const Tally& tally, JsonWriter& json) {
+void writeComponents(const Contents& contents, const summary::Tally& tally, JsonWriter& json) {
   json.beginArray();
   for (std::size_t number = 0; number != contents.components.size(); ++number) {
-    const Component& component = contents.components[number];
+    const summary::Component& component = contents.components[number];
     json.beginObject().member("name", component.name);
     json.name("packagesToExtract").array(component.packagesToExtract);
     json.name("packagesToDelete").array(component.packagesToDelete);
@@ -56,10 +59,10 @@ void writeComponents(const Contents& contents, const Tally& tally, JsonWriter& j
   json.endArray();
 }
 
-void writeProducts(const Contents& contents, Tally& tally, JsonWriter& json) {
+void writeProducts(const Contents& contents, summary::Tally& tally, JsonWriter& json) {
   json.beginArray();
   for (std::size_t number = 0; number != contents.products.size(); ++number) {
-    const Product& product = contents.products[number];
+    const summary::Product& product = contents.products[number];
     json.beginObject().member("name", product.name).member("baseCode", product.baseCode);
     json.name("componentsToExtract").array(product.componentsToExtract);
     json.name("componentsToDelete").array(product.componentsToDelete);
@@ -69,20 +72,20 @@ void writeProducts(const Contents& contents, Tally& tally, JsonWriter& json) {
   json.endArray();
 }
 
-void writePackageWithFiles(const PackageWithFiles& package, JsonWriter& json) {
+void writePackageWithFiles(const summary::PackageWithFiles& package, JsonWriter& json) {
   json.beginObject().member("key", package.key).member("size", package.size);
   json.name("files").array(package.files).endObject();
 }
 
-void writeComponentWithFiles(const ComponentWithFiles& component, JsonWriter& json) {
+void writeComponentWithFiles(const summary::ComponentWithFiles& component, JsonWriter& json) {
   json.beginObject().member("name", component.name);
   json.name("packages").array(component.packages, writePackageWithFiles).endObject();
 }
 
-void write(const Finding& finding, const LineIndex& lines, JsonWriter& json) {
-  const Position position = lines.positionOf(finding.offset);
+void write(const lint::Finding& finding, const source::LineIndex& lines, JsonWriter& json) {
+  const source::Position position = lines.positionOf(finding.offset);
   json.beginObject()
-      .member("severity", nameOf(finding.severity))
+      .member("severity", lint::nameOf(finding.severity))
       .member("rule", describe(finding.rule).id)
       .member("line", position.line)
       .member("column", position.column)
@@ -93,8 +96,8 @@ void write(const Finding& finding, const LineIndex& lines, JsonWriter& json) {
       .endObject();
 }
 
-void writeFindings(const FileReport& linting, JsonWriter& json) {
-  const LineIndex lines(linting.text);
+void writeFindings(const lint::FileReport& linting, JsonWriter& json) {
+  const source::LineIndex lines(linting.text);
   const std::size_t listed = std::min(linting.findings.size(), kMostFindings);
   json.name("findings").beginArray();
   for (std::size_t place = 0; place != listed; ++place) {
@@ -105,17 +108,17 @@ void writeFindings(const FileReport& linting, JsonWriter& json) {
                                                  linting.findings.size() - listed));
 }
 
-void writeData(const std::u16string& file, const Contents& contents, const FileReport& linting,
-               JsonWriter& json) {
-  Tally tally(contents);
+void writeData(const std::u16string& file, const Contents& contents,
+               const lint::FileReport& linting, JsonWriter& json) {
+  summary::Tally tally(contents);
   json.beginObject().member("version", 1).member("file", file).name("base");
   write(contents.base, json);
   json.name("target");
-  writeTarget(contents.target, contents.targetUpdateLevel, json);
+  summary::writeTarget(contents.target, contents.targetUpdateLevel, json);
   json.member("arch", contents.architecture).name("totals").beginObject();
   writeSums(tally.totalsOfAll(), json);
-  json.member("filesToDelete", countFilesToDelete(contents)).endObject();
-  const DoubtfulSizes doubtful = countDoubtfulSizes(contents, tally.selectAll());
+  json.member("filesToDelete", summary::countFilesToDelete(contents)).endObject();
+  const summary::DoubtfulSizes doubtful = summary::countDoubtfulSizes(contents, tally.selectAll());
   json.member("doubtfulSizes",
               doubtful.areAny() ? std::optional(describe(doubtful)) : std::nullopt);
   json.name("packagesToExtract").array(contents.packagesToExtract, writePackageToExtract);
@@ -132,7 +135,7 @@ void writeData(const std::u16string& file, const Contents& contents, const FileR
 }  // namespace
 
 std::string makeReportData(const std::u16string& file, const Contents& contents,
-                           const FileReport& linting) {
+                           const lint::FileReport& linting) {
   std::ostringstream text;
   // Else memory that is short would end the text early, without a word.
   text.exceptions(std::ios_base::badbit);
@@ -141,4 +144,4 @@ std::string makeReportData(const std::u16string& file, const Contents& contents,
   return text.str();
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

@@ -5,7 +5,7 @@
 #include "lint/Finding.h"
 #include "summary/Contents.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::report {
 
 /// Writes the data of the page as JSON:
 ///
@@ -36,7 +36,7 @@ namespace update_metadata_tool {
 ///
 /// \param file     the document's name, to show
 /// \param linting  the linter's report on the document
-std::string makeReportData(const std::u16string& file, const Contents& contents,
-                           const FileReport& linting);
+std::string makeReportData(const std::u16string& file, const summary::Contents& contents,
+                           const lint::FileReport& linting);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::report

@@ -6,7 +6,7 @@
 
 #include "schema/SchemaText.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::schema {
 namespace {
 
 constexpr const char* kExamples = R"(Example:
@@ -23,14 +23,14 @@ Exit status: 0 written, 1 the output could not be written, 2 wrong usage.)";
 }  // namespace
 
 SchemaCommand::SchemaCommand(CLI::App& app)
-    : Command(app, "schema", "Print the JSON Schema (draft 2020-12) of the document") {
+    : command::Command(app, "schema", "Print the JSON Schema (draft 2020-12) of the document") {
   subcommand().footer(kExamples);
 }
 
-ExitCode SchemaCommand::run(std::ostream& out, std::ostream& /*err*/) const {
+command::ExitCode SchemaCommand::run(std::ostream& out, std::ostream& /*err*/) const {
   out << kSchemaText;
   out.flush();
-  return ExitCode::kDone;
+  return command::ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::schema

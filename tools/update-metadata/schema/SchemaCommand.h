@@ -5,14 +5,14 @@
 #include "command/Command.h"
 #include "command/ExitCode.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::schema {
 
 /// The subcommand `schema`: writes the JSON Schema of the document, for editors and validators.
-class SchemaCommand : public Command {
+class SchemaCommand : public command::Command {
  public:
   explicit SchemaCommand(CLI::App& app);
 
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::schema

@@ -5,12 +5,14 @@
 #include "output/JsonWriter.h"
 #include "summary/SummaryJson.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 namespace {
+
+using output::JsonWriter;
 
 void writeTotals(const Overview& overview, JsonWriter& json) {
   json.beginObject().member("components", overview.totals.components);
-  writeMembers(overview.totals, json);
+  summary::writeMembers(overview.totals, json);
   json.member("filesToDelete", overview.filesToDelete).endObject();
 }
 
@@ -19,13 +21,13 @@ void writeProduct(const NamedTotals& product, JsonWriter& json) {
       .member("name", product.name)
       .member("baseCode", product.baseCode)
       .member("components", product.totals.components);
-  writeMembers(product.totals, json);
+  summary::writeMembers(product.totals, json);
   json.endObject();
 }
 
 void writeComponent(const NamedTotals& component, JsonWriter& json) {
   json.beginObject().member("name", component.name);
-  writeMembers(component.totals, json);
+  summary::writeMembers(component.totals, json);
   json.endObject();
 }
 
@@ -42,12 +44,12 @@ void writePackage(const LargePackage& large, JsonWriter& json) {
 
 }  // namespace
 
-void writeJson(const Contents& contents, const Overview& overview, std::ostream& out) {
+void writeJson(const summary::Contents& contents, const Overview& overview, std::ostream& out) {
   JsonWriter json(out);
   json.beginObject().member("version", 1).name("base");
   write(contents.base, json);
   json.name("target");
-  writeTarget(contents.target, contents.targetUpdateLevel, json);
+  summary::writeTarget(contents.target, contents.targetUpdateLevel, json);
   json.member("arch", contents.architecture).name("totals");
   writeTotals(overview, json);
   json.name("sharedPackages")
@@ -64,4 +66,4 @@ void writeJson(const Contents& contents, const Overview& overview, std::ostream&
   out << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

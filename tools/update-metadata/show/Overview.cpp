@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <tuple>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 namespace {
 
 bool isLarger(const NamedTotals& left, const NamedTotals& right) {
-  const Totals& ours = left.totals;
-  const Totals& others = right.totals;
+  const summary::Totals& ours = left.totals;
+  const summary::Totals& others = right.totals;
   return std::tie(others.bytesToFetch, others.bytesUnpacked, others.bytesDeleted, left.name) <
          std::tie(ours.bytesToFetch, ours.bytesUnpacked, ours.bytesDeleted, right.name);
 }
@@ -43,13 +43,13 @@ void keepLargest(std::vector<Row>& rows, const OverviewOptions& options) {
   sortRows(rows, options.order);
 }
 
-std::vector<LargePackage> listPackages(const Contents& contents) {
+std::vector<LargePackage> listPackages(const summary::Contents& contents) {
   std::vector<LargePackage> packages;
   packages.reserve(contents.packagesToDelete.size() + contents.packagesToExtract.size());
-  for (const Package& package : contents.packagesToDelete) {
+  for (const summary::Package& package : contents.packagesToDelete) {
     packages.push_back({package, true});
   }
-  for (const Package& package : contents.packagesToExtract) {
+  for (const summary::Package& package : contents.packagesToExtract) {
     packages.push_back({package, false});
   }
   return packages;
@@ -75,12 +75,12 @@ class MeetingCounts {
   std::vector<std::size_t> meetings_;
 };
 
-void addProducts(const Contents& contents, Tally& tally, Overview& overview) {
+void addProducts(const summary::Contents& contents, summary::Tally& tally, Overview& overview) {
   MeetingCounts toDelete(contents.packagesToDelete.size());
   MeetingCounts toExtract(contents.packagesToExtract.size());
   for (std::size_t number = 0; number < contents.products.size(); ++number) {
-    const Product& product = contents.products[number];
-    const Selection selection = tally.select({number});
+    const summary::Product& product = contents.products[number];
+    const summary::Selection selection = tally.select({number});
     toDelete.meet(selection.packagesToDelete);
     toExtract.meet(selection.packagesToExtract);
     overview.products.push_back({product.name, product.baseCode, tally.totalsOf(selection)});
@@ -91,15 +91,15 @@ void addProducts(const Contents& contents, Tally& tally, Overview& overview) {
 
 }  // namespace
 
-Overview makeOverview(const Contents& contents, const OverviewOptions& options) {
+Overview makeOverview(const summary::Contents& contents, const OverviewOptions& options) {
   Overview overview;
-  Tally tally(contents);
+  summary::Tally tally(contents);
   overview.totals = tally.totalsOfAll();
-  overview.filesToDelete = countFilesToDelete(contents);
-  for (const ComponentWithFiles& component : contents.componentsWithFiles) {
+  overview.filesToDelete = summary::countFilesToDelete(contents);
+  for (const summary::ComponentWithFiles& component : contents.componentsWithFiles) {
     overview.packagesWithFiles += component.packages.size();
   }
-  overview.doubtfulSizes = countDoubtfulSizes(contents, tally.selectAll());
+  overview.doubtfulSizes = summary::countDoubtfulSizes(contents, tally.selectAll());
   addProducts(contents, tally, overview);
   overview.largestProducts = overview.products;
   keepLargest(overview.largestProducts, options);
@@ -114,4 +114,4 @@ Overview makeOverview(const Contents& contents, const OverviewOptions& options) 
   return overview;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

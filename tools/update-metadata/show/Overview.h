@@ -10,7 +10,7 @@
 #include "summary/DoubtfulSizes.h"
 #include "summary/Totals.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 
 /// What rows are ordered by.
 enum class RowOrder {
@@ -28,18 +28,18 @@ struct OverviewOptions {
 struct NamedTotals {
   std::u16string name;
   std::optional<std::u16string> baseCode;  ///< of a product, as Product::baseCode
-  Totals totals;
+  summary::Totals totals;
 };
 
 /// One of the largest packages.
 struct LargePackage {
-  Package package;
+  summary::Package package;
   bool isDeleted = false;  ///< a package to delete; else one to extract
 };
 
 /// What one document does, on one screen.
 struct Overview {
-  Totals totals;
+  summary::Totals totals;
   std::size_t filesToDelete = 0;
   std::size_t packagesWithFiles = 0;  ///< that lose files or list none
 
@@ -47,7 +47,7 @@ struct Overview {
   std::size_t sharedPackagesToDelete = 0;
   std::size_t sharedPackagesToExtract = 0;
 
-  DoubtfulSizes doubtfulSizes;
+  summary::DoubtfulSizes doubtfulSizes;
   std::vector<NamedTotals> products;  ///< all of them
 
   /// The largest, in the order that was asked for.
@@ -57,6 +57,6 @@ struct Overview {
 };
 
 /// Adds up and orders. Linear in what each product names, and n log n in the rows.
-Overview makeOverview(const Contents& contents, const OverviewOptions& options);
+Overview makeOverview(const summary::Contents& contents, const OverviewOptions& options);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

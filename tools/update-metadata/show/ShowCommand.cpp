@@ -16,7 +16,7 @@
 #include "terminal/ProgressLine.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 namespace {
 
 constexpr const char* kBySize = "size";
@@ -34,9 +34,9 @@ could not be loaded or answered.)";
 }  // namespace
 
 ShowCommand::ShowCommand(CLI::App& app)
-    : Command(app, "show", "Tell what one document does, with totals") {
-  addDocument(subcommand(), "FILE", file_);
-  addProductData(subcommand(), productData_);
+    : command::Command(app, "show", "Tell what one document does, with totals") {
+  command::addDocument(subcommand(), "FILE", file_);
+  command::addProductData(subcommand(), productData_);
   subcommand()
       .add_option("--sort", sort_, "Order rows by 'size', the largest first, or by 'name'")
       ->type_name("ORDER")
@@ -46,33 +46,33 @@ ShowCommand::ShowCommand(CLI::App& app)
       .add_option("--top", top_,
                   "How many of the largest products, components and packages to tell")
       ->type_name("N")
-      ->check(isCountArgument())
+      ->check(command::isCountArgument())
       ->capture_default_str();
-  addFormat(subcommand(), format_);
+  command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
-ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
-  ProgressLine progress(err, errorTerminalColumns());
-  const auto contents =
-      readContents({toUtf16(file_), toOptionalUtf16(productData_)}, err, progress);
+command::ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
+  terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
+  const auto contents = summary::readContents(
+      {output::toUtf16(file_), command::toOptionalUtf16(productData_)}, err, progress);
   if (!contents) {
-    return ExitCode::kTrouble;
+    return command::ExitCode::kTrouble;
   }
   progress.begin("adding up");
   const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
   const Overview overview = makeOverview(*contents, {order, top_});
   progress.clear();
-  if (!noteMissingProductData(productData_, err)) {
-    noteUnknownProducts(productData_, file_, *contents, err);
+  if (!input::noteMissingProductData(productData_, err)) {
+    summary::noteUnknownProducts(productData_, file_, *contents, err);
   }
-  if (format_ == kJsonFormat) {
+  if (format_ == command::kJsonFormat) {
     writeJson(*contents, overview, out);
   } else {
-    writeText(*contents, overview, outputColumns(), out);
+    writeText(*contents, overview, terminal::outputColumns(), out);
   }
   out.flush();
-  return ExitCode::kDone;
+  return command::ExitCode::kDone;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

@@ -8,16 +8,16 @@
 #include "command/Command.h"
 #include "command/ExitCode.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 
 /// The subcommand `show`: tells on one screen what one document does and how large it is.
-class ShowCommand : public Command {
+class ShowCommand : public command::Command {
  public:
   explicit ShowCommand(CLI::App& app);
 
   /// Nothing is written on `out` before everything is known. Failures are told on `err` as by
   /// readContents().
-  ExitCode run(std::ostream& out, std::ostream& err) const override;
+  command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   std::string file_;
@@ -27,4 +27,4 @@ class ShowCommand : public Command {
   std::string format_ = "text";
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

@@ -11,15 +11,19 @@
 #include "summary/SummaryText.h"
 #include "terminal/Table.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::show {
 namespace {
 
-Cell sizeCell(const ByteSum& sum) {
-  return {toShortSize(sum), toPlainNumber(sum)};
+using output::toVisibleName;
+using summary::count;
+using terminal::Table;
+
+terminal::Cell sizeCell(const summary::ByteSum& sum) {
+  return {summary::toShortSize(sum), summary::toPlainNumber(sum)};
 }
 
-Cell sizeCell(std::int64_t bytes) {
-  return {toMarkedSize(bytes), std::to_string(bytes)};
+terminal::Cell sizeCell(std::int64_t bytes) {
+  return {summary::toMarkedSize(bytes), std::to_string(bytes)};
 }
 
 // A table of names with totals.
@@ -27,7 +31,7 @@ Table makeTable(const std::string& heading) {
   return {heading, {"Delete", "Extract", "To fetch", "Unpacked", "Deleted"}};
 }
 
-void addRow(RowName name, const Totals& totals, Table& table) {
+void addRow(terminal::RowName name, const summary::Totals& totals, Table& table) {
   table.addRow(std::move(name), {{std::to_string(totals.packagesToDelete)},
                                  {std::to_string(totals.packagesToExtract)},
                                  sizeCell(totals.bytesToFetch),
@@ -35,12 +39,12 @@ void addRow(RowName name, const Totals& totals, Table& table) {
                                  sizeCell(totals.bytesDeleted)});
 }
 
-Label describeComponents(const Totals& totals) {
+terminal::Label describeComponents(const summary::Totals& totals) {
   return {"", count(totals.components, "component")};
 }
 
-RowName describeProduct(const NamedTotals& product) {
-  Label below = describeComponents(product.totals);
+terminal::RowName describeProduct(const NamedTotals& product) {
+  terminal::Label below = describeComponents(product.totals);
   if (product.baseCode) {
     below = {toVisibleName(*product.baseCode), ", " + below.words};
   }
@@ -70,7 +74,7 @@ void writeProducts(const Overview& overview, std::size_t width, std::ostream& ou
   if (overview.packagesWithFiles != 0) {
     files += ", of " + count(overview.packagesWithFiles, "package");
   }
-  writeLine(files, width, out);
+  summary::writeLine(files, width, out);
 }
 
 void writeLargest(const Overview& overview, std::size_t width, std::ostream& out) {
@@ -86,10 +90,11 @@ void writeLargest(const Overview& overview, std::size_t width, std::ostream& out
     out << '\n';
     Table table("Largest packages", {"Action", "Size", "Unpacked"});
     for (const LargePackage& large : overview.largestPackages) {
-      table.addRow({{toVisibleName(large.package.key)}},
-                   {{large.isDeleted ? "delete" : "extract"},
-                    sizeCell(large.package.size),
-                    large.isDeleted ? Cell() : sizeCell(large.package.uncompressedBytes)});
+      table.addRow(
+          {{toVisibleName(large.package.key)}},
+          {{large.isDeleted ? "delete" : "extract"},
+           sizeCell(large.package.size),
+           large.isDeleted ? terminal::Cell() : sizeCell(large.package.uncompressedBytes)});
     }
     table.write(width, out);
   }
@@ -110,29 +115,30 @@ std::string describeShared(const Overview& overview) {
 
 bool isOneMarked(const Overview& overview) {
   return std::any_of(overview.largestPackages.begin(), overview.largestPackages.end(),
-                     [](const LargePackage& large) { return isDoubtful(large.package); });
+                     [](const LargePackage& large) { return summary::isDoubtful(large.package); });
 }
 
 // Says what the reader of the tables cannot see from them.
 void writeNotes(const Overview& overview, std::size_t width, std::ostream& out) {
   const std::string shared = describeShared(overview);
   if (!shared.empty()) {
-    writeNote("Several products name " + shared + ": in all, each counts once.", width, out);
+    summary::writeNote("Several products name " + shared + ": in all, each counts once.", width,
+                       out);
   }
   if (overview.doubtfulSizes.areAny()) {
     const std::string doubts = describe(overview.doubtfulSizes, isOneMarked(overview));
-    writeNote("In this document, " + doubts, width, out);
+    summary::writeNote("In this document, " + doubts, width, out);
   }
 }
 
 }  // namespace
 
-void writeText(const Contents& contents, const Overview& overview, std::size_t width,
+void writeText(const summary::Contents& contents, const Overview& overview, std::size_t width,
                std::ostream& out) {
-  writeReleases(contents, width, out);
+  summary::writeReleases(contents, width, out);
   writeProducts(overview, width, out);
   writeLargest(overview, width, out);
   writeNotes(overview, width, out);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::show

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 
 LineIndex::LineIndex(std::string_view text) : text_(text), lineBegins_{0} {
   for (std::size_t feed = text.find('\n'); feed != std::string_view::npos;
@@ -23,4 +23,4 @@ std::string_view LineIndex::lineText(std::size_t line) const {
   return text_.substr(begin, end - begin);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 
 /// A place in a text as people and the library count: only line feeds end a line.
 struct Position {
@@ -30,4 +30,4 @@ class LineIndex {
   std::vector<std::size_t> lineBegins_;  ///< offset of the first byte of each line
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

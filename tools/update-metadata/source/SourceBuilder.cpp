@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 
 void SourceBuilder::breakOff(std::size_t offset) {
   // Only what is read again begins before what stands in front of it.
@@ -24,4 +24,4 @@ void SourceBuilder::breakOff(std::size_t offset) {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

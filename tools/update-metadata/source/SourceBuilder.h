@@ -9,7 +9,7 @@
 
 #include "source/SourceTree.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 
 /// What the text reader tells of a text, as nodes in the order of the text: its sink.
 class SourceBuilder {
@@ -107,4 +107,4 @@ class SourceBuilder {
   std::string_view lastString_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

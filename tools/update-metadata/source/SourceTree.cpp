@@ -13,7 +13,7 @@
 #include "json/scan/Whitespace.h"
 #include "source/SourceBuilder.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 namespace {
 
 namespace json = foundation::json;
@@ -125,4 +125,4 @@ std::u16string readAsText(std::string_view bytes) {
   return fl::i18n::to_ustring(bytes);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::source {
 
 enum class SourceKind : std::uint8_t {
   kNull,
@@ -105,4 +105,4 @@ std::size_t skipSpace(std::string_view text, std::size_t offset, bool andComment
 /// part replaced by U+FFFD.
 std::u16string readAsText(std::string_view bytes);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::source

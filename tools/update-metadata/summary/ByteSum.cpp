@@ -2,7 +2,7 @@
 
 #include <limits>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 ByteSum& ByteSum::operator+=(const ByteSum& other) {
   const std::uint64_t low = low_ + other.low_;
@@ -50,4 +50,4 @@ ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole) {
   return share;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

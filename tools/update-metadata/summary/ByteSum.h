@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// An exact sum of byte counts.
 ///
@@ -56,4 +56,4 @@ inline ByteSum operator-(ByteSum left, const ByteSum& right) {
   return left -= right;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -8,7 +8,7 @@
 
 #include "summary/Release.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// A package to delete or to extract, as the library's answers keep it.
 struct Package {
@@ -96,4 +96,4 @@ struct Contents {
 /// \pre `package` is one of `component`
 std::u16string packageName(const Component& component, const Package& package);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

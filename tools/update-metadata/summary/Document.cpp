@@ -13,11 +13,12 @@
 #include "summary/GatherModel.h"
 #include "summary/SummaryHandler.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using install::update_metadata_parser::UpdateMetaDataJsonParser;
+using terminal::ProgressLine;
 
 // What takes the library a noticeable time to parse, in which it says nothing.
 constexpr std::size_t kLongText = std::size_t{32} << 20U;
@@ -34,9 +35,11 @@ class SummaryParser : public UpdateMetaDataJsonParser {
 
   std::string readFile(const std::u16string& path) override {
     progress_.begin("reading the document");
-    std::string text = text_ ? std::move(*text_) : readDocument(toUtf8(path), progress_);
+    std::string text =
+        text_ ? std::move(*text_) : input::readDocument(output::toUtf8(path), progress_);
     if (text.size() > kLongText) {
-      progress_.beginSilent("parsing " + toShortSize(static_cast<std::int64_t>(text.size())));
+      progress_.beginSilent("parsing " +
+                            output::toShortSize(static_cast<std::int64_t>(text.size())));
     }
     return text;
   }
@@ -91,14 +94,15 @@ bool askDocument(const DocumentSource& source, const std::function<void(const Do
     document.emplace(source, progress);
   } catch (const std::exception& failure) {
     progress.clear();
-    reportUnloaded(failure, source.file, err);
+    command::reportUnloaded(failure, source.file, err);
     return false;
   }
   try {
     ask(*document);
   } catch (const std::exception& failure) {
     progress.clear();
-    reportUnanswered(failure, source.file, source.productData.value_or(std::u16string()), err);
+    command::reportUnanswered(failure, source.file, source.productData.value_or(std::u16string()),
+                              err);
     return false;
   }
   return true;
@@ -113,4 +117,4 @@ std::optional<Contents> readContents(const DocumentSource& source, std::ostream&
   return contents;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -9,7 +9,7 @@
 #include "summary/Contents.h"
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 class SummaryHandler;
 
@@ -27,7 +27,8 @@ class Document {
  public:
   /// Loads the document. What the library throws passes through. `progress` is told how that goes,
   /// and how the questions go; it has to outlive the document.
-  explicit Document(DocumentSource source, ProgressLine& progress = noProgress());
+  explicit Document(DocumentSource source,
+                    terminal::ProgressLine& progress = terminal::noProgress());
 
   /// What it was loaded from, without the text.
   const DocumentSource& source() const { return source_; }
@@ -46,7 +47,7 @@ class Document {
 
  private:
   DocumentSource source_;
-  ProgressLine& progress_;
+  terminal::ProgressLine& progress_;
   std::shared_ptr<SummaryHandler> handler_;
 };
 
@@ -57,11 +58,11 @@ class Document {
 /// do.
 /// `progress` is told how it goes, and makes room for the complaint.
 bool askDocument(const DocumentSource& source, const std::function<void(const Document&)>& ask,
-                 std::ostream& err, ProgressLine& progress = noProgress());
+                 std::ostream& err, terminal::ProgressLine& progress = terminal::noProgress());
 
 /// Loads a document and gathers its contents; nothing, after a complaint on `err` as above, if that
 /// failed.
 std::optional<Contents> readContents(const DocumentSource& source, std::ostream& err,
-                                     ProgressLine& progress = noProgress());
+                                     terminal::ProgressLine& progress = terminal::noProgress());
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -3,7 +3,7 @@
 #include <limits>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 // What the library takes a size for that does not fit.
@@ -58,4 +58,4 @@ std::string describe(const DoubtfulSizes& sizes, bool areMarked) {
   return text + ". Sums take sizes as they stand.";
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

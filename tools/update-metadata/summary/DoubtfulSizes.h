@@ -7,7 +7,7 @@
 #include "summary/Contents.h"
 #include "summary/Totals.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// Tells whether a size is none that a package can have: below zero, or the number that stands for
 /// one that does not fit into 64 bits.
@@ -39,4 +39,4 @@ constexpr const char* kDoubtMark = "! ";
 /// \pre sizes.areAny()
 std::string describe(const DoubtfulSizes& sizes, bool areMarked = true);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

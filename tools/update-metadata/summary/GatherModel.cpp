@@ -18,7 +18,7 @@
 #include "mf/zero/fields/PrimitiveSequence.h"
 #include "mf/zero/text/Name.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 using install::datamodels::product_update::ComponentDataWithFilesToDelete;
@@ -169,7 +169,8 @@ class SideGatherer {
   LastMeetings lastComponents_;  // of packages
 };
 
-void gatherProducts(const ProductUpdateMetaData& root, Contents& contents, ProgressLine& progress) {
+void gatherProducts(const ProductUpdateMetaData& root, Contents& contents,
+                    terminal::ProgressLine& progress) {
   ComponentTable components(contents.components);
   SideGatherer toDelete(kDelete, components, contents);
   SideGatherer toExtract(kExtract, components, contents);
@@ -196,7 +197,7 @@ std::vector<std::u16string> gatherFiles(const PkgDataWithFilesToDelete::Impl& pa
 }
 
 void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& contents,
-                               ProgressLine& progress) {
+                               terminal::ProgressLine& progress) {
   std::unordered_map<const mf::zero::InternedString*, std::size_t> numbers;
   std::set<std::u16string> keys;
   const OwnedCollection<ComponentDataWithFilesToDelete>& components =
@@ -223,9 +224,10 @@ void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& cont
 
 }  // namespace
 
-void gatherModel(const ProductUpdateMetaData& root, Contents& contents, ProgressLine& progress) {
+void gatherModel(const ProductUpdateMetaData& root, Contents& contents,
+                 terminal::ProgressLine& progress) {
   gatherProducts(root, contents, progress);
   gatherComponentsWithFiles(root, contents, progress);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -4,7 +4,7 @@
 #include "summary/Contents.h"
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// Fills the products, the components and all packages of `contents`, which holds none yet, from
 /// the library's model. Base codes stay unset.
@@ -12,6 +12,6 @@ namespace update_metadata_tool {
 /// Walks the model front to back. A component is read where it is first mentioned: the elements
 /// that later products have for it hold the same packages. `progress` is told that it goes on.
 void gatherModel(const install::datamodels::product_update::ProductUpdateMetaData& root,
-                 Contents& contents, ProgressLine& progress);
+                 Contents& contents, terminal::ProgressLine& progress);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

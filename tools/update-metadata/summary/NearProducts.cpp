@@ -7,7 +7,7 @@
 #include "output/EditDistance.h"
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 constexpr std::size_t kMostSuggestions = 5;
@@ -17,20 +17,21 @@ constexpr std::size_t kMostUnits = 60;
 
 std::u16string_view beginningOf(std::u16string_view text) {
   const std::u16string_view beginning = text.substr(0, kMostUnits);
-  const bool isCharacterParted = !isUtf16(beginning) && isUtf16(text.substr(0, kMostUnits + 1));
+  const bool isCharacterParted =
+      !output::isUtf16(beginning) && output::isUtf16(text.substr(0, kMostUnits + 1));
   return isCharacterParted ? text.substr(0, kMostUnits + 1) : beginning;
 }
 
 // How far the beginnings of two texts are from each other.
 std::size_t distanceOf(std::u16string_view left, std::u16string_view right) {
-  return editDistance(beginningOf(left), beginningOf(right));
+  return output::editDistance(beginningOf(left), beginningOf(right));
 }
 
 }  // namespace
 
 std::string shorten(std::u16string_view text) {
   const std::u16string_view beginning = beginningOf(text);
-  return toVisible(beginning) + (beginning.size() == text.size() ? "" : "...");
+  return output::toVisible(beginning) + (beginning.size() == text.size() ? "" : "...");
 }
 
 std::string listNearProducts(std::vector<const Product*> products, const std::u16string& asked) {
@@ -51,4 +52,4 @@ std::string listNearProducts(std::vector<const Product*> products, const std::u1
   return list;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

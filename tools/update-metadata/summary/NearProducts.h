@@ -6,7 +6,7 @@
 
 #include "summary/Contents.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// A name or a base code to show, cut to about sixty characters.
 std::string shorten(std::u16string_view text);
@@ -17,4 +17,4 @@ std::string shorten(std::u16string_view text);
 /// \pre each has a base code
 std::string listNearProducts(std::vector<const Product*> products, const std::u16string& asked);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

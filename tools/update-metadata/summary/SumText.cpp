@@ -6,7 +6,7 @@
 
 #include "output/ReadableSize.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 // Tells a sum with `tell`, or the bound that it passes with what stands before it.
@@ -26,12 +26,12 @@ std::string toPlainNumber(const ByteSum& sum) {
 }
 
 std::string toShortSize(const ByteSum& sum) {
-  return tellOrBound(sum, ">", "<", [](std::int64_t bytes) { return toShortSize(bytes); });
+  return tellOrBound(sum, ">", "<", [](std::int64_t bytes) { return output::toShortSize(bytes); });
 }
 
 std::string toReadableSize(const ByteSum& sum) {
   return tellOrBound(sum, "more than ", "less than ",
-                     [](std::int64_t bytes) { return toReadableSize(bytes); });
+                     [](std::int64_t bytes) { return output::toReadableSize(bytes); });
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

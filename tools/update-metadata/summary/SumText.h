@@ -4,7 +4,7 @@
 
 #include "summary/ByteSum.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// Tells a sum in bytes, as a number alone: "1536". One that does not fit into 64 bits is told by
 /// the bound that it passes: ">9223372036854775807" or "<-9223372036854775808".
@@ -17,4 +17,4 @@ std::string toShortSize(const ByteSum& sum);
 /// (8.0 EiB)" if it does not fit.
 std::string toReadableSize(const ByteSum& sum);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -8,14 +8,14 @@
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// A handler that also keeps the architecture where it can be read, and tells what the reader has
 /// come to.
 class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHandler {
  public:
   /// `progress` has to outlive it.
-  explicit SummaryHandler(ProgressLine& progress) : progress_(progress) {}
+  explicit SummaryHandler(terminal::ProgressLine& progress) : progress_(progress) {}
 
   void setMetaDataArch(const std::u16string& arch) const override {
     UpdateMetaDataHandler::setMetaDataArch(arch);
@@ -45,7 +45,7 @@ class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHan
   // Setters are const: what a handler fills is not itself.
   mutable std::u16string architecture_;
   mutable std::size_t products_ = 0;  ///< taken over so far
-  ProgressLine& progress_;
+  terminal::ProgressLine& progress_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -1,6 +1,8 @@
 #include "summary/SummaryJson.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
+
+using output::JsonWriter;
 
 void write(const Release& release, JsonWriter& json) {
   json.beginObject()
@@ -32,4 +34,4 @@ void writeMembers(const Totals& totals, JsonWriter& json) {
       .member("bytesDeleted", totals.bytesDeleted.value());
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

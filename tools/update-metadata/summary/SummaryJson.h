@@ -5,19 +5,19 @@
 #include "summary/Release.h"
 #include "summary/Totals.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// {"family", "version"}
-void write(const Release& release, JsonWriter& json);
+void write(const Release& release, output::JsonWriter& json);
 
 /// The same for a target release, with "updateLevel" at its end.
-void writeTarget(const Release& release, int updateLevel, JsonWriter& json);
+void writeTarget(const Release& release, int updateLevel, output::JsonWriter& json);
 
 /// {"negative", "truncated"}
-void write(const DoubtfulSizes& sizes, JsonWriter& json);
+void write(const DoubtfulSizes& sizes, output::JsonWriter& json);
 
 /// The members "packagesToDelete", "packagesToExtract", "bytesToFetch", "bytesUnpacked" and
 /// "bytesDeleted". A number of bytes that does not fit into 64 bits is null.
-void writeMembers(const Totals& totals, JsonWriter& json);
+void writeMembers(const Totals& totals, output::JsonWriter& json);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -8,8 +8,11 @@
 #include "summary/DoubtfulSizes.h"
 #include "terminal/FlowingLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
+
+using output::toVisibleName;
+using terminal::FlowingLine;
 
 void addRelease(const Release& release, FlowingLine& line) {
   if (release.family.empty() && release.version.empty()) {
@@ -34,7 +37,7 @@ std::string describeProduct(const std::u16string& name,
 }
 
 std::string toMarkedSize(std::int64_t bytes) {
-  return (isDoubtful(bytes) ? kDoubtMark : "") + toShortSize(bytes);
+  return (isDoubtful(bytes) ? kDoubtMark : "") + output::toShortSize(bytes);
 }
 
 void writeReleases(const Contents& contents, std::size_t width, std::ostream& out) {
@@ -69,4 +72,4 @@ void writeNote(const std::string& words, std::size_t width, std::ostream& out) {
   out << '\n' << beginNote(words, width) << '\n';
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

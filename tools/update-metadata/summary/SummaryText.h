@@ -9,7 +9,7 @@
 #include "summary/Contents.h"
 #include "terminal/FlowingLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// "1 package", "2 packages".
 std::string count(std::size_t number, const std::string& thing);
@@ -27,10 +27,10 @@ void writeReleases(const Contents& contents, std::size_t width, std::ostream& ou
 
 /// A line of at most `width` columns whose words begin with blanks or none. Further lines are
 /// indented by four blanks more.
-FlowingLine beginLine(const std::string& words, std::size_t width);
+terminal::FlowingLine beginLine(const std::string& words, std::size_t width);
 
 /// A note in lines of at most `width` columns.
-FlowingLine beginNote(const std::string& words, std::size_t width);
+terminal::FlowingLine beginNote(const std::string& words, std::size_t width);
 
 /// Writes a line as above that holds no names.
 void writeLine(const std::string& words, std::size_t width, std::ostream& out);
@@ -38,4 +38,4 @@ void writeLine(const std::string& words, std::size_t width, std::ostream& out);
 /// Writes an empty line and a note as above that holds no names.
 void writeNote(const std::string& words, std::size_t width, std::ostream& out);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

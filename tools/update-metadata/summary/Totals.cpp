@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 namespace {
 
 using Numbers = std::vector<std::size_t>;
@@ -100,4 +100,4 @@ std::size_t countFilesToDelete(const Contents& contents) {
   return count;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

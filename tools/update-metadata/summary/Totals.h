@@ -6,7 +6,7 @@
 #include "summary/ByteSum.h"
 #include "summary/Contents.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// Which components and packages some products name, each once, as numbers of the lists of Contents
 /// in ascending order.
@@ -70,4 +70,4 @@ class Tally {
 /// The number of files to delete: the distinct paths of each package, added up.
 std::size_t countFilesToDelete(const Contents& contents);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -6,7 +6,7 @@
 
 #include "output/Text.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 void noteUnknownProducts(const std::optional<std::string>& location, const std::string& file,
                          const Contents& contents, std::ostream& err) {
@@ -17,13 +17,13 @@ void noteUnknownProducts(const std::optional<std::string>& location, const std::
   if (!location || products == 0 || isAnyKnown) {
     return;
   }
-  err << "update-metadata: note: the product data '" << toVisible(*location) << "' ";
+  err << "update-metadata: note: the product data '" << output::toVisible(*location) << "' ";
   if (products == 1) {
     err << "do not know the only product";
   } else {
     err << "know none of the " << products << " products";
   }
-  err << " of '" << toVisible(file) << "'; check --product-data\n";
+  err << " of '" << output::toVisible(file) << "'; check --product-data\n";
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

@@ -6,7 +6,7 @@
 
 #include "summary/Contents.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::summary {
 
 /// Writes a note if the product data know none of the products of a document that has some.
 ///
@@ -16,4 +16,4 @@ namespace update_metadata_tool {
 void noteUnknownProducts(const std::optional<std::string>& location, const std::string& file,
                          const Contents& contents, std::ostream& err);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::summary

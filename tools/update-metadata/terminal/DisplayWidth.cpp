@@ -7,10 +7,10 @@
 #include "output/CharacterRange.h"
 #include "terminal/WideCharacters.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
-constexpr CharacterRange kWithoutWidth[] = {
+constexpr output::CharacterRange kWithoutWidth[] = {
     {0x0300, 0x036F},    // combining diacritical marks
     {0x0483, 0x0489},    // Cyrillic marks
     {0x0591, 0x05BD},    // Hebrew points and accents
@@ -47,10 +47,10 @@ std::size_t displayWidth(char32_t character) {
   if (character < 0x300) {
     return 1;
   }
-  if (isIn(kWithoutWidth, character)) {
+  if (output::isIn(kWithoutWidth, character)) {
     return 0;
   }
-  return isIn(kWideCharacters, character) ? 2 : 1;
+  return output::isIn(kWideCharacters, character) ? 2 : 1;
 }
 
 std::size_t displayWidth(std::string_view text) {
@@ -114,4 +114,4 @@ std::string padLeft(std::string_view text, std::size_t width) {
   return std::string(own < width ? width - own : 0, ' ').append(text);
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 
 /// The number of columns that a terminal needs for a character that is no control character.
 ///
@@ -35,4 +35,4 @@ std::string cutInTheMiddle(std::string_view text, std::size_t width);
 std::string padRight(std::string_view text, std::size_t width);
 std::string padLeft(std::string_view text, std::size_t width);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -4,7 +4,7 @@
 
 #include "terminal/DisplayWidth.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 std::string_view firstWord(std::string_view text) {
@@ -104,4 +104,4 @@ void FlowingLine::append(std::string_view text) {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 
 /// A line for people that goes on in further lines where it has no room.
 ///
@@ -50,4 +50,4 @@ class FlowingLine {
   std::size_t blanks_ = 0;  ///< that come before what is added next
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

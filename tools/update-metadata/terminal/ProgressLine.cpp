@@ -6,7 +6,7 @@
 
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 constexpr std::chrono::milliseconds kPatience(1000);
@@ -88,4 +88,4 @@ void beginOutput(ProgressLine& progress) {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 
 /// Tells somebody who waits what is being done, in one line of a terminal that is written anew.
 ///
@@ -65,4 +65,4 @@ ProgressLine& noProgress();
 /// is a terminal, they show themselves, and the line makes room for them.
 void beginOutput(ProgressLine& progress);
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -8,7 +8,7 @@
 #include "terminal/DisplayWidth.h"
 #include "terminal/FlowingLine.h"
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 constexpr const char* kGap = "  ";
@@ -152,4 +152,4 @@ void Table::writeOneBelowTheOther(std::size_t width, std::ostream& out) const {
   }
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 
 /// A name, which is cut in the middle where there is no room for it, and words behind it, which
 /// never are. Both are UTF-8 that may go to a terminal; either may be empty.
@@ -65,4 +65,4 @@ class Table {
   std::vector<Row> rows_;
 };
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

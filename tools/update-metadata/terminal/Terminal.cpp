@@ -9,7 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 namespace {
 
 constexpr std::size_t kUsualColumns = 80;
@@ -68,4 +68,4 @@ std::optional<std::size_t> errorTerminalColumns() {
   return isCleverTerminal(STDERR_FILENO) ? std::optional(columnsOf(STDERR_FILENO)) : std::nullopt;
 }
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal

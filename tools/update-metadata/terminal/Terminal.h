@@ -4,7 +4,7 @@
 #include <limits>
 #include <optional>
 
-namespace update_metadata_tool {
+namespace update_metadata_tool::terminal {
 
 /// Tells whether standard output is a terminal that shows colours, and the user has not declined
 /// them by setting NO_COLOR to anything but the empty text.
@@ -32,4 +32,4 @@ std::size_t outputColumns();
 /// COLUMNS is not asked: a line that is wider than the terminal goes on in rows that stay.
 std::optional<std::size_t> errorTerminalColumns();
 
-}  // namespace update_metadata_tool
+}  // namespace update_metadata_tool::terminal
