@@ -4,6 +4,7 @@
 #include "install/datamodels/product_update/ComponentDataWithFilesToDelete.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "mf/zero/elements/Uuid.h"
+#include "mf/zero/fields/RowStore.h"
 
 namespace install::update_metadata_parser {
 namespace {
@@ -15,32 +16,78 @@ using datamodels::product_update::PkgDeltaData;
 using datamodels::product_update::ProductDeltaData;
 using mf::zero::Model;
 using mf::zero::OwnedCollection;
+using mf::zero::RowStore;
 using mf::zero::Uuid;
 
-// Appends a component to `components` for each name, once `setPkgs` has given it its packages.
-template <class SetPkgs>
-void appendComponents(const Model& model, OwnedCollection<ComponentDeltaData>& components,
-                      const std::vector<std::u16string>& names, SetPkgs setPkgs) {
+// What differs between packages to delete and packages to extract.
+struct Delete {
+  using Table = UpdateMetaDataHandler::PkgsToDelete;
+
+  static OwnedCollection<ComponentDeltaData>& components(const ProductDeltaData& product) {
+    return product->getCompsToDeleteMutable();
+  }
+  static OwnedCollection<PkgDeltaData>& pkgs(const ComponentDeltaData& component) {
+    return component->getPkgsToDeleteMutable();
+  }
+  static RowStore::NewRow newRow(const std::pair<const std::u16string, std::int64_t>& pkg) {
+    return {pkg.first, pkg.second, 0};
+  }
+  static PkgDeltaData create(const UpdateMetaDataHandler& handler,
+                             const std::pair<const std::u16string, std::int64_t>& pkg) {
+    return handler.initializePkgDataForDelete(pkg.first, pkg.second);
+  }
+};
+
+struct Extract {
+  using Table = UpdateMetaDataHandler::PkgsToExtract;
+
+  static OwnedCollection<ComponentDeltaData>& components(const ProductDeltaData& product) {
+    return product->getCompsToExtractMutable();
+  }
+  static OwnedCollection<PkgDeltaData>& pkgs(const ComponentDeltaData& component) {
+    return component->getPkgsToExtractMutable();
+  }
+  static RowStore::NewRow newRow(const UpdatePkgData& pkg) {
+    return {pkg.name, pkg.size, pkg.uncompressedBytes};
+  }
+  static PkgDeltaData create(const UpdateMetaDataHandler& handler, const UpdatePkgData& pkg) {
+    return handler.initializePkgDataForExtract(pkg);
+  }
+};
+
+// Gives a component the packages that `table` has for it: as rows, which other components share,
+// unless it has packages already. Elements also refuse a component of another model.
+template <class Side>
+void setPkgs(const UpdateMetaDataHandler& handler, const Model& model,
+             const ComponentDeltaData& component, const std::u16string& componentName,
+             const typename Side::Table& table, std::uint64_t round) {
+  const auto found = table.find(componentName);
+  if (found == table.end() || found->second.empty()) {
+    return;
+  }
+  OwnedCollection<PkgDeltaData>& pkgs = Side::pkgs(component);
+  if (pkgs.empty() && &component->model() == &model.impl()) {
+    RowStore::of(model).fill(pkgs, component->name(), round, found->second, Side::newRow);
+    return;
+  }
+  for (const auto& entry : found->second) {
+    pkgs.append(Side::create(handler, entry));
+  }
+}
+
+// Appends a component with its packages to `product` for each name.
+template <class Side>
+void setComps(const UpdateMetaDataHandler& handler, const Model& model,
+              const ProductDeltaData& product, const std::vector<std::u16string>& names,
+              const typename Side::Table& table) {
+  OwnedCollection<ComponentDeltaData>& components = Side::components(product);
+  const std::uint64_t round = RowStore::of(model).beginRound();
   components.reserve(components.size() + names.size());
   for (const std::u16string& name : names) {
     const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
     component->setName(name);
-    setPkgs(name, component);
+    setPkgs<Side>(handler, model, component, name, table, round);
     components.append(component);
-  }
-}
-
-// Appends to `pkgs` what `makePkg` makes of each entry that `table` holds for a component.
-template <class Table, class MakePkg>
-void appendPkgs(OwnedCollection<PkgDeltaData>& pkgs, const Table& table,
-                const std::u16string& componentName, MakePkg makePkg) {
-  const auto found = table.find(componentName);
-  if (found == table.end()) {
-    return;
-  }
-  pkgs.reserve(pkgs.size() + found->second.size());
-  for (const auto& entry : found->second) {
-    pkgs.append(makePkg(entry));
   }
 }
 
@@ -68,35 +115,27 @@ void UpdateMetaDataHandler::setProductDeltaData(const std::u16string& name,
 void UpdateMetaDataHandler::setCompsToDelete(const ProductDeltaData& product,
                                              const std::vector<std::u16string>& names,
                                              const PkgsToDelete& pkgsToDelete) const {
-  appendComponents(model, product->getCompsToDeleteMutable(), names,
-                   [&](const std::u16string& name, const ComponentDeltaData& component) {
-                     setPkgsToDelete(name, component, pkgsToDelete);
-                   });
+  setComps<Delete>(*this, model, product, names, pkgsToDelete);
 }
 
 void UpdateMetaDataHandler::setCompsToExtract(const ProductDeltaData& product,
                                               const std::vector<std::u16string>& names,
                                               const PkgsToExtract& pkgsToExtract) const {
-  appendComponents(model, product->getCompsToExtractMutable(), names,
-                   [&](const std::u16string& name, const ComponentDeltaData& component) {
-                     setPkgsToExtract(name, component, pkgsToExtract);
-                   });
+  setComps<Extract>(*this, model, product, names, pkgsToExtract);
 }
 
 void UpdateMetaDataHandler::setPkgsToDelete(const std::u16string& componentName,
                                             const ComponentDeltaData& component,
                                             const PkgsToDelete& pkgsToDelete) const {
-  appendPkgs(component->getPkgsToDeleteMutable(), pkgsToDelete, componentName,
-             [&](const std::pair<const std::u16string, std::int64_t>& pkg) {
-               return initializePkgDataForDelete(pkg.first, pkg.second);
-             });
+  setPkgs<Delete>(*this, model, component, componentName, pkgsToDelete,
+                  RowStore::of(model).beginRound());
 }
 
 void UpdateMetaDataHandler::setPkgsToExtract(const std::u16string& componentName,
                                              const ComponentDeltaData& component,
                                              const PkgsToExtract& pkgsToExtract) const {
-  appendPkgs(component->getPkgsToExtractMutable(), pkgsToExtract, componentName,
-             [&](const UpdatePkgData& pkg) { return initializePkgDataForExtract(pkg); });
+  setPkgs<Extract>(*this, model, component, componentName, pkgsToExtract,
+                   RowStore::of(model).beginRound());
 }
 
 PkgDeltaData UpdateMetaDataHandler::initializePkgDataForDelete(const std::u16string& name,

@@ -1,10 +1,10 @@
-// The six queries of UpdateMetaDataHandler. They walk the model front to back, in place, order
-// components by name and build each result mostly by putting what comes next in front.
+// The six queries of UpdateMetaDataHandler. They walk the model front to back, in place, and build
+// each answer from the ordered stream of its keys.
 
 #include <algorithm>
 #include <utility>
 
-#include "handler/KeyedPackages.h"
+#include "handler/OrderedKeys.h"
 #include "install/datamodels/product_update/ComponentDataWithFilesToDelete.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 
@@ -34,7 +34,7 @@ constexpr Side kDelete = {&ProductDeltaData::Impl::getCompsToDelete,
 constexpr Side kExtract = {&ProductDeltaData::Impl::getCompsToExtract,
                            &ComponentDeltaData::Impl::getPkgsToExtract};
 
-void addComponents(KeyedPackages<PkgDeltaData>& packages, const ProductDeltaData::Impl& product,
+void addComponents(OrderedKeys<PkgDeltaData>& packages, const ProductDeltaData::Impl& product,
                    const Side& side) {
   const OwnedCollection<ComponentDeltaData>& components = (product.*side.components)();
   for (std::size_t i = 0; i < components.size(); ++i) {
@@ -43,10 +43,19 @@ void addComponents(KeyedPackages<PkgDeltaData>& packages, const ProductDeltaData
   }
 }
 
-void addKeys(KeySet& keys, KeyedPackages<PkgDeltaData>& packages) {
-  packages.forEachReversed([&keys](std::u16string key, const PkgDeltaData::Impl&) {
+void addKeys(KeySet& keys, OrderedKeys<PkgDeltaData>& packages) {
+  packages.forEachDescending([&keys](std::u16string key, const auto&, std::size_t) {
     keys.emplace_hint(keys.begin(), std::move(key));
   });
+}
+
+// A package's sizes, of a row or an element.
+SizePair sizesAt(const OwnedCollection<PkgDeltaData>& pkgs, std::size_t index) {
+  if (const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(pkgs)) {
+    return {(*rows)[index].size, (*rows)[index].uncompressedBytes};
+  }
+  const PkgDeltaData::Impl& pkg = pkgs.readAt(index);
+  return {pkg.getSize(), pkg.getUncompressedBytes()};
 }
 
 // The packages of all products whose name is the one that the catalogue gives for a base code.
@@ -61,7 +70,7 @@ KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaD
     const ProductDeltaData product = products[i];
     const std::u16string name = product->getName();
     if (name == handler.getProductName(productBaseCode, productDataLocation)) {
-      KeyedPackages<PkgDeltaData> packages;
+      OrderedKeys<PkgDeltaData> packages;
       addComponents(packages, *product.operator->(), side);
       addKeys(keys, packages);
     }
@@ -76,10 +85,11 @@ std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
                                                const std::u16string& productDataLocation) {
   std::map<std::u16string, KeySet> keysByCode;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
+  OrderedKeys<PkgDeltaData> packages;
   for (std::size_t i = 0; i < products.size(); ++i) {
     const ProductDeltaData product = products[i];
     const std::u16string name = product->getName();
-    KeyedPackages<PkgDeltaData> packages;
+    packages.clear();
     addComponents(packages, *product.operator->(), side);
     if (packages.empty()) {
       continue;
@@ -134,7 +144,7 @@ std::set<std::u16string> UpdateMetaDataHandler::getComponentsToDelete(
 
 std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>>
 UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
-  KeyedPackages<PkgDataWithFilesToDelete> packages;
+  OrderedKeys<PkgDataWithFilesToDelete> packages;
   const OwnedCollection<ComponentDataWithFilesToDelete>& components =
       root->getCompsWithFilesToDelete();
   for (std::size_t i = 0; i < components.size(); ++i) {
@@ -142,27 +152,24 @@ UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
     packages.addComponent(component.name(), component.getPkgsWithFilesToDelete());
   }
   std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesByKey;
-  packages.forEachInReversedModelOrder([&](std::u16string key,
-                                           const PkgDataWithFilesToDelete::Impl& pkg) {
-    // Of packages with one key the first in model order comes last, and stays.
-    const auto place = filesByKey.emplace_hint(filesByKey.begin(), std::move(key), FilesAndSize());
-    place->second = FilesAndSize(fileSet(pkg.getFilesToDelete()), pkg.getSize());
+  packages.forEachDescending([&](std::u16string key, const auto& pkgs, std::size_t index) {
+    const PkgDataWithFilesToDelete::Impl& pkg = pkgs.readAt(index);
+    filesByKey.emplace_hint(filesByKey.begin(), std::move(key),
+                            FilesAndSize(fileSet(pkg.getFilesToDelete()), pkg.getSize()));
   });
   return filesByKey;
 }
 
 std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>
 UpdateMetaDataHandler::getUpdateSizeForComponentsToExtract() const {
-  KeyedPackages<PkgDeltaData> packages;
+  OrderedKeys<PkgDeltaData> packages;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
   for (std::size_t i = 0; i < products.size(); ++i) {
     addComponents(packages, products.readAt(i), kExtract);
   }
   std::map<std::u16string, std::pair<std::int64_t, std::int64_t>> sizesByKey;
-  packages.forEachInReversedModelOrder([&](std::u16string key, const PkgDeltaData::Impl& pkg) {
-    // As above.
-    const auto place = sizesByKey.emplace_hint(sizesByKey.begin(), std::move(key), SizePair());
-    place->second = SizePair(pkg.getSize(), pkg.getUncompressedBytes());
+  packages.forEachDescending([&](std::u16string key, const auto& pkgs, std::size_t index) {
+    sizesByKey.emplace_hint(sizesByKey.begin(), std::move(key), sizesAt(pkgs, index));
   });
   return sizesByKey;
 }

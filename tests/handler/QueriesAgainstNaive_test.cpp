@@ -244,6 +244,7 @@ void fillThroughHandler(const UpdateMetaDataHandler& handler, Content& content) 
 // --- the comparison
 
 void compareAll(CatalogueHandler& handler, const Content& content) {
+  handler.lookUps.clear();
   CatalogueHandler expected;
   expected.namesByCode = handler.namesByCode;
   expected.codesByName = handler.codesByName;
@@ -266,6 +267,38 @@ void compareAll(CatalogueHandler& handler, const Content& content) {
   EXPECT_EQ(handler.getComponentsWithFilesToDelete(), expectedFiles(content));
 }
 
+// Changes one package's name and sizes, in the model and in the content. Nothing but the list that
+// it is in becomes elements.
+void changeOne(const CatalogueHandler& handler, Content& content, Generator& generator) {
+  if (content.products.empty()) {
+    return;
+  }
+  const std::size_t place = generator.below(content.products.size());
+  Product& product = content.products[place];
+  const ProductDeltaData element =
+      handler.getProductUpdateMetaDataModel()->getProductsDeltaData()[place];
+  const bool deletes = generator.oneIn(2);
+  std::vector<Component>& components = deletes ? product.toDelete : product.toExtract;
+  if (components.empty()) {
+    return;
+  }
+  const std::size_t index = generator.below(components.size());
+  std::vector<UpdatePkgData>& pkgs = components[index].pkgs;
+  if (pkgs.empty()) {
+    return;
+  }
+  UpdatePkgData& pkg = pkgs[generator.below(pkgs.size())];
+  const auto& component =
+      (deletes ? element->getCompsToDelete() : element->getCompsToExtract())[index];
+  const PkgDeltaData changed =
+      (deletes ? component->getPkgsToDelete()
+               : component->getPkgsToExtract())[static_cast<std::size_t>(&pkg - pkgs.data())];
+  pkg = {generator.name(), generator.size(), generator.size()};
+  changed->setName(pkg.name);
+  changed->setSize(pkg.size);
+  changed->setUncompressedBytes(pkg.uncompressedBytes);
+}
+
 class GeneratedModel : public ::testing::TestWithParam<Shape> {};
 
 TEST_P(GeneratedModel, IsAnsweredAsThePlainWalkDoes) {
@@ -279,6 +312,10 @@ TEST_P(GeneratedModel, IsAnsweredAsThePlainWalkDoes) {
       fillByHand(handler, content);
     } else {
       fillThroughHandler(handler, content);
+    }
+    compareAll(handler, content);
+    for (int count = 0; count < 3; ++count) {
+      changeOne(handler, content, generator);
     }
     compareAll(handler, content);
     if (::testing::Test::HasFailure()) {
@@ -320,10 +357,21 @@ TEST(SharedComponents, AreAnsweredAsThePlainWalkDoes) {
     }
     content.products.push_back(product);
   }
-  CatalogueHandler handler;
-  fillCatalogue(handler, content, generator);
-  fillByHand(handler, content);
-  compareAll(handler, content);
+  for (const bool byHand : {true, false}) {
+    SCOPED_TRACE(byHand);
+    CatalogueHandler handler;
+    fillCatalogue(handler, content, generator);
+    if (byHand) {
+      fillByHand(handler, content);
+    } else {
+      fillThroughHandler(handler, content);
+    }
+    compareAll(handler, content);
+    for (int count = 0; count < 20; ++count) {
+      changeOne(handler, content, generator);
+    }
+    compareAll(handler, content);
+  }
 }
 
 }  // namespace

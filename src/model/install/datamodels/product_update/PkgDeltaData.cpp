@@ -1,12 +1,20 @@
 #include "install/datamodels/product_update/PkgDeltaData.h"
 
 #include "install/datamodels/ElementNumbers.h"
+#include "mf/zero/fields/RowList.h"
 
 namespace install::datamodels::product_update {
 
 const mf::zero::ElementClass PkgDeltaData::Impl::kClass = {
-    u"install::datamodels::product_update::PkgDeltaData", datamodels::kPkgDeltaDataNumber,
-    sizeof(PkgDeltaData::Impl), &mf::zero::destroyElementImpl<PkgDeltaData::Impl>, nullptr};
+    u"install::datamodels::product_update::PkgDeltaData",
+    datamodels::kPkgDeltaDataNumber,
+    sizeof(PkgDeltaData::Impl),
+    &mf::zero::destroyElementImpl<PkgDeltaData::Impl>,
+    nullptr,
+    &mf::zero::makeElementImpl<PkgDeltaData::Impl>};
+
+PkgDeltaData::Impl::Impl(const mf::zero::Row& row) noexcept
+    : name_(row.name), size_(row.size), uncompressedBytes_(row.uncompressedBytes) {}
 
 PkgDeltaData::Impl::~Impl() = default;
 

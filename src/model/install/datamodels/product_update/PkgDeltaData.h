@@ -23,6 +23,9 @@ class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl 
   static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
 
   Impl() noexcept = default;
+
+  /// Makes an element of a row.
+  FOUNDATION_HIDDEN explicit Impl(const mf::zero::Row& row) noexcept;
   ~Impl();
 
   /// Sets the package's name; stored unchanged, once in the model for all elements that have it.

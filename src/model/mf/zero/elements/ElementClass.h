@@ -8,6 +8,7 @@
 namespace mf::zero {
 
 class ElementImpl;
+struct Row;
 struct ElementClass;
 
 /// Tells whether a list or sequence takes what it already holds.
@@ -27,6 +28,8 @@ struct ElementClass {
   std::size_t implSize;           ///< bytes of the implementation object
   void (*destroyImpl)(ElementImpl&) noexcept;  ///< ends its life; the framework frees the memory
   const ContainedProperty* properties;         ///< the contained fields, by their numbers
+  /// makes an element of a row in memory of `implSize` bytes; null for a class that has no rows
+  ElementImpl& (*makeFromRow)(void* memory, const Row& row) noexcept = nullptr;
 };
 
 }  // namespace mf::zero

@@ -212,6 +212,12 @@ class ElementHandle : public ModelElement {
   auto operator->() const noexcept { return static_cast<typename Derived::Impl*>(impl_); }
 };
 
+/// Makes an implementation object of class `Impl` of a row: the function of its ElementClass.
+template <class Impl>
+ElementImpl& makeElementImpl(void* memory, const Row& row) noexcept {
+  return *new (memory) Impl(row);
+}
+
 /// Ends the life of an implementation object of class `Impl`: the function of its ElementClass.
 template <class Impl>
 void destroyElementImpl(ElementImpl& impl) noexcept {

@@ -4,6 +4,7 @@
 
 #include "mf/zero/elements/CompatibleModel.h"
 #include "mf/zero/elements/Placeholders.h"
+#include "mf/zero/fields/RowList.h"
 
 namespace mf::zero {
 
@@ -20,7 +21,7 @@ AbstractOwnedCollection::AbstractOwnedCollection(ElementImpl& owner,
 }
 
 AbstractOwnedCollection::~AbstractOwnedCollection() {
-  if (empty()) {
+  if (empty() || rows() != nullptr) {
     return;
   }
   const ElementImpl* going = &owner();
@@ -33,12 +34,7 @@ AbstractOwnedCollection::~AbstractOwnedCollection() {
       child.container_ = nullptr;
     }
   }
-  for (std::size_t index = 0; index != size(); ++index) {
-    ElementImpl& child = at(index, elementBytes);
-    if (child.references_.drop()) {
-      ModelElement::destroy(child);
-    }
-  }
+  dropReferences();
 }
 
 void AbstractOwnedCollection::checkCompatibleModel(const ModelElement& element) const {
@@ -62,6 +58,9 @@ void AbstractOwnedCollection::append(const ModelElement& element, std::size_t el
   }
   ElementImpl& child = *element.impl_;
   mf::zero::checkCompatibleModel(owner(), child);
+  if (rows() != nullptr) {
+    makeElements();
+  }
   // Only an element that has been in some list can be in this one: the search is for those alone.
   if (child.everAttached_ && property().duplicates == Duplicates::kRefused &&
       holds(child, elementBytes)) {
@@ -88,6 +87,36 @@ ModelElement AbstractOwnedCollection::resolveProxy(const ModelElement& element) 
 
 const ContainedProperty& AbstractOwnedCollection::property() const noexcept {
   return owner().elementClass().properties[propertyNumber_];
+}
+
+void AbstractOwnedCollection::dropReferences() const noexcept {
+  const std::size_t elementBytes = property().elementClass->implSize;
+  for (std::size_t index = 0; index != size(); ++index) {
+    ElementImpl& child = at(index, elementBytes);
+    if (child.references_.drop()) {
+      ModelElement::destroy(child);
+    }
+  }
+}
+
+void AbstractOwnedCollection::makeElements() const {
+  const RowList& list = *rows();
+  const ElementClass& elementClass = *property().elementClass;
+  clear();
+  try {
+    for (const Row& row : list) {
+      void* memory = allocateElement(owner().model(), elementClass);
+      const ModelElement element(elementClass.makeFromRow(memory, row));
+      makeRoomFor(*element.impl_, elementClass.implSize);
+      element.impl_->attachTo(owner(), propertyNumber_);
+      push(*element.impl_);
+    }
+  } catch (...) {
+    dropReferences();
+    clear();
+    setRows(list);
+    throw;
+  }
 }
 
 ElementImpl& AbstractOwnedCollection::replacePlaceholder(ElementImpl& found,

@@ -16,6 +16,11 @@ namespace mf::zero {
 /// It holds a reference to each, knows its owner only while that lives, and keeps the order in
 /// which the elements were appended. Nothing is ever removed, replaced or reordered, except that a
 /// placeholder gives way to the element that it stands for.
+///
+/// The library fills a list with rows that lists of other owners share. Asking for one of its
+/// elements, or appending to it, makes all of them, in order and once; from then on they are the
+/// list. Nothing else shows the difference, except that this may throw std::bad_alloc, and then the
+/// list has not changed.
 class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
  public:
   /// Tests that `element` may stand in this list: that it belongs to the owner's model.
@@ -51,17 +56,24 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
 
   /// The element at `index`, which has taken its placeholder's place if there was one.
   ElementImpl& resolvedAt(std::size_t index, std::size_t elementBytes) const {
+    if (rows() != nullptr) {
+      makeElements();
+    }
     ElementImpl& element = at(index, elementBytes);
     return isRun() || !element.isProxy() ? element : replacePlaceholder(element, index);
   }
 
  private:
+  friend class RowStore;
+
   ElementImpl& owner() const noexcept {
     const void* start = reinterpret_cast<const char*>(this) - distance_;
     return *static_cast<ElementImpl*>(const_cast<void*>(start));
   }
   FOUNDATION_HIDDEN const ContainedProperty& property() const noexcept;
   ElementImpl& replacePlaceholder(ElementImpl& found, std::size_t index) const;
+  FOUNDATION_HIDDEN void dropReferences() const noexcept;
+  void makeElements() const;
 
   std::uint8_t distance_;  // from the start of the owner, in bytes: shorter than a pointer to it
   std::uint8_t propertyNumber_;
@@ -94,6 +106,7 @@ class OwnedCollection final : public AbstractOwnedCollection {
   /// first, and the element that it stands for takes its place.
   ///
   /// \pre `index` is less than size().
+  /// \throws std::bad_alloc  the elements had to be made
   /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>  as resolveProxy()
   Element operator[](std::size_t index) const {
     return Element::handleTo(resolvedAt(index, sizeof(typename Element::Impl)));

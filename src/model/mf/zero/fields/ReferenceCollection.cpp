@@ -6,6 +6,8 @@
 #include <new>
 #include <utility>
 
+#include "mf/zero/fields/RowList.h"
+
 namespace mf::zero {
 namespace {
 
@@ -15,9 +17,22 @@ constexpr std::uint8_t kLastCapacityLog = 31;  // the size is counted in 32 bits
 }  // namespace
 
 ReferenceCollection::~ReferenceCollection() {
-  if (!isRun()) {
+  clear();
+}
+
+void ReferenceCollection::setRows(const RowList& rows) const noexcept {
+  rows_ = &rows;
+  size_ = static_cast<std::uint32_t>(rows.size);
+  capacityLog_ = kRows;
+}
+
+void ReferenceCollection::clear() const noexcept {
+  if (!isRun() && rows() == nullptr) {
     delete[] places_;
   }
+  first_ = nullptr;
+  size_ = 0;
+  capacityLog_ = 0;
 }
 
 bool ReferenceCollection::holds(const ElementImpl& element,
@@ -31,7 +46,7 @@ bool ReferenceCollection::holds(const ElementImpl& element,
 }
 
 void ReferenceCollection::reserve(std::size_t count) {
-  if (!isRun() && count > std::size_t{1} << capacityLog_) {
+  if (!isRun() && rows() == nullptr && count > std::size_t{1} << capacityLog_) {
     makePlaces(count, 0);
   }
 }
@@ -43,7 +58,7 @@ void ReferenceCollection::replace(std::size_t index, ElementImpl& element) const
   replaced.impl_ = std::exchange(places_[index], &element);
 }
 
-void ReferenceCollection::makePlaces(std::size_t count, std::size_t elementBytes) {
+void ReferenceCollection::makePlaces(std::size_t count, std::size_t elementBytes) const {
   std::uint8_t capacityLog = std::max<std::uint8_t>(kFirstCapacityLog, capacityLog_);
   while (std::size_t{1} << capacityLog < count) {
     if (capacityLog == kLastCapacityLog) {

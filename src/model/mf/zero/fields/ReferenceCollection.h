@@ -10,12 +10,15 @@
 
 namespace mf::zero {
 
+struct RowList;
+
 /// An ordered list of elements of one class, each of them held by a reference. Read it front to
 /// back by index.
 ///
 /// Elements that were made one after the other lie one behind the other in their model's memory. A
 /// list of such elements, a run, is its first element and their number and has no memory of its
-/// own. Any other list, and any that holds a placeholder, keeps an array of pointers.
+/// own. Any other list, and any that holds a placeholder, keeps an array of pointers. A third kind
+/// refers to rows: its elements do not exist until somebody asks for one.
 class FOUNDATION_EXPORT ReferenceCollection {
  public:
   ReferenceCollection(const ReferenceCollection&) = delete;
@@ -34,8 +37,17 @@ class FOUNDATION_EXPORT ReferenceCollection {
   /// element is.
   ~ReferenceCollection();
 
-  /// Tells whether the list is a run; an empty list may be one. A run holds no placeholder.
+  /// Whether the list is a run; an empty list may be one. A run contains no placeholder.
   bool isRun() const noexcept { return capacityLog_ == 0; }
+
+  /// The rows that the list refers to, or null if it consists of elements.
+  const RowList* rows() const noexcept { return capacityLog_ == kRows ? rows_ : nullptr; }
+
+  /// Makes the empty list refer to `rows`, which stay as long as the model.
+  FOUNDATION_HIDDEN void setRows(const RowList& rows) const noexcept;
+
+  /// Makes the list empty and frees the array. Dropping the references is the caller's part.
+  FOUNDATION_HIDDEN void clear() const noexcept;
 
   /// The element at `index`, of a class whose implementation objects have `elementBytes`.
   ElementImpl& at(std::size_t index, std::size_t elementBytes) const noexcept {
@@ -47,7 +59,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
 
   /// Makes sure that push() has room for `element`.
   /// \throws std::bad_alloc  nothing has changed then
-  void makeRoomFor(const ElementImpl& element, std::size_t elementBytes) {
+  void makeRoomFor(const ElementImpl& element, std::size_t elementBytes) const {
     const bool fits =
         isRun() ? continuesRun(element, elementBytes) : size_ != std::size_t{1} << capacityLog_;
     if (!fits) {
@@ -56,7 +68,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
   }
 
   /// Puts `element` at the end and takes a reference to it. \pre makeRoomFor() has been called.
-  void push(ElementImpl& element) noexcept {
+  void push(ElementImpl& element) const noexcept {
     if (!isRun()) {
       places_[size_] = &element;
     } else if (size_ == 0) {
@@ -85,14 +97,19 @@ class FOUNDATION_EXPORT ReferenceCollection {
     return !element.isProxy() && (size_ == 0 || &element == &runAt(size_, elementBytes));
   }
 
-  void makePlaces(std::size_t count, std::size_t elementBytes);
+  static constexpr std::uint8_t kRows = 0xFF;
 
+  void makePlaces(std::size_t count, std::size_t elementBytes) const;
+
+  // Mutable: reading a list turns rows into elements and replaces placeholders.
   union {
-    ElementImpl* first_;    // of a run; meaningless while it is empty
-    ElementImpl** places_;  // owned; replaced elements' places change while the list is only read
+    mutable ElementImpl* first_;    // of a run; meaningless while it is empty
+    mutable ElementImpl** places_;  // owned
+    mutable const RowList* rows_;   // owned by the model
   };
-  std::uint32_t size_ = 0;
-  std::uint8_t capacityLog_ = 0;  // the array has two to the power of this many places; 0: no array
+  mutable std::uint32_t size_ = 0;
+  // The array has two to the power of this many places; 0: a run, kRows: rows.
+  mutable std::uint8_t capacityLog_ = 0;
 };
 
 }  // namespace mf::zero

@@ -11,6 +11,7 @@
 #include "mf/zero/elements/Model.h"
 #include "mf/zero/elements/ModelElement.h"
 #include "mf/zero/elements/Placeholders.h"
+#include "mf/zero/fields/RowStore.h"
 #include "mf/zero/memory/BlockMemory.h"
 #include "mf/zero/text/StringPool.h"
 
@@ -65,6 +66,9 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   /// Where names are stored, each once.
   StringPool& names() noexcept { return names_; }
 
+  /// The lists of rows that lists of elements share.
+  RowStore& rows() noexcept { return rows_; }
+
   /// Where values are stored that are no names: as often as they are put in.
   BlockMemory& texts() noexcept { return texts_; }
 
@@ -100,6 +104,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   char* nextSlab_ = nullptr;  // in the newest region
   std::size_t slabsLeft_ = 0;
   StringPool names_;
+  RowStore rows_{names_};
   BlockMemory texts_;
   std::unordered_map<const ElementImpl*, Placeholders::Resolver> resolvers_;
 };

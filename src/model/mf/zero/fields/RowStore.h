@@ -1,0 +1,127 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <unordered_map>
+
+#include "mf/zero/fields/OwnedCollection.h"
+#include "mf/zero/fields/RowList.h"
+#include "mf/zero/memory/BlockMemory.h"
+#include "mf/zero/text/Name.h"
+#include "mf/zero/text/StringPool.h"
+
+namespace mf::zero {
+
+/// The lists of rows of one model.
+///
+/// Products name the same components, and a component has the same packages each time, in most
+/// documents. The store keeps what the last component of each name was given: if the next one is
+/// given the same, both refer to one list.
+class RowStore {
+ public:
+  /// A row whose name is not in the model yet.
+  struct NewRow {
+    std::u16string_view name;
+    std::int64_t size;
+    std::int64_t uncompressedBytes;
+  };
+
+  /// Makes an empty store whose names are in `names`.
+  explicit RowStore(StringPool& names) noexcept : names_(names) {}
+
+  RowStore(const RowStore&) = delete;
+  RowStore& operator=(const RowStore&) = delete;
+
+  /// The store of `model`. \pre the handle is not empty.
+  static RowStore& of(const Model& model) noexcept;
+
+  /// The rows that `list` refers to, or null if it consists of elements.
+  static const RowList* rowsOf(const AbstractOwnedCollection& list) noexcept { return list.rows(); }
+
+  /// The number of lists made so far, which their numbers are below.
+  std::size_t size() const noexcept { return lists_; }
+
+  /// Begins a round: until the next one, components of one name are given the same rows.
+  std::uint64_t beginRound() noexcept { return ++lastRound_; }
+
+  /// Fills `list`, which is empty, of this model, and belongs to a component of that name.
+  ///
+  /// `newRow` makes a NewRow of each of `entries`. They are compared with what the last component
+  /// of that name was given for the same field, unless that was in the same round.
+  ///
+  /// \throws std::bad_alloc  the list is still empty
+  template <class Entries, class MakeNewRow>
+  void fill(AbstractOwnedCollection& list, Name component, std::uint64_t round,
+            const Entries& entries, MakeNewRow newRow) {
+    Latest& latest = latest_[{component.identity(), list.propertyNumber_}];
+    if (latest.round != round) {
+      if (latest.rows == nullptr || !isEqual(*latest.rows, entries, newRow)) {
+        latest.rows = &add(entries, newRow);
+      }
+      latest.round = round;
+    }
+    list.setRows(*latest.rows);
+  }
+
+ private:
+  struct Key {
+    const InternedString* component;
+    std::uint8_t propertyNumber;
+
+    friend bool operator==(const Key& left, const Key& right) noexcept {
+      return left.component == right.component && left.propertyNumber == right.propertyNumber;
+    }
+  };
+
+  // The hash of the name, which depends on a secret key: whoever chooses the sizes of texts also
+  // chooses the distances between their addresses.
+  struct KeyHash {
+    std::size_t operator()(const Key& key) const noexcept {
+      return (key.component == nullptr ? 0 : key.component->hash) + key.propertyNumber;
+    }
+  };
+
+  struct Latest {
+    const RowList* rows = nullptr;
+    std::uint64_t round = 0;
+  };
+
+  static bool isEqual(const Row& row, const NewRow& other) noexcept;
+
+  template <class Entries, class MakeNewRow>
+  static bool isEqual(const RowList& rows, const Entries& entries, MakeNewRow newRow) {
+    if (rows.size != entries.size()) {
+      return false;
+    }
+    const Row* row = rows.begin();
+    for (const auto& entry : entries) {
+      if (!isEqual(*row++, newRow(entry))) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  template <class Entries, class MakeNewRow>
+  const RowList& add(const Entries& entries, MakeNewRow newRow) {
+    RowList& rows = allocate(entries.size());
+    std::size_t index = 0;
+    for (const auto& entry : entries) {
+      set(rows, index++, newRow(entry));
+    }
+    ++lists_;
+    return rows;
+  }
+
+  RowList& allocate(std::size_t size);
+  void set(RowList& rows, std::size_t index, const NewRow& row);
+
+  StringPool& names_;
+  std::uint64_t lastRound_ = 0;
+  std::size_t lists_ = 0;
+  std::unordered_map<Key, Latest, KeyHash> latest_;
+  BlockMemory memory_;
+};
+
+}  // namespace mf::zero
