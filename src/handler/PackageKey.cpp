@@ -23,13 +23,13 @@ std::u16string PackageKey::text() const {
 }
 
 int PackageKey::compare(const PackageKey& other) const noexcept {
-  // Names are stored once, so the packages of one component show the same memory.
+  // Names are stored once, so names of one component are at the same address.
   const bool sameComponent =
       component.data() == other.component.data() && component.size() == other.component.size();
   if (sameComponent) {
     return compareUnits(package, other.package);
   }
-  // Piece against piece: where one key's component ends need not be where the other's does.
+  // Compares piece by piece: the components of the two keys may end at different places.
   std::array<std::u16string_view, 3> left = {component, kKeySeparator, package};
   std::array<std::u16string_view, 3> right = {other.component, kKeySeparator, other.package};
   auto l = left.begin();
@@ -55,7 +55,7 @@ int compareComponents(std::u16string_view left, std::u16string_view right) noexc
   if (left.size() == right.size()) {
     return 0;
   }
-  // The shorter name ends where the other one goes on: there its separator stands.
+  // The shorter name ends where the other one continues: compare its separator there.
   const bool leftIsShorter = left.size() < right.size();
   const int order = compareUnits(kKeySeparator, (leftIsShorter ? right : left).substr(common, 1));
   return leftIsShorter ? (order != 0 ? order : -1) : (order != 0 ? -order : 1);

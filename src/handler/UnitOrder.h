@@ -8,12 +8,12 @@
 
 namespace install::update_metadata_parser {
 
-/// Orders as the strings of the standard library do: below, at or above zero. Code units compare as
-/// unsigned numbers, a prefix goes first.
+/// Compares as the strings of the standard library do; the result is below, at or above zero. Code
+/// units compare as unsigned numbers, with a prefix first.
 ///
-/// Four units a step: names and paths that are compared mostly have much in common. 4,000 names of
-/// 49 units, equal but for the last five, are sorted in 0.8 ms and not in the 1.9 ms that
-/// std::u16string_view::compare() takes.
+/// Four units per step: the compared names and paths mostly have long common beginnings. Sorting
+/// 4,000 names of 49 units that differ only in the last five takes 0.8 ms, and 1.9 ms with
+/// std::u16string_view::compare().
 inline int compareUnits(std::u16string_view left, std::u16string_view right) noexcept {
   const std::size_t common = std::min(left.size(), right.size());
   std::size_t place = 0;

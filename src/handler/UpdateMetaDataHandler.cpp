@@ -21,7 +21,7 @@ Release targetRelease(const ProductUpdateMetaData& root) {
   return root->getReleaseData()->getTargetRelease();
 }
 
-// The low eight bits of a level, read as a signed byte. The reader has made the level of a
+// The low eight bits of a level, read as a signed byte. The reader makes the level from a
 // document's number: toIntUpdateLevel() in reader/NumberConversion.h.
 std::int8_t toStoredUpdateLevel(int level) noexcept {
   const int low = level & 0xFF;

@@ -8,23 +8,23 @@
 
 namespace foundation::json::detail {
 
-/// Finds the order of the members of one object after the other: by the bytes of their keys, of
-/// equal keys the first alone.
+/// Finds the order of the members of an object, for one object after another: by the bytes of their
+/// keys, keeping only the first of equal keys.
 ///
-/// A member is two slots, its key, which is a string, and its value.
+/// A member occupies two slots: its key, which is a string, and its value.
 class MemberOrder {
  public:
   static constexpr std::size_t kSlotsOfMember = 2;  ///< the key, then the value
 
-  /// Finds the order of `count` members. Linear in the bytes that tell their keys apart, for each
-  /// eight of which a key is looked at once, and n log n at most beyond that.
+  /// Finds the order of `count` members. Linear in the bytes that distinguish their keys, which are
+  /// read eight at a time, plus at most n log n comparisons of prefixes.
   /// \throws std::bad_alloc
   void find(const Rep* members, std::size_t count);
 
-  /// How many members are left: fewer than there were, if keys are equal.
+  /// How many members remain: fewer than there were if keys are equal.
   std::size_t size() const noexcept { return size_; }
 
-  /// The place, among the members as they came, of the one that is `index`-th in order.
+  /// The original place of the member that is at `index` in the order.
   std::size_t operator[](std::size_t index) const noexcept { return keys_[index].place; }
 
  private:
@@ -51,10 +51,10 @@ class MemberOrder {
   SortKey* orderEnding(const Rep* members, const Range& range);
   void dropRepeated();
 
-  std::vector<SortKey> keys_;  // grows only: the first size_ count
+  std::vector<SortKey> keys_;  // never shrinks: only the first size_ are in use
   std::size_t size_ = 0;
-  std::vector<Range> ranges_;     // those that are still to be sorted
-  std::vector<SortKey> scratch_;  // where digits are sorted to
+  std::vector<Range> ranges_;     // those still to be sorted
+  std::vector<SortKey> scratch_;  // the target of sorting by a digit
 };
 
 }  // namespace foundation::json::detail

@@ -2,11 +2,11 @@
 
 namespace foundation::json {
 
-/// How the reading of JSON text, or of a part of it, ended: 0 for success, else what is wrong at
-/// the position where it stopped.
+/// The result of reading JSON text, or a part of it: 0 for success, otherwise what is wrong at the
+/// position where reading stopped.
 using ParseResult = int;
 
-// Every result: its name, its number and its description. Numbers that are not listed are unused.
+// Every result: its name, number and description. Numbers that are not listed are unused.
 #define FOUNDATION_JSON_PARSE_RESULTS(RESULT)                                             \
   RESULT(kSuccess, 0, "Success")                                                          \
   RESULT(kNoNull, 1, "Expected 'null'")                                                   \
@@ -25,14 +25,14 @@ using ParseResult = int;
   RESULT(kEndOfText, 19, "Unexpected end of text")                                        \
   RESULT(kNoInteger, 20, "Expected an integer without fraction or exponent")
 
-/// The results, by name: kSuccess, and the failures of the table above.
+/// The results by name: kSuccess and the failures of the table above.
 enum ParseResultCode : ParseResult {
 #define FOUNDATION_JSON_ENUMERATOR(NAME, NUMBER, DESCRIPTION) NAME = (NUMBER),
   FOUNDATION_JSON_PARSE_RESULTS(FOUNDATION_JSON_ENUMERATOR)
 #undef FOUNDATION_JSON_ENUMERATOR
 };
 
-/// Describes a result in English; one general text for numbers that are not listed. Static text.
+/// Describes a result in English; numbers that are not listed share one general text. Static text.
 const char* get_parse_result_description(ParseResult result) noexcept;
 
 }  // namespace foundation::json

@@ -11,18 +11,18 @@
 
 namespace foundation::json {
 
-/// What is said of a text whose value is followed by something; the code is kSuccess then.
+/// The description for a text in which something follows the value; the code is then kSuccess.
 constexpr const char* kParseIncomplete = "Parse incomplete";
 
-/// Tells that a text is not one JSON value, where, and why.
+/// Reports that a text is not one JSON value, where, and why.
 ///
-/// The message names the result code, its description, line and column, and shows the offending
+/// The message contains the result code, its description, line and column, and shows the offending
 /// line with a caret under the offending byte. Copies share the context line: copying throws
 /// nothing.
 class ParserException : public std::runtime_error {
  public:
-  /// Where an error is: its line and its column in bytes, both from 1; the part of the line around
-  /// it; and how many bytes of that part lie before it.
+  /// The location of an error: its line and its column in bytes, both from 1; the part of the line
+  /// around it; and how many bytes of that part precede it.
   using LocationInfo = std::tuple<std::uint64_t, std::uint64_t, std::string, std::uint64_t>;
 
   /// Describes the failure to read the text from `begin` to `end` at `position`.
@@ -31,30 +31,30 @@ class ParserException : public std::runtime_error {
   ParserException(const char* begin, const char* position, const char* end, ParseResult code,
                   std::string_view description);
 
-  /// Copied where others would be moved, so that no exception is ever without its context.
+  /// Moving copies, so that no exception is ever without its context.
   ParserException(const ParserException&) noexcept = default;
 
-  /// As copying.
+  /// Like copying.
   ParserException& operator=(const ParserException&) noexcept = default;
 
-  /// What is wrong; 0 if a value was read but is followed by something.
+  /// What is wrong; 0 if a value was read but something follows it.
   ParseResult code() const noexcept { return code_; }
 
   /// Offset of the error in bytes from the start of the text, from 0.
   std::uint64_t offset() const noexcept { return offset_; }
 
-  /// Line of the error, from 1. Only line feeds end lines.
+  /// Line of the error, from 1. Only a line feed ends a line.
   std::uint64_t line() const noexcept { return line_; }
 
   /// Column of the error in bytes, from 1.
   std::uint64_t column() const noexcept { return column_; }
 
-  /// The error's line, at most 80 bytes before the error and 80 from it on. It may hold a NUL byte,
-  /// which cuts the message as what() gives it.
+  /// The error's line: at most 80 bytes before the error and 80 starting at it. It may contain a
+  /// NUL byte, which truncates the message as what() returns it.
   const std::string& context() const noexcept { return *context_; }
 
-  /// Finds the location of `position` in the text from `begin` to `end`. Linear in what lies
-  /// before.
+  /// Finds the location of `position` in the text from `begin` to `end`. Linear in the number of
+  /// bytes before it.
   static LocationInfo get_location_info(const char* begin, const char* position, const char* end);
 
   /// Composes the message for an error at `position` in the text from `begin` to `end`:

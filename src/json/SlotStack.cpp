@@ -11,14 +11,14 @@ namespace {
 
 constexpr std::size_t kFirstRoom = 256;
 
-// Less room than this, 1 MiB, is not worth giving back.
-constexpr std::size_t kRoomKept = (std::size_t{1} << 20) / sizeof(Rep);
+// Spare room below this, 1 MiB, is not worth releasing.
+constexpr std::size_t kLeastSpareRoom = (std::size_t{1} << 20) / sizeof(Rep);
 
-// The room that is kept beyond `slots` when some is given back, and that then lies free before more
-// is: an eighth, so that giving back and growing again take constant time for each slot pushed or
-// dropped between, whatever their order.
+// The room to keep beyond `slots` when memory is released; twice that much is spare before any is
+// released. An eighth, so that releasing and growing again take constant time for each slot pushed
+// or dropped in between, whatever their order.
 std::size_t spareRoom(std::size_t slots) noexcept {
-  return std::max(kRoomKept, slots / 8);
+  return std::max(kLeastSpareRoom, slots / 8);
 }
 
 }  // namespace
@@ -29,7 +29,7 @@ SlotStack::~SlotStack() {
 
 void SlotStack::grow() {
   const std::size_t slots = size();
-  // Does not overflow: the slots that there are would fill more than half of the address space.
+  // Cannot overflow: the existing slots would have to fill more than half of the address space.
   const std::size_t room = std::max(kFirstRoom, slots * 2);
   void* const memory = std::realloc(begin_, room * sizeof(Rep));
   if (memory == nullptr) {

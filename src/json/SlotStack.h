@@ -7,11 +7,11 @@
 
 namespace foundation::json::detail {
 
-/// A stack of plain slots, in one block of memory that grows, and gives back what it no longer
-/// needs, without being copied where the system can do so.
+/// A stack of plain slots in one block of memory. The block grows, and shrinks when it has too much
+/// spare room, without copying where the system supports that.
 ///
-/// Deep nesting makes it the largest thing in memory: a growing vector would hold the slots twice,
-/// and a vector that never shrinks would hold them all while the tree is made of them.
+/// With deep nesting it is the largest object in memory: a growing vector would hold the slots
+/// twice, and a vector that never shrinks would hold all of them while the tree is built from them.
 class SlotStack {
  public:
   SlotStack() noexcept = default;
@@ -22,7 +22,7 @@ class SlotStack {
   /// The number of slots.
   std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
 
-  /// The slot that was pushed first; valid until the next push() or truncate().
+  /// The slot pushed first; valid until the next push() or truncate().
   const Rep* begin() const noexcept { return begin_; }
 
   /// The end of the slots.
@@ -34,10 +34,10 @@ class SlotStack {
   /// The same, for reading.
   const Rep& operator[](std::size_t place) const noexcept { return begin_[place]; }
 
-  /// The slot that was pushed last. \pre there is one.
+  /// The slot pushed last. \pre there is one
   const Rep& back() const noexcept { return end_[-1]; }
 
-  /// Amortised constant time. \throws std::bad_alloc
+  /// Amortized constant time. \throws std::bad_alloc
   void push(const Rep& slot) {
     if (end_ == limit_) {
       grow();
@@ -45,7 +45,7 @@ class SlotStack {
     *end_++ = slot;
   }
 
-  /// Drops all slots but the first `size`.
+  /// Drops all slots except the first `size`.
   void truncate(std::size_t size) noexcept {
     end_ = begin_ + size;
     if (end_ < shrinkBelow_) {
@@ -63,7 +63,7 @@ class SlotStack {
   Rep* begin_ = nullptr;
   Rep* end_ = nullptr;
   Rep* limit_ = nullptr;
-  Rep* shrinkBelow_ = nullptr;  // an end below this leaves so much room that it is given back
+  Rep* shrinkBelow_ = nullptr;  // below this end, there is enough spare room to release
 };
 
 }  // namespace foundation::json::detail

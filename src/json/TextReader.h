@@ -21,33 +21,34 @@
 
 namespace foundation::json {
 
-/// How the reading of one value ended.
+/// The result of reading one value.
 struct ReadOutcome {
   ParseResult code;      ///< kSuccess, or what is wrong
-  const char* position;  ///< behind the value, or at the first byte that was not accepted
+  const char* position;  ///< after the value, or at the first byte that was not accepted
 
-  /// If a "qztype" member is not a string: the name of the kind that it is, undefined if it could
-  /// not be read. Null otherwise. Such a member ends the reading whatever the code.
+  /// If a "qztype" member is not a string: the name of its kind, or "undefined" if it could not be
+  /// read. Otherwise null. Such a member ends the reading whatever the code.
   const char* kindOfType;
 };
 
-/// The one reader of JSON text. It tells a sink what it reads and keeps no values itself.
+/// The one reader of JSON text. It reports what it reads to a sink and stores no values itself.
 ///
-/// The next value's kind follows from its first byte, and what an open container is for is noted
-/// with it in the sink: no recursion, and nothing is read twice but typed payloads. `Sink` offers
-/// what TreeBuilder does: addNull(), addBoolean(), addNumber(), addInteger(), addStringOfText(),
-/// addString(), open(), noteOfInnermost(), closeArray(), closeObject(), and lastPlace(), last(),
-/// lastTypeName(), lastIsString(), lastString(), takeLast() and replace() with its type Kept. Keys
-/// come as strings before their values. beginKey(), beginValue() and end() tell where in the text
-/// the next key or value begins, and where the one just added ends, for a sink that keeps places.
+/// The kind of the next value follows from its first byte, and the purpose of an open container is
+/// stored with it in the sink. So there is no recursion, and nothing is read twice except typed
+/// payloads. `Sink` provides what TreeBuilder does: addNull(), addBoolean(), addNumber(),
+/// addInteger(), addStringOfText(), addString(), open(), noteOfInnermost(), closeArray(),
+/// closeObject(), and lastPlace(), last(), lastTypeName(), lastIsString(), lastString(), takeLast()
+/// and replace() with its type Kept. Keys are added as strings before their values. beginKey(),
+/// beginValue() and end() report where in the text the next key or value begins and where the one
+/// just added ends, for a sink that records places.
 ///
-/// What a sink was given is void if the reading fails, but for the places: up to the failure they
-/// are those of a text that goes on rightly. A payload may begin a second time then, behind its
-/// object's other members.
+/// If the reading fails, the sink's content is invalid, except for the places: up to the failure
+/// they are those of a text that continues correctly. A payload may then be reported a second time,
+/// after the other members of its object.
 template <class Sink>
 class TextReader {
  public:
-  /// Reads from `begin` at most to `end`, into `sink`.
+  /// Reads from `begin`, at most up to `end`, into `sink`.
   TextReader(const char* begin, const char* end, bool allowComments, Sink& sink)
       : begin_(begin), end_(end), allowComments_(allowComments), sink_(sink) {}
 
@@ -55,14 +56,14 @@ class TextReader {
   ReadOutcome read();
 
  private:
-  // What an open container is and what its place is for: its note in the sink.
+  // The kind and the purpose of an open container: its note in the sink.
   using Frame = std::uint8_t;
-  static constexpr Frame kObject = 1;          // else an array
+  static constexpr Frame kObject = 1;          // otherwise an array
   static constexpr Frame kValueOfType = 2;     // it is the value of a "qztype" member
   static constexpr Frame kValueOfPayload = 4;  // it is the value of a "qzdata" member
 
-  // Reading functions take the position and return the new one, or null after a failure, whose code
-  // and position stand in outcome_ then.
+  // Reading functions take the position and return the new one, or null after a failure; outcome_
+  // then contains its code and position.
   [[gnu::noinline]] const char* fail(ParseResult code, const char* position) {
     outcome_ = {code, position, nullptr};
     return nullptr;
@@ -72,9 +73,9 @@ class TextReader {
     return skipWhitespace(position, end_, allowComments_);
   }
 
-  // All of what is frequent is one function to the processor.
+  // The frequent paths are inlined into one function.
   [[gnu::always_inline]] inline const char* readValue(const char* position);
-  [[gnu::always_inline]] inline const char* goOn(const char* position);
+  [[gnu::always_inline]] inline const char* continueAfterValue(const char* position);
   [[gnu::always_inline]] inline const char* open(const char* position, Frame kind);
   [[gnu::always_inline]] inline const char* close(const char* position);
   [[gnu::always_inline]] inline const char* parseKey(const char* position);
@@ -84,7 +85,7 @@ class TextReader {
   template <class Add>
   const char* matchLiteral(const char* position, std::string_view word, Add add);
 
-  // What is rare stands apart, so that what is frequent stays short.
+  // The rare paths are separate functions, so that the frequent code stays short.
   [[gnu::noinline]] const char* beginSpecialMember(const char* position);
   [[gnu::noinline]] const char* finishSpecialMember(const char* position);
   [[gnu::noinline]] const char* finishEscapedString(const char* begin, const char* position);
@@ -96,12 +97,12 @@ class TextReader {
   Sink& sink_;
   ReadOutcome outcome_{kSuccess, nullptr, nullptr};
 
-  std::size_t depth_ = 0;       // the count of open containers
-  Frame pending_ = 0;           // if the value at hand is that of a special member: which
-  bool isPayloadRead_ = false;  // the value at hand is a typed payload and stands read
-  bool isInType_ =
-      false;  // in a container that is the value of a "qztype" member, whose end ends all
-  std::string decoded_;  // the bytes of the string last read that has escapes
+  std::size_t depth_ = 0;       // how many containers are open
+  Frame pending_ = 0;           // the kind of special member that the current value belongs to
+  bool isPayloadRead_ = false;  // the current value is a typed payload and has been read
+  // Inside a container that is the value of a "qztype" member; its end ends the reading.
+  bool isInType_ = false;
+  std::string decoded_;  // the bytes of the last string with escapes
   TypedPayloads<Sink> payloads_;
 };
 
@@ -117,13 +118,13 @@ ReadOutcome TextReader<Sink>::read() {
   return outcome_;
 }
 
-// Reads a scalar or an empty container whole, and what follows it, or steps into a container.
-// Returns where the next value begins; null if there is none to come.
+// Reads a whole scalar or empty container and what follows it, or enters a container. Returns where
+// the next value begins, or null if there is none.
 template <class Sink>
 const char* TextReader<Sink>::readValue(const char* position) {
   if (isPayloadRead_) {
     isPayloadRead_ = false;
-    return goOn(position);
+    return continueAfterValue(position);
   }
   if (position == end_) {
     return fail(kEndOfText, position);
@@ -159,12 +160,13 @@ const char* TextReader<Sink>::readValue(const char* position) {
     default:
       position = parseNumber(position);
   }
-  return position == nullptr ? nullptr : goOn(position);
+  return position == nullptr ? nullptr : continueAfterValue(position);
 }
 
-// Goes on behind a value: to where the next one begins, out of the containers that end before it.
+// Continues after a value: closes the containers that end here, and returns where the next value
+// begins.
 template <class Sink>
-const char* TextReader<Sink>::goOn(const char* position) {
+const char* TextReader<Sink>::continueAfterValue(const char* position) {
   for (;;) {
     sink_.end(position);
     if (pending_ != 0) {
@@ -193,7 +195,7 @@ const char* TextReader<Sink>::goOn(const char* position) {
   }
 }
 
-// Steps over an opening bracket or brace and to what follows.
+// Skips an opening bracket or brace and the white space after it.
 template <class Sink>
 const char* TextReader<Sink>::open(const char* position, Frame kind) {
   sink_.open(static_cast<Frame>(kind | pending_));
@@ -204,7 +206,7 @@ const char* TextReader<Sink>::open(const char* position, Frame kind) {
   return position == end_ ? fail(kEndOfText, position) : position;
 }
 
-// Steps over the closing bracket or brace of the innermost container.
+// Skips the closing bracket or brace of the innermost container.
 template <class Sink>
 const char* TextReader<Sink>::close(const char* position) {
   const Frame frame = sink_.noteOfInnermost();
@@ -219,7 +221,7 @@ const char* TextReader<Sink>::close(const char* position) {
   return position + 1;
 }
 
-// Reads a key and the colon behind it.
+// Reads a key and the colon after it.
 template <class Sink>
 const char* TextReader<Sink>::parseKey(const char* position) {
   if (position == end_) {
@@ -247,8 +249,8 @@ const char* TextReader<Sink>::parseKey(const char* position) {
   return key.size() == kTypeKey.size() ? beginSpecialMember(position) : position;
 }
 
-// Notes a special member if its key, read last, is one of the two. The payload of an object whose
-// type is known is read whole.
+// Records a special member if the last key is one of the two. The payload of an object whose type
+// is known is read as a whole.
 template <class Sink>
 const char* TextReader<Sink>::beginSpecialMember(const char* position) {
   const std::string_view key = sink_.lastString();
@@ -283,8 +285,8 @@ const char* TextReader<Sink>::finishSpecialMember(const char* position) {
   return code == kSuccess ? position : fail(code, position);
 }
 
-// A literal that does not match is reported as the string that is not there either: neither gets
-// beyond the first byte, and strings are tried first.
+// A literal that does not match is reported as a missing string: both fail at the first byte, and
+// strings are tried first.
 template <class Sink>
 template <class Add>
 const char* TextReader<Sink>::matchLiteral(const char* position, std::string_view word, Add add) {
@@ -307,7 +309,7 @@ const char* TextReader<Sink>::parseString(const char* position) {
   return position + 1;
 }
 
-// Goes on at the first backslash of a string, or at the end of the text.
+// Continues at the first backslash of a string, or at the end of the text.
 template <class Sink>
 const char* TextReader<Sink>::finishEscapedString(const char* begin, const char* position) {
   decoded_.assign(begin, position);
@@ -329,7 +331,7 @@ const char* TextReader<Sink>::parseNumber(const char* position) {
   std::uint64_t integer = 0;
   position = readDigits(position, end_, integer);
   if (position == digits) {
-    // Without a minus sign this is no number at all, and strings are tried first.
+    // Without a minus sign this is not a number, and strings are tried first.
     return fail(negative ? kNoDigit : kNoOpeningQuote, position);
   }
   // Every integer of up to 19 digits fits, and its conversion is correctly rounded.
@@ -343,7 +345,7 @@ const char* TextReader<Sink>::parseNumber(const char* position) {
   return position;
 }
 
-// Goes on behind the integral digits of a number.
+// Continues after the integral digits of a number.
 template <class Sink>
 const char* TextReader<Sink>::finishNumber(const char* begin, const char* position) {
   using fl::i18n::lcctype::isdigit_ascii;

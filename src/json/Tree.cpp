@@ -7,7 +7,7 @@ namespace foundation::json::detail {
 std::string_view Tree::storeLong(std::string&& string) {
   const std::size_t size = string.size();
   if (string.capacity() / 2 <= size) {
-    // Moving it leaves its bytes where they are.
+    // Moving the string does not move its bytes.
     longStrings_.push_back(std::move(string));
     return longStrings_.back();
   }
@@ -18,7 +18,7 @@ std::string_view Tree::storeLong(std::string&& string) {
 
 void* Tree::allocateFromNewUnit(std::size_t bytes) {
   if (bytes > kLargestPiece) {
-    // What remains of the newest unit stays in use.
+    // The rest of the newest unit stays in use.
     return beginUnit(addBlock(sizeof(NodeUnit) + bytes), this);
   }
   addUnit();
@@ -39,7 +39,7 @@ void Tree::addUnit() {
 }
 
 char* Tree::addBlock(std::size_t bytes) {
-  // Large blocks are made of large pages, where the system has them.
+  // Large blocks consist of large pages, if the system has them.
   const auto alignment =
       static_cast<std::align_val_t>(bytes < core::kLargePage ? NodeUnit::kBytes : core::kLargePage);
   std::unique_ptr<char, Delete> block(static_cast<char*>(::operator new(bytes, alignment)),

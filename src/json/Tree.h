@@ -14,20 +14,21 @@
 
 namespace foundation::json::detail {
 
-/// Storage of a whole value tree: the text that its strings refer into, and the nodes of its
+/// Storage of a whole value tree: the text that its strings refer to, and the nodes of its
 /// containers, in blocks that are freed together. Values in it hold no references.
 ///
-/// Blocks consist of units; nodes lie where Storage::of() finds this storage by their address.
+/// Blocks consist of units; nodes are placed so that Storage::of() finds this storage by their
+/// address.
 class Tree final : public Storage {
  public:
-  /// Takes the text over.
+  /// Takes ownership of the text.
   // cppcheck-suppress passedByValue ; it is moved into the tree
   explicit Tree(std::string text) noexcept : text_(std::move(text)) {}
 
-  /// The text, which stays where it is as long as the tree.
+  /// The text, which stays at its address as long as the tree lives.
   std::string_view text() const noexcept { return text_; }
 
-  /// Memory for the nodes of a container, which lives as long as the tree: values or members.
+  /// Returns memory for the nodes of a container, values or members. It lives as long as the tree.
   void* allocateNodes(std::size_t bytes) {
     if (bytes > static_cast<std::size_t>(end_ - position_)) {
       return allocateFromNewUnit(bytes);
@@ -35,7 +36,7 @@ class Tree final : public Storage {
     return std::exchange(position_, position_ + bytes);
   }
 
-  /// Returns the bytes of a string, which live as long as the tree.
+  /// Returns the bytes of a string; they live as long as the tree.
   std::string_view store(std::string&& string) {
     const std::size_t size = string.size();
     if (size > kLargestPiece) {
@@ -44,14 +45,13 @@ class Tree final : public Storage {
     if (size > static_cast<std::size_t>(end_ - position_)) {
       addUnit();
     }
-    // From the other end, so that nodes stay aligned.
+    // Strings are placed from the other end, so that nodes stay aligned.
     end_ -= size;
     string.copy(end_, size);
     return {end_, size};
   }
 
-  /// Gives back what was never needed of large pages. To be called when nothing is allocated any
-  /// more.
+  /// Releases the unused parts of large pages. To be called after the last allocation.
   void finish() noexcept {
     if (blockBytes_ >= core::kLargePage) {
       core::discardPages(position_, static_cast<std::size_t>(end_ - position_));
@@ -61,7 +61,7 @@ class Tree final : public Storage {
 
  private:
   static_assert(sizeof(Value) % kUnitAlignment == 0 && sizeof(Member) % kUnitAlignment == 0,
-                "what follows nodes is aligned as they are");
+                "memory after nodes is aligned as they are");
 
   ~Tree() override = default;
 
@@ -77,7 +77,7 @@ class Tree final : public Storage {
     return unit + sizeof(NodeUnit);
   }
 
-  // What is larger has a block of its own, so that little of a unit stays unused.
+  // Larger requests get their own block, so that little of a unit stays unused.
   static constexpr std::size_t kLargestPiece = NodeUnit::kBytes / 2;
   // Blocks grow by this factor up to this size.
   static constexpr std::size_t kGrowth = 4;
@@ -91,9 +91,9 @@ class Tree final : public Storage {
   std::string text_;
   std::vector<std::string> longStrings_;
   std::vector<std::unique_ptr<char, Delete>> blocks_;
-  char* position_ = nullptr;  // what is free of the newest unit
+  char* position_ = nullptr;  // start of the free part of the newest unit
   char* end_ = nullptr;
-  char* nextUnit_ = nullptr;  // what is free behind it of the newest block of units
+  char* nextUnit_ = nullptr;  // the next free unit of the newest block
   char* blockEnd_ = nullptr;
   std::size_t blockBytes_ = 0;
 };

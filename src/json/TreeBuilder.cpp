@@ -67,8 +67,8 @@ void TreeBuilder::closeWith(std::size_t index, std::size_t size, Rep::Content co
 
 Value TreeBuilder::finish() {
   tree_->finish();
-  // A copy of a value in the tree takes the reference, or the bytes of a single string, that it
-  // needs to outlive this builder.
+  // Copying a value in the tree adds the reference, or copies the bytes of a single string, so that
+  // the value outlives this builder.
   const Value root(*stack_.begin());
   return Value(root);
 }

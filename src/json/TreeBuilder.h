@@ -20,33 +20,33 @@ class Tree;
 /// Builds the value of a text, bottom-up, while the text is read.
 ///
 /// Finished values wait on a stack until the container around them is closed; then they move, in
-/// order, into memory of the tree that the result keeps. So there is no half-built container, no
-/// recursion and no allocation for a single value. Strings without escapes refer into the text,
-/// which the tree takes over.
+/// order, into memory of the tree that the result keeps. So there are no half-built containers, no
+/// recursion and no allocation for a single value. Strings without escapes refer to the text, which
+/// the tree owns.
 class TreeBuilder {
  public:
-  /// A finished value that has been taken off the stack.
+  /// A finished value that was taken off the stack.
   using Kept = detail::Rep;
 
-  /// Takes the text over: what is read must be read from text().
+  /// Takes ownership of the text; the text to read is then text().
   explicit TreeBuilder(std::string text);
   TreeBuilder(const TreeBuilder&) = delete;
   TreeBuilder& operator=(const TreeBuilder&) = delete;
   ~TreeBuilder();
 
-  /// The text, which stays where it is as long as the tree.
+  /// The text, which stays at its address as long as the tree lives.
   std::string_view text() const noexcept;
 
-  /// Is told where a key begins in the text, which is of no use here.
+  /// The position of a key, which this sink does not need.
   void beginKey(const char* /*position*/) const noexcept {}
 
-  /// Is told where a value begins in the text, which is of no use here.
+  /// The position of a value, which this sink does not need.
   void beginValue(const char* /*position*/) const noexcept {}
 
-  /// Is told where a key or a value ends in the text, which is of no use here.
+  /// The end of a key or a value, which this sink does not need.
   void end(const char* /*position*/) const noexcept {}
 
-  /// Adds the value null. This and every addition: amortised constant time.
+  /// Adds the value null. This and every addition: amortized constant time.
   /// \throws std::bad_alloc
   void addNull() { push(traits<std::nullptr_t>::index, 0, {}); }
 
@@ -78,19 +78,19 @@ class TreeBuilder {
     push(traits<std::uint64_t>::index, 0, content);
   }
 
-  /// Adds a string, or the key of the next member, whose bytes lie in text() or in the tree.
+  /// Adds a string, or the key of the next member, whose bytes are in text() or in the tree.
   void addStringOfText(std::string_view string) {
     detail::Rep::Content content{};
     content.characters = string.data();
     push(traits<std::string>::index, string.size(), content);
   }
 
-  /// Adds a string, or the key of the next member, whose bytes do not lie in text(): as a copy, or,
-  /// if it is long, as it is.
+  /// Adds a string, or the key of the next member, whose bytes are not in text(). A short string is
+  /// copied; a long one is moved.
   void addString(std::string&& string);
 
-  /// Opens an array or object; what is added next goes into it. An object takes keys and values in
-  /// turn. `note` is kept with it for whoever opened it.
+  /// Opens an array or object; the next values become its parts. An object receives keys and values
+  /// alternately. `note` is stored with the container for the caller.
   void open(std::uint8_t note = 0) {
     const std::size_t mark = stack_.size();
     detail::Rep::Content outer{};
@@ -99,7 +99,7 @@ class TreeBuilder {
     open_ = mark;
   }
 
-  /// The note of the innermost open container. \pre One is open.
+  /// The note of the innermost open container. \pre one is open
   std::uint8_t noteOfInnermost() const noexcept {
     return static_cast<std::uint8_t>(stack_[open_].size());
   }
@@ -107,13 +107,12 @@ class TreeBuilder {
   /// Closes the innermost container, which open() opened as an array.
   void closeArray();
 
-  /// Closes the innermost container, which open() opened as an object: orders the members by the
-  /// bytes of their keys and keeps the first of equal keys. n log n comparisons at most; linear for
-  /// members that come in order.
+  /// Closes the innermost container, which open() opened as an object: sorts the members by the
+  /// bytes of their keys and keeps the first of equal keys. At most n log n comparisons; linear for
+  /// members that are already in order.
   void closeObject();
 
-  /// The place of the value added last, for replace(). It stays valid until its container is
-  /// closed.
+  /// The place of the value added last, for replace(). It is valid until its container is closed.
   std::size_t lastPlace() const noexcept { return stack_.size() - 1; }
 
   /// The value added last.
@@ -122,25 +121,25 @@ class TreeBuilder {
   /// The name of the alternative of the value added last.
   const char* lastTypeName() const noexcept { return detail::typeNameOf(stack_.back().index()); }
 
-  /// Tells whether the value added last is a string.
+  /// Whether the value added last is a string.
   bool lastIsString() const noexcept { return stack_.back().index() == traits<std::string>::index; }
 
-  /// The bytes of the value added last. \pre It is a string.
+  /// The bytes of the value added last. \pre it is a string
   std::string_view lastString() const noexcept {
     return {stack_.back().content.characters, stack_.back().size()};
   }
 
-  /// Takes the value added last off the stack again.
+  /// Takes the value added last off the stack.
   Kept takeLast() noexcept {
     const Kept kept = stack_.back();
     stack_.truncate(stack_.size() - 1);
     return kept;
   }
 
-  /// Puts a value of this builder in the place of another.
+  /// Replaces the value at `place` by a value of this builder.
   void replace(std::size_t place, const Kept& kept) noexcept { stack_[place] = kept; }
 
-  /// Returns the one value that was added at the top. Ends the builder's use.
+  /// Returns the one value that was added at the top. The builder must not be used afterwards.
   Value finish();
 
  private:

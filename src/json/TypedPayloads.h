@@ -10,15 +10,15 @@
 
 namespace foundation::json {
 
-/// What the text reader remembers of objects with "qztype" or "qzdata" members while they are open.
+/// Keeps track of objects with "qztype" or "qzdata" members while they are open.
 ///
-/// Each "qztype" member may change how the payload before it is to be read. A payload is read at
-/// most once in each way, however many such members follow: what it was read as is kept.
+/// Each "qztype" member may change how the payload before it must be read. A payload is read at
+/// most once in each way, however many such members follow: each reading is kept.
 template <class Sink>
 class TypedPayloads {
  public:
-  /// Notes that the payload of the object open at `depth` begins at `position`. Returns the name of
-  /// the integer type to read it with, empty to read it as an ordinary value.
+  /// Records that the payload of the object open at `depth` begins at `position`. Returns the name
+  /// of the integer type to read it with, or empty to read it as an ordinary value.
   std::string_view beginPayload(std::size_t depth, const char* position) {
     Object& object = objectAt(depth);
     object.payload = position;
@@ -26,7 +26,7 @@ class TypedPayloads {
     return object.typeName;
   }
 
-  /// Notes that the payload begun last is the value that the sink has been given last.
+  /// Records that the payload begun last is the last value of the sink.
   void endPayload(const Sink& sink) {
     Object& object = objects_.back();
     if (!object.place) {
@@ -37,9 +37,9 @@ class TypedPayloads {
     }
   }
 
-  /// Notes a "qztype" member of the object open at `depth`: the last one that names one of the
-  /// eight types counts, other names are ignored. A payload that came before is replaced in the
-  /// sink by its integers.
+  /// Records a "qztype" member of the object open at `depth`: the last one that names one of the
+  /// eight types counts, other names are ignored. In the sink, an earlier payload is replaced by
+  /// its integers.
   ///
   /// On failure `position` is set to the first byte of the payload that is not accepted.
   ParseResult setType(std::size_t depth, std::string_view name, const char*& position,
@@ -66,7 +66,7 @@ class TypedPayloads {
     return kSuccess;
   }
 
-  /// Forgets the object open at `depth`, which is closed, and which may have no such members.
+  /// Forgets the object open at `depth`, which is being closed. It need not have such members.
   void leaveObject(std::size_t depth) noexcept {
     if (!objects_.empty() && objects_.back().depth == depth) {
       objects_.pop_back();
@@ -78,10 +78,10 @@ class TypedPayloads {
     std::size_t depth;
     std::string_view typeName = {};         // static; empty until a known name is read
     const char* payload = nullptr;          // the payload read last
-    std::optional<std::size_t> place = {};  // the first payload's: the one that is stored
+    std::optional<std::size_t> place = {};  // of the first payload, which is the one stored
     std::array<std::optional<typename Sink::Kept>, 2> readings = {};  // as signed, as unsigned
 
-    // How the payload was read with the current type, if it was.
+    // The payload's reading with the current type, if there is one.
     std::optional<typename Sink::Kept>& reading() noexcept {
       return readings[isSignedType(typeName) ? 0 : 1];
     }
@@ -94,7 +94,7 @@ class TypedPayloads {
     return objects_.back();
   }
 
-  std::vector<Object> objects_;  // those of the open objects that have such members
+  std::vector<Object> objects_;  // the open objects that have such members
 };
 
 }  // namespace foundation::json

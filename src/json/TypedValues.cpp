@@ -67,7 +67,8 @@ ParseResult readInteger(const char*& position, const char* end, std::string_view
     }
   }
   digits = {begin, static_cast<std::size_t>(position - begin)};
-  // What may not touch the digits; behind white space it is only no separator.
+  // Characters that may not directly follow the digits. After white space they are only wrong
+  // separators.
   constexpr std::string_view kForbidden = ".eE\"{";
   if (position != end && kForbidden.find(*position) != std::string_view::npos) {
     return kNoInteger;

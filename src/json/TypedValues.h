@@ -16,10 +16,10 @@ constexpr std::string_view kTypeKey = "qztype";
 constexpr std::string_view kPayloadKey = "qzdata";
 
 /// Returns `name`, in static memory, if it is one of the eight names of integer types, "int8" to
-/// "uint64"; else an empty text.
+/// "uint64"; otherwise an empty text.
 std::string_view knownTypeName(std::string_view name) noexcept;
 
-/// Tells whether a type name is of the signed group. The width in a name is not applied: elements
+/// Whether a type name belongs to the signed group. The width in a name is not applied: elements
 /// are signed or unsigned 64-bit integers.
 bool isSignedType(std::string_view name) noexcept;
 
@@ -29,19 +29,19 @@ std::int64_t toSaturatedInt64(std::string_view digits, bool negative) noexcept;
 /// Converts the digits of an integer to the nearest unsigned 64-bit value; a negative one is 0.
 std::uint64_t toSaturatedUint64(std::string_view digits, bool negative) noexcept;
 
-/// Reads one element of a payload: an optional minus sign and digits, of which a zero stands alone.
+/// Reads one element of a payload: an optional minus sign and digits; a zero has no further digits.
 ///
-/// `position` is advanced behind the digits or, on failure, to the first byte that is not accepted.
+/// Advances `position` past the digits or, on failure, to the first byte that is not accepted.
 ParseResult readInteger(const char*& position, const char* end, std::string_view& digits,
                         bool& negative) noexcept;
 
 /// Reads a payload as an array of signed or unsigned 64-bit integers into `sink`: open(),
-/// addInteger() for each element, closeArray(). Tells where the array begins, and where each
+/// addInteger() for each element, closeArray(). Reports where the array begins, and where each
 /// element begins and ends.
 ///
-/// `position` is advanced behind the closing bracket or, on failure, to the first byte that is not
-/// accepted; what the sink has been given is void then. Returns kEndOfText, without reading, for a
-/// name that is none of the eight.
+/// Advances `position` past the closing bracket or, on failure, to the first byte that is not
+/// accepted; the sink's content is then invalid. Returns kEndOfText, without reading, for a name
+/// that is not one of the eight.
 template <class Sink>
 ParseResult readTypedPayload(std::string_view typeName, const char*& position, const char* end,
                              bool allowComments, Sink& sink) {

@@ -1,5 +1,5 @@
-// The section "components": the packages to delete and to extract of each component, gathered in
-// the parser's two tables for the products.
+// The section "components": collects the packages to delete and to extract of each component in the
+// parser's two tables, for the products.
 
 #include <utility>
 
@@ -16,14 +16,14 @@ using foundation::json::Member;
 using foundation::json::Object;
 using foundation::json::Value;
 
-// Adds to a table what a component has, unless it has nothing or a component of that name came
-// first.
+// Adds the packages of a component to a table, unless there are none or a component with that name
+// came first.
 template <class Table>
 void addToTable(Table& table, const std::u16string& name, typename Table::mapped_type packages) {
   if (packages.empty()) {
     return;
   }
-  // Names mostly come in order: the end is the place for them.
+  // Names mostly come in order, so they belong at the end.
   table.emplace_hint(table.end(), name, std::move(packages));
 }
 

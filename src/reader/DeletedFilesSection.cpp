@@ -22,7 +22,7 @@ std::vector<std::u16string> readFiles(const Value& pkg) {
   std::vector<std::u16string> files;
   files.reserve(entries.size());
   for (const Value& entry : entries) {
-    // Paths are UTF-8 by their nature; names go through the general conversion.
+    // Paths are always UTF-8; names use the general conversion.
     files.push_back(fl::i18n::utf8_to_ustring(entry.as<std::string_view>()));
   }
   return files;

@@ -8,26 +8,26 @@
 
 namespace install::update_metadata_parser {
 
-/// Reports a member that is absent or of the wrong kind: "Invalid data provided for '", the context
-/// with the key directly behind it, and "'".
+/// Reports a member that is absent or of the wrong kind: throws "Invalid data provided for '", the
+/// context directly followed by the key, and "'".
 [[noreturn]] inline void throwInvalidData(std::string_view key, std::string_view context) {
   std::string message = "Invalid data provided for '";
   message.append(context).append(key).append("'");
   throw std::runtime_error(message);
 }
 
-/// Returns the member `key` of `object` as T. The way to every member that a document must have.
+/// Returns the member `key` of `object` as T. Used for every member that a document must have.
 ///
-/// A null passes the first test and fails in the conversion: so a null is told from a member that
-/// is absent or of another kind.
+/// A null passes the first test and fails in the conversion: this distinguishes a null from a
+/// member that is absent or of another kind.
 ///
 /// \param key      of the member, in UTF-8
 /// \param object   where it is looked up
-/// \param context  put before the key in the message
+/// \param context  precedes the key in the message
 ///
-/// \throws std::runtime_error  "Invalid data provided for '...'": the member is absent or holds
+/// \throws std::runtime_error  "Invalid data provided for '...'": the member is absent or is
 ///                             neither T nor null; "invalid conversion: ... to ...": it is null, or
-///                             `object` is no object
+///                             `object` is not an object
 template <class T>
 T getMember(std::string_view key, const foundation::json::Value& object, std::string_view context) {
   const foundation::json::Value& member = object[key];
@@ -37,26 +37,26 @@ T getMember(std::string_view key, const foundation::json::Value& object, std::st
   return member.as<T>();
 }
 
-/// As getMember(), for a string.
+/// Like getMember(), for a string.
 inline std::string getString(std::string_view key, const foundation::json::Value& object,
                              std::string_view context) {
   return getMember<std::string>(key, object, context);
 }
 
-/// As getMember(), for a number. The typed 64-bit integers are none.
+/// Like getMember(), for a number. The typed 64-bit integers do not count as numbers.
 inline double getNumber(std::string_view key, const foundation::json::Value& object,
                         std::string_view context) {
   return getMember<double>(key, object, context);
 }
 
-/// As getMember(), for an object.
+/// Like getMember(), for an object.
 inline foundation::json::Object getObject(std::string_view key,
                                           const foundation::json::Value& object,
                                           std::string_view context) {
   return getMember<foundation::json::Object>(key, object, context);
 }
 
-/// As getMember(), for an array.
+/// Like getMember(), for an array.
 inline foundation::json::Array getArray(std::string_view key, const foundation::json::Value& object,
                                         std::string_view context) {
   return getMember<foundation::json::Array>(key, object, context);

@@ -12,15 +12,15 @@ namespace {
 
 using foundation::json::Value;
 
-// What is kept of a release.
+// The fields of a release that are kept.
 struct ReleaseFields {
   std::u16string family;
   std::u16string version;
   double update;
 };
 
-// Reads all fields of a release, in the order that decides which fault is reported. Those that are
-// not kept are checked, too. The first look-up rejects what is not an object.
+// Reads all fields of a release, in the order that decides which fault is reported. Fields that are
+// not kept are checked as well. The first look-up rejects anything that is not an object.
 ReleaseFields readRelease(const Value& release) {
   getString("zelvan_version", release, "");
   getString("date", release, "");
@@ -43,7 +43,7 @@ void UpdateMetaDataJsonParser::parseMetaData(const Value& metadata) {
 }
 
 void UpdateMetaDataJsonParser::parseReleaseData(const Value& release, const std::string& key) {
-  // A release that is null is left as the handler made it; one that is absent is an error.
+  // A null release stays as the handler made it; an absent one is an error.
   if (release.is<std::nullptr_t>()) {
     return;
   }

@@ -8,15 +8,15 @@ namespace install::update_metadata_parser {
 
 static_assert(std::is_same_v<std::int64_t, long>, "byte counts are of type long on the target");
 
-/// Cuts a number of a document toward zero. What the result cannot hold, infinities and NaN
-/// included, becomes its minimum, whatever the sign.
+/// Truncates a number of a document toward zero. A number that the result cannot represent, such as
+/// an infinity or NaN, becomes the minimum, whatever its sign.
 template <class Integer>
 Integer truncated(double number) noexcept {
   // The first number above the range is a power of two, which a double holds exactly.
   constexpr double kLimit = -static_cast<double>(std::numeric_limits<Integer>::min());
-  // What lies between the minimum and the integer below is cut to the minimum, which numbers too
-  // small become as well; so it does not matter whether a double tells the two bounds apart. NaN is
-  // neither above nor below anything.
+  // Numbers between the minimum and the integer below it are truncated to the minimum, and so are
+  // smaller ones, so it does not matter whether a double distinguishes the two bounds. Comparisons
+  // with NaN are false.
   if (number > -kLimit - 1 && number < kLimit) {
     return static_cast<Integer>(number);
   }
@@ -28,8 +28,8 @@ inline std::int64_t toByteCount(double number) noexcept {
   return truncated<std::int64_t>(number);
 }
 
-/// An update level as the handler takes it, from a document's number. The handler narrows it
-/// further, to eight bits: toStoredUpdateLevel() in UpdateMetaDataHandler.cpp.
+/// An update level in the form that the handler accepts, from a document's number. The handler
+/// narrows it further, to eight bits: toStoredUpdateLevel() in UpdateMetaDataHandler.cpp.
 inline int toIntUpdateLevel(double number) noexcept {
   return truncated<int>(number);
 }

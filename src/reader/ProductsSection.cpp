@@ -1,4 +1,4 @@
-// The section "products": the components that each product names, handed to the handler with the
+// The section "products": the components that each product names, passed to the handler with the
 // tables of their packages.
 
 #include "fl/i18n.h"

@@ -11,13 +11,13 @@
 namespace install::update_metadata_parser {
 namespace {
 
-// Pieces grow with the text, so that they are few. The first holds most documents whole; the
-// largest bounds what is in memory twice at a time.
+// Pieces grow with the text, so that there are few of them. The first holds most documents whole;
+// the largest limits how much is in memory twice at a time.
 constexpr std::size_t kFirstPiece = std::size_t{1} << 20;
 constexpr std::size_t kLargestPiece = std::size_t{64} << 20;
 
-// Bytes asked for at a time: they are cleared before they are read, which is cheap while they stay
-// in the processor's cache.
+// How many bytes to request at a time: they are cleared before they are read, which is cheap while
+// they stay in the processor's cache.
 constexpr std::size_t kReadBytes = std::size_t{64} << 10;
 
 std::string withRoomFor(std::size_t bytes) {
@@ -27,7 +27,7 @@ std::string withRoomFor(std::size_t bytes) {
   return text;
 }
 
-// Gives fewer than `bytes` only at the end.
+// Returns fewer than `bytes` only at the end.
 std::string readPiece(std::streambuf& buffer, std::size_t bytes) {
   std::string piece = withRoomFor(bytes);
   while (piece.size() != bytes) {
@@ -61,7 +61,7 @@ std::string readToEnd(std::streambuf& buffer) {
   std::string text = withRoomFor(size);
   for (std::string& piece : pieces) {
     text += piece;
-    // Freed at once: only a piece at a time is in memory twice.
+    // Freed at once, so that only one piece at a time is in memory twice.
     piece = std::string();
   }
   return text;

@@ -34,7 +34,7 @@ std::shared_ptr<UpdateMetaData> UpdateMetaDataJsonParser::parseUpdateMetaDataJso
   setupUpdateMetaDataHandler();
   std::shared_ptr<UpdateMetaData> updateMetaData = setupUpdateMetaData();
   const Object document = getJsonObjFromFile(metaDataFilePath);
-  // Each section is looked up when its turn comes, so that what comes before a missing one is read.
+  // Each section is looked up only when it is read, so that those before a missing one are read.
   // The products need the tables that the components fill.
   parseMetaData(document.at("metadata"));
   parseComponentData(document.at("components"));
@@ -63,7 +63,7 @@ Object UpdateMetaDataJsonParser::getJsonObjFromFile(const std::u16string& path) 
   try {
     return foundation::json::parseJsonText(std::move(text)).as<Object>();
   } catch (const std::exception&) {
-    // Callers are told which document, not what is wrong in it.
+    // The caller learns which document is at fault, not what is wrong in it.
     throw std::runtime_error(kParseFailure + fl::i18n::to_string(path));
   }
 }

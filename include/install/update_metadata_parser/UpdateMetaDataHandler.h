@@ -22,20 +22,20 @@
 
 namespace install::update_metadata_parser {
 
-/// Owns the model of one document and the product catalogue, fills the model on the reader's behalf
-/// and answers questions about it.
+/// Owns the model of one document and the product catalogue, fills the model on behalf of the
+/// reader, and answers queries about it.
 ///
 /// The reader and the facade call every virtual operation through the object, so that a derived
 /// handler can replace any of them. The order of the virtual operations is binary interface.
 ///
-/// Nothing is synchronised: a handler belongs to one thread at a time, but the last owner may let
-/// go of it in any thread. The handler raises no error of its own; those of the model and of the
+/// Nothing is synchronized: a handler belongs to one thread at a time, except that the last owner
+/// may release it in any thread. The handler itself throws no errors; those of the model and of the
 /// catalogue pass through, and so does std::bad_alloc.
 ///
-/// All strings are UTF-16 and are stored unchanged; all sizes are bytes. Every result is the
+/// All strings are UTF-16 and are stored unchanged; all sizes are in bytes. Every result is the
 /// caller's own copy, except that handles share the model. An operation that states no cost takes
-/// constant time, except for copying strings; one that names no error throws only std::bad_alloc,
-/// unless a derived handler's operation that it calls throws another.
+/// constant time, except for copying strings. An operation that documents no error throws only
+/// std::bad_alloc, unless a derived handler's operation that it calls throws something else.
 class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
  public:
   /// Sizes of packages to delete, by component name, then by package name.
@@ -53,22 +53,22 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// Releases the catalogue, then the root, then the model.
   virtual ~UpdateMetaDataHandler();
 
-  /// Gives the root new, empty release data in place of what it held.
+  /// Gives the root new, empty release data, replacing any that it had.
   virtual void initializeReleaseData() const;
 
-  /// Gives the release data a new, empty base release in place of what it held.
+  /// Gives the release data a new, empty base release, replacing any that it had.
   ///
   /// \pre initializeReleaseData() has been called; not checked.
   virtual void initializeBaseRelease() const;
 
-  /// Gives the release data a new, empty target release in place of what it held.
+  /// Gives the release data a new, empty target release, replacing any that it had.
   ///
   /// \pre initializeReleaseData() has been called; not checked.
   virtual void initializeTargetRelease() const;
 
   /// Sets the family of the base release.
   ///
-  /// \pre for this and every other operation on a release: the releases have been initialised; not
+  /// \pre for this and every other operation on a release: the releases have been initialized; not
   /// checked.
   virtual void setBaseReleaseFamily(const std::u16string& family);
 
@@ -97,27 +97,27 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Sets the update level of the target release.
   ///
-  /// Only the low eight bits of `level` are kept and are read back as a signed byte: 300 comes
-  /// back as 44, 200 as -56, 256 as 0. Nothing is clamped and no level is an error.
+  /// Only the low eight bits of `level` are kept and are read back as a signed byte: 300 comes back
+  /// as 44, 200 as -56, 256 as 0. Nothing is clamped and no level is an error.
   virtual void setTargetUpdateLevelForQorv(int level) const;
 
   /// Returns the update level of the target release, from -128 to 127; 0 until it is set.
   virtual int getTargetUpdateLevelForQorv() const;
 
-  /// Keeps the architecture that the document was made for. No operation reads it back.
+  /// Stores the architecture that the document was made for. No operation reads it back.
   virtual void setMetaDataArch(const std::u16string& arch) const;
 
   /// Adds one product with its components and their packages at the end of the model's products.
   ///
-  /// A name given twice makes two components with the same packages. A component that a table does
-  /// not hold has no packages. The product is attached last: if anything fails, the root is
+  /// A name given twice makes two components with the same packages. A component that is missing
+  /// from a table has no packages. The product is attached last: if anything fails, the root is
   /// unchanged and everything made for the product is released.
   ///
   /// \param name            the product's name
   /// \param compsToDelete   names of the components to delete
   /// \param compsToExtract  names of the components to extract
-  /// \param pkgsToDelete    packages by component, taken in the order of their names
-  /// \param pkgsToExtract   packages by component, taken in their order, repeats included
+  /// \param pkgsToDelete    packages by component, added in the order of their names
+  /// \param pkgsToExtract   packages by component, added in their order, repeats included
   ///
   /// Makes one element for each package of each named component; constant time for each.
   virtual void setProductDeltaData(const std::u16string& name,
@@ -136,18 +136,18 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
       const std::vector<std::u16string>& files) const;
 
   /// Adds one component with such packages at the end of the model's components with files to
-  /// delete, also when `pkgs` is empty.
+  /// delete, even if `pkgs` is empty.
   ///
-  /// A package of another handler's model is refused with the model framework's exception; the root
-  /// is then unchanged. A package given twice is added once. Linear in `pkgs`, if none of them has
-  /// been in a list before; one that has is searched for.
+  /// A package of another handler's model is rejected with the model framework's exception; the
+  /// root is then unchanged. A package given twice is added once. Linear in `pkgs` if none of them
+  /// has been in a list before; a package that has been must be searched for.
   virtual void setComponentDataWithFilesToDelete(
       const std::u16string& name,
       const std::vector<datamodels::product_update::PkgDataWithFilesToDelete>& pkgs) const;
 
   /// Lists the packages to extract by product base code.
   ///
-  /// A product without packages to extract has no entry and the catalogue is not asked for it. Of
+  /// A product without packages to extract has no entry and is not looked up in the catalogue. Of
   /// two products with one base code, the earlier in model order has the entry; the later one is
   /// left out, not merged.
   ///
@@ -161,8 +161,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Lists the packages to extract of the products whose name is getProductName(productBaseCode).
   ///
-  /// Calls getProductName() once for each product of the model, not once for all; an empty model
-  /// never opens the catalogue. All products of that name contribute. The catalogue's errors pass
+  /// Calls getProductName() once for each product of the model, not once in total; an empty model
+  /// never opens the catalogue. All products with that name contribute. The catalogue's errors pass
   /// through. O(n log n) comparisons for their n packages.
   virtual std::set<std::u16string> getComponentsToExtract(
       const std::u16string& productBaseCode, const std::u16string& productDataLocation);
@@ -176,17 +176,17 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   virtual std::set<std::u16string> getComponentsToDelete(const std::u16string& productBaseCode,
                                                          const std::u16string& productDataLocation);
 
-  /// Lists the packages with single files to delete: the files, then the package's size in bytes,
-  /// by package key. A package without files has an entry with an empty set; of two packages with
-  /// one key the first in model order has the entry. O(n log n) comparisons for n packages and
+  /// Lists the packages with single files to delete, by package key: the files, then the package's
+  /// size in bytes. A package without files has an entry with an empty set; of two packages with
+  /// one key, the earlier in model order has the entry. O(n log n) comparisons for n packages and
   /// files.
   virtual std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>>
   getComponentsWithFilesToDelete() const;
 
-  /// Tells each package to extract its size and its unpacked size in bytes, by package key.
+  /// Lists the size and the unpacked size in bytes of each package to extract, by package key.
   ///
-  /// Nothing is added up: of two packages with one key, also in two products, the first in model
-  /// order keeps its two numbers. O(n log n) comparisons for n packages.
+  /// Nothing is added up: of two packages with one key, even in different products, the earlier in
+  /// model order determines both numbers. O(n log n) comparisons for n packages.
   virtual std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>
   getUpdateSizeForComponentsToExtract() const;
 
@@ -195,14 +195,14 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Opens the product catalogue at `productDataLocation` if none is open yet.
   ///
-  /// The first location that opens wins for the handler's life; every later one is ignored. What
-  /// the catalogue's constructor throws passes through; then none is open and the next call tries
-  /// again. As long as the catalogue takes to open.
+  /// The first location that can be opened is used for the handler's life; later ones are ignored.
+  /// Exceptions of the catalogue's constructor pass through; then no catalogue is open and the next
+  /// call tries again. Takes as long as opening the catalogue.
   virtual void initializeProductDataProvider(const std::u16string& productDataLocation);
 
   /// Returns the catalogue's product name for a base code, unchanged; the catalogue answers an
-  /// unknown code with an empty string. Calls initializeProductDataProvider() first, every time.
-  /// What that and the catalogue throw passes through. One look-up in the catalogue.
+  /// unknown code with an empty string. Always calls initializeProductDataProvider() first.
+  /// Exceptions of both pass through. One look-up in the catalogue.
   virtual std::u16string getProductName(const std::u16string& productBaseCode,
                                         const std::u16string& productDataLocation);
 
@@ -212,8 +212,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Adds a component to delete to `product` for each name, with its packages, in the given order.
   ///
-  /// This and the next three throw only std::bad_alloc; what was complete by then stays added.
-  /// Constant time for each package added, and a look-up of each component in the table.
+  /// This operation and the next three throw only std::bad_alloc; what was complete by then stays
+  /// added. Constant time for each package added, and one look-up of each component in the table.
   void setCompsToDelete(const datamodels::product_update::ProductDeltaData& product,
                         const std::vector<std::u16string>& names,
                         const PkgsToDelete& pkgsToDelete) const;
@@ -223,13 +223,13 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
                          const std::vector<std::u16string>& names,
                          const PkgsToExtract& pkgsToExtract) const;
 
-  /// Adds the packages that `pkgsToDelete` holds for `componentName` to `component`, by name.
+  /// Adds the packages of `componentName` in `pkgsToDelete` to `component`, in the order of their
+  /// names.
   void setPkgsToDelete(const std::u16string& componentName,
                        const datamodels::product_update::ComponentDeltaData& component,
                        const PkgsToDelete& pkgsToDelete) const;
 
-  /// Adds the packages that `pkgsToExtract` holds for `componentName` to `component`, as they
-  /// stand.
+  /// Adds the packages of `componentName` in `pkgsToExtract` to `component`, in the given order.
   void setPkgsToExtract(const std::u16string& componentName,
                         const datamodels::product_update::ComponentDeltaData& component,
                         const PkgsToExtract& pkgsToExtract) const;
@@ -243,9 +243,9 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
       const UpdatePkgData& pkg) const;
 
  protected:
-  // Destroyed in reverse: the catalogue goes before the root, and the root before the model.
-  mf::zero::Model model;                                   ///< in which every element is made
-  datamodels::product_update::ProductUpdateMetaData root;  ///< of the tree
+  // Destroyed in reverse: the catalogue before the root, and the root before the model.
+  mf::zero::Model model;                                   ///< creates every element
+  datamodels::product_update::ProductUpdateMetaData root;  ///< the root of the tree
 
   /// The product catalogue; empty until initializeProductDataProvider() opens it.
   std::shared_ptr<product_data_provider::ProductDataProvider> productDataProvider;

@@ -9,7 +9,7 @@
 
 namespace install::update_metadata_parser {
 
-/// One package to extract, as the reader hands it to the handler.
+/// One package to extract, as the reader passes it to the handler.
 struct UPDATE_METADATA_PARSER_EXPORT UpdatePkgData {
   std::u16string name;                 ///< package name, UTF-16
   std::int64_t size = 0;               ///< bytes to fetch; negative values are kept

@@ -4,7 +4,7 @@
 
 #include "install/update_metadata_parser/Export.h"
 
-/// The semantic version of these headers. Nothing else states it: the build, the packages and
+/// The semantic version of these headers. It is defined only here: the build, the packages and
 /// version() read it from here.
 #define UPDATE_METADATA_PARSER_VERSION_MAJOR 1
 #define UPDATE_METADATA_PARSER_VERSION_MINOR 0
@@ -12,10 +12,10 @@
 
 namespace install::update_metadata_parser {
 
-/// Tells the version of the library that the process runs with, as "major.minor.patch".
+/// Returns the version of the library that the process runs with, as "major.minor.patch".
 ///
-/// It can be newer than the macros above, which say what the caller was compiled against. The text
-/// is static. Throws nothing.
+/// It can be newer than the macros above, which are the version that the caller was compiled with.
+/// The text is static. Throws nothing.
 UPDATE_METADATA_PARSER_EXPORT const char* version() noexcept;
 
 }  // namespace install::update_metadata_parser

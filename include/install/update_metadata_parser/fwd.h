@@ -2,8 +2,8 @@
 
 #pragma once
 
-// The forward declarations that the headers of this folder need, of this library's types, the JSON
-// value's and the product catalogue's. These headers declare nothing forward themselves.
+// Forward declarations for the headers of this folder: types of this library, of the JSON value and
+// of the product catalogue. The other headers contain none.
 
 namespace foundation::json {
 

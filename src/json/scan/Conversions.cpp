@@ -9,10 +9,10 @@
 namespace foundation::json::detail {
 namespace {
 
-// Tells whether the magnitude of a number that no double can hold is too large, not too small: by
-// the power of ten of its first digit that is not zero.
+// For the magnitude of a number that no double can represent: whether it is too large rather than
+// too small, by the power of ten of its first nonzero digit.
 bool isTooLarge(std::string_view number) noexcept {
-  // Far beyond every length of a text, and ten times as much is still a number.
+  // Far beyond the length of any text, and ten times as much still does not overflow.
   constexpr std::ptrdiff_t kSaturated = std::numeric_limits<std::ptrdiff_t>::max() / 16;
   const std::size_t marker = std::min(number.find_first_of("eE"), number.size());
   const std::string_view mantissa = number.substr(0, marker);
@@ -44,7 +44,8 @@ double string_to_double(std::string_view number) noexcept {
   double result = 0;
   const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), result);
   if (error == std::errc::result_out_of_range) {
-    // from_chars leaves its output alone then and does not tell which end of the range was left.
+    // from_chars then leaves its output unchanged and does not report which end of the range was
+    // exceeded.
     result = isTooLarge(number) ? std::numeric_limits<double>::infinity() : 0.0;
     return number.front() == '-' ? -result : result;
   }

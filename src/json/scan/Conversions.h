@@ -6,21 +6,21 @@
 
 namespace foundation::json::detail {
 
-/// Copies the bytes from `begin` up to `end`, taken as UTF-8 unchecked.
+/// Copies the bytes from `begin` up to `end`, assumed to be UTF-8 and not checked.
 std::string get_utf8_string(const char* begin, const char* end);
 
 /// Converts a number in JSON's form to the nearest double, ties to even, whatever the locale.
 ///
-/// Leading zeros are accepted. What is too large becomes infinity and what is too small zero, both
-/// with the number's sign. Linear.
+/// Leading zeros are accepted. Too large a magnitude becomes infinity and too small a one zero,
+/// both with the number's sign. Linear.
 ///
 /// \pre `number` is an optional "-", digits, and optionally a fraction and an exponent
 double string_to_double(std::string_view number) noexcept;
 
-/// The most bytes that one UTF-16 unit takes in UTF-8.
+/// The maximum number of UTF-8 bytes for one UTF-16 unit.
 constexpr std::size_t kUtf8BytesOfUnit = 3;
 
-/// Writes one code point as UTF-8, at most four bytes, and returns the end of what it wrote.
+/// Writes one code point as UTF-8, at most four bytes, and returns the end of the output.
 inline char* writeUtf8(char32_t point, char* out) noexcept {
   const auto write = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
   if (point < 0x80) {
@@ -41,8 +41,8 @@ inline char* writeUtf8(char32_t point, char* out) noexcept {
   return out;
 }
 
-/// Writes UTF-16 units as UTF-8, at most kUtf8BytesOfUnit for each, and returns the end of what it
-/// wrote. An unpaired surrogate becomes U+FFFD.
+/// Writes UTF-16 units as UTF-8, at most kUtf8BytesOfUnit bytes for each, and returns the end of
+/// the output. An unpaired surrogate becomes U+FFFD.
 inline char* writeUtf8(std::u16string_view units, char* out) noexcept {
   constexpr char32_t kReplacement = 0xFFFD;
   const auto isHighSurrogate = [](char16_t unit) { return (unit & 0xFC00) == 0xD800; };

@@ -7,8 +7,8 @@
 
 namespace foundation::json {
 
-/// Steps over digits from `position` on, at most to `end`, and appends them to `integer` as decimal
-/// places; it wraps round beyond 64 bits. Returns the first byte that is no digit.
+/// Reads digits from `position` up to `end` and appends them to `integer` as decimal places; it
+/// wraps around beyond 64 bits. Returns the position of the first byte that is not a digit.
 inline const char* readDigitsPlain(const char* position, const char* end,
                                    std::uint64_t& integer) noexcept {
   while (position != end && fl::i18n::lcctype::isdigit_ascii(*position)) {
@@ -20,8 +20,8 @@ inline const char* readDigitsPlain(const char* position, const char* end,
 
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
 
-/// As readDigitsPlain(), eight bytes a step, without a branch for each digit. For processors whose
-/// numbers begin with the lowest byte.
+/// Like readDigitsPlain(), but reads eight bytes per step, without a branch for each digit. For
+/// little-endian processors.
 inline const char* readDigitsByEight(const char* position, const char* end,
                                      std::uint64_t& integer) noexcept {
   constexpr std::uint64_t kOnes = 0x0101010101010101u;
@@ -30,15 +30,15 @@ inline const char* readDigitsByEight(const char* position, const char* end,
   while (end - position >= 8) {
     std::uint64_t word;
     std::memcpy(&word, position, sizeof word);
-    // The high bit of the first byte that is no digit, and perhaps of others behind it.
+    // The high bit of the first byte that is not a digit, and possibly of bytes after it.
     const std::uint64_t others =
         ((word + kOnes * (0x7F - '9')) | (word - kOnes * '0')) & (kOnes * 0x80);
     const int count = others == 0 ? 8 : __builtin_ctzll(others) / 8;
     if (count == 0) {
       return position;
     }
-    // The digits move to the high bytes, zeros in front of them; then neighbours are joined: bytes
-    // to pairs, pairs to fours, fours to eight.
+    // The digits move to the high bytes, with zeros in front of them. Then neighbors are joined:
+    // bytes to pairs, pairs to fours, fours to eight.
     std::uint64_t digits = (word ^ (kOnes * '0')) << (64 - 8 * count);
     digits = digits * 10 + (digits >> 8);
     digits = ((digits & 0x000000FF000000FFu) * ((std::uint64_t{1000000} << 32) + 100) +
@@ -55,7 +55,7 @@ inline const char* readDigitsByEight(const char* position, const char* end,
 
 #endif
 
-/// The quickest of the above that the target always has.
+/// The fastest of the above that the target always supports.
 inline const char* readDigits(const char* position, const char* end,
                               std::uint64_t& integer) noexcept {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__

@@ -43,7 +43,7 @@ unsigned digitValue(char byte) noexcept {
   return kDigitValues[static_cast<unsigned char>(byte)];
 }
 
-// Reads four hexadecimal digits, which the text has bytes for.
+// Reads four hexadecimal digits. \pre the text has four more bytes
 [[gnu::always_inline]] inline ParseResult readUnit(const char*& position, char16_t& unit) noexcept {
   const unsigned first = digitValue(position[0]);
   const unsigned second = digitValue(position[1]);
@@ -60,8 +60,9 @@ unsigned digitValue(char byte) noexcept {
   return kSuccess;
 }
 
-// Reads what follows "\u": one unit, or two if the first is a high surrogate. Whether the second is
-// a low one makes no difference here: the conversion replaces what does not pair.
+// Reads the rest of an escape after "\u": one unit, or two if the first is a high surrogate.
+// Whether the second is a low one does not matter here: the conversion replaces unpaired
+// surrogates.
 ParseResult decodeUnicodeEscape(const char*& position, const char* end, char*& out) noexcept {
   if (end - position < kUnitDigits) {
     return kEndOfText;
@@ -94,7 +95,7 @@ ParseResult decodeUnicodeEscape(const char*& position, const char* end, char*& o
   return kSuccess;
 }
 
-// Reads what follows a backslash.
+// Reads the rest of an escape after the backslash.
 ParseResult decodeEscape(const char*& position, const char* end, char*& out) noexcept {
   if (position == end) {
     return kEndOfText;
@@ -134,7 +135,7 @@ ParseResult decodeEscape(const char*& position, const char* end, char*& out) noe
 }  // namespace
 
 ParseResult decodeString(const char*& position, const char* end, std::string& text) {
-  // One escape after the other is gathered here, and copied in one piece.
+  // Collects consecutive escapes, which are then copied in one piece.
   char decoded[512];
   constexpr std::size_t kLongText = std::size_t{1} << 20;
   constexpr std::size_t kMostOfEscape = 2 * detail::kUtf8BytesOfUnit;
@@ -148,7 +149,7 @@ ParseResult decodeString(const char*& position, const char* end, std::string& te
     }
     const char* const special = findQuoteOrBackslash(position, end);
     if (text.size() > kLongText && text.capacity() - text.size() < sizeof decoded) {
-      // Once, in place of growing step by step: no string is longer than what it is read from.
+      // Once, instead of growing step by step: no string is longer than its source.
       text.reserve(text.size() + sizeof decoded + static_cast<std::size_t>(end - position));
     }
     text.append(decoded, out);

@@ -6,10 +6,10 @@
 
 namespace foundation::json {
 
-/// Decodes the rest of a string from its first backslash on.
+/// Decodes the rest of a string, starting at its first backslash.
 ///
-/// `position` stands at the backslash; it is advanced behind the closing quotation mark or, on
-/// failure, to the first byte that is not accepted. The bytes are appended to `text`.
+/// `position` is at the backslash. It is advanced past the closing quotation mark or, on failure,
+/// to the first byte that is not accepted. The bytes are appended to `text`.
 ///
 /// Returns kSuccess, kEndOfText, kBadEscape or kBadUnicodeEscape.
 ParseResult decodeString(const char*& position, const char* end, std::string& text);

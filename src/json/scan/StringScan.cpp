@@ -8,7 +8,7 @@ namespace foundation::json {
 const char* findQuoteOrBackslashPlain(const char* position, const char* end) noexcept {
   constexpr std::uint64_t kOnes = 0x0101010101010101u;
   constexpr std::uint64_t kHighBits = kOnes * 0x80;
-  // Sets the high bit of every byte that is zero, and perhaps of others behind one that is.
+  // Sets the high bit of every zero byte, and possibly of bytes after one.
   const auto zeroBytes = [](std::uint64_t word) { return (word - kOnes) & ~word & kHighBits; };
   for (; end - position >= 8; position += 8) {
     std::uint64_t word;

@@ -8,7 +8,7 @@
 
 namespace foundation::json {
 
-/// Returns the first byte from `position` on that is no white space, `end` if there is none.
+/// Returns the position of the first byte at or after `position` that is not white space, or `end`.
 inline const char* skipSpacesPlain(const char* position, const char* end) noexcept {
   while (position != end && fl::i18n::lcctype::isspace_ascii(*position)) {
     ++position;
@@ -18,12 +18,12 @@ inline const char* skipSpacesPlain(const char* position, const char* end) noexce
 
 #if defined(__SSE2__)
 
-/// As skipSpacesPlain(), sixteen bytes a step, with what every x86-64 processor has: the
-/// indentation of most lines is one step.
+/// Like skipSpacesPlain(), sixteen bytes per step, with instructions that every x86-64 processor
+/// has: the indentation of most lines takes one step.
 inline const char* skipSpacesSse2(const char* position, const char* end) noexcept {
   for (; end - position >= 16; position += 16) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(position));
-    // Tabulator to carriage return are those that are at most four above the tabulator.
+    // Tab to carriage return are the bytes at most four above the tab.
     const __m128i aboveTab = _mm_sub_epi8(bytes, _mm_set1_epi8('\t'));
     const __m128i isControl =
         _mm_cmpeq_epi8(_mm_min_epu8(aboveTab, _mm_set1_epi8('\r' - '\t')), aboveTab);
@@ -38,7 +38,7 @@ inline const char* skipSpacesSse2(const char* position, const char* end) noexcep
 
 #endif
 
-/// The quickest of the above that the target always has.
+/// The fastest of the above that the target always supports.
 inline const char* skipSpaces(const char* position, const char* end) noexcept {
 #if defined(__SSE2__)
   return skipSpacesSse2(position, end);
@@ -47,15 +47,15 @@ inline const char* skipSpaces(const char* position, const char* end) noexcept {
 #endif
 }
 
-/// As skipWhitespace(), for a position where something is to be skipped.
+/// Like skipWhitespace(), for a position where there is something to skip.
 const char* skipWhitespaceAndComments(const char* position, const char* end,
                                       bool allowComments) noexcept;
 
-/// Returns the first byte from `position` on that is neither white space nor, if comments are
-/// allowed, part of a comment. A comment that is not closed ends at `end`.
+/// Returns the position of the first byte at or after `position` that is neither white space nor,
+/// if comments are allowed, part of a comment, or `end`. An unclosed comment ends at `end`.
 inline const char* skipWhitespace(const char* position, const char* end,
                                   bool allowComments) noexcept {
-  // Mostly there is nothing to skip, or a single blank.
+  // Usually there is nothing to skip, or a single blank.
   if (position != end && *position == ' ') {
     ++position;
   }

@@ -11,10 +11,10 @@
 
 namespace foundation::core::except {
 
-/// Tells which message an exception carries.
+/// Identifies the message that an exception carries.
 ///
-/// It does not derive from std::exception, so that an exception which derives from both is caught
-/// as `const std::exception&` without ambiguity.
+/// It does not derive from std::exception, so an exception that derives from both is caught as
+/// `const std::exception&` without ambiguity.
 class FOUNDATION_EXPORT IMsgIDException {
  public:
   virtual ~IMsgIDException();
@@ -22,37 +22,37 @@ class FOUNDATION_EXPORT IMsgIDException {
   /// The message catalogue and the key in it, joined by a colon. Static text.
   virtual const char* getMessageId() const noexcept = 0;
 
-  /// The same English text as the std::exception of the object gives.
+  /// The same English text as what() of std::exception.
   virtual const char* what() const noexcept = 0;
 
  protected:
   IMsgIDException() = default;
 
-  /// Copied by what derives from it alone.
+  /// Copied only by derived classes.
   IMsgIDException(const IMsgIDException&) = default;
 
-  /// As copying.
+  /// Like copying.
   IMsgIDException& operator=(const IMsgIDException&) = default;
 };
 
 /// An exception that carries one message.
 ///
-/// `Message` offers `static constexpr const char* kId` and `std::string text() const`. Copies share
-/// the message: copying throws nothing and allocates nothing.
+/// `Message` provides `static constexpr const char* kId` and `std::string text() const`. Copies
+/// share the message: copying throws nothing and allocates nothing.
 template <class Message>
 class FOUNDATION_EXPORT Exception : public std::exception, public IMsgIDException {
  public:
-  /// Takes the message over and composes its text, once. \throws std::bad_alloc
+  /// Takes ownership of the message and composes its text, once. \throws std::bad_alloc
   explicit Exception(Message message)
       : content_(std::make_shared<const Content>(Content{message.text(), std::move(message)})) {}
 
-  /// Copied where others would be moved, so that no exception is ever without its message.
+  /// Moving copies, so that no exception is ever without its message.
   Exception(const Exception&) noexcept = default;
 
-  /// As copying.
+  /// Like copying.
   Exception& operator=(const Exception&) noexcept = default;
 
-  /// The message with its arguments; lives as long as any copy of the exception.
+  /// The message with its arguments. It lives as long as any copy of the exception.
   const Message& message() const noexcept { return content_->message; }
 
   const char* getMessageId() const noexcept override { return Message::kId; }

@@ -2,10 +2,9 @@
 
 #pragma once
 
-/// Marks a name of the platform that the library shows to its users: the same when it is built and
-/// when it is used, so that both sides share the type information of what is thrown.
+/// Marks a name of the platform that the library exports. The value is the same when the library is
+/// built and when it is used, so that both sides share the type information of exceptions.
 #define FOUNDATION_EXPORT __attribute__((visibility("default")))
 
-/// Keeps an operation of such a class inside the library: no code outside of it calls the
-/// operation.
+/// Hides an operation of an exported class: no code outside the library calls it.
 #define FOUNDATION_HIDDEN __attribute__((visibility("hidden")))

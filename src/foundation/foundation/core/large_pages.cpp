@@ -12,11 +12,12 @@ namespace foundation::core {
 
 namespace {
 
-// No page is smaller where the system has these calls, and a wrong guess only loses the hint.
+// Systems that have these calls have no smaller pages. If the guess is wrong, only the hint is
+// lost.
 constexpr std::uintptr_t kPage = std::uintptr_t{4} << 10;
 
 void advise(std::uintptr_t begin, std::uintptr_t end, int advice) noexcept {
-  // Whatever comes back: without the hint the memory serves as well.
+  // The result does not matter: the memory works without the hint as well.
   static_cast<void>(::madvise(reinterpret_cast<void*>(begin), end - begin, advice));
 }
 
@@ -29,8 +30,8 @@ void adviseLargePages(void* memory, std::size_t bytes) noexcept {
   if (end < firstLargePage + kLargePage) {
     return;
   }
-  // With the pages that are only partly in the memory: a block that is a mapping of its own is not
-  // to be cut up, so that it can still be moved as a whole.
+  // Includes the pages that are only partly in the memory: a block with its own mapping must not be
+  // split, so that it can still be moved as a whole.
   advise(begin & ~(kPage - 1), (end + kPage - 1) & ~(kPage - 1), MADV_HUGEPAGE);
 }
 

@@ -36,7 +36,7 @@ const Member* findMember(const Member* members, std::size_t size, std::string_vi
     });
     return member != end && member->first == key ? member : end;
   }
-  // Lengths mostly decide.
+  // Comparing lengths first decides most comparisons.
   while (member != end && member->first != key) {
     ++member;
   }

@@ -19,13 +19,13 @@ struct Member;
 /// The alternative of a value that holds nothing, as the look-up of an absent member yields it.
 struct Undefined {};
 
-/// What is known of each of the ten alternatives: its place in the order of the type list, which is
-/// Value::index(), and the name that messages give it. Both are constants of each specialisation,
-/// `index` and `name`.
+/// The properties of each of the ten alternatives: its place in the type list, which is
+/// Value::index(), and its name in messages. Both are constants of each specialization, `index` and
+/// `name`.
 template <class T>
 struct traits;
 
-/// \cond the ten specialisations, of which the comment above tells
+/// \cond the ten specializations described above
 template <>
 struct traits<Undefined> {
   static constexpr std::size_t index = 0;
@@ -82,12 +82,12 @@ namespace detail {
 
 class Storage;
 
-/// What a value consists of: 16 plain bytes. Rules for their use are those of Value and
-/// TreeBuilder.
+/// The representation of a value: 16 plain bytes. Value and TreeBuilder define the rules for using
+/// it.
 struct Rep {
-  /// The content of a scalar, or where that of a string, an array or an object begins.
+  /// The content of a scalar, or the address of the content of a string, an array or an object.
   union Content {
-    /// \cond named for what they hold
+    /// \cond named after their content
     std::uint64_t unsignedInteger;
     std::int64_t signedInteger;
     double number;
@@ -99,39 +99,39 @@ struct Rep {
     /// \endcond
   };
 
-  static constexpr unsigned kSizeShift = 8;         ///< where the length begins in the tag
-  static constexpr std::uint64_t kIndexMask = 0xF;  ///< the bits of the tag that hold the index
-  static constexpr std::uint64_t kOwns = 0x10;      ///< set if there is a reference on the storage
+  static constexpr unsigned kSizeShift = 8;         ///< position of the length in the tag
+  static constexpr std::uint64_t kIndexMask = 0xF;  ///< the bits of the tag for the index
+  static constexpr std::uint64_t kOwns = 0x10;      ///< set if this owns a reference on the storage
 
-  Content content;    ///< meaningless for undefined, for null and for what is empty
+  Content content;    ///< meaningless for undefined, null and empty content
   std::uint64_t tag;  ///< index, kOwns, and from bit 8 the length of a string, array or object
 
   /// The number of the alternative.
   constexpr std::size_t index() const noexcept { return tag & kIndexMask; }
 
-  /// The length: of a string in bytes, of an array in elements, of an object in members; else 0.
+  /// The length: bytes of a string, elements of an array, members of an object; otherwise 0.
   constexpr std::size_t size() const noexcept { return tag >> kSizeShift; }
 
-  /// Tells whether a reference on the storage of the content belongs to this.
+  /// Whether this owns a reference on the storage of its content.
   constexpr bool owns() const noexcept { return (tag & kOwns) != 0; }
 
-  /// Puts a tag together.
+  /// Composes a tag.
   static constexpr std::uint64_t tagOf(std::size_t index, std::size_t size, bool owns) noexcept {
     return (std::uint64_t{size} << kSizeShift) | (owns ? kOwns : 0) | index;
   }
 };
 
-/// Takes one more reference on the storage of a non-empty array's elements or an object's members.
+/// Adds a reference to the storage of a non-empty array's elements or object's members.
 FOUNDATION_EXPORT void retain(const void* nodes) noexcept;
 
-/// Drops a reference on the storage of nodes or of an owned string's characters.
+/// Drops a reference to the storage of nodes or of an owned string's characters.
 FOUNDATION_EXPORT void release(const void* nodes) noexcept;
 
-/// Finds a member by key; the end if there is none. So few members that order does not pay are
-/// looked through, more are searched by halves.
+/// Finds a member by key; returns the end if there is none. Searches a few members one by one and
+/// more of them by bisection.
 const Member* findMember(const Member* members, std::size_t size, std::string_view key) noexcept;
 
-/// The name of the alternative of that index.
+/// The name of the alternative with that index.
 const char* typeNameOf(std::size_t index) noexcept;
 
 }  // namespace detail

@@ -28,7 +28,7 @@ void Storage::drop(const Value& value, Storage*& pending) noexcept {
 }
 
 void* NodeStorage::create(std::size_t bytes) {
-  // The link ends halfway between two multiples of the units' alignment: there the nodes begin.
+  // The link ends halfway between two multiples of the units' alignment; the nodes begin there.
   constexpr std::size_t kHead =
       (sizeof(NodeStorage) + kUnitAlignment - 1) / kUnitAlignment * kUnitAlignment;
   static_assert(sizeof(Storage*) == kUnitAlignment / 2);

@@ -9,32 +9,34 @@ namespace foundation::json::detail {
 
 class Storage;
 
-/// The head of a unit of memory that many containers' nodes share: memory of one size that begins
-/// at a multiple of that size.
+/// The head of a unit of memory that the nodes of many containers share. All units have one size,
+/// and each begins at a multiple of it.
 struct NodeUnit {
-  /// Of the whole unit, this head included.
+  /// The size of the whole unit, including this head.
   static constexpr std::size_t kBytes = std::size_t{16} << 10;
 
   alignas(16) Storage* storage;  ///< of all nodes in the unit; not counted
 
-  /// The head of the unit that `address` lies in.
+  /// Returns the head of the unit that `address` lies in.
   static NodeUnit* of(const void* address) noexcept {
     return reinterpret_cast<NodeUnit*>(reinterpret_cast<std::uintptr_t>(address) & ~(kBytes - 1));
   }
 };
 
-/// What keeps nodes of values, the elements of arrays, the members of objects and the characters of
-/// owned strings, in memory: counted, and destroyed without a stack per level.
+/// Keeps nodes of values in memory: the elements of arrays, the members of objects and the
+/// characters of owned strings. It is reference-counted, and destroyed without a stack frame per
+/// level.
 ///
-/// Nodes lead to it by the address of the first one: if that is a multiple of 16, it lies in a
-/// unit, whose head tells the storage; otherwise a pointer to the storage lies directly before it.
+/// The address of the first node leads to the storage: if it is a multiple of 16, the node lies in
+/// a unit, whose head refers to the storage; otherwise a pointer to the storage lies directly
+/// before it.
 class Storage {
  public:
   Storage() noexcept = default;
   Storage(const Storage&) = delete;
   Storage& operator=(const Storage&) = delete;
 
-  /// The storage of some nodes.
+  /// Returns the storage of some nodes.
   static Storage& of(const void* nodes) noexcept {
     if (reinterpret_cast<std::uintptr_t>(nodes) % kUnitAlignment == 0) {
       return *NodeUnit::of(nodes)->storage;
@@ -42,11 +44,11 @@ class Storage {
     return *static_cast<Storage* const*>(nodes)[-1];
   }
 
-  /// Takes one more reference.
+  /// Adds a reference.
   void retain() noexcept { ++references_; }
 
-  /// Drops a reference. The last one destroys this storage, and every other one that is held by it
-  /// alone: one after the other, chained through themselves.
+  /// Drops a reference. Dropping the last one destroys this storage and every other storage that
+  /// only it keeps alive, one after the other, linked in a chain through their own memory.
   void release() noexcept;
 
  protected:
@@ -54,7 +56,7 @@ class Storage {
 
   virtual ~Storage() = default;
 
-  /// Frees this storage; storages whose last reference goes with it are chained before `pending`.
+  /// Frees this storage and adds storages whose last reference it held to the front of `pending`.
   virtual void dismantle(Storage*& pending) noexcept = 0;
 
   /// Drops the reference that a value holds, if any, for dismantle().
@@ -65,14 +67,14 @@ class Storage {
   Storage* next_ = nullptr;
 };
 
-/// Storage of the nodes of one value that was made by hand: one block of memory for both.
+/// Storage of the nodes of one value that was built by hand: one block of memory for both.
 class NodeStorage final : public Storage {
  public:
-  /// Makes storage with `bytes` of memory for nodes, and returns the first byte.
+  /// Creates storage with `bytes` of memory for nodes, and returns the address of the first byte.
   static void* create(std::size_t bytes);
 
-  /// Tells the storage of `nodes` that it owns `count` values from `first` on, `stride` bytes
-  /// apart.
+  /// Makes the storage of `nodes` the owner of `count` values, starting at `first` and `stride`
+  /// bytes apart.
   static void own(const void* nodes, const Value* first, std::size_t count,
                   std::size_t stride) noexcept;
 

@@ -56,7 +56,7 @@ Value::Value(Object object) noexcept : Value(rep(traits<Object>::index, 0)) {
 
 void Value::share() {
   if (is<std::string>() && !rep_.owns()) {
-    // Characters inside a text have no count of their own.
+    // Characters inside a text are not counted themselves.
     rep_.content.characters = newCharacters({rep_.content.characters, rep_.size()});
   } else {
     detail::retain(rep_.content.elements);
@@ -85,7 +85,7 @@ bool operator==(const Value& left, const Value& right) {
     const Rep& a = pending.back().first->rep_;
     const Rep& b = pending.back().second->rep_;
     pending.pop_back();
-    // A tag also says who owns the content, which makes no difference.
+    // The tag also contains the ownership flag, which does not affect equality.
     if (a.index() != b.index() || a.size() != b.size()) {
       return false;
     }
@@ -166,7 +166,7 @@ Object::Object(std::vector<std::pair<std::string, Value>> members) {
   for (const auto& member : members) {
     keyBytes += member.first.size();
   }
-  // The keys lie behind the members.
+  // The keys follow the members.
   const std::size_t memberBytes = members.size() * sizeof(Member);
   void* const memory = detail::NodeStorage::create(memberBytes + keyBytes);
   char* keys = static_cast<char*>(memory) + memberBytes;

@@ -18,11 +18,11 @@ namespace foundation::json {
 
 /// One JSON value: one of ten alternatives, numbered by index() in the order of the type list.
 ///
-/// A value owns everything below it, and copies behave as deep copies. Values do not change, they
-/// are only assigned as a whole, so moving takes constant time, and so does copying an array or an
-/// object: their content is counted and shared. Copying a string takes time linear in its length.
-/// Destruction uses no stack per level and allocates nothing; comparison uses no stack per level;
-/// so only memory bounds the depth. A value and its copies belong to one thread at a time.
+/// A value owns everything below it, and copies behave as deep copies. Values are immutable except
+/// for assignment as a whole, so arrays and objects share reference-counted content: moving takes
+/// constant time, and so does copying them. Copying a string takes time linear in its length.
+/// Destruction uses no stack per level and allocates nothing; comparison uses no stack per level.
+/// Only memory limits the depth. A value and its copies belong to one thread at a time.
 ///
 /// A part of a value that was read from text keeps the whole text in memory while it lives.
 class FOUNDATION_EXPORT Value {
@@ -39,8 +39,7 @@ class FOUNDATION_EXPORT Value {
   /// Makes the value null.
   constexpr Value(std::nullptr_t) noexcept : Value(rep(1, 0)) {}
 
-  /// Each from exactly its type, so that no number or pointer becomes another alternative
-  /// unnoticed.
+  /// From exactly this type, so that no number or pointer silently becomes another alternative.
   template <class T,
             class = std::enable_if_t<std::is_same_v<T, bool> || std::is_same_v<T, double> ||
                                      std::is_same_v<T, float> || std::is_same_v<T, std::int64_t> ||
@@ -59,7 +58,7 @@ class FOUNDATION_EXPORT Value {
     }
   }
 
-  /// Copies the bytes of a string, taken as UTF-8 unchecked. \throws std::bad_alloc
+  /// Copies the bytes of a string, assumed to be UTF-8 and not checked. \throws std::bad_alloc
   Value(std::string_view text);
 
   /// Copies the bytes of a string, NUL bytes included. \throws std::bad_alloc
@@ -69,31 +68,32 @@ class FOUNDATION_EXPORT Value {
   /// \throws std::bad_alloc
   Value(const char* text) : Value(std::string_view(text)) {}
 
-  /// Takes the content of an array over; constant time.
+  /// Takes over the content of an array; constant time.
   Value(Array array) noexcept;
 
-  /// Takes the content of an object over; constant time.
+  /// Takes over the content of an object; constant time.
   Value(Object object) noexcept;
 
-  /// Shares the content of an array or object, in constant time, and copies that of a string.
-  /// \throws std::bad_alloc  for a string alone
+  /// Shares the content of an array or object, in constant time, or copies that of a string.
+  /// \throws std::bad_alloc  only for a string
   Value(const Value& other) : rep_(other.rep_) {
     if (hasNodes()) {
       share();
     }
   }
 
-  /// Takes the other's content over and leaves it undefined.
+  /// Takes over the other's content and leaves it undefined.
   Value(Value&& other) noexcept : rep_(std::exchange(other.rep_, rep(0, 0))) {}
 
-  /// Copies the other's content as copying does, then drops its own: also if that holds `other`.
-  /// \throws std::bad_alloc  for a string alone; nothing has changed then
+  /// Copies the other's content as copy construction does, then drops its own, even if that
+  /// contains `other`.
+  /// \throws std::bad_alloc  only for a string; nothing has changed then
   Value& operator=(const Value& other) {
     Value(other).swap(*this);
     return *this;
   }
 
-  /// Takes the other's content over, leaves it undefined and drops its own.
+  /// Takes over the other's content, leaves it undefined and drops its own.
   Value& operator=(Value&& other) noexcept {
     Value(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
     return *this;
@@ -110,34 +110,34 @@ class FOUNDATION_EXPORT Value {
   /// The same, for algorithms.
   friend void swap(Value& left, Value& right) noexcept { left.swap(right); }
 
-  /// The number of the alternative that is held, from 0.
+  /// The number of the alternative, from 0.
   std::size_t index() const noexcept { return rep_.index(); }
 
-  /// The name of the alternative that is held, as messages give it.
+  /// The name of the alternative, as messages use it.
   const char* typeName() const noexcept;
 
-  /// Tells whether the alternative T is held.
+  /// Whether the value is of the alternative T.
   template <class T>
   bool is() const noexcept {
     return index() == traits<T>::index;
   }
 
-  /// Returns what is held as T: bool, double, float, std::int64_t, std::uint64_t, std::string,
-  /// Array or Object. std::string_view reads a string in place; it stays as long as this value.
+  /// Returns the content as T: bool, double, float, std::int64_t, std::uint64_t, std::string, Array
+  /// or Object. std::string_view reads a string in place; it is valid as long as this value.
   ///
   /// Nothing is converted. \throws std::runtime_error "invalid conversion: ", the name of the
-  /// alternative that is held, " to " and the name of T's.
+  /// value's alternative, " to " and the name of T's.
   template <class T>
   T as() const;
 
   /// Looks up a member by key, compared byte by byte; UNDEFINED if there is none.
   ///
   /// Logarithmic in the number of members; nothing is copied or inserted.
-  /// \throws std::runtime_error "invalid conversion: " ... to object, if this is no object
+  /// \throws std::runtime_error "invalid conversion: " ... to object, if this is not an object
   const Value& operator[](std::string_view key) const;
 
-  /// Tells whether both hold the same alternative with equal content. Numbers are equal as C++
-  /// compares them, so NaN equals nothing. Linear; may throw std::bad_alloc for nested values.
+  /// Whether both have the same alternative with equal content. Numbers are equal as C++ compares
+  /// them, so NaN equals nothing. Linear; may throw std::bad_alloc for nested values.
   friend FOUNDATION_EXPORT bool operator==(const Value& left, const Value& right);
 
   /// The opposite of equality.
@@ -155,7 +155,7 @@ class FOUNDATION_EXPORT Value {
     return {{}, detail::Rep::tagOf(index, size, false)};
   }
 
-  // Strings, arrays and objects have neighbouring indices; an empty one has nothing to share.
+  // Strings, arrays and objects have adjacent indices; an empty one has nothing to share.
   bool hasNodes() const noexcept {
     return rep_.index() - traits<std::string>::index <= 2 && rep_.size() != 0;
   }
@@ -179,7 +179,7 @@ class FOUNDATION_EXPORT Array {
   /// Copies the elements. Linear in their number. \throws std::bad_alloc
   Array(std::initializer_list<Value> elements);
 
-  /// Takes the elements over, each in constant time. \throws std::bad_alloc
+  /// Takes over the elements, each in constant time. \throws std::bad_alloc
   explicit Array(std::vector<Value> elements);
 
   /// Shares the elements; constant time.
@@ -189,7 +189,7 @@ class FOUNDATION_EXPORT Array {
     }
   }
 
-  /// Takes the elements over and leaves the other array empty.
+  /// Takes over the elements and leaves the other array empty.
   Array(Array&& other) noexcept
       : elements_(std::exchange(other.elements_, nullptr)), size_(std::exchange(other.size_, 0)) {}
 
@@ -208,19 +208,19 @@ class FOUNDATION_EXPORT Array {
   /// The number of elements.
   std::size_t size() const noexcept { return size_; }
 
-  /// Tells whether there is no element.
+  /// Whether there are no elements.
   bool empty() const noexcept { return size_ == 0; }
 
   /// The element at `index`, from 0. \pre `index` is less than size().
   const Value& operator[](std::size_t index) const noexcept { return elements_[index]; }
 
-  /// The first element. The elements stay as long as this array or a copy of it.
+  /// The first element. The elements are valid as long as this array or a copy of it.
   const Value* begin() const noexcept { return elements_; }
 
   /// The end of the elements.
   const Value* end() const noexcept { return elements_ + size_; }
 
-  /// Tells whether both hold equal values in the same order, as values compare.
+  /// Whether both contain equal values in the same order, as values compare.
   friend bool operator==(const Array& left, const Array& right) {
     return Value(left) == Value(right);
   }
@@ -237,26 +237,26 @@ class FOUNDATION_EXPORT Array {
 
 /// One member of an object: its key, in UTF-8, and its value.
 struct Member {
-  std::string_view first;  ///< the key, which stays as long as the object or a copy of it
+  std::string_view first;  ///< the key, valid as long as the object or a copy of it
   Value second;            ///< its value
 };
 
 /// The members of an object value: immutable, shared by its copies, ordered by the bytes of their
-/// keys, compared as unsigned numbers, a prefix first. It reads like the ordered map that it stands
-/// for.
+/// keys, compared as unsigned numbers, with a prefix first. Its interface is that of an ordered
+/// map.
 class FOUNDATION_EXPORT Object {
  public:
-  /// Walks the members in the order of their keys.
+  /// Iterates over the members in the order of their keys.
   using const_iterator = const Member*;
 
   /// Makes an object without members; allocates nothing.
   Object() noexcept = default;
 
-  /// Copies the keys and the values. Of equal keys the first is kept. O(n log n) comparisons.
+  /// Copies the keys and the values. The first of equal keys is kept. O(n log n) comparisons.
   /// \throws std::bad_alloc
   Object(std::initializer_list<std::pair<std::string_view, Value>> members);
 
-  /// Copies the keys and takes the values over, by the same rules. \throws std::bad_alloc
+  /// Copies the keys and takes over the values, by the same rules. \throws std::bad_alloc
   explicit Object(std::vector<std::pair<std::string, Value>> members);
 
   /// Shares the members; constant time.
@@ -266,7 +266,7 @@ class FOUNDATION_EXPORT Object {
     }
   }
 
-  /// Takes the members over and leaves the other object empty.
+  /// Takes over the members and leaves the other object empty.
   Object(Object&& other) noexcept
       : members_(std::exchange(other.members_, nullptr)), size_(std::exchange(other.size_, 0)) {}
 
@@ -285,10 +285,11 @@ class FOUNDATION_EXPORT Object {
   /// The number of members.
   std::size_t size() const noexcept { return size_; }
 
-  /// Tells whether there is no member.
+  /// Whether there are no members.
   bool empty() const noexcept { return size_ == 0; }
 
-  /// The member with the smallest key. The members stay as long as this object or a copy of it.
+  /// The member with the smallest key. The members are valid as long as this object or a copy of
+  /// it.
   const_iterator begin() const noexcept { return members_; }
 
   /// The end of the members.
@@ -297,13 +298,13 @@ class FOUNDATION_EXPORT Object {
   /// Finds a member by key; end() if there is none. Logarithmic.
   const_iterator find(std::string_view key) const noexcept;
 
-  /// Tells how many members have that key: 0 or 1.
+  /// The number of members with that key: 0 or 1.
   std::size_t count(std::string_view key) const noexcept { return find(key) == end() ? 0 : 1; }
 
   /// Returns the value of a member. \throws std::out_of_range "map::at" if there is none.
   const Value& at(std::string_view key) const;
 
-  /// Tells whether both hold the same keys with equal values.
+  /// Whether both have the same keys with equal values.
   friend bool operator==(const Object& left, const Object& right) {
     return Value(left) == Value(right);
   }

@@ -4,8 +4,8 @@
 
 namespace install::datamodels {
 
-/// The numbers of the element classes of these data models: each class has a pool of its own in a
-/// model, found by its number.
+/// The numbers of the element classes of these data models. Each class has its own pool in a model,
+/// found by its number.
 enum ElementNumber : std::size_t {
   kProductUpdateMetaDataNumber,
   kReleaseDataNumber,

@@ -19,7 +19,7 @@ class FOUNDATION_EXPORT Release : public mf::zero::ElementHandle<Release> {
 /// The fields of a Release. All are unset in a new element.
 class FOUNDATION_EXPORT Release::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
+  static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
   Impl() noexcept = default;
   ~Impl();

@@ -22,18 +22,19 @@ class FOUNDATION_EXPORT PkgDataWithFilesToDelete
 /// The fields of a PkgDataWithFilesToDelete. All are unset in a new element.
 class FOUNDATION_EXPORT PkgDataWithFilesToDelete::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
+  static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
   Impl() noexcept = default;
   ~Impl();
 
-  /// Sets the package's name; stored unchanged, once in the model for all elements that have it.
+  /// Sets the package's name; stored unchanged, and only once in the model however many elements
+  /// have it.
   void setName(const std::u16string& name) { name_ = makeName(name); }
 
   /// Returns a copy of the package's name; empty while unset.
   std::u16string getName() const { return std::u16string(name_.view()); }
 
-  /// Reads the name in place; its units stay for as long as the model.
+  /// Reads the name in place; its units are valid as long as the model.
   mf::zero::Name name() const noexcept { return name_; }
 
   /// Sets the size of the package in bytes.
@@ -42,8 +43,8 @@ class FOUNDATION_EXPORT PkgDataWithFilesToDelete::Impl final : public mf::zero::
   /// Returns the size of the package in bytes; 0 while unset.
   std::int64_t getSize() const noexcept { return size_; }
 
-  /// The sequence of the paths of the files to delete, in the order of the document, for appending;
-  /// equal paths are all kept.
+  /// The paths of the files to delete, in the order of the document, for appending; equal paths are
+  /// all kept.
   mf::zero::PrimitiveSequence<std::u16string>& getFilesToDeleteMutable() noexcept {
     return filesToDelete_;
   }

@@ -20,7 +20,7 @@ class FOUNDATION_EXPORT PkgDeltaData : public mf::zero::ElementHandle<PkgDeltaDa
 /// The fields of a PkgDeltaData. All are unset in a new element.
 class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
+  static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
   Impl() noexcept = default;
 
@@ -28,16 +28,17 @@ class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl 
   FOUNDATION_HIDDEN explicit Impl(const mf::zero::Row& row) noexcept;
   ~Impl();
 
-  /// Sets the package's name; stored unchanged, once in the model for all elements that have it.
+  /// Sets the package's name; stored unchanged, and only once in the model however many elements
+  /// have it.
   void setName(const std::u16string& name) { name_ = makeName(name); }
 
   /// Returns a copy of the package's name; empty while unset.
   std::u16string getName() const { return std::u16string(name_.view()); }
 
-  /// Reads the name in place; its units stay for as long as the model.
+  /// Reads the name in place; its units are valid as long as the model.
   mf::zero::Name name() const noexcept { return name_; }
 
-  /// Sets the size in bytes; of a package to extract, the bytes to fetch.
+  /// Sets the size in bytes; for a package to extract, the bytes to fetch.
   void setSize(std::int64_t size) noexcept { size_ = size; }
 
   /// Returns the size in bytes; 0 while unset.

@@ -22,18 +22,19 @@ class FOUNDATION_EXPORT ProductDeltaData : public mf::zero::ElementHandle<Produc
 /// The fields of a ProductDeltaData. All are unset in a new element.
 class FOUNDATION_EXPORT ProductDeltaData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
+  static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
   Impl() noexcept;
   ~Impl();
 
-  /// Sets the product's name; stored unchanged, once in the model for all elements that have it.
+  /// Sets the product's name; stored unchanged, and only once in the model however many elements
+  /// have it.
   void setName(const std::u16string& name) { name_ = makeName(name); }
 
   /// Returns a copy of the product's name; empty while unset.
   std::u16string getName() const { return std::u16string(name_.view()); }
 
-  /// Reads the name in place; its units stay for as long as the model.
+  /// Reads the name in place; its units are valid as long as the model.
   mf::zero::Name name() const noexcept { return name_; }
 
   /// The list of the components whose packages to delete belong to the product, for appending.

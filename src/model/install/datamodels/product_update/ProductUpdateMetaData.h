@@ -15,7 +15,7 @@
 
 namespace install::datamodels::product_update {
 
-/// The root of a tree: everything that one update metadata document says.
+/// The root of a tree: the whole content of one update metadata document.
 class FOUNDATION_EXPORT ProductUpdateMetaData
     : public mf::zero::ElementHandle<ProductUpdateMetaData> {
  public:
@@ -25,23 +25,23 @@ class FOUNDATION_EXPORT ProductUpdateMetaData
 /// The fields of a ProductUpdateMetaData. All are unset in a new element.
 class FOUNDATION_EXPORT ProductUpdateMetaData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
+  static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
   Impl() noexcept;
   ~Impl();
 
-  /// Attaches the releases and the architecture, in place of what the field held; an empty handle
-  /// clears it.
+  /// Attaches the releases and the architecture, replacing the field's former value; an empty
+  /// handle clears the field.
   ///
   /// \throws foundation::core::except::Exception<mf::zero::IncompatibleModels>
   ///         an element of another model; nothing has changed then
   void setReleaseData(const ReleaseData& releaseData) { releaseData_.set(releaseData); }
 
-  /// Returns a new reference to the releases and the architecture; an empty handle while there is
+  /// Returns a new reference to the releases and the architecture; an empty handle if there is
   /// none.
   ReleaseData getReleaseData() const noexcept { return releaseData_.get(); }
 
-  /// The list of the products of the update, in the order in which they were added, for appending.
+  /// The products of the update, in the order in which they were added, for appending.
   mf::zero::OwnedCollection<ProductDeltaData>& getProductsDeltaDataMutable() noexcept {
     return productsDeltaData_;
   }
@@ -51,8 +51,7 @@ class FOUNDATION_EXPORT ProductUpdateMetaData::Impl final : public mf::zero::Ele
     return productsDeltaData_;
   }
 
-  /// The list of the components that lose single files, in the order in which they were added, for
-  /// appending.
+  /// The components that lose single files, in the order in which they were added, for appending.
   mf::zero::OwnedCollection<ComponentDataWithFilesToDelete>&
   getCompsWithFilesToDeleteMutable() noexcept {
     return compsWithFilesToDelete_;

@@ -12,7 +12,7 @@
 
 namespace install::datamodels::product_update {
 
-/// From which release an update starts, to which it leads, and for which architecture.
+/// The release that an update starts from, the release that it leads to, and the architecture.
 class FOUNDATION_EXPORT ReleaseData : public mf::zero::ElementHandle<ReleaseData> {
  public:
   class Impl;
@@ -21,31 +21,31 @@ class FOUNDATION_EXPORT ReleaseData : public mf::zero::ElementHandle<ReleaseData
 /// The fields of a ReleaseData. All are unset in a new element.
 class FOUNDATION_EXPORT ReleaseData::Impl final : public mf::zero::ElementImpl {
  public:
-  static const mf::zero::ElementClass kClass;  ///< what the framework knows of the class
+  static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
   Impl() noexcept;
   ~Impl();
 
-  /// Attaches the release that the update starts from, in place of what the field held; an empty
-  /// handle clears it.
+  /// Attaches the release that the update starts from, replacing the field's former value; an empty
+  /// handle clears the field.
   ///
   /// \throws foundation::core::except::Exception<mf::zero::IncompatibleModels>
   ///         an element of another model; nothing has changed then
   void setBaseRelease(const common::Release& release) { baseRelease_.set(release); }
 
-  /// Returns a new reference to the release that the update starts from; an empty handle while
-  /// there is none.
+  /// Returns a new reference to the release that the update starts from; an empty handle if there
+  /// is none.
   common::Release getBaseRelease() const noexcept { return baseRelease_.get(); }
 
-  /// Attaches the release that the update leads to, in place of what the field held; an empty
-  /// handle clears it.
+  /// Attaches the release that the update leads to, replacing the field's former value; an empty
+  /// handle clears the field.
   ///
   /// \throws foundation::core::except::Exception<mf::zero::IncompatibleModels>
   ///         an element of another model; nothing has changed then
   void setTargetRelease(const common::Release& release) { targetRelease_.set(release); }
 
-  /// Returns a new reference to the release that the update leads to; an empty handle while there
-  /// is none.
+  /// Returns a new reference to the release that the update leads to; an empty handle if there is
+  /// none.
   common::Release getTargetRelease() const noexcept { return targetRelease_.get(); }
 
   /// Sets the architecture that the document was made for; stored unchanged.

@@ -4,7 +4,7 @@
 
 namespace mf::zero {
 
-void refuseModelOf(const ElementImpl& element) {
+void throwIncompatibleModel(const ElementImpl& element) {
   reportException(IncompatibleModels{element.elementClass().qualifiedName});
 }
 

@@ -5,15 +5,16 @@
 
 namespace mf::zero {
 
-/// Throws the refusal of `element`, which is of another model than whatever should contain it.
+/// Throws the error for `element`, which belongs to another model than the element that should
+/// contain it.
 /// \throws foundation::core::except::Exception<IncompatibleModels>
-[[noreturn]] void refuseModelOf(const ElementImpl& element);
+[[noreturn]] void throwIncompatibleModel(const ElementImpl& element);
 
-/// Tests that `element` was created in the model of `owner`.
+/// Checks that `element` was created in the model of `owner`.
 /// \throws foundation::core::except::Exception<IncompatibleModels>
 inline void checkCompatibleModel(const ElementImpl& owner, const ElementImpl& element) {
   if (Slab::of(owner).model != Slab::of(element).model) {
-    refuseModelOf(element);
+    throwIncompatibleModel(element);
   }
 }
 

@@ -11,17 +11,17 @@ class ElementImpl;
 struct Row;
 struct ElementClass;
 
-/// Tells whether a list or sequence takes what it already holds.
+/// Whether a list or sequence accepts an element or value that it already contains.
 enum class Duplicates : std::uint8_t { kAdmitted, kRefused };
 
 /// A contained field of an element class: a single element or a list of elements.
 struct ContainedProperty {
-  const char16_t* name;              ///< as the data model calls it
-  const ElementClass* elementClass;  ///< class of what the field holds
-  Duplicates duplicates;             ///< for a list: whether it takes an element twice
+  const char16_t* name;              ///< the name in the data model
+  const ElementClass* elementClass;  ///< class of the contained elements
+  Duplicates duplicates;             ///< for a list: whether it may contain an element twice
 };
 
-/// What the framework must know of one class of elements. One static object for each class.
+/// Describes one class of elements to the framework. One static object for each class.
 struct ElementClass {
   const char16_t* qualifiedName;  ///< with its namespace, for error reports
   std::size_t number;             ///< from 0, different for each class of a model, which is checked

@@ -9,31 +9,31 @@
 
 namespace mf::zero {
 
-/// Message: a value cannot be treated as the model element that is wanted.
+/// Message: a value is not a model element of the required class.
 struct FOUNDATION_EXPORT CannotCastIncompatibleTypes {
-  static constexpr const char* kCatalogue = "mf0:messages";           ///< where the text stands
-  static constexpr const char* kKey = "CannotCastIncompatibleTypes";  ///< under which key
+  static constexpr const char* kCatalogue = "mf0:messages";           ///< the catalogue of the text
+  static constexpr const char* kKey = "CannotCastIncompatibleTypes";  ///< the key in the catalogue
 
   /// Both, joined by a colon.
   static constexpr const char* kId = "mf0:messages:CannotCastIncompatibleTypes";
 
   std::u16string typeName;  ///< qualified name of the offending type
 
-  /// The English text, for the log of whoever catches it.
+  /// The English text, for logs.
   std::string text() const;
 };
 
 /// Message: an element of one model cannot be put into a tree of another.
 struct FOUNDATION_EXPORT IncompatibleModels {
-  static constexpr const char* kCatalogue = "mf0:messages";  ///< where the text stands
-  static constexpr const char* kKey = "IncompatibleModels";  ///< under which key
+  static constexpr const char* kCatalogue = "mf0:messages";  ///< the catalogue of the text
+  static constexpr const char* kKey = "IncompatibleModels";  ///< the key in the catalogue
 
   /// Both, joined by a colon.
   static constexpr const char* kId = "mf0:messages:IncompatibleModels";
 
   std::u16string typeName;  ///< qualified name of the element's type
 
-  /// The English text, for the log of whoever catches it.
+  /// The English text, for logs.
   std::string text() const;
 };
 

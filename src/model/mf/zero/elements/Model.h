@@ -9,16 +9,16 @@
 
 namespace mf::zero {
 
-/// How a model is to be made. All options stand at their defaults.
+/// Options for making a model. All have their defaults.
 class ModelSpec {};
 
 /// A handle to one model, in which the elements of a tree are created.
 ///
-/// The model lives until its last handle and its last element are gone: an element that somebody
-/// still holds stays usable without any handle to the model. It owns the memory of its elements,
-/// and of their names, which it stores once however many elements share them; names once given are
-/// kept until the model goes. Counts are plain: a model, its elements and their handles belong to
-/// one thread at a time.
+/// The model lives until its last handle and its last element are gone: an element that is still
+/// held stays usable without any handle to the model. The model owns the memory of its elements and
+/// of their names. It stores each name once, however many elements share it, and keeps it until the
+/// model is destroyed. Reference counts are not atomic: a model, its elements and their handles
+/// belong to one thread at a time.
 class FOUNDATION_EXPORT Model {
  public:
   class Impl;  ///< the model itself, private to the framework
@@ -29,10 +29,10 @@ class FOUNDATION_EXPORT Model {
   /// Makes an empty handle.
   Model() noexcept = default;
 
-  /// Refers to the same model and takes a reference.
+  /// Refers to the same model and adds a reference.
   Model(const Model& other) noexcept : impl_(other.impl_) { addRef(); }
 
-  /// Takes the other handle's reference over and leaves it empty.
+  /// Takes over the other handle's reference and leaves it empty.
   Model(Model&& other) noexcept : impl_(std::exchange(other.impl_, nullptr)) {}
 
   /// Refers to the other's model, and drops its own reference.
@@ -42,20 +42,20 @@ class FOUNDATION_EXPORT Model {
   }
   ~Model() { removeRef(); }
 
-  /// Tells whether the handle refers to a model.
+  /// Whether the handle refers to a model.
   explicit operator bool() const noexcept { return impl_ != nullptr; }
 
-  /// Takes a reference beside the handle's own; nothing happens to an empty handle. Handles count
-  /// by themselves: outside the framework there is no reason to call this.
+  /// Adds a reference beyond the handle's own; does nothing for an empty handle. Handles count by
+  /// themselves, so code outside the framework has no reason to call this.
   void addRef() const noexcept;
 
-  /// Drops a reference; with the last one, and without elements, the model is freed.
+  /// Drops a reference. Without references and elements, the model is freed.
   void removeRef() const noexcept;
 
-  /// The model itself. \pre the handle is not empty.
+  /// The model itself. \pre the handle is not empty
   Impl& impl() const noexcept { return *impl_; }
 
-  /// Tells whether two handles refer to the same model, or both to none.
+  /// Whether two handles refer to the same model, or both to none.
   friend bool operator==(const Model& left, const Model& right) noexcept {
     return left.impl_ == right.impl_;
   }

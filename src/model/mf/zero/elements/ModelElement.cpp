@@ -33,7 +33,8 @@ void ModelElement::destroy(ElementImpl& impl) noexcept {
   Model::Impl& model = *slab.model;
   const ElementClass& elementClass = *slab.elementClass;
   if (impl.isProxy()) {
-    // Out of the table before it goes: it may hold the last reference to another placeholder.
+    // Taken out of the table before it is destroyed: it may hold the last reference to another
+    // placeholder.
     const auto resolver = model.resolvers().extract(&impl);
   }
   elementClass.destroyImpl(impl);

@@ -20,17 +20,18 @@ namespace mf::zero {
 
 class ModelElement;
 
-/// What all implementation objects of elements share: their count and their place in the tree.
+/// The common part of all implementation objects of elements: the reference count and the place in
+/// the tree.
 ///
-/// It lies in a slab of its model, whose head tells model and class, so that an element spends no
-/// memory on either. No virtual operations, for the same reason.
+/// Each element lies in a slab of its model. The slab's head refers to the model and the class, so
+/// an element needs no memory for either. There are no virtual operations, because they would add a
+/// pointer to each element.
 class FOUNDATION_EXPORT ElementImpl {
  public:
   ElementImpl(const ElementImpl&) = delete;
   ElementImpl& operator=(const ElementImpl&) = delete;
 
-  /// Tells whether this is a placeholder that its list still has to resolve. Elements that create()
-  /// makes are none.
+  /// Whether this is a placeholder that its list still has to resolve. create() never makes one.
   bool isProxy() const noexcept { return proxy_; }
 
   /// The model in which the element was created.
@@ -39,11 +40,11 @@ class FOUNDATION_EXPORT ElementImpl {
   /// The element's class.
   const ElementClass& elementClass() const noexcept;
 
-  /// The element that contains this one: an empty handle before it is attached, and once its
-  /// container has lost its last reference.
+  /// The element that contains this one. An empty handle before the element is attached, and once
+  /// its container has lost its last reference.
   ModelElement getContainer() const noexcept;
 
-  /// The field of the container that holds this element; null exactly if there is no container.
+  /// The field of the container that contains this element; null exactly if there is no container.
   const ContainedProperty* getContainerProperty() const noexcept;
 
  protected:
@@ -61,77 +62,78 @@ class FOUNDATION_EXPORT ElementImpl {
   friend class AbstractContainedElement;
   friend class Placeholders;
 
-  // Makes a field of `container` the element's place in the tree.
+  // Records a field of `container` as the element's place in the tree.
   void attachTo(ElementImpl& container, std::uint8_t propertyNumber) noexcept {
     container_ = &container;
     propertyNumber_ = propertyNumber;
     everAttached_ = true;
   }
 
-  // A container without references is being destroyed: a handle to it would destroy it again. The
-  // first of its lists to go runs foreign code while children in the others still have the link.
+  // A container without references is being destroyed: a handle to it would destroy it again. While
+  // its first list is destroyed, foreign code may run, and children in its other lists still refer
+  // to it.
   bool hasLivingContainer() const noexcept {
     return container_ != nullptr && !container_->references_.isZero();
   }
 
   ReferenceCount<std::uint32_t> references_;
-  std::uint8_t propertyNumber_ = 0;  // of the container's class; meaningless without a container
+  std::uint8_t propertyNumber_ = 0;  // in the container's class; meaningless without a container
   bool proxy_ = false;
-  bool everAttached_ = false;         // an element that never was cannot be in any list yet
-  ElementImpl* container_ = nullptr;  // not counted; the container clears it when it goes
+  bool everAttached_ = false;         // an element that never was is not in any list
+  ElementImpl* container_ = nullptr;  // not counted; the container clears it when it is destroyed
 };
 
-/// A handle to one model element, of whatever class.
+/// A handle to one model element of any class.
 ///
-/// A handle is one pointer. Copying takes a reference, destroying drops it, and the element is
-/// freed with its last reference. Handles compare by identity of the element, never by its content.
+/// A handle is one pointer. Copying adds a reference, destroying drops it, and the element is freed
+/// with its last reference. Handles compare by the identity of the element, never by its content.
 class FOUNDATION_EXPORT ModelElement {
  public:
   /// Makes an empty handle.
   ModelElement() noexcept = default;
 
-  /// Refers to the same element and takes a reference.
+  /// Refers to the same element and adds a reference.
   ModelElement(const ModelElement& other) noexcept : impl_(other.impl_) { addRef(); }
 
-  /// Takes the other handle's reference over and leaves it empty.
+  /// Takes over the other handle's reference and leaves it empty.
   ModelElement(ModelElement&& other) noexcept : impl_(std::exchange(other.impl_, nullptr)) {}
 
-  /// Takes the new reference before it drops the old one, so that assigning a part of the element
-  /// that goes is safe.
+  /// Adds the new reference before dropping the old one, so that it is safe to assign a part of the
+  /// element that is destroyed by the assignment.
   ModelElement& operator=(const ModelElement& other) noexcept {
     ModelElement(other).swap(*this);
     return *this;
   }
 
-  /// Takes the other handle's reference over, leaves it empty and drops its own.
+  /// Takes over the other handle's reference, leaves it empty and drops its own.
   ModelElement& operator=(ModelElement&& other) noexcept {
     ModelElement(std::move(other)).swap(*this);  // cppcheck-suppress accessMoved ; it is moved once
     return *this;
   }
   ~ModelElement() { removeRef(); }
 
-  /// Tells whether the handle refers to an element.
+  /// Whether the handle refers to an element.
   explicit operator bool() const noexcept { return impl_ != nullptr; }
 
-  /// Takes a reference beside the handle's own; nothing happens to an empty handle. Handles count
-  /// by themselves: outside the framework there is no reason to call this.
+  /// Adds a reference beyond the handle's own; does nothing for an empty handle. Handles count by
+  /// themselves, so code outside the framework has no reason to call this.
   void addRef() const noexcept {
     if (impl_ != nullptr) {
       impl_->references_.add();
     }
   }
 
-  /// Drops a reference; with the last one the element is freed. Nothing happens to an empty handle.
+  /// Drops a reference; with the last one the element is freed. Does nothing for an empty handle.
   void removeRef() const noexcept {
     if (impl_ != nullptr && impl_->references_.drop()) {
       destroy(*impl_);
     }
   }
 
-  /// What all elements offer. \pre the handle is not empty.
+  /// The operations of all elements. \pre the handle is not empty
   ElementImpl* operator->() const noexcept { return impl_; }
 
-  /// Tells whether two handles refer to the same element, or both to none.
+  /// Whether two handles refer to the same element, or both to none.
   friend bool operator==(const ModelElement& left, const ModelElement& right) noexcept {
     return left.impl_ == right.impl_;
   }
@@ -142,7 +144,7 @@ class FOUNDATION_EXPORT ModelElement {
   }
 
  protected:
-  /// Refers to an element and takes a reference.
+  /// Refers to an element and adds a reference.
   explicit ModelElement(ElementImpl& impl) noexcept : impl_(&impl) { addRef(); }
 
   ElementImpl* impl_ = nullptr;  ///< counted; null for an empty handle
@@ -159,14 +161,14 @@ class FOUNDATION_EXPORT ModelElement {
   static void destroy(ElementImpl& impl) noexcept;
 };
 
-/// The most bytes that an implementation object may have.
+/// The maximum size of an implementation object in bytes.
 inline constexpr std::size_t kMostElementBytes = 256;
 
-/// The alignment that an implementation object may need at most.
+/// The strictest alignment that an implementation object may need.
 inline constexpr std::size_t kElementAlignment = alignof(void*);
 
-/// Gets memory for one element of `elementClass` from its model, and a reference on the model. Ends
-/// the program if the model has elements of another class with the same number.
+/// Allocates memory for one element of `elementClass` from its model, and adds a reference to the
+/// model. Ends the program if the model has elements of another class with the same number.
 /// \throws std::bad_alloc
 FOUNDATION_EXPORT void* allocateElement(Model::Impl& model, const ElementClass& elementClass);
 
@@ -180,10 +182,10 @@ class ElementHandle : public ModelElement {
   /// Makes an empty handle.
   ElementHandle() noexcept = default;
 
-  /// Makes a new element in `model` that is attached to nothing and whose fields are all unset.
+  /// Makes a new element in `model`. It is attached to nothing, and all of its fields are unset.
   ///
-  /// Elements are told apart by identity. The UUID names an element to services outside this
-  /// process; nothing here reads it, so it is not kept.
+  /// Elements are distinguished by identity. The UUID names an element to services outside this
+  /// process; the library never reads it, so it is not stored.
   ///
   /// \pre the handle to the model is not empty. Constant time. Throws only std::bad_alloc.
   static Derived create(const Model& model, const Uuid& uuid) {
@@ -192,15 +194,15 @@ class ElementHandle : public ModelElement {
     static_assert(std::is_nothrow_default_constructible_v<Impl>);
     static_assert(!std::is_polymorphic_v<Impl>, "an element begins with its ElementImpl");
     static_assert(sizeof(Impl) <= kMostElementBytes,
-                  "a list notes in one byte how far it is from the start of its element");
-    static_assert(alignof(Impl) <= kElementAlignment, "slabs align elements no further");
+                  "a list stores its distance from the start of its element in one byte");
+    static_assert(alignof(Impl) <= kElementAlignment, "slabs provide no stricter alignment");
     Derived handle;
     handle.impl_ = new (allocateElement(model.impl(), Impl::kClass)) Impl();
     handle.addRef();
     return handle;
   }
 
-  /// Makes a handle to `element` and takes a reference. \pre the element is of this class.
+  /// Makes a handle to `element` and adds a reference. \pre the element is of this class
   static Derived handleTo(ElementImpl& element) noexcept {
     Derived handle;
     handle.impl_ = &element;
@@ -208,17 +210,17 @@ class ElementHandle : public ModelElement {
     return handle;
   }
 
-  /// The element's setters, getters and lists. \pre the handle is not empty.
+  /// The element's setters, getters and lists. \pre the handle is not empty
   auto operator->() const noexcept { return static_cast<typename Derived::Impl*>(impl_); }
 };
 
-/// Makes an implementation object of class `Impl` of a row: the function of its ElementClass.
+/// Makes an implementation object of class `Impl` from a row: the function of its ElementClass.
 template <class Impl>
 ElementImpl& makeElementImpl(void* memory, const Row& row) noexcept {
   return *new (memory) Impl(row);
 }
 
-/// Ends the life of an implementation object of class `Impl`: the function of its ElementClass.
+/// Destroys an implementation object of class `Impl`: the function of its ElementClass.
 template <class Impl>
 void destroyElementImpl(ElementImpl& impl) noexcept {
   static_cast<Impl&>(impl).~Impl();

@@ -13,7 +13,7 @@ void Placeholders::make(const ModelElement& element, Resolver resolver) {
 }
 
 ModelElement Placeholders::resolve(const ModelElement& placeholder, const ElementClass& wanted) {
-  // A copy keeps the resolver alive: it is foreign code, which may make and drop placeholders of
+  // The copy keeps the resolver alive: it is foreign code, which may make and drop placeholders of
   // this model.
   const Resolver resolver = placeholder.impl_->model().resolvers().at(placeholder.impl_);
   ModelElement resolved = resolver();

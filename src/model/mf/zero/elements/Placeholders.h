@@ -6,22 +6,23 @@
 
 namespace mf::zero {
 
-/// Elements that stand for others until somebody looks.
+/// Elements that represent others until they are first read.
 ///
-/// create() makes none of them: a tree whose parts are loaded on demand would. Its model keeps what
-/// each one stands for.
+/// create() never makes one; they are for trees whose parts are loaded on demand. The model stores
+/// the resolver of each placeholder.
 class Placeholders {
  public:
-  /// Finds the element that a placeholder stands for; may return an empty handle and may throw.
+  /// Finds the element that a placeholder represents; may return an empty handle and may throw.
   using Resolver = std::function<ModelElement()>;
 
   /// Turns `element`, which has never been attached, into a placeholder.
   static void make(const ModelElement& element, Resolver resolver);
 
-  /// Returns what `placeholder` stands for.
+  /// Returns the element that `placeholder` represents.
   ///
-  /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>  nothing, another
-  ///         placeholder, or an element that is not of class `wanted`
+  /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>
+  ///         it represents nothing, another placeholder, or an element that is not of class
+  ///         `wanted`
   static ModelElement resolve(const ModelElement& placeholder, const ElementClass& wanted);
 };
 

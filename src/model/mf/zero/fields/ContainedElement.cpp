@@ -17,7 +17,7 @@ void AbstractContainedElement::set(const ModelElement& element) {
 }
 
 void AbstractContainedElement::unlink() noexcept {
-  // Another container, or another field of this one, may have taken the element since.
+  // Since then, the element may have moved to another container or to another field of this one.
   if (element_ && element_.impl_->container_ == owner_ &&
       element_.impl_->propertyNumber_ == propertyNumber_) {
     element_.impl_->container_ = nullptr;

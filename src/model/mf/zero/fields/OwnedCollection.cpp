@@ -13,8 +13,9 @@ AbstractOwnedCollection::AbstractOwnedCollection(ElementImpl& owner,
     : distance_(static_cast<std::uint8_t>(reinterpret_cast<const char*>(this) -
                                           reinterpret_cast<const char*>(&owner))),
       propertyNumber_(propertyNumber) {
-  static_assert(sizeof(AbstractOwnedCollection) == 16, "lists are as many as components");
-  // A list that is no part of its owner, or that lies too far behind its start.
+  static_assert(sizeof(AbstractOwnedCollection) == 16,
+                "every component has lists, so they are small");
+  // The list is not a part of its owner, or lies too far from its start.
   if (&this->owner() != &owner) {
     std::terminate();
   }
@@ -45,7 +46,7 @@ void AbstractOwnedCollection::resolvePlaceholders() const {
   if (!holdsPlaceholders_) {
     return;
   }
-  // The size is read each time: a resolver is foreign code and may append to this very list.
+  // Read the size each time: a resolver is foreign code and may append to this very list.
   for (std::size_t index = 0; index < size(); ++index) {
     resolvedAt(index, property().elementClass->implSize);
   }
@@ -61,7 +62,7 @@ void AbstractOwnedCollection::append(const ModelElement& element, std::size_t el
   if (rows() != nullptr) {
     makeElements();
   }
-  // Only an element that has been in some list can be in this one: the search is for those alone.
+  // Only an element that was ever in a list can be in this one, so only those are searched for.
   if (child.everAttached_ && property().duplicates == Duplicates::kRefused &&
       holds(child, elementBytes)) {
     return;

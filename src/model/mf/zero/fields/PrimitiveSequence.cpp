@@ -9,7 +9,7 @@
 namespace mf::zero {
 namespace {
 
-// The two loops have no exits, so that the compiler makes them of steps of many units.
+// The two loops have no early exits, so that the compiler can vectorize them.
 
 bool isNarrow(std::u16string_view text) noexcept {
   char16_t units = 0;
@@ -29,7 +29,7 @@ CompactString::Stored* store(std::u16string_view text, BlockMemory& memory) {
   using Stored = CompactString::Stored;
   const bool narrow = isNarrow(text);
   const std::size_t bytes = narrow ? text.size() : text.size() * sizeof(char16_t);
-  // cppcheck-suppress legacyUninitvar ; this is its initialisation
+  // cppcheck-suppress legacyUninitvar ; this is its initialization
   auto* stored = new (memory.allocate(sizeof(Stored) + bytes)) Stored{};
   constexpr std::size_t kSizeBits = std::numeric_limits<std::size_t>::max() >> 1;
   stored->size = text.size() & kSizeBits;

@@ -21,16 +21,16 @@ class PrimitiveSequence;
 /// An ordered list of UTF-16 strings in an element, the owner. Nothing is ever removed or
 /// reordered.
 ///
-/// The strings lie in the memory of the owner's model, one block for many of them, and stay there
-/// until the model goes, as names do. Read the sequence front to back.
+/// The strings lie in the memory of the owner's model, many to a block, and stay there until the
+/// model is destroyed, as names do. Read the sequence front to back.
 template <>
 class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
  public:
-  /// Walks the strings in the order in which they were appended, also those that are appended
-  /// meanwhile.
+  /// Iterates over the strings in the order of appending, including those appended during the
+  /// iteration.
   class Iterator {
    public:
-    /// \cond what the standard library asks of every iterator
+    /// \cond required of every iterator by the standard library
     using iterator_category = std::forward_iterator_tag;
     using value_type = CompactString;
     using difference_type = std::ptrdiff_t;
@@ -38,26 +38,26 @@ class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
     using reference = CompactString;
     /// \endcond
 
-    /// Stands at a string; null stands for the end.
+    /// Points at a string; null is the end.
     explicit Iterator(const CompactString::Stored* stored) noexcept : stored_(stored) {}
 
-    /// The string, which stays as long as its model. \pre this is not the end.
+    /// The string, which is valid as long as its model. \pre this is not the end
     CompactString operator*() const noexcept { return CompactString(*stored_); }
 
-    /// Goes on to the next string. \pre this is not the end.
+    /// Moves to the next string. \pre this is not the end
     Iterator& operator++() noexcept {
       stored_ = stored_->next;
       return *this;
     }
 
-    /// The same; returns where it stood.
+    /// The same; returns the former position.
     Iterator operator++(int) noexcept {
       const Iterator before = *this;
       ++*this;
       return before;
     }
 
-    /// Tells whether both stand at the same string, or both at an end.
+    /// Whether both point at the same string, or both at an end.
     friend bool operator==(const Iterator& left, const Iterator& right) noexcept {
       return left.stored_ == right.stored_;
     }
@@ -71,27 +71,27 @@ class FOUNDATION_EXPORT PrimitiveSequence<std::u16string> {
     const CompactString::Stored* stored_;
   };
 
-  /// A sequence that is a member of `owner`; empty.
+  /// An empty sequence, a member of `owner`.
   PrimitiveSequence(const ElementImpl& owner, Duplicates duplicates) noexcept
       : owner_(&owner), duplicates_(duplicates) {}
 
   PrimitiveSequence(const PrimitiveSequence&) = delete;
   PrimitiveSequence& operator=(const PrimitiveSequence&) = delete;
 
-  /// Puts a copy of `value` at the end; nothing happens if the sequence refuses duplicates and
-  /// already holds an equal value, for which it is searched.
+  /// Appends a copy of `value`. Does nothing if duplicates are not admitted and the sequence
+  /// already contains an equal value, for which it is searched.
   ///
-  /// If it throws std::bad_alloc, nothing has changed. Constant time but for copying the value,
-  /// where duplicates are admitted.
+  /// If it throws std::bad_alloc, nothing has changed. If duplicates are admitted, constant time
+  /// apart from copying the value.
   void push_back(std::u16string_view value);
 
   /// The number of strings.
   std::size_t size() const noexcept { return size_; }
 
-  /// Tells whether there is no string.
+  /// Whether there are no strings.
   bool empty() const noexcept { return size_ == 0; }
 
-  /// The string that was appended first.
+  /// The string appended first.
   Iterator begin() const noexcept { return Iterator(first_); }
 
   /// The end of the strings.

@@ -38,7 +38,7 @@ void ReferenceCollection::clear() const noexcept {
 bool ReferenceCollection::holds(const ElementImpl& element,
                                 std::size_t elementBytes) const noexcept {
   if (isRun()) {
-    // Nothing but elements of the run lies between its ends.
+    // Only elements of the run lie between its ends.
     const std::less<const ElementImpl*> before;
     return size_ != 0 && !before(&element, first_) && before(&element, &runAt(size_, elementBytes));
   }

@@ -12,13 +12,13 @@ namespace mf::zero {
 
 struct RowList;
 
-/// An ordered list of elements of one class, each of them held by a reference. Read it front to
-/// back by index.
+/// An ordered list of elements of one class, each held by a reference. Read it front to back by
+/// index.
 ///
-/// Elements that were made one after the other lie one behind the other in their model's memory. A
-/// list of such elements, a run, is its first element and their number and has no memory of its
-/// own. Any other list, and any that holds a placeholder, keeps an array of pointers. A third kind
-/// refers to rows: its elements do not exist until somebody asks for one.
+/// Elements that were made one after the other are adjacent in their model's memory. A list of such
+/// elements, a run, consists of its first element and their number and allocates nothing itself.
+/// Any other list, and any that contains a placeholder, has an array of pointers. A third kind
+/// refers to rows: its elements are made when one of them is first requested.
 class FOUNDATION_EXPORT ReferenceCollection {
  public:
   ReferenceCollection(const ReferenceCollection&) = delete;
@@ -27,14 +27,14 @@ class FOUNDATION_EXPORT ReferenceCollection {
   /// The number of elements.
   std::size_t size() const noexcept { return size_; }
 
-  /// Tells whether there is no element.
+  /// Whether there are no elements.
   bool empty() const noexcept { return size_ == 0; }
 
  protected:
   ReferenceCollection() noexcept : first_(nullptr) {}
 
-  /// Frees the array. Dropping the references is the derived class's part, which knows how large an
-  /// element is.
+  /// Frees the array. The derived class drops the references, because it knows how large an element
+  /// is.
   ~ReferenceCollection();
 
   /// Whether the list is a run; an empty list may be one. A run contains no placeholder.
@@ -54,10 +54,10 @@ class FOUNDATION_EXPORT ReferenceCollection {
     return isRun() ? runAt(index, elementBytes) : *places_[index];
   }
 
-  /// Tells whether `element` stands in the list. Linear time, constant for a run.
+  /// Whether `element` is in the list. Linear time; constant for a run.
   FOUNDATION_HIDDEN bool holds(const ElementImpl& element, std::size_t elementBytes) const noexcept;
 
-  /// Makes sure that push() has room for `element`.
+  /// Ensures that push() has room for `element`.
   /// \throws std::bad_alloc  nothing has changed then
   void makeRoomFor(const ElementImpl& element, std::size_t elementBytes) const {
     const bool fits =
@@ -67,7 +67,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
     }
   }
 
-  /// Puts `element` at the end and takes a reference to it. \pre makeRoomFor() has been called.
+  /// Appends `element` and adds a reference to it. \pre makeRoomFor() has been called
   void push(ElementImpl& element) const noexcept {
     if (!isRun()) {
       places_[size_] = &element;
@@ -78,12 +78,12 @@ class FOUNDATION_EXPORT ReferenceCollection {
     element.references_.add();
   }
 
-  /// Makes room for `count` elements in all, unless the list is a run.
+  /// Makes room for `count` elements in total, unless the list is a run.
   /// \throws std::bad_alloc  nothing has changed then
   void reserve(std::size_t count);
 
-  /// Puts `element` in the place of the one at `index`, taking the one reference and dropping the
-  /// other. \pre the list is no run.
+  /// Replaces the element at `index` by `element`, adding a reference to the new one and dropping
+  /// that to the old one. \pre the list is not a run
   FOUNDATION_HIDDEN void replace(std::size_t index, ElementImpl& element) const noexcept;
 
  private:
@@ -92,7 +92,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
     return *static_cast<ElementImpl*>(element);
   }
 
-  // The head of a slab lies between its elements and those before it, so no run leaves its slab.
+  // The head of a slab separates its elements from those before it, so no run leaves its slab.
   bool continuesRun(const ElementImpl& element, std::size_t elementBytes) const noexcept {
     return !element.isProxy() && (size_ == 0 || &element == &runAt(size_, elementBytes));
   }
@@ -103,12 +103,12 @@ class FOUNDATION_EXPORT ReferenceCollection {
 
   // Mutable: reading a list turns rows into elements and replaces placeholders.
   union {
-    mutable ElementImpl* first_;    // of a run; meaningless while it is empty
+    mutable ElementImpl* first_;    // of a run; meaningless while the list is empty
     mutable ElementImpl** places_;  // owned
     mutable const RowList* rows_;   // owned by the model
   };
   mutable std::uint32_t size_ = 0;
-  // The array has two to the power of this many places; 0: a run, kRows: rows.
+  // Base-2 logarithm of the array's capacity; 0: a run, kRows: rows.
   mutable std::uint8_t capacityLog_ = 0;
 };
 

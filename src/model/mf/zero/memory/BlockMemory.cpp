@@ -10,8 +10,8 @@
 namespace mf::zero {
 namespace {
 
-// Blocks double in size: little for few texts, and few blocks for many. From a size on, large pages
-// are worth their rounding up.
+// Blocks double in size: little memory for few texts, and few blocks for many. Above a certain
+// size, large pages are worth rounding up for.
 constexpr std::size_t kFirstBlock = 1024;
 constexpr std::size_t kLargestBlock = std::size_t{32} << 20;
 constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
@@ -28,7 +28,7 @@ void* BlockMemory::allocate(std::size_t bytes) {
   bytes = (bytes + kAlignment - 1) & ~(kAlignment - 1);
   if (bytes > left_) {
     if (bytes > kLargestShare) {
-      // A block of its own leaves the rest of the newest one in use.
+      // A separate block keeps the rest of the newest one in use.
       return addBlock(bytes);
     }
     nextBlock_ = std::min(kLargestBlock, std::max(kFirstBlock, nextBlock_ * 2));

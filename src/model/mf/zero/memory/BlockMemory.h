@@ -6,14 +6,15 @@
 
 namespace mf::zero {
 
-/// Memory for texts that stay: it is handed out piece by piece and given back as a whole.
+/// Memory for texts that are kept: allocated piece by piece and freed as a whole.
 class BlockMemory {
  public:
   BlockMemory() noexcept = default;
   BlockMemory(const BlockMemory&) = delete;
   BlockMemory& operator=(const BlockMemory&) = delete;
 
-  /// Returns `bytes` of memory, aligned for a pointer or a count; they stay as long as this object.
+  /// Returns `bytes` of memory, aligned for a pointer or a count; it is valid as long as this
+  /// object.
   /// \throws std::bad_alloc  nothing has changed then
   void* allocate(std::size_t bytes);
 
@@ -21,7 +22,7 @@ class BlockMemory {
   char* addBlock(std::size_t bytes);
 
   std::vector<std::unique_ptr<char[]>> blocks_;
-  char* position_ = nullptr;  // in the newest block but those of one piece
+  char* position_ = nullptr;  // in the newest block that is shared by several pieces
   std::size_t left_ = 0;
   std::size_t nextBlock_ = 0;
 };

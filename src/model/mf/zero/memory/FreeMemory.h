@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-// Clang tells of its sanitizers by a feature test, GCC by a macro.
+// Clang announces its sanitizers by a feature test, GCC by a macro.
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define MF_ZERO_ADDRESS_SANITIZER
@@ -17,8 +17,8 @@
 
 namespace mf::zero {
 
-/// Lets the address sanitizer report whoever touches `memory`, which holds no element now: to the
-/// sanitizer a slab is one block, in use as a whole. Nothing in a build without it.
+/// Makes the address sanitizer report any access to `memory`, which contains no element now. To the
+/// sanitizer, a slab is a single block that is in use as a whole. Does nothing in other builds.
 inline void markFree([[maybe_unused]] const void* memory,
                      [[maybe_unused]] std::size_t bytes) noexcept {
 #ifdef MF_ZERO_ADDRESS_SANITIZER
@@ -26,7 +26,7 @@ inline void markFree([[maybe_unused]] const void* memory,
 #endif
 }
 
-/// Ends what markFree() began.
+/// Undoes markFree().
 inline void markUsed([[maybe_unused]] const void* memory,
                      [[maybe_unused]] std::size_t bytes) noexcept {
 #ifdef MF_ZERO_ADDRESS_SANITIZER

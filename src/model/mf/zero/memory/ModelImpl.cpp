@@ -12,9 +12,9 @@ namespace mf::zero {
 namespace {
 
 // A region is one block from the system, cut into slabs. Its pages cost nothing until they are
-// used, so that a small model stays small. Each region is twice as large as the one before, up to a
-// size that is worth its own mapping to every allocator; from a size on, large pages are worth
-// their rounding up.
+// used, so a small model stays small. Each region is twice as large as the one before, up to a size
+// that every allocator maps separately. Above a certain size, large pages are worth rounding up
+// for.
 constexpr std::size_t kSlabsOfFirstRegion = 16;
 constexpr std::size_t kLargestRegion = std::size_t{32} << 20;
 constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;

@@ -14,7 +14,7 @@ const char16_t* wideUnits(const CompactString::Stored& stored) noexcept {
   return static_cast<const char16_t*>(static_cast<const void*>(&stored + 1));
 }
 
-// Units of one width against units of another.
+// Compares units of one width with units of another.
 template <class Left, class Right>
 int compareUnits(const Left* left, const Right* right, std::size_t size) noexcept {
   for (std::size_t index = 0; index != size; ++index) {
@@ -25,7 +25,7 @@ int compareUnits(const Left* left, const Right* right, std::size_t size) noexcep
   return 0;
 }
 
-// Calls `function` with the units of `stored`, as what they are.
+// Calls `function` with the units of `stored` in their own width.
 template <class Function>
 auto withUnits(const CompactString::Stored& stored, Function function) {
   return stored.narrow != 0 ? function(narrowUnits(stored)) : function(wideUnits(stored));

@@ -18,9 +18,9 @@ namespace {
 
 constexpr std::size_t kFirstTable = 64;
 
-// A word is four units, a block eight words. What is shorter than a block is laid out in one, some
-// of its words overlapping, so that names of all usual sizes take the same steps: which of them
-// comes next is not to be foreseen, and a wrong guess costs the processor more than the steps.
+// A word is four units, a block eight words. A shorter string is laid out in one block, with some
+// words overlapping, so that names of all usual sizes take the same steps: lengths are
+// unpredictable, and a misprediction costs more than the extra steps.
 constexpr std::size_t kUnitsPerWord = 4;
 constexpr std::size_t kUnitsPerBlock = 32;
 
@@ -32,7 +32,7 @@ std::uint64_t wordAt(const char16_t* units) noexcept {
   return word;
 }
 
-// Where the words of `size` units begin that are at least two and at most eight words.
+// Where the words of `size` units begin, for at least two and at most eight words.
 struct WordPlaces {
   explicit WordPlaces(std::size_t size) noexcept
       : second(std::min<std::size_t>(8, size - 8)), third(size - 8 - second), fourth(size - 8) {}
@@ -48,7 +48,7 @@ std::uint64_t multiplyAndFold(std::uint64_t left, std::uint64_t right) noexcept 
   return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
-// The sum of the products of pairs of words, each with its word of the key added: two different
+// The sum of the products of pairs of words, each with its word of the key added. Two different
 // blocks of one size have the same sum for one of 2^64 keys.
 class KeyedSum {
  public:
@@ -85,7 +85,7 @@ std::uint64_t hashOfBlock(const char16_t* units, std::uint64_t state,
   return sum.foldedInto(state);
 }
 
-// Of more than one block: the last one overlaps the one before. Out of the way of names.
+// For more than one block: the last one overlaps the one before. Separate from the code for names.
 [[gnu::noinline]] std::uint64_t hashOfLong(std::u16string_view text, std::uint64_t state,
                                            const StringPool::HashKey& key) noexcept {
   const char16_t* units = text.data();
@@ -120,7 +120,7 @@ std::uint64_t hashOf(std::u16string_view text, const StringPool::HashKey& key) n
 
 bool sameUnits(const char16_t* left, const char16_t* right, std::size_t size) noexcept {
   if (size < 8 || size > kUnitsPerBlock) {
-    // A view of nothing need not have an address.
+    // An empty view may have no address.
     return size == 0 || std::memcmp(left, right, size * sizeof(char16_t)) == 0;
   }
   // A size that the compiler knows needs no call.
@@ -137,12 +137,12 @@ StringPool::HashKey drawKey() noexcept {
   static_assert(std::is_trivially_copyable_v<StringPool::HashKey> &&
                 sizeof key == 11 * sizeof(std::uint64_t));
 #ifdef __linux__
-  // Many times as quick as what the standard library has, and it does not allocate.
+  // Much faster than the standard library's random device, and it does not allocate.
   if (::getentropy(&key, sizeof key) == 0) {
     return key;
   }
 #endif
-  // Without the system's random numbers: what differs from run to run.
+  // Without random numbers from the system, uses values that differ from run to run.
   const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
   std::mt19937_64 random(static_cast<std::uint64_t>(now) ^ reinterpret_cast<std::uintptr_t>(&key));
   for (std::uint64_t& word : key.words) {

@@ -12,24 +12,25 @@
 
 namespace mf::zero {
 
-/// Stores each UTF-16 string once, however often it is put in, and keeps it until the pool goes.
+/// Stores each UTF-16 string once, however often it is added, and keeps it until the pool is
+/// destroyed.
 ///
-/// Strings are found by a hash with a key that each pool draws for itself, so that who chooses the
-/// strings cannot choose them to collide.
+/// Strings are found by a hash with a random key of each pool, so that strings cannot be chosen to
+/// collide.
 class StringPool {
  public:
-  /// What the hash of a string depends on beside the string: any numbers, none of them foreseeable.
+  /// The key of the hash: arbitrary, unpredictable numbers.
   struct HashKey {
     std::array<std::uint64_t, 8> words;  ///< one for each word of a block
-    std::uint64_t low;                   ///< what a hash begins with
+    std::uint64_t low;                   ///< the initial value of a hash
     std::uint64_t high;                  ///< mixed with the high half of each block's sum
     std::uint64_t size;                  ///< multiplied by the number of units
   };
 
-  /// Makes an empty pool with a key of its own.
+  /// Makes an empty pool with its own random key.
   StringPool() noexcept;
 
-  /// Makes an empty pool with a key that is known.
+  /// Makes an empty pool with a given key.
   explicit StringPool(const HashKey& key) noexcept : key_(key) {}
 
   StringPool(const StringPool&) = delete;
@@ -37,8 +38,8 @@ class StringPool {
 
   /// Returns the one stored string equal to `text`.
   ///
-  /// Constant expected time but for reading the text. If it throws std::bad_alloc, the pool has not
-  /// changed.
+  /// Constant expected time apart from reading the text. If it throws std::bad_alloc, the pool has
+  /// not changed.
   const InternedString& intern(std::u16string_view text);
 
  private:
