@@ -137,7 +137,7 @@ std::string payloadOf(std::size_t size) {
   return "\"qzdata\":[" + joined(size / 3, [](std::size_t) { return std::string("-1"); }) + "]";
 }
 
-std::string typesBehindAPayload(std::size_t size) {
+std::string typesAfterAPayload(std::size_t size) {
   return "{" + payloadOf(size / 2) +
          repeated(",\"qztype\":\"int8\",\"qztype\":\"uint8\"", size / 2 / 35) + "}";
 }
@@ -206,7 +206,7 @@ const std::vector<Family>& hostileTexts() {
       {"fraction-digits", "one number with a fraction", fractionDigits, 128 * kKilobyte},
       {"small-numbers", "numbers of one digit", smallNumbers},
       {"empty-containers", "empty arrays and objects", emptyContainers},
-      {"types", "many types after one payload, of alternating signs", typesBehindAPayload},
+      {"types", "many types after one payload, of alternating signs", typesAfterAPayload},
       {"payloads", "many payloads before their types", payloadsWithTypes},
   };
   return all;

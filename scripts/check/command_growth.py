@@ -11,10 +11,10 @@ import sys
 
 COMMAND, TEXTS, FOLDER = sys.argv[1:4]
 MOST_SLOPE = 1.10
-MOST_OF_TEXT = 60  # bytes of memory for each of the text
+MOST_OF_TEXT = 60  # bytes of memory for each byte of the text
 MOST_FOR_FINDINGS = 128_000_000
-SIZES = (0.5, 1, 2, 4)  # of a megabyte
-# Below these, what is measured is the program itself and the clock.
+SIZES = (0.5, 1, 2, 4)  # in megabytes
+# Smaller figures measure the program itself and the resolution of the clock.
 LEAST_SECONDS = 0.1
 LEAST_BYTES = 4_000_000
 TABLE = os.path.join(FOLDER, "product-data", "products.tsv")
@@ -38,7 +38,7 @@ def numbered(name, count):
     return [name + str(number) for number in range(count)]
 
 
-# Each makes a document of about `size` bytes.
+# Each function makes a document of about `size` bytes.
 
 def escaped_name(size):
     files = ",".join(['"/"'] * (size // 8))
@@ -52,7 +52,7 @@ def members_of_a_named_component(size):
     return document('"c":{"delete":{},"extract":{},%s}' % members, products)
 
 
-# Ill-formed, so that all are read as the same name.
+# The names are ill-formed, so that all of them are read as the same name.
 def names_read_alike(size):
     def name(number):
         return "".join(chr(0xDC80 + (number >> 5 * place) % 32) for place in range(4))
@@ -91,7 +91,7 @@ LINT_FAMILIES = [
 
 
 def families():
-    """The names of all families, each with what makes a text of so many megabytes."""
+    """Yields the name of each family and a function that makes a text of so many megabytes."""
     for line in subprocess.check_output([TEXTS, "list"], text=True).splitlines():
         name, megabyte = line.split()
         yield name, lambda size, name=name, megabyte=int(megabyte): subprocess.check_output(
@@ -120,25 +120,25 @@ def subcommands(path):
 
 
 def measure(arguments):
-    """Seconds of the processor and bytes of memory."""
+    """Returns processor seconds and bytes of memory."""
     process = subprocess.Popen([COMMAND, *arguments], stdin=subprocess.DEVNULL,
                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     _, status, usage = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
     if process.returncode not in (0, 1, 2):
-        sys.exit(f"{arguments} ended with {process.returncode}")
+        sys.exit(f"{arguments} exited with status {process.returncode}")
     return usage.ru_utime, usage.ru_maxrss * 1024
 
 
 def best(arguments):
     runs = [measure(arguments)]
-    if runs[0][0] < 0.5:  # the shorter, the more it varies
+    if runs[0][0] < 0.5:  # short runs vary more
         runs.append(measure(arguments))
     return min(time for time, _ in runs), min(memory for _, memory in runs)
 
 
 def slope(sizes, values, least):
-    """The slope of the logarithms, of those values that say something; none for fewer than three."""
+    """Returns the slope of the logarithms of the values above the noise, or None for fewer than three."""
     points = [(math.log(size), math.log(value)) for size, value in zip(sizes, values)
               if value >= least]
     if len(points) < 3:
@@ -192,17 +192,17 @@ def main():
                 memories.append(memory - floors[name])
             of_time = slope(SIZES, times, LEAST_SECONDS)
             of_memory = slope(SIZES, memories, LEAST_BYTES)
-            # Findings have a bound of their own, up to which they grow as they like.
-            isTooMuch = (of_time or 0) > MOST_SLOPE or (of_memory or 0) > MOST_SLOPE
+            # Findings have a separate limit, up to which they may grow in any way.
+            is_too_much = (of_time or 0) > MOST_SLOPE or (of_memory or 0) > MOST_SLOPE
             if name.startswith("lint"):
-                isTooMuch = isTooMuch or any(
+                is_too_much = is_too_much or any(
                     memory > MOST_OF_TEXT * length + MOST_FOR_FINDINGS
                     for memory, length in zip(memories, lengths))
-            failed = failed or isTooMuch
+            failed = failed or is_too_much
             shown = ["" if value is None else "%.2f" % value for value in (of_time, of_memory)]
             print(f"{family:30} {name:11} {lengths[-1]:9} {times[-1]:8.2f} {shown[0]:>6} "
                   f"{memories[-1] / 1e6:7.0f} {shown[1]:>6} {memories[-1] / lengths[-1]:7.1f}"
-                  f"{'  TOO MUCH' if isTooMuch else ''}", flush=True)
+                  f"{'  TOO MUCH' if is_too_much else ''}", flush=True)
         for path in paths:
             os.remove(path)
     sys.exit(1 if failed else 0)

@@ -21,8 +21,8 @@ namespace install::update_metadata_parser {
 /// twice to append a key and once to put it in front: a tenth of the time of an answer.
 ///
 /// Only the packages of components with one name, or whose names continue each other, are merged.
-/// Lists are read in place and must stay as they are; rows are not turned into elements. Memory is
-/// linear in the components, and in the packages of the largest group that is merged.
+/// Lists are read in place and must not change meanwhile; rows are not turned into elements. Memory
+/// is linear in the components, and in the packages of the largest group that is merged.
 template <class Pkg>
 class OrderedKeys {
  public:
@@ -30,7 +30,7 @@ class OrderedKeys {
 
   /// Adds one component with its packages. Components come in model order.
   void addComponent(mf::zero::Name component, const List& pkgs) {
-    // Here, in model order: later they are read in another one.
+    // Resolved here, in model order, because the lists are later read in another order.
     pkgs.resolvePlaceholders();
     if (!pkgs.empty()) {
       components_.push_back({component, &pkgs, components_.size()});
@@ -40,7 +40,7 @@ class OrderedKeys {
   /// Whether no component has a package.
   bool empty() const noexcept { return components_.empty(); }
 
-  /// Forgets the components, not the memory for them.
+  /// Forgets the components but keeps the memory for them.
   void clear() noexcept { components_.clear(); }
 
   /// Calls `visit(key, list, index)` with each key, a string that it may keep, and the place of its

@@ -19,7 +19,7 @@ using mf::zero::OwnedCollection;
 using mf::zero::RowStore;
 using mf::zero::Uuid;
 
-// What differs between packages to delete and packages to extract.
+// The differences between packages to delete and packages to extract.
 struct Delete {
   using Table = UpdateMetaDataHandler::PkgsToDelete;
 
@@ -55,8 +55,8 @@ struct Extract {
   }
 };
 
-// Gives a component the packages that `table` has for it: as rows, which other components share,
-// unless it has packages already. Elements also refuse a component of another model.
+// Gives a component its packages from `table`: as rows, which other components share, or as
+// elements if it already has packages. A component of another model rejects the elements.
 template <class Side>
 void setPkgs(const UpdateMetaDataHandler& handler, const Model& model,
              const ComponentDeltaData& component, const std::u16string& componentName,

@@ -23,7 +23,7 @@ using KeySet = std::set<std::u16string>;
 using FilesAndSize = std::pair<KeySet, std::int64_t>;
 using SizePair = std::pair<std::int64_t, std::int64_t>;
 
-// Which of the two things that an update does to packages a query asks about.
+// The side of an update that a query is about: packages to delete or packages to extract.
 struct Side {
   const OwnedCollection<ComponentDeltaData>& (ProductDeltaData::Impl::*components)() const noexcept;
   const OwnedCollection<PkgDeltaData>& (ComponentDeltaData::Impl::*pkgs)() const noexcept;
@@ -58,7 +58,7 @@ SizePair sizesAt(const OwnedCollection<PkgDeltaData>& pkgs, std::size_t index) {
   return {pkg.getSize(), pkg.getUncompressedBytes()};
 }
 
-// The packages of all products whose name is the one that the catalogue gives for a base code.
+// Returns the packages of all products with the name that the catalogue gives for a base code.
 //
 // Lists are read by index throughout: the virtual operations may append to them.
 KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaData& root,
@@ -78,8 +78,8 @@ KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaD
   return keys;
 }
 
-// The packages of each product that has any, by the base code that the catalogue gives for its
-// name.
+// Returns the packages of each product that has any, by the base code that the catalogue gives for
+// its name.
 std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
                                                const ProductUpdateMetaData& root, const Side& side,
                                                const std::u16string& productDataLocation) {
@@ -96,7 +96,7 @@ std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
     }
     KeySet keys;
     addKeys(keys, packages);
-    // Of products with one base code the first one counts.
+    // The first of several products with one base code counts.
     keysByCode.try_emplace(handler.getProductBaseCode(name, productDataLocation), std::move(keys));
   }
   return keysByCode;

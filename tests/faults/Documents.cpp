@@ -57,7 +57,7 @@ struct RequiredMember {
   std::string value;
   const char* kind;
   std::string before;  ///< preceding text that makes the place unique
-  std::string behind;
+  std::string after;
 };
 
 std::vector<RequiredMember> requiredMembers() {
@@ -95,21 +95,21 @@ std::vector<RequiredMember> requiredMembers() {
 void addRequiredMembers(std::vector<FailingDocument>& documents) {
   for (const RequiredMember& member : requiredMembers()) {
     const std::string name = std::string(member.name) + ' ' + member.key;
-    const std::string whole = '"' + member.key + "\": " + member.value + member.behind;
+    const std::string whole = '"' + member.key + "\": " + member.value + member.after;
     const std::string invalid =
         "std::runtime_error: Invalid data provided for '" + member.key + "'";
     documents.push_back({name + ", absent",
-                         plainWith(whole, "\"other\": " + member.value + member.behind),
+                         plainWith(whole, "\"other\": " + member.value + member.after),
                          invalid,
                          {}});
     documents.push_back(
         {name + ", null",
-         plainWith(whole, '"' + member.key + "\": null" + member.behind),
+         plainWith(whole, '"' + member.key + "\": null" + member.after),
          std::string("std::runtime_error: invalid conversion: null to ") + member.kind,
          {}});
     const char* other = std::string_view(member.kind) == "boolean" ? "[[]]" : "false";
     documents.push_back({name + ", of another kind",
-                         plainWith(whole, '"' + member.key + "\": " + other + member.behind),
+                         plainWith(whole, '"' + member.key + "\": " + other + member.after),
                          invalid,
                          {}});
   }

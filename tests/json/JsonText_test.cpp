@@ -106,10 +106,10 @@ constexpr AcceptedText kEscapes[] = {
     {"LowSurrogateBeforeAPair", R"("\uDE00\uD83D\uDE00")", R"("\xEF\xBF\xBD\xF0\x9F\x98\x80")"},
     {"HighSurrogateBeforeAnotherUnit", R"("\uD83D\u0041")", R"("\xEF\xBF\xBDA")"},
     {"TwoHighSurrogates", R"("\uD83D\uD83D")", R"("\xEF\xBF\xBD\xEF\xBF\xBD")"},
-    {"PairBehindTwoHighSurrogates", R"("\uD83D\uD83D\uDE00")",
+    {"PairAfterTwoHighSurrogates", R"("\uD83D\uD83D\uDE00")",
      R"("\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD")"},
     {"SeveralInOneString", R"("a\"b\\c\u0064e")", R"("a\x22b\x5Ccde")"},
-    {"EscapeBehindALongStart", R"("0123456789abcdefghi\n0123456789abcdefghi")",
+    {"EscapeAfterALongStart", R"("0123456789abcdefghi\n0123456789abcdefghi")",
      R"("0123456789abcdefghi\x0A0123456789abcdefghi")"},
 };
 INSTANTIATE_TEST_SUITE_P(Escape, JsonTextAccepts, ::testing::ValuesIn(kEscapes),
@@ -143,7 +143,7 @@ constexpr AcceptedText kContainers[] = {
     {"ObjectInObjects", R"({"a":{"b":{"c":{}}}})", R"({"a": {"b": {"c": {}}}})"},
     {"KeysInByteOrder", R"({"b":1,"a":2,"B":3,"":4,"aa":5})",
      R"({"": 4, "B": 3, "a": 2, "aa": 5, "b": 1})"},
-    {"HighBytesBehindAscii", "{\"\xC3\xA9\":1,\"\x7F\":2,\"z\":3,\"\xFF\":4}",
+    {"HighBytesAfterAscii", "{\"\xC3\xA9\":1,\"\x7F\":2,\"z\":3,\"\xFF\":4}",
      R"({"z": 3, "\x7F": 2, "\xC3\xA9": 1, "\xFF": 4})"},
     {"EscapesInAKey", R"({"\u0062\n":1})", R"({"b\x0A": 1})"},
 };

@@ -122,7 +122,7 @@ const Number kNumbersAroundTheUpperLimit[] = {
     {"TooLargeWithoutExponent", "1" + zeros(400), kInfinity},
     {"TooLargeWithFraction", "1" + zeros(400) + ".5", kInfinity},
     {"TooLargeWithLeadingZeros", zeros(500) + "1" + zeros(400), kInfinity},
-    {"TooLargeBehindFractionZeros", "0." + zeros(10) + "1e400", kInfinity},
+    {"TooLargeAfterFractionZeros", "0." + zeros(10) + "1e400", kInfinity},
     {"TooLargeDespiteANegativeExponent", "1" + zeros(900) + "e-500", kInfinity},
     {"TooLargeWithAnExponentOfThirtyDigits", "1e999999999999999999999999999999", kInfinity},
     {"TooLargeWithAnExponentOfNineteenDigits", "1e9223372036854775807", kInfinity},

@@ -47,8 +47,8 @@ class DigitScan : public ::testing::TestWithParam<Variant> {
       expected = expected * 10 + static_cast<std::uint64_t>(text[digits] - '0');
     }
     std::uint64_t integer = before;
-    const char* const behind = GetParam().read(text.data(), text.data() + text.size(), integer);
-    ASSERT_EQ(behind - text.data(), static_cast<std::ptrdiff_t>(digits)) << quoted(text);
+    const char* const end = GetParam().read(text.data(), text.data() + text.size(), integer);
+    ASSERT_EQ(end - text.data(), static_cast<std::ptrdiff_t>(digits)) << quoted(text);
     ASSERT_EQ(integer, expected) << quoted(text);
   }
 };

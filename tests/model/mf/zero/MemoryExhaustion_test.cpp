@@ -308,7 +308,8 @@ TEST_F(RowsInAModel, AreAllOrNoneWhenMemoryRunsOut) {
 
 TEST_F(RowsInAModel, StayRowsUntilAllTheirElementsCanBeMade) {
   const std::size_t before = liveBlocks();
-  // Elements that lie apart, so that making them needs an array that grows, and more than a slab.
+  // Elements that are not adjacent, so that making them needs an array that grows, and more than a
+  // slab.
   const std::vector<Pkg> pkgs = makePkgs(2000);
   std::vector<PkgDeltaData> gaps;
   for (int count = 0; count < 100; ++count) {

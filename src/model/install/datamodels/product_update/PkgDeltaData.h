@@ -24,7 +24,7 @@ class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl 
 
   Impl() noexcept = default;
 
-  /// Makes an element of a row.
+  /// Makes an element from a row.
   FOUNDATION_HIDDEN explicit Impl(const mf::zero::Row& row) noexcept;
   ~Impl();
 

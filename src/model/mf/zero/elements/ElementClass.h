@@ -28,7 +28,7 @@ struct ElementClass {
   std::size_t implSize;           ///< bytes of the implementation object
   void (*destroyImpl)(ElementImpl&) noexcept;  ///< ends its life; the framework frees the memory
   const ContainedProperty* properties;         ///< the contained fields, by their numbers
-  /// makes an element of a row in memory of `implSize` bytes; null for a class that has no rows
+  /// makes an element from a row in memory of `implSize` bytes; null for a class that has no rows
   ElementImpl& (*makeFromRow)(void* memory, const Row& row) noexcept = nullptr;
 };
 

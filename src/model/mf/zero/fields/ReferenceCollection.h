@@ -43,10 +43,10 @@ class FOUNDATION_EXPORT ReferenceCollection {
   /// The rows that the list refers to, or null if it consists of elements.
   const RowList* rows() const noexcept { return capacityLog_ == kRows ? rows_ : nullptr; }
 
-  /// Makes the empty list refer to `rows`, which stay as long as the model.
+  /// Makes the empty list refer to `rows`, which live as long as the model.
   FOUNDATION_HIDDEN void setRows(const RowList& rows) const noexcept;
 
-  /// Makes the list empty and frees the array. Dropping the references is the caller's part.
+  /// Makes the list empty and frees the array. The caller drops the references.
   FOUNDATION_HIDDEN void clear() const noexcept;
 
   /// The element at `index`, of a class whose implementation objects have `elementBytes`.

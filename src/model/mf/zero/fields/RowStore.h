@@ -15,19 +15,19 @@ namespace mf::zero {
 
 /// The lists of rows of one model.
 ///
-/// Products name the same components, and a component has the same packages each time, in most
-/// documents. The store keeps what the last component of each name was given: if the next one is
-/// given the same, both refer to one list.
+/// In most documents, many products name the same components, and a component has the same packages
+/// each time. The store remembers the rows of the last component with each name: if the next one
+/// has the same packages, both refer to one list.
 class RowStore {
  public:
-  /// A row whose name is not in the model yet.
+  /// A row whose name is not yet in the model.
   struct NewRow {
     std::u16string_view name;
     std::int64_t size;
     std::int64_t uncompressedBytes;
   };
 
-  /// Makes an empty store whose names are in `names`.
+  /// Makes an empty store that keeps its names in `names`.
   explicit RowStore(StringPool& names) noexcept : names_(names) {}
 
   RowStore(const RowStore&) = delete;
@@ -39,16 +39,16 @@ class RowStore {
   /// The rows that `list` refers to, or null if it consists of elements.
   static const RowList* rowsOf(const AbstractOwnedCollection& list) noexcept { return list.rows(); }
 
-  /// The number of lists made so far, which their numbers are below.
+  /// How many lists have been made so far; their numbers are below it.
   std::size_t size() const noexcept { return lists_; }
 
-  /// Begins a round: until the next one, components of one name are given the same rows.
+  /// Begins a round. Until the next one, components with one name have the same rows.
   std::uint64_t beginRound() noexcept { return ++lastRound_; }
 
-  /// Fills `list`, which is empty, of this model, and belongs to a component of that name.
+  /// Fills `list`, an empty list of this model in a component with that name.
   ///
-  /// `newRow` makes a NewRow of each of `entries`. They are compared with what the last component
-  /// of that name was given for the same field, unless that was in the same round.
+  /// `newRow` makes a NewRow from each of `entries`. They are compared with the rows of the last
+  /// component with that name, for the same field, unless that was filled in the same round.
   ///
   /// \throws std::bad_alloc  the list is still empty
   template <class Entries, class MakeNewRow>
@@ -74,7 +74,7 @@ class RowStore {
     }
   };
 
-  // The hash of the name, which depends on a secret key: whoever chooses the sizes of texts also
+  // The hash of the name, which depends on a secret key: anyone who chooses the sizes of texts also
   // chooses the distances between their addresses.
   struct KeyHash {
     std::size_t operator()(const Key& key) const noexcept {

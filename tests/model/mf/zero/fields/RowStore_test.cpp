@@ -71,7 +71,7 @@ class RowsOfAComponent : public ::testing::Test {
   Model model = Model::create(ModelSpec());
 };
 
-TEST_F(RowsOfAComponent, AreStoredOnceForAllThatAreGivenTheSame) {
+TEST_F(RowsOfAComponent, AreStoredOnceForComponentsWithTheSamePackages) {
   const RowList* rows = rowsOf(makeFilled(kTwoPkgs));
   ASSERT_NE(rows, nullptr);
   EXPECT_EQ(rowsOf(makeFilled(kTwoPkgs)), rows);
@@ -90,7 +90,7 @@ void PrintTo(const OtherPkgs& row, std::ostream* stream) {
 class RowsOfAnotherTable : public RowsOfAComponent,
                            public ::testing::WithParamInterface<OtherPkgs> {};
 
-TEST_P(RowsOfAnotherTable, AreAListOfTheirOwn) {
+TEST_P(RowsOfAnotherTable, AreASeparateList) {
   const ComponentDeltaData before = makeFilled(kTwoPkgs);
   const ComponentDeltaData other = makeFilled(GetParam().pkgs);
   EXPECT_NE(rowsOf(other), rowsOf(before));
@@ -121,7 +121,7 @@ const OtherPkgs kOtherPkgs[] = {
 INSTANTIATE_TEST_SUITE_P(Pkgs, RowsOfAnotherTable, ::testing::ValuesIn(kOtherPkgs),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(RowsOfAComponent, AreThoseOfTheLastComponentOfTheName) {
+TEST_F(RowsOfAComponent, AreSharedWithTheLastComponentOfTheName) {
   const RowList* first = rowsOf(makeFilled(kTwoPkgs));
   const RowList* second = rowsOf(makeFilled({{u"a", 1, 10}}));
   EXPECT_EQ(rowsOf(makeFilled({{u"a", 1, 10}})), second);
@@ -136,12 +136,13 @@ TEST_F(RowsOfAComponent, AreNotSharedWithAnotherNameOrField) {
   EXPECT_NE(RowStore::rowsOf(component->getPkgsToExtract()), rowsOf(component));
 }
 
-TEST_F(RowsOfAComponent, AreComparedOnceARound) {
+TEST_F(RowsOfAComponent, AreComparedOncePerRound) {
   const std::uint64_t round = store().beginRound();
   const ComponentDeltaData first = makeComponent();
   const ComponentDeltaData second = makeComponent();
   fillInRound(round, first->getPkgsToDeleteMutable(), first, kTwoPkgs);
-  // What a round promises not to happen shows that nothing is compared.
+  // The second component keeps the first one's rows although its packages differ, which a round
+  // rules out: nothing was compared.
   fillInRound(round, second->getPkgsToDeleteMutable(), second, {{u"z", 9, 9}});
   EXPECT_EQ(rowsOf(second), rowsOf(first));
   EXPECT_NE(rowsOf(makeFilled({{u"z", 9, 9}})), rowsOf(first)) << "the next round compares";
@@ -166,11 +167,11 @@ TEST_F(RowsOfAComponent, CountWithoutBecomingElements) {
   EXPECT_NE(rowsOf(component), nullptr);
 }
 
-TEST_F(RowsOfAComponent, BecomeElementsWhenOneIsAskedFor) {
+TEST_F(RowsOfAComponent, BecomeElementsWhenOneIsRead) {
   const ComponentDeltaData component = makeFilled(kTwoPkgs);
   const PkgDeltaData last = component->getPkgsToDelete()[1];
   EXPECT_EQ(rowsOf(component), nullptr);
-  EXPECT_EQ(component->getPkgsToDelete()[1], last) << "asking twice gives one element";
+  EXPECT_EQ(component->getPkgsToDelete()[1], last) << "two reads return the same element";
   EXPECT_EQ(&component->getPkgsToDelete().readAt(1), last.operator->());
   EXPECT_EQ(last->getContainer(), component);
   EXPECT_EQ(last->getContainerProperty()->name, std::u16string_view(u"pkgsToDelete"));
@@ -179,7 +180,7 @@ TEST_F(RowsOfAComponent, BecomeElementsWhenOneIsAskedFor) {
   EXPECT_EQ(dump(component), kTwoPkgsToDelete);
 }
 
-TEST_F(RowsOfAComponent, BecomeElementsOfOneListAlone) {
+TEST_F(RowsOfAComponent, BecomeElementsInOneListOnly) {
   const ComponentDeltaData one = makeFilled(kTwoPkgs);
   const ComponentDeltaData other = makeFilled(kTwoPkgs);
   one->getPkgsToDelete()[0]->setSize(7);
@@ -197,7 +198,8 @@ TEST_F(RowsOfAComponent, BecomeElementsBeforeOneIsAppended) {
   EXPECT_EQ(component->getPkgsToDelete()[2], added);
   EXPECT_EQ(component->getPkgsToDelete()[0]->getName(), u"a");
   component->getPkgsToDeleteMutable().append(component->getPkgsToDelete()[0]);
-  EXPECT_EQ(component->getPkgsToDelete().size(), 3u) << "an element of the list is not taken twice";
+  EXPECT_EQ(component->getPkgsToDelete().size(), 3u)
+      << "an element of the list is not appended twice";
 }
 
 TEST_F(RowsOfAComponent, StayRowsWhenNothingIsAppended) {
@@ -208,7 +210,7 @@ TEST_F(RowsOfAComponent, StayRowsWhenNothingIsAppended) {
   EXPECT_NE(rowsOf(component), nullptr);
 }
 
-TEST_F(RowsOfAComponent, StandBesideAPlaceholder) {
+TEST_F(RowsOfAComponent, CanPrecedeAPlaceholder) {
   const ComponentDeltaData component = makeFilled(kTwoPkgs);
   const PkgDeltaData real = PkgDeltaData::create(model, Uuid());
   const PkgDeltaData placeholder = PkgDeltaData::create(model, Uuid());
@@ -230,8 +232,8 @@ TEST_F(RowsOfAComponent, KeepTheModelForTheirElementsAndNotForThemselves) {
   EXPECT_FALSE(last->getContainer());
 }
 
-TEST_F(RowsOfAComponent, BecomeElementsWhereverThoseLie) {
-  // More than a slab contains, and gaps that elements before have left.
+TEST_F(RowsOfAComponent, BecomeElementsWhereverTheyLie) {
+  // More than fit into a slab, and gaps left by earlier elements.
   std::vector<Pkg> pkgs;
   for (int count = 0; count < 5000; ++count) {
     pkgs.push_back({std::u16string(1, static_cast<char16_t>(count + 1)), count, -count});
