@@ -29,7 +29,7 @@ SourceDocument::SourceDocument(const source::SourceTree& tree)
 
 std::string_view SourceDocument::keep(std::string_view text) {
   auto* const copy = static_cast<char*>(texts_.allocate(text.size(), alignof(char)));
-  std::copy(text.begin(), text.end(), copy);
+  text.copy(copy, text.size());
   return {copy, text.size()};
 }
 

@@ -1,7 +1,6 @@
 #include "foundation/json/Rep.h"
 
 #include <algorithm>
-#include <array>
 
 #include "foundation/json/Storage.h"
 #include "foundation/json/Value.h"
@@ -10,11 +9,11 @@ namespace foundation::json::detail {
 namespace {
 
 // By index.
-constexpr std::array<const char*, 10> kTypeNames = {
-    traits<Undefined>::name,    traits<std::nullptr_t>::name, traits<bool>::name,
-    traits<double>::name,       traits<std::string>::name,    traits<Array>::name,
-    traits<Object>::name,       traits<float>::name,          traits<std::int64_t>::name,
-    traits<std::uint64_t>::name};
+constexpr const char* kTypeNames[] = {traits<Undefined>::name,    traits<std::nullptr_t>::name,
+                                      traits<bool>::name,         traits<double>::name,
+                                      traits<std::string>::name,  traits<Array>::name,
+                                      traits<Object>::name,       traits<float>::name,
+                                      traits<std::int64_t>::name, traits<std::uint64_t>::name};
 
 }  // namespace
 
