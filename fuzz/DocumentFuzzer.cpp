@@ -123,9 +123,9 @@ void checkSide(const ProductUpdateMetaData& root, const UpdateMetaData& facade, 
     }
   }
   require(side.answer(facade) == expected, "wrong answer for all products");
-  std::size_t asked = 0;
+  std::size_t queried = 0;
   for (const auto& [name, keys] : expectedByName) {
-    if (codeOf(name) != kSharedCode && asked++ < kMostCodes) {
+    if (codeOf(name) != kSharedCode && queried++ < kMostCodes) {
       require(side.answer(facade, codeOf(name)) == keys, "wrong answer for one product");
     }
   }

@@ -145,7 +145,7 @@ void run(const std::vector<std::string>& words) {
     measure(words[0], bench::peers::peerOf(words[1]), words[2]);
   } else {
     throw std::invalid_argument(
-        "wanted: parse|read|load|load-tuned PEER FILE, "
+        "expected: parse|read|load|load-tuned PEER FILE, "
         "verify FILE, phases FILE, facts FILE, or peers");
   }
 }

@@ -32,12 +32,12 @@ std::string readPiece(std::streambuf& buffer, std::size_t bytes) {
   std::string piece = withRoomFor(bytes);
   while (piece.size() != bytes) {
     const std::size_t size = piece.size();
-    const std::size_t asked = std::min(kReadBytes, bytes - size);
-    piece.resize(size + asked);
+    const std::size_t requested = std::min(kReadBytes, bytes - size);
+    piece.resize(size + requested);
     const std::streamsize got =
-        buffer.sgetn(piece.data() + size, static_cast<std::streamsize>(asked));
+        buffer.sgetn(piece.data() + size, static_cast<std::streamsize>(requested));
     piece.resize(size + static_cast<std::size_t>(got));
-    if (piece.size() != size + asked) {
+    if (piece.size() != size + requested) {
       break;
     }
   }
@@ -49,12 +49,12 @@ std::string readPiece(std::streambuf& buffer, std::size_t bytes) {
 std::string readToEnd(std::streambuf& buffer) {
   std::vector<std::string> pieces;
   std::size_t size = 0;
-  std::size_t asked = 0;
+  std::size_t requested = 0;
   do {
-    asked = std::clamp(size, kFirstPiece, kLargestPiece);
-    pieces.push_back(readPiece(buffer, asked));
+    requested = std::clamp(size, kFirstPiece, kLargestPiece);
+    pieces.push_back(readPiece(buffer, requested));
     size += pieces.back().size();
-  } while (pieces.back().size() == asked);
+  } while (pieces.back().size() == requested);
   if (pieces.size() == 1) {
     return std::move(pieces.front());
   }

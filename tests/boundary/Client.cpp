@@ -77,13 +77,13 @@ class Report {
   /// Expects an action to throw exactly an `Exception` with the given text, and expects that
   /// callers can catch it both by that type and as std::exception.
   template <class Exception, class Action>
-  void expectThrown(const std::string& wanted, Action action) {
-    const std::string name = wanted.empty() ? typeid(Exception).name() : wanted;
+  void expectThrown(const std::string& expected, Action action) {
+    const std::string name = expected.empty() ? typeid(Exception).name() : expected;
     try {
       action();
       expect(false, "nothing was thrown: " + name);
     } catch (const Exception& failure) {
-      expect(wanted.empty() || failure.what() == wanted, "another text: " + name);
+      expect(expected.empty() || failure.what() == expected, "another text: " + name);
     } catch (...) {
       expect(false, "not caught by its type: " + name);
     }

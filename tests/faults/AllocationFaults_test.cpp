@@ -53,7 +53,7 @@ const std::string kWell = "nothing";
 const std::string kExhaustion = "std::bad_alloc: std::bad_alloc";
 const std::string kUnopened = "std::runtime_error: Error opening Update MetaData Json File";
 
-constexpr std::size_t kPointsWanted = 10'000;
+constexpr std::size_t kFewestPoints = 10'000;
 
 // How many allocations have failed in this program.
 std::size_t points = 0;
@@ -64,7 +64,7 @@ class PointCount : public ::testing::Environment {
   void TearDown() override {
     std::cout << "allocations that have failed: " << points << '\n';
     if (GTEST_FLAG_GET(filter) == "*") {
-      EXPECT_GE(points, kPointsWanted);
+      EXPECT_GE(points, kFewestPoints);
     }
   }
 };
@@ -198,13 +198,13 @@ class Document {
       EXPECT_EQ(dumpOf(*parser->handler), dump_);
     }
 
-    const std::size_t asked = allocations();
+    const std::size_t before = allocations();
     {
       const MemoryLimit none(0);
       facade.reset();
       parser.reset();
     }
-    EXPECT_EQ(allocations(), asked) << "destruction asks for memory";
+    EXPECT_EQ(allocations(), before) << "destruction asks for memory";
     return trial.reached;
   }
 
@@ -271,9 +271,9 @@ TEST(Load, OfARichDocumentFailsAsPromisedWhicheverAllocationFails) {
 }
 
 TEST(Load, OfEachFailingDocumentFailsAsPromisedWhicheverAllocationFails) {
-  constexpr std::size_t kDocumentsWanted = 60;
+  constexpr std::size_t kFewestDocuments = 60;
   const std::vector<FailingDocument> documents = failingDocuments();
-  EXPECT_GE(documents.size(), kDocumentsWanted);
+  EXPECT_GE(documents.size(), kFewestDocuments);
   std::cout << "documents that cannot be loaded: " << documents.size() << '\n';
   for (const FailingDocument& failing : documents) {
     SCOPED_TRACE(failing.name);
@@ -324,7 +324,7 @@ class LoadedDocument : public ::testing::Test {
     dump_ = dumpOf(*handler_);
   }
 
-  /// Makes each allocation of a query fail in turn; asked again, the query is answered in full.
+  /// Makes each allocation of a query fail in turn; repeated, the query is answered in full.
   template <class Question>
   void failEach(Question question) {
     handler_->closeCatalogue();
@@ -456,14 +456,14 @@ TEST(FrameworkMessage, IsReportedUnlessMemoryRunsOut) {
       },
   };
   for (const auto& report : reports) {
-    const std::string wanted = outcomeOf(report).text();
+    const std::string expected = outcomeOf(report).text();
     for (const Shortage shortage : kShortages) {
       for (std::size_t nth = 0;; ++nth) {
         const std::size_t before = liveBlocks();
         const Trial trial = failAt(nth, shortage, report);
         ASSERT_EQ(liveBlocks(), before);
         const std::string failure = trial.outcome.text();
-        ASSERT_TRUE(failure == wanted || (trial.reached && failure == kExhaustion)) << failure;
+        ASSERT_TRUE(failure == expected || (trial.reached && failure == kExhaustion)) << failure;
         if (!trial.reached) {
           break;
         }

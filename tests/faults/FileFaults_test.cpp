@@ -161,7 +161,7 @@ TEST_F(FileOfADocument, IsReadWholeOrNotWhicheverCallFails) {
 TEST_F(FileOfADocument, EndsALoadAsItEndsTheReading) {
   OpenParser whole(path_);
   whole.parseUpdateMetaDataJson();
-  const std::string wanted = dump(whole.handler->getProductUpdateMetaDataModel());
+  const std::string expected = dump(whole.handler->getProductUpdateMetaDataModel());
   for (const Failures& failures : everyFailureOf(calls_.size())) {
     OpenParser parser(path_);
     Outcome outcome;
@@ -173,7 +173,7 @@ TEST_F(FileOfADocument, EndsALoadAsItEndsTheReading) {
     const std::string failure = outcome.text();
     ASSERT_EQ(failure.substr(0, promised(failures).size()), promised(failures));
     ASSERT_TRUE(outcomeOf([&] { parser.parseUpdateMetaDataJson(); }).isWell());
-    ASSERT_EQ(dump(parser.handler->getProductUpdateMetaDataModel()), wanted);
+    ASSERT_EQ(dump(parser.handler->getProductUpdateMetaDataModel()), expected);
   }
 }
 

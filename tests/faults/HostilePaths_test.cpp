@@ -257,8 +257,8 @@ TEST_P(HostilePaths, FailEachInItsOwnWay) {
       }
       return load(path);
     });
-    const std::string& wanted = isOther() ? row.outcomeAsOther : row.outcome;
-    EXPECT_EQ(failure, wanted == kUnusable ? wanted + nativePathOf(path) : wanted);
+    const std::string& expected = isOther() ? row.outcomeAsOther : row.outcome;
+    EXPECT_EQ(failure, expected == kUnusable ? expected + nativePathOf(path) : expected);
   }
 }
 

@@ -102,33 +102,33 @@ class PlaceholderTree {
 struct Query {
   const char* name;
   std::string (*ask)(UpdateMetaDataHandler& handler);
-  std::string (*askFacade)(const UpdateMetaData& facade);
+  std::string (*queryFacade)(const UpdateMetaData& facade);
   int depth;
 };
 
-template <class Asked>
-std::string deletedByCode(Asked& asked) {
-  return PrintToString(asked.getComponentsToDelete(u""));
+template <class Queried>
+std::string deletedByCode(Queried& queried) {
+  return PrintToString(queried.getComponentsToDelete(u""));
 }
-template <class Asked>
-std::string deletedOfCode(Asked& asked) {
-  return PrintToString(asked.getComponentsToDelete(u"C", u""));
+template <class Queried>
+std::string deletedOfCode(Queried& queried) {
+  return PrintToString(queried.getComponentsToDelete(u"C", u""));
 }
-template <class Asked>
-std::string extractedByCode(Asked& asked) {
-  return PrintToString(asked.getComponentsToExtract(u""));
+template <class Queried>
+std::string extractedByCode(Queried& queried) {
+  return PrintToString(queried.getComponentsToExtract(u""));
 }
-template <class Asked>
-std::string extractedOfCode(Asked& asked) {
-  return PrintToString(asked.getComponentsToExtract(u"C", u""));
+template <class Queried>
+std::string extractedOfCode(Queried& queried) {
+  return PrintToString(queried.getComponentsToExtract(u"C", u""));
 }
-template <class Asked>
-std::string sizes(Asked& asked) {
-  return PrintToString(asked.getUpdateSizeForComponentsToExtract());
+template <class Queried>
+std::string sizes(Queried& queried) {
+  return PrintToString(queried.getUpdateSizeForComponentsToExtract());
 }
-template <class Asked>
-std::string files(Asked& asked) {
-  return PrintToString(asked.getComponentsWithFilesToDelete());
+template <class Queried>
+std::string files(Queried& queried) {
+  return PrintToString(queried.getComponentsWithFilesToDelete());
 }
 
 constexpr Query kQueries[] = {
@@ -203,7 +203,7 @@ TEST_P(QueryOnPlaceholders, RejectsAnElementOfAnotherModel) {
     SCOPED_TRACE("level " + std::to_string(level));
     PlaceholderTree other(0, itself);
     PlaceholderTree tree(level, [&](const ModelElement& real) -> ModelElement {
-      const std::u16string wanted = real->elementClass().qualifiedName;
+      const std::u16string typeName = real->elementClass().qualifiedName;
       const auto root = other.handler.getProductUpdateMetaDataModel();
       const std::vector<ModelElement> elements = {
           root->getProductsDeltaData()[0], root->getProductsDeltaData()[0]->getCompsToDelete()[0],
@@ -211,7 +211,7 @@ TEST_P(QueryOnPlaceholders, RejectsAnElementOfAnotherModel) {
           root->getCompsWithFilesToDelete()[0],
           root->getCompsWithFilesToDelete()[0]->getPkgsWithFilesToDelete()[0]};
       for (const ModelElement& element : elements) {
-        if (element->elementClass().qualifiedName == wanted) {
+        if (element->elementClass().qualifiedName == typeName) {
           return element;
         }
       }
@@ -234,13 +234,13 @@ TEST_P(QueryOnPlaceholders, LetsTheReportPassThroughTheFacade) {
   const UpdateMetaData facade(handler);
   constexpr const char* kText = "cannot cast incompatible types: mf::zero::ModelElement";
   try {
-    GetParam().askFacade(facade);
+    GetParam().queryFacade(facade);
     FAIL() << "nothing was thrown";
   } catch (const std::exception& error) {
     EXPECT_STREQ(error.what(), kText);
   }
   try {
-    GetParam().askFacade(facade);
+    GetParam().queryFacade(facade);
     FAIL() << "nothing was thrown";
   } catch (const IMsgIDException& error) {
     EXPECT_STREQ(error.getMessageId(), "mf0:messages:CannotCastIncompatibleTypes");

@@ -323,9 +323,9 @@ TEST_F(Catalogue, IsQueriedThroughTheVirtualOperationsEveryTime) {
 // A catalogue that returns its question as the answer and reports its destruction.
 class EchoingCatalogue : public ProductDataProvider {
  public:
-  explicit EchoingCatalogue(ProductDeltaData product, bool& treeWasThere)
-      : ProductDataProvider(u""), product_(std::move(product)), treeWasThere_(treeWasThere) {}
-  ~EchoingCatalogue() override { treeWasThere_ = static_cast<bool>(product_->getContainer()); }
+  explicit EchoingCatalogue(ProductDeltaData product, bool& treeExisted)
+      : ProductDataProvider(u""), product_(std::move(product)), treeExisted_(treeExisted) {}
+  ~EchoingCatalogue() override { treeExisted_ = static_cast<bool>(product_->getContainer()); }
 
   std::u16string getProductBaseCode(const std::u16string& productName) const override {
     return u"code of " + productName;
@@ -336,18 +336,18 @@ class EchoingCatalogue : public ProductDataProvider {
 
  private:
   ProductDeltaData product_;
-  bool& treeWasThere_;
+  bool& treeExisted_;
 };
 
 class EchoingHandler : public UpdateMetaDataHandler {
  public:
-  explicit EchoingHandler(bool& treeWasThere) : treeWasThere_(treeWasThere) {}
+  explicit EchoingHandler(bool& treeExisted) : treeExisted_(treeExisted) {}
 
   void initializeProductDataProvider(const std::u16string& productDataLocation) override {
     locations.push_back(productDataLocation);
     if (productDataProvider == nullptr) {
       productDataProvider =
-          std::make_shared<EchoingCatalogue>(root->getProductsDeltaData()[0], treeWasThere_);
+          std::make_shared<EchoingCatalogue>(root->getProductsDeltaData()[0], treeExisted_);
     }
     UpdateMetaDataHandler::initializeProductDataProvider(productDataLocation);
   }
@@ -355,12 +355,12 @@ class EchoingHandler : public UpdateMetaDataHandler {
   std::vector<std::u16string> locations;
 
  private:
-  bool& treeWasThere_;
+  bool& treeExisted_;
 };
 
 TEST(InjectedCatalogue, IsQueriedThroughItsVirtualOperationsAndAnswersUnchanged) {
-  bool treeWasThere = false;
-  EchoingHandler handler(treeWasThere);
+  bool treeExisted = false;
+  EchoingHandler handler(treeExisted);
   handler.setProductDeltaData(u"Press", {}, {}, {}, {});
   EXPECT_EQ(handler.getProductName(u"C1", u"here"), u"name of C1");
   EXPECT_EQ(handler.getProductBaseCode(u"Press", u"there"), u"code of Press");
@@ -368,13 +368,13 @@ TEST(InjectedCatalogue, IsQueriedThroughItsVirtualOperationsAndAnswersUnchanged)
 }
 
 TEST(InjectedCatalogue, GoesBeforeTheTree) {
-  bool treeWasThere = false;
+  bool treeExisted = false;
   {
-    EchoingHandler handler(treeWasThere);
+    EchoingHandler handler(treeExisted);
     handler.setProductDeltaData(u"Press", {}, {}, {}, {});
     handler.initializeProductDataProvider(u"");
   }
-  EXPECT_TRUE(treeWasThere);
+  EXPECT_TRUE(treeExisted);
 }
 
 }  // namespace

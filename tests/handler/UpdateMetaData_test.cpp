@@ -217,18 +217,18 @@ TEST(FacadeOnAModel, AnswersFromTheHandlersModel) {
                                {{u"docs", {{u"new", 2, 3}}}});
   handler->setComponentDataWithFilesToDelete(
       u"lib", {handler->createPkgDataWithFilesToDelete(u"p", 4, {u"f"})});
-  for (const UpdateMetaData& asked : {facade, other}) {
-    EXPECT_EQ(asked.getBaseReleaseFamily(), u"Orchard");
-    EXPECT_EQ(asked.getBaseReleaseVersion(), u"1.0");
-    EXPECT_EQ(asked.getTargetReleaseFamily(), u"Grove");
-    EXPECT_EQ(asked.getTargetReleaseVersion(), u"1.1");
-    EXPECT_EQ(asked.getTargetUpdateLevelForQorv(), -56);
-    EXPECT_EQ(asked.getComponentsToDelete(u""), (KeysByCode{{u"C", {u"core_old"}}}));
-    EXPECT_EQ(asked.getComponentsToDelete(u"C", u""), Keys{u"core_old"});
-    EXPECT_EQ(asked.getComponentsToExtract(u""), (KeysByCode{{u"C", {u"docs_new"}}}));
-    EXPECT_EQ(asked.getComponentsToExtract(u"C", u""), Keys{u"docs_new"});
-    EXPECT_EQ(asked.getUpdateSizeForComponentsToExtract(), (Sizes{{u"docs_new", {2, 3}}}));
-    EXPECT_EQ(asked.getComponentsWithFilesToDelete(), (Files{{u"lib_p", {{u"f"}, 4}}}));
+  for (const UpdateMetaData& queried : {facade, other}) {
+    EXPECT_EQ(queried.getBaseReleaseFamily(), u"Orchard");
+    EXPECT_EQ(queried.getBaseReleaseVersion(), u"1.0");
+    EXPECT_EQ(queried.getTargetReleaseFamily(), u"Grove");
+    EXPECT_EQ(queried.getTargetReleaseVersion(), u"1.1");
+    EXPECT_EQ(queried.getTargetUpdateLevelForQorv(), -56);
+    EXPECT_EQ(queried.getComponentsToDelete(u""), (KeysByCode{{u"C", {u"core_old"}}}));
+    EXPECT_EQ(queried.getComponentsToDelete(u"C", u""), Keys{u"core_old"});
+    EXPECT_EQ(queried.getComponentsToExtract(u""), (KeysByCode{{u"C", {u"docs_new"}}}));
+    EXPECT_EQ(queried.getComponentsToExtract(u"C", u""), Keys{u"docs_new"});
+    EXPECT_EQ(queried.getUpdateSizeForComponentsToExtract(), (Sizes{{u"docs_new", {2, 3}}}));
+    EXPECT_EQ(queried.getComponentsWithFilesToDelete(), (Files{{u"lib_p", {{u"f"}, 4}}}));
   }
 }
 

@@ -92,7 +92,7 @@ constexpr AcceptedText kEscapes[] = {
     {"FormFeed", R"("\f")", R"("\x0C")"},
     {"LineFeed", R"("\n")", R"("\x0A")"},
     {"CarriageReturn", R"("\r")", R"("\x0D")"},
-    {"Tabulator", R"("\t")", R"("\x09")"},
+    {"Tab", R"("\t")", R"("\x09")"},
     {"UnicodeOneByte", R"("\u0041")", R"("A")"},
     {"UnicodeNul", R"("a\u0000b")", R"("a\x00b")"},
     {"UnicodeTwoBytes", R"("\u00e9")", R"("\xC3\xA9")"},
@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(Escape, JsonTextAccepts, ::testing::ValuesIn(kEscapes),
                          [](const auto& row) { return row.param.name; });
 
 constexpr AcceptedText kUncheckedBytes[] = {
-    {"RawTabulator", "\"a\tb\"", R"("a\x09b")"},
+    {"RawTab", "\"a\tb\"", R"("a\x09b")"},
     {"RawLineFeed", "\"a\nb\"", R"("a\x0Ab")"},
     {"RawNul", "\"a\0b\""sv, R"("a\x00b")"},
     {"Utf8", "\"\xC3\xA9\"", R"("\xC3\xA9")"},

@@ -103,7 +103,7 @@ constexpr AcceptedText kUntyped[] = {
      R"({"a": {"qzdata": [1.5]}, "qztype": "int8"})"},
     {"TypeOfTheObjectInside", R"({"a":{"qztype":"int8"},"qzdata":[1.5]})",
      R"({"a": {"qztype": "int8"}, "qzdata": [1.5]})"},
-    {"TypeOfTheNeighbour", R"([{"qztype":"int8"},{"qzdata":[1.5]}])",
+    {"TypeOfTheNeighbor", R"([{"qztype":"int8"},{"qzdata":[1.5]}])",
      R"([{"qztype": "int8"}, {"qzdata": [1.5]}])"},
     {"KeysAsStrings", R"(["qztype","int8","qzdata",[1.5]])",
      R"(["qztype", "int8", "qzdata", [1.5]])"},
@@ -157,7 +157,7 @@ constexpr AcceptedText kElsewhere[] = {
      R"({"qzdata":[1],"a":[{"qzdata":[2],"qztype":"uint8"}],"qztype":"int8"})",
      R"({"a": [{"qzdata": [uint64(2)], "qztype": "uint8"}], "qzdata": [int64(1)], )"
      R"("qztype": "int8"})"},
-    {"NeighboursApart",
+    {"SeparateNeighbors",
      R"([{"qztype":"int8","qzdata":[1]},{"qzdata":[2]},{"qzdata":[3],"qztype":"uint8"}])",
      R"([{"qzdata": [int64(1)], "qztype": "int8"}, {"qzdata": [2]}, )"
      R"({"qzdata": [uint64(3)], "qztype": "uint8"}])"},

@@ -176,7 +176,7 @@ class WatchingHandler : public UpdateMetaDataHandler {
   }
   void setComponentDataWithFilesToDelete(
       const std::u16string&, const std::vector<PkgDataWithFilesToDelete>&) const override {
-    aliveWhenHandedOver.push_back(aliveNow());
+    aliveWhenSet.push_back(aliveNow());
   }
 
   /// Reports for each package made so far whether it still exists.
@@ -189,7 +189,7 @@ class WatchingHandler : public UpdateMetaDataHandler {
   }
 
   mutable std::vector<test_support::LifetimeProbe> probes;
-  mutable std::vector<std::vector<bool>> aliveWhenHandedOver;
+  mutable std::vector<std::vector<bool>> aliveWhenSet;
 };
 
 TEST(DeletedFilesSection, HoldsThePackagesOfAComponentUntilItIsSet) {
@@ -199,7 +199,7 @@ TEST(DeletedFilesSection, HoldsThePackagesOfAComponentUntilItIsSet) {
   parser.parseComponentsWithFilesDeleted(
       parseJsonText(R"({"a": {"p": {"size": 1, "files": []}, "q": {"size": 1, "files": []}},
                         "b": {"r": {"size": 1, "files": []}}})"));
-  EXPECT_THAT(handler->aliveWhenHandedOver,
+  EXPECT_THAT(handler->aliveWhenSet,
               ElementsAre(ElementsAre(true, true), ElementsAre(false, false, true)));
   EXPECT_THAT(handler->aliveNow(), ElementsAre(false, false, false));
 }

@@ -85,38 +85,38 @@ const Log kQueries = {
 TEST(EarlierClient, CallsTheOperationsOfAHandlerThatItMeans) {
   NotingHandler handler;
   test_support::callHandlerByPlaces(static_cast<UpdateMetaDataHandler*>(&handler));
-  Log wanted = {"initializeReleaseData/0",
-                "initializeBaseRelease/0",
-                "initializeTargetRelease/0",
-                "setBaseReleaseFamily/1",
-                "getBaseReleaseFamily/0",
-                "setTargetReleaseFamily/1",
-                "getTargetReleaseFamily/0",
-                "setBaseReleaseVersion/1",
-                "getBaseReleaseVersion/0",
-                "setTargetReleaseVersion/1",
-                "getTargetReleaseVersion/0",
-                "setTargetUpdateLevelForQorv/1",
-                "getTargetUpdateLevelForQorv/0",
-                "setMetaDataArch/1",
-                "setProductDeltaData/5",
-                "createPkgDataWithFilesToDelete/3",
-                "setComponentDataWithFilesToDelete/2"};
-  wanted.insert(wanted.end(), kQueries.begin(), kQueries.end());
+  Log expected = {"initializeReleaseData/0",
+                  "initializeBaseRelease/0",
+                  "initializeTargetRelease/0",
+                  "setBaseReleaseFamily/1",
+                  "getBaseReleaseFamily/0",
+                  "setTargetReleaseFamily/1",
+                  "getTargetReleaseFamily/0",
+                  "setBaseReleaseVersion/1",
+                  "getBaseReleaseVersion/0",
+                  "setTargetReleaseVersion/1",
+                  "getTargetReleaseVersion/0",
+                  "setTargetUpdateLevelForQorv/1",
+                  "getTargetUpdateLevelForQorv/0",
+                  "setMetaDataArch/1",
+                  "setProductDeltaData/5",
+                  "createPkgDataWithFilesToDelete/3",
+                  "setComponentDataWithFilesToDelete/2"};
+  expected.insert(expected.end(), kQueries.begin(), kQueries.end());
   const Log others = {"getProductUpdateMetaDataModel/0", "initializeProductDataProvider/1",
                       "getProductName/2", "getProductBaseCode/2"};
-  wanted.insert(wanted.end(), others.begin(), others.end());
-  EXPECT_EQ(handler.log, wanted);
+  expected.insert(expected.end(), others.begin(), others.end());
+  EXPECT_EQ(handler.log, expected);
 }
 
 TEST(EarlierClient, CallsTheOperationsOfAFacadeThatItMeans) {
   const auto handler = std::make_shared<NotingHandler>();
   UpdateMetaData facade(handler);
   test_support::callFacadeByPlaces(&facade);
-  Log wanted = {"getBaseReleaseFamily/0", "getTargetReleaseFamily/0", "getBaseReleaseVersion/0",
-                "getTargetReleaseVersion/0", "getTargetUpdateLevelForQorv/0"};
-  wanted.insert(wanted.end(), kQueries.begin(), kQueries.end());
-  EXPECT_EQ(handler->log, wanted);
+  Log expected = {"getBaseReleaseFamily/0", "getTargetReleaseFamily/0", "getBaseReleaseVersion/0",
+                  "getTargetReleaseVersion/0", "getTargetUpdateLevelForQorv/0"};
+  expected.insert(expected.end(), kQueries.begin(), kQueries.end());
+  EXPECT_EQ(handler->log, expected);
 }
 
 class NotingParser : public UpdateMetaDataJsonParser {

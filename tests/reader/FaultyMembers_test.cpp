@@ -47,7 +47,7 @@ struct MemberOfADocument {
   const char* name;
   Path path;
   Way way;
-  std::string wanted;       ///< the name of its kind
+  std::string kind;         ///< the name of its kind
   std::size_t callsBefore;  ///< how many of the sample's calls precede its reading
 };
 
@@ -63,11 +63,11 @@ const std::string kBoolean = traits<bool>::name;
 const std::string kNull = traits<std::nullptr_t>::name;
 
 MemberOfADocument releaseField(const char* name, const char* release, const char* field,
-                               const std::string& wanted) {
+                               const std::string& kind) {
   return {name,
           {"metadata", release, field},
           Way::kRequired,
-          wanted,
+          kind,
           std::string(release) == "target" ? 4U : 7U};
 }
 
@@ -193,20 +193,20 @@ class FaultyMember : public ::testing::TestWithParam<MemberOfADocument> {
  protected:
   std::string failureFor(const Kind& kind) const {
     if (GetParam().way != Way::kRequired || kind.name == kNull) {
-      return invalidConversion(kind.name, GetParam().wanted);
+      return invalidConversion(kind.name, GetParam().kind);
     }
     return invalidData(GetParam().path.back());
   }
 
-  bool isTaken(const Kind& kind) const {
-    const bool takesNull = GetParam().way == Way::kOptional || GetParam().way == Way::kRelease;
-    return kind.name == GetParam().wanted || (takesNull && kind.name == kNull);
+  bool isAccepted(const Kind& kind) const {
+    const bool acceptsNull = GetParam().way == Way::kOptional || GetParam().way == Way::kRelease;
+    return kind.name == GetParam().kind || (acceptsNull && kind.name == kNull);
   }
 };
 
 TEST_P(FaultyMember, OfAnotherKindFailsTheLoadWithoutUndoingAnything) {
   for (const Kind& kind : kinds()) {
-    if (isTaken(kind)) {
+    if (isAccepted(kind)) {
       continue;
     }
     SCOPED_TRACE(kind.name);
@@ -234,7 +234,7 @@ TEST_P(AbsentMember, FailsTheLoadWithoutUndoingAnything) {
   EXPECT_EQ(loadText(without(sampleDocument(), GetParam().path)), expected);
 }
 
-std::vector<MemberOfADocument> membersThatMustBeThere() {
+std::vector<MemberOfADocument> requiredMembers() {
   std::vector<MemberOfADocument> rows;
   for (const MemberOfADocument& row : membersOfADocument()) {
     if (row.way != Way::kConverted || row.path.size() == 1) {
@@ -244,8 +244,7 @@ std::vector<MemberOfADocument> membersThatMustBeThere() {
   return rows;
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryRequiredMember, AbsentMember,
-                         ::testing::ValuesIn(membersThatMustBeThere()),
+INSTANTIATE_TEST_SUITE_P(EveryRequiredMember, AbsentMember, ::testing::ValuesIn(requiredMembers()),
                          [](const auto& row) { return row.param.name; });
 
 TEST(FaultlessDocument, ReachesTheHandlerWhole) {

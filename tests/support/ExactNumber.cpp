@@ -117,10 +117,10 @@ bool isNearest(std::string_view text, double number) {
   std::memcpy(&bits, &magnitude, sizeof bits);
   const Decimal decimal = decimalOf(text);
   const BigInteger digits = integerOf(decimal.digits);
-  const bool takesTies = bits % 2 == 0;
+  const bool winsTies = bits % 2 == 0;
   if (bits != 0) {
     const int order = compare(digits, decimal.exponent, halfwayAbove(bits - 1));
-    if (order < 0 || (order == 0 && !takesTies)) {
+    if (order < 0 || (order == 0 && !winsTies)) {
       return false;
     }
   }
@@ -128,7 +128,7 @@ bool isNearest(std::string_view text, double number) {
     return true;
   }
   const int order = compare(digits, decimal.exponent, halfwayAbove(bits));
-  return order < 0 || (order == 0 && takesTies);
+  return order < 0 || (order == 0 && winsTies);
 }
 
 std::string NumberTexts::digits(std::uint64_t count) {

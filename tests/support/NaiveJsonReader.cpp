@@ -326,7 +326,7 @@ class NaiveReader {
     } else {
       code = parseValue(position, value);
       if (key == "qztype") {
-        const ParseResult readingCode = takeType(position, value, object);
+        const ParseResult readingCode = readType(position, value, object);
         code = code == kSuccess ? readingCode : code;
       }
     }
@@ -341,7 +341,7 @@ class NaiveReader {
     return kSuccess;
   }
 
-  ParseResult takeType(const char*& position, const Value& type, ObjectState& object) const {
+  ParseResult readType(const char*& position, const Value& type, ObjectState& object) const {
     if (!type.is<std::string>()) {
       throw std::runtime_error(std::string("invalid conversion: ") + type.typeName() + " to " +
                                traits<std::string>::name);

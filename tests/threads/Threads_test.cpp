@@ -33,7 +33,7 @@ using test_support::TemporaryFolder;
 
 constexpr std::size_t kThreads = 8;
 
-bool goesAllTheWay() {
+bool isFullRun() {
   return std::getenv("UMP_THREADS_FULL") != nullptr;
 }
 
@@ -60,7 +60,7 @@ std::shared_ptr<UpdateMetaData> load(const std::u16string& path) {
 }
 
 TEST(Facades, AreCopiedAndDestroyedInSeveralThreads) {
-  const std::size_t copies = (goesAllTheWay() ? 1'200'000 : 40'000) / kThreads;
+  const std::size_t copies = (isFullRun() ? 1'200'000 : 40'000) / kThreads;
   const TemporaryFolder folder;
   const std::shared_ptr<UpdateMetaData> facade =
       load(folder.writeFile("document.json", richDocument()));
@@ -80,7 +80,7 @@ TEST(Facades, AreCopiedAndDestroyedInSeveralThreads) {
 }
 
 TEST(Facades, ReleaseTheHandlerInTheThreadThatDestroysTheLastOne) {
-  const std::size_t rounds = goesAllTheWay() ? 500 : 20;
+  const std::size_t rounds = isFullRun() ? 500 : 20;
   const TemporaryFolder folder;
   folder.writeFile("catalogue/products.tsv", "header\na base code\ta product\t1\tcontrolling\n");
   const std::u16string catalogue = folder.path("catalogue");
@@ -112,16 +112,16 @@ TEST(Facades, AnswerInAThreadOtherThanTheLoadingOne) {
 }
 
 TEST(Loads, DoNotInterfereWithEachOther) {
-  const std::size_t loads = (goesAllTheWay() ? 10'400 : 240) / kThreads;
+  const std::size_t loads = (isFullRun() ? 10'400 : 240) / kThreads;
   const TemporaryFolder folder;
   const std::u16string rich = folder.writeFile("rich.json", richDocument());
   const std::u16string malformed = folder.writeFile("malformed.json", richDocument() + "\n");
   folder.writeFile("catalogue/products.tsv", "header\na base code\ta product\t1\tcontrolling\n");
   const std::u16string catalogue = folder.path("catalogue");
-  const std::shared_ptr<UpdateMetaData> wanted = load(rich);
-  const auto files = wanted->getComponentsWithFilesToDelete();
-  const auto sizes = wanted->getUpdateSizeForComponentsToExtract();
-  const auto components = wanted->getComponentsToDelete(catalogue);
+  const std::shared_ptr<UpdateMetaData> expected = load(rich);
+  const auto files = expected->getComponentsWithFilesToDelete();
+  const auto sizes = expected->getUpdateSizeForComponentsToExtract();
+  const auto components = expected->getComponentsToDelete(catalogue);
   std::atomic<std::size_t> wrong = 0;
   inThreads([&](std::size_t) {
     for (std::size_t count = 0; count < loads; ++count) {

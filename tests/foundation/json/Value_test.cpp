@@ -48,7 +48,7 @@ struct Kind {
 
 // Calls `visit` for each kind that a value can be read as.
 template <class Visit>
-void forEachWantedKind(const Visit& visit) {
+void forEachKind(const Visit& visit) {
   visit(Kind<bool>());
   visit(Kind<double>());
   visit(Kind<std::string>());
@@ -90,8 +90,8 @@ std::string messageOf(const Action& action) {
   return "nothing thrown";
 }
 
-std::string invalidConversion(const char* actual, const char* wanted) {
-  return "invalid conversion: "s + actual + " to " + wanted;
+std::string invalidConversion(const char* actual, const char* expected) {
+  return "invalid conversion: "s + actual + " to " + expected;
 }
 
 // -------------------------------------------------------------------------------------------------
@@ -110,7 +110,7 @@ TEST(Value, KnowsItsKind) {
   for (const Sample& sample : samples()) {
     EXPECT_EQ(sample.value.index(), sample.index) << sample.name;
     EXPECT_STREQ(sample.value.typeName(), sample.name);
-    forEachWantedKind([&](auto kind) {
+    forEachKind([&](auto kind) {
       using T = typename decltype(kind)::Type;
       EXPECT_EQ(sample.value.is<T>(), traits<T>::index == sample.index) << sample.name;
     });
@@ -165,7 +165,7 @@ TEST(Value, ReadsAStringInPlace) {
 
 TEST(Value, IsNotReadAsAnotherKind) {
   for (const Sample& sample : samples()) {
-    forEachWantedKind([&](auto kind) {
+    forEachKind([&](auto kind) {
       using T = typename decltype(kind)::Type;
       const std::string message =
           messageOf<std::runtime_error>([&] { static_cast<void>(sample.value.as<T>()); });

@@ -68,9 +68,9 @@ const char* Value::typeName() const noexcept {
   return detail::typeNameOf(index());
 }
 
-void Value::throwInvalidConversion(std::size_t wanted) const {
+void Value::throwInvalidConversion(std::size_t required) const {
   throw std::runtime_error(std::string("invalid conversion: ") + typeName() + " to " +
-                           detail::typeNameOf(wanted));
+                           detail::typeNameOf(required));
 }
 
 const Value& Value::operator[](std::string_view key) const {

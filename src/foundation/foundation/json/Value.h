@@ -165,7 +165,7 @@ class FOUNDATION_EXPORT Value {
       throwInvalidConversion(index);
     }
   }
-  [[noreturn]] void throwInvalidConversion(std::size_t wanted) const;
+  [[noreturn]] void throwInvalidConversion(std::size_t required) const;
 
   detail::Rep rep_;
 };

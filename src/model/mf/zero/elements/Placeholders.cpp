@@ -12,7 +12,7 @@ void Placeholders::make(const ModelElement& element, Resolver resolver) {
   element.impl_->proxy_ = true;
 }
 
-ModelElement Placeholders::resolve(const ModelElement& placeholder, const ElementClass& wanted) {
+ModelElement Placeholders::resolve(const ModelElement& placeholder, const ElementClass& required) {
   // The copy keeps the resolver alive: it is foreign code, which may make and drop placeholders of
   // this model.
   const Resolver resolver = placeholder.impl_->model().resolvers().at(placeholder.impl_);
@@ -20,7 +20,7 @@ ModelElement Placeholders::resolve(const ModelElement& placeholder, const Elemen
   if (!resolved) {
     reportException(CannotCastIncompatibleTypes{u"mf::zero::ModelElement"});
   }
-  if (resolved->isProxy() || &resolved->elementClass() != &wanted) {
+  if (resolved->isProxy() || &resolved->elementClass() != &required) {
     reportException(CannotCastIncompatibleTypes{resolved->elementClass().qualifiedName});
   }
   return resolved;

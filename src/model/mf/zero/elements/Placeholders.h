@@ -22,8 +22,8 @@ class Placeholders {
   ///
   /// \throws foundation::core::except::Exception<CannotCastIncompatibleTypes>
   ///         it represents nothing, another placeholder, or an element that is not of class
-  ///         `wanted`
-  static ModelElement resolve(const ModelElement& placeholder, const ElementClass& wanted);
+  ///         `required`
+  static ModelElement resolve(const ModelElement& placeholder, const ElementClass& required);
 };
 
 }  // namespace mf::zero

@@ -140,17 +140,17 @@ class DyingOwner : public Placeholder {
  protected:
   // Destroys the component, which has a child in one list and a placeholder in the other. The
   // placeholder's resolver asks the child for its place when it is destroyed.
-  std::vector<PlaceOfChild> askWhileTheOwnerGoes(OwnedCollection<PkgDeltaData>& ofChild,
-                                                 OwnedCollection<PkgDeltaData>& ofPlaceholder) {
+  std::vector<PlaceOfChild> placesWhileTheOwnerIsDestroyed(
+      OwnedCollection<PkgDeltaData>& ofChild, OwnedCollection<PkgDeltaData>& ofPlaceholder) {
     std::vector<PlaceOfChild> places;
     const PkgDeltaData child = make(u"child");
     ofChild.append(child);
-    std::shared_ptr<void> asksWhenDestroyed(nullptr, [&places, child](void*) {
+    std::shared_ptr<void> asksOnDestruction(nullptr, [&places, child](void*) {
       places.push_back({bool(child->getContainer()), child->getContainerProperty() != nullptr});
     });
     PkgDeltaData placeholder = make(u"placeholder");
     Placeholders::make(
-        placeholder, [asksWhenDestroyed = std::move(asksWhenDestroyed)] { return ModelElement(); });
+        placeholder, [asksOnDestruction = std::move(asksOnDestruction)] { return ModelElement(); });
     ofPlaceholder.append(placeholder);
     placeholder = PkgDeltaData();
     component = ComponentDeltaData();
@@ -164,29 +164,29 @@ MATCHER(IsNowhere, "") {
 }
 
 TEST_F(DyingOwner, IsNotTheContainerOfAChildInAListNotYetDestroyed) {
-  EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToDeleteMutable(),
-                                   component->getPkgsToExtractMutable()),
+  EXPECT_THAT(placesWhileTheOwnerIsDestroyed(component->getPkgsToDeleteMutable(),
+                                             component->getPkgsToExtractMutable()),
               ElementsAre(IsNowhere()));
 }
 
 TEST_F(DyingOwner, IsNotTheContainerOfAChildInAListAlreadyDestroyed) {
-  EXPECT_THAT(askWhileTheOwnerGoes(component->getPkgsToExtractMutable(),
-                                   component->getPkgsToDeleteMutable()),
+  EXPECT_THAT(placesWhileTheOwnerIsDestroyed(component->getPkgsToExtractMutable(),
+                                             component->getPkgsToDeleteMutable()),
               ElementsAre(IsNowhere()));
 }
 
 TEST_F(DyingOwner, IsNotTheContainerOfAChildInTheSameList) {
-  EXPECT_THAT(askWhileTheOwnerGoes(list(), list()), ElementsAre(IsNowhere()));
+  EXPECT_THAT(placesWhileTheOwnerIsDestroyed(list(), list()), ElementsAre(IsNowhere()));
 }
 
 TEST_F(DyingOwner, IsNotAContainerWhenItIsAPlaceholderWithChildren) {
   std::vector<bool> hadContainer;
   const PkgDeltaData child = make(u"child");
   list().append(child);
-  std::shared_ptr<void> asksWhenDestroyed(
+  std::shared_ptr<void> asksOnDestruction(
       nullptr, [&](void*) { hadContainer.push_back(bool(child->getContainer())); });
   Placeholders::make(component,
-                     [asksWhenDestroyed = std::move(asksWhenDestroyed)] { return ModelElement(); });
+                     [asksOnDestruction = std::move(asksOnDestruction)] { return ModelElement(); });
   component = ComponentDeltaData();
   EXPECT_THAT(hadContainer, ElementsAre(false));
 }

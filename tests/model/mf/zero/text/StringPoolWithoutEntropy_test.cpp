@@ -12,7 +12,7 @@
 
 namespace {
 
-bool givesEntropy = true;
+bool hasEntropy = true;
 
 }  // namespace
 
@@ -22,7 +22,7 @@ extern "C" {
 int __real_getentropy(void* memory, std::size_t bytes);
 
 int __wrap_getentropy(void* memory, std::size_t bytes) {
-  if (givesEntropy) {
+  if (hasEntropy) {
     return __real_getentropy(memory, bytes);
   }
   errno = ENOSYS;
@@ -36,8 +36,8 @@ namespace {
 
 class StringPoolWithoutEntropy : public ::testing::Test {
  protected:
-  StringPoolWithoutEntropy() { givesEntropy = false; }
-  ~StringPoolWithoutEntropy() override { givesEntropy = true; }
+  StringPoolWithoutEntropy() { hasEntropy = false; }
+  ~StringPoolWithoutEntropy() override { hasEntropy = true; }
 };
 
 TEST_F(StringPoolWithoutEntropy, StoresEqualStringsOnce) {
