@@ -39,7 +39,7 @@ std::string naiveFailureOf(const std::string& text) {
   return test_support::naiveLoadOutcomeOf(text).failure;
 }
 
-std::string foreseenFailureOf(const FileReport& report) {
+std::string predictedFailureOf(const FileReport& report) {
   return report.exception ? report.exception->type + ": " + report.exception->text : "nothing";
 }
 
@@ -60,9 +60,9 @@ std::string foreseenFailureOf(const FileReport& report) {
       return ::testing::AssertionFailure() << describeFindings(report) << text;
     }
   }
-  if (naiveFailureOf(text) != foreseenFailureOf(report)) {
+  if (naiveFailureOf(text) != predictedFailureOf(report)) {
     return ::testing::AssertionFailure()
-           << naiveFailureOf(text) << " is not " << foreseenFailureOf(report) << '\n'
+           << naiveFailureOf(text) << " is not " << predictedFailureOf(report) << '\n'
            << text;
   }
   return ::testing::AssertionSuccess();

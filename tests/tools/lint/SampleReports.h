@@ -44,13 +44,13 @@ inline update_metadata_tool::lint::FileReport repeatedKey() {
 /// A document that does not load, with what no terminal and no JSON may get: control characters and
 /// bytes that are not UTF-8.
 inline update_metadata_tool::lint::FileReport malformedText() {
-  using update_metadata_tool::lint::ForeseenException;
   using update_metadata_tool::lint::Rule;
   using update_metadata_tool::lint::Severity;
+  using update_metadata_tool::lint::ThrownException;
   return {"/srv/b\x1B.json",
           "\t{\"\xFF\": tru}",
           false,
-          ForeseenException{"std::runtime_error", "Error while parsing /srv/b\x1B.json"},
+          ThrownException{"std::runtime_error", "Error while parsing /srv/b\x1B.json"},
           "JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, Column 8)\n"
           "\t\t{\"\xFF\": tru}\n\t       ^",
           {{Rule::kMalformedText,

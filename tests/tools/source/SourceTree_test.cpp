@@ -213,7 +213,7 @@ TEST(SourceTree, UnderstandsEveryTextAsTheLibraryDoes) {
       ++faulty;
       // A NUL in the line at fault ends the text of the exception, but not ours.
       EXPECT_EQ(tree.fault()->message.c_str(), expected.message) << text;
-      EXPECT_EQ(tree.fault()->isTypeNoString,
+      EXPECT_EQ(tree.fault()->isTypeNotString,
                 expected.kind == test_support::JsonOutcome::Kind::kRuntimeError)
           << text;
     } else if (text.find("qz") == std::string::npos) {

@@ -21,8 +21,8 @@ TEST(DoubtfulSizes, AreCountedByPackageAndByKind) {
   const DoubtfulSizes some = countDoubtfulSizes(contents, {{}, {0, 1}, {0}});
   EXPECT_EQ(some.negative, 1U);
   EXPECT_EQ(some.truncated, 0U);
-  EXPECT_TRUE(some.areAny());
-  EXPECT_FALSE(DoubtfulSizes().areAny());
+  EXPECT_TRUE(some.any());
+  EXPECT_FALSE(DoubtfulSizes().any());
 }
 
 TEST(DoubtfulSizes, AreDescribedByTheKindsThatThereAre) {

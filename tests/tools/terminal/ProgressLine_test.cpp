@@ -32,7 +32,7 @@ class Progress : public ::testing::Test {
 TEST_F(Progress, IsNotShownWithinTheFirstSecond) {
   progress_.begin("reading");
   letPass(999);
-  progress_.goOn();
+  progress_.update();
   progress_.begin("comparing");
   EXPECT_EQ(takeWritten(), "");
 }
@@ -40,20 +40,20 @@ TEST_F(Progress, IsNotShownWithinTheFirstSecond) {
 TEST_F(Progress, IsShownWhenASecondHasPassed) {
   progress_.begin("reading");
   letPass(1000);
-  progress_.goOn();
+  progress_.update();
   EXPECT_EQ(takeWritten(), "\r\x1B[Kreading, 1 s");
 }
 
 TEST_F(Progress, IsWrittenAnewFourTimesASecondAtMost) {
   progress_.begin("reading");
   letPass(1900);
-  progress_.goOn();
+  progress_.update();
   EXPECT_EQ(takeWritten(), "\r\x1B[Kreading, 1 s");
   letPass(249);
   progress_.begin("comparing");
   EXPECT_EQ(takeWritten(), "");
   letPass(1);
-  progress_.goOn();
+  progress_.update();
   EXPECT_EQ(takeWritten(), "\r\x1B[Kcomparing, 2 s");
 }
 
@@ -78,7 +78,7 @@ TEST_F(Progress, IsDueWhenASecondHasPassed) {
 TEST_F(Progress, IsRemovedOnceBeforeSomethingElseIsWritten) {
   progress_.begin("reading");
   letPass(1000);
-  progress_.goOn();
+  progress_.update();
   takeWritten();
   progress_.clear();
   EXPECT_EQ(takeWritten(), "\r\x1B[K");
@@ -99,7 +99,7 @@ TEST(ProgressLine, IsRemovedInTheEnd) {
     ProgressLine progress(err, 80, [&time] { return time; });
     progress.begin("reading");
     time += std::chrono::seconds(62);
-    progress.goOn();
+    progress.update();
   }
   EXPECT_EQ(err.str(), "\r\x1B[Kreading, 62 s\r\x1B[K");
 }
@@ -142,7 +142,7 @@ TEST(ProgressLine, WritesNothingWhereThereIsNoTerminal) {
     ProgressLine progress(err, std::nullopt, [&time] { return time; });
     progress.begin("reading");
     time += std::chrono::seconds(10);
-    progress.goOn();
+    progress.update();
     progress.beginSilent("parsing");
     EXPECT_FALSE(progress.isDue());
   }

@@ -348,7 +348,7 @@ bool isOneMarked(const Difference& difference, ByteSum Measure::*side) {
 
 void writeDoubts(const std::string& document, const summary::DoubtfulSizes& sizes, bool areMarked,
                  std::size_t width, std::ostream& out) {
-  if (sizes.areAny()) {
+  if (sizes.any()) {
     summary::writeNote("In the " + document + " document, " + describe(sizes, areMarked), width,
                        out);
   }

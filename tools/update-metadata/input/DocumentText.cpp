@@ -36,7 +36,7 @@ std::string readStandardInput(terminal::ProgressLine& progress) {
       if (got < kBytesAtOnce) {
         return text;
       }
-      progress.goOn();
+      progress.update();
     }
   } catch (const std::ios_base::failure& failure) {
     throw std::ios_base::failure("standard input cannot be read", failure.code());

@@ -34,17 +34,17 @@ struct Finding {
 };
 
 /// The exception that the library throws for a document.
-struct ForeseenException {
+struct ThrownException {
   std::string type;  ///< as a program names it: "std::runtime_error"
   std::string text;  ///< what() gives it
 };
 
 /// Everything that is known of one document.
 struct FileReport {
-  std::string file;                            ///< as the user named it
-  std::string text;                            ///< its bytes
-  bool loads;                                  ///< whether the library loads it
-  std::optional<ForeseenException> exception;  ///< if it does not
+  std::string file;                          ///< as the user named it
+  std::string text;                          ///< its bytes
+  bool loads;                                ///< whether the library loads it
+  std::optional<ThrownException> exception;  ///< if it does not
   std::string readerMessage;      ///< the text reader's own message if the text is malformed
   std::vector<Finding> findings;  ///< in the order of their offsets
   /// How many more findings of each rule there are, which are too many to be told.

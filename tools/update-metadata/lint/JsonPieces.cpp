@@ -2,7 +2,7 @@
 
 namespace update_metadata_tool::lint {
 
-void writeException(const std::optional<ForeseenException>& exception, output::JsonWriter& json) {
+void writeException(const std::optional<ThrownException>& exception, output::JsonWriter& json) {
   if (!exception) {
     json.value(nullptr);
     return;

@@ -10,7 +10,7 @@
 namespace update_metadata_tool::lint {
 
 /// The type and the text of an exception; null if there is none.
-void writeException(const std::optional<ForeseenException>& exception, output::JsonWriter& json);
+void writeException(const std::optional<ThrownException>& exception, output::JsonWriter& json);
 
 /// How many findings are omitted of each rule of which some are, by the rules' ids.
 void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, output::JsonWriter& json);

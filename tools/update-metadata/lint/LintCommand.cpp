@@ -62,7 +62,7 @@ bool isA(const std::exception& failure) {
   return dynamic_cast<const Exception*>(&failure) != nullptr;
 }
 
-ForeseenException toForeseen(const std::exception& failure) {
+ThrownException describeException(const std::exception& failure) {
   const char* type = "std::runtime_error";
   if (isA<std::ios_base::failure>(failure)) {
     type = "std::ios_base::failure";
@@ -82,7 +82,7 @@ Outcome lintFile(const std::string& file, const LintOptions& options,
   } catch (const std::exception& failure) {
     progress.clear();
     command::reportUnloaded(failure, output::toUtf16(file), err);
-    return UnreadableFile{file, toForeseen(failure)};
+    return UnreadableFile{file, describeException(failure)};
   }
 }
 
@@ -153,7 +153,7 @@ LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const
   const SeveritySettings settings = makeSettings();
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   const LintOptions options{command::toOptionalUtf16(productData_),
-                            [&progress] { progress.goOn(); }};
+                            [&progress] { progress.update(); }};
   LintTotals totals;
   std::size_t number = 0;
   for (const std::string& file : files_) {

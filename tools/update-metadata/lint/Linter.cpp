@@ -16,7 +16,7 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-void goOn(const LintOptions& options) {
+void reportProgress(const LintOptions& options) {
   if (options.onProgress) {
     options.onProgress();
   }
@@ -30,19 +30,19 @@ void checkDocument(const MendedText& text, const LintOptions& options, FindingLi
   }
   SourceDocument document(tree);
   checkRepeatedKeys(document, findings);
-  goOn(options);
+  reportProgress(options);
   const Sections sections = checkTop(document, findings);
   if (sections.components) {
     checkComponents(document, *sections.components, findings);
   }
-  goOn(options);
+  reportProgress(options);
   if (sections.products) {
     checkProducts(document, *sections.products, findings);
   }
   if (sections.files) {
     checkFiles(document, *sections.files, findings);
   }
-  goOn(options);
+  reportProgress(options);
   // Half a document says nothing of what does not fit together.
   if (tree.isWhole()) {
     const std::vector<ProductWork> products = checkReferences(document, sections, findings);
@@ -58,13 +58,13 @@ FileReport lintDocument(std::string file, std::string text, const LintOptions& o
   FileReport report;
   report.file = std::move(file);
   report.text = std::move(text);
-  report.exception = foreseeLoading(report.file, report.text);
+  report.exception = predictLoading(report.file, report.text);
   report.loads = !report.exception;
-  goOn(options);
+  reportProgress(options);
   FindingList findings;
   std::string mended;
   const MendedText read = readMending(report.text, mended, report.readerMessage, findings);
-  goOn(options);
+  reportProgress(options);
   if (!read.tree.nodes().empty()) {
     checkDocument(read, options, findings);
   }

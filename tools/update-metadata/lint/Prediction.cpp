@@ -33,14 +33,14 @@ const char* typeNameOf(const std::exception& exception) {
 
 }  // namespace
 
-std::optional<ForeseenException> foreseeLoading(const std::string& file, const std::string& text) {
+std::optional<ThrownException> predictLoading(const std::string& file, const std::string& text) {
   try {
     ParserOfText(output::toUtf16(file), text).parseUpdateMetaDataJson();
     return std::nullopt;
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& exception) {
-    return ForeseenException{typeNameOf(exception), exception.what()};
+    return ThrownException{typeNameOf(exception), exception.what()};
   }
 }
 

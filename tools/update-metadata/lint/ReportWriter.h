@@ -11,7 +11,7 @@ namespace update_metadata_tool::lint {
 /// A file that could not be read, so that nothing is known of its content.
 struct UnreadableFile {
   std::string file;  ///< as the user named it
-  ForeseenException exception;
+  ThrownException exception;
 };
 
 /// What was found in all files.

@@ -31,7 +31,7 @@ class SarifReport : public ReportWriter {
   struct Artifact {
     std::string uri;
     bool loads;
-    std::optional<ForeseenException> exception;
+    std::optional<ThrownException> exception;
     std::array<std::size_t, kRuleCount> omitted;
   };
 

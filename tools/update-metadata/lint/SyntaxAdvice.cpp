@@ -227,7 +227,7 @@ std::optional<KnownMistake> findPunctuation(std::string_view text, const SyntaxF
 }  // namespace
 
 std::optional<KnownMistake> findKnownMistake(std::string_view text, const SyntaxFault& fault) {
-  if (fault.isInEscape || fault.isInPayload || fault.isTypeNoString) {
+  if (fault.isInEscape || fault.isInPayload || fault.isTypeNotString) {
     return std::nullopt;
   }
   if (std::optional<KnownMistake> encoding = findEncoding(text)) {

@@ -50,7 +50,7 @@ bool isOfObject(char byte) {
 
 // Tells whether a fault lies in a single value, so that no bracket can be its reason.
 bool isInsideValue(const SyntaxFault& fault) {
-  return fault.isTypeNoString || fault.isInPayload || fault.isInEscape || fault.isInNumber;
+  return fault.isTypeNotString || fault.isInPayload || fault.isInEscape || fault.isInNumber;
 }
 
 /// Reads one text, mending it.
@@ -153,7 +153,7 @@ class Mending {
   // Mends a fault that has one obvious remedy. False if it is none.
   bool mend(const SyntaxFault& fault) {
     const std::size_t offset = fault.offset;
-    if (fault.isTypeNoString || fault.isInPayload) {
+    if (fault.isTypeNotString || fault.isInPayload) {
       return false;
     }
     if (isCommentAt(offset) && !allowComments_) {
@@ -211,7 +211,7 @@ class Mending {
   // meant to be.
   bool report(const SyntaxFault& fault, const SourceTree& tree) {
     constexpr const char* kNotChecked = "; what follows has not been checked";
-    if (fault.isTypeNoString) {
+    if (fault.isTypeNotString) {
       findings_.addAt(Rule::kTypeNameNotAString, fault.offset, 1,
                       {"the value of \"qztype\" is not a string",
                        std::string("write the name of an integer type, such as \"int64\", or give "

@@ -107,7 +107,7 @@ InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree,
   InstalledCounts counts;
   for (PlannedFiles& package : plan.filesToDelete) {
     for (PlannedFile& file : package.files) {
-      progress.goOn();
+      progress.update();
       file.installed = tree.find(file.path);
       switch (file.installed->state) {
         case FileState::kPresent:

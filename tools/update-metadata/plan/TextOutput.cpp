@@ -213,7 +213,7 @@ void writeNotes(const Plan& plan, std::size_t width, std::ostream& out) {
     note.words(", too, but the product data give that code to another one.");
     out << '\n' << note << '\n';
   }
-  if (plan.doubtfulSizes.areAny()) {
+  if (plan.doubtfulSizes.any()) {
     summary::writeNote(describe(plan.doubtfulSizes), width, out);
   }
 }

@@ -117,7 +117,7 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
   }
   lint::LintOptions options;
   options.productData = productData;
-  options.onProgress = [&progress] { progress.goOn(); };
+  options.onProgress = [&progress] { progress.update(); };
   progress.begin("linting the document");
   const lint::FileReport linting = lint::lintDocument(file_, std::move(text), options);
   progress.begin("making the page");

@@ -119,8 +119,7 @@ void writeData(const std::u16string& file, const Contents& contents,
   writeSums(tally.totalsOfAll(), json);
   json.member("filesToDelete", summary::countFilesToDelete(contents)).endObject();
   const summary::DoubtfulSizes doubtful = summary::countDoubtfulSizes(contents, tally.selectAll());
-  json.member("doubtfulSizes",
-              doubtful.areAny() ? std::optional(describe(doubtful)) : std::nullopt);
+  json.member("doubtfulSizes", doubtful.any() ? std::optional(describe(doubtful)) : std::nullopt);
   json.name("packagesToExtract").array(contents.packagesToExtract, writePackageToExtract);
   json.name("packagesToDelete").array(contents.packagesToDelete, writePackageToDelete);
   json.name("components");

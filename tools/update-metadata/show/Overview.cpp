@@ -55,38 +55,38 @@ std::vector<LargePackage> listPackages(const summary::Contents& contents) {
   return packages;
 }
 
-/// Counts how many of a number of packages were met more than once.
-class MeetingCounts {
+/// Counts how many packages several products use.
+class UseCounts {
  public:
-  explicit MeetingCounts(std::size_t packages) : meetings_(packages) {}
+  explicit UseCounts(std::size_t packages) : uses_(packages) {}
 
-  void meet(const std::vector<std::size_t>& packages) {
+  void add(const std::vector<std::size_t>& packages) {
     for (const std::size_t package : packages) {
-      ++meetings_[package];
+      ++uses_[package];
     }
   }
 
-  std::size_t metRepeatedly() const {
-    return static_cast<std::size_t>(std::count_if(
-        meetings_.begin(), meetings_.end(), [](std::size_t meetings) { return meetings > 1; }));
+  std::size_t countShared() const {
+    return static_cast<std::size_t>(
+        std::count_if(uses_.begin(), uses_.end(), [](std::size_t uses) { return uses > 1; }));
   }
 
  private:
-  std::vector<std::size_t> meetings_;
+  std::vector<std::size_t> uses_;
 };
 
 void addProducts(const summary::Contents& contents, summary::Tally& tally, Overview& overview) {
-  MeetingCounts toDelete(contents.packagesToDelete.size());
-  MeetingCounts toExtract(contents.packagesToExtract.size());
+  UseCounts toDelete(contents.packagesToDelete.size());
+  UseCounts toExtract(contents.packagesToExtract.size());
   for (std::size_t number = 0; number < contents.products.size(); ++number) {
     const summary::Product& product = contents.products[number];
     const summary::Selection selection = tally.select({number});
-    toDelete.meet(selection.packagesToDelete);
-    toExtract.meet(selection.packagesToExtract);
+    toDelete.add(selection.packagesToDelete);
+    toExtract.add(selection.packagesToExtract);
     overview.products.push_back({product.name, product.baseCode, tally.totalsOf(selection)});
   }
-  overview.sharedPackagesToDelete = toDelete.metRepeatedly();
-  overview.sharedPackagesToExtract = toExtract.metRepeatedly();
+  overview.sharedPackagesToDelete = toDelete.countShared();
+  overview.sharedPackagesToExtract = toExtract.countShared();
 }
 
 }  // namespace

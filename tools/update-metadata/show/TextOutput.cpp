@@ -125,7 +125,7 @@ void writeNotes(const Overview& overview, std::size_t width, std::ostream& out) 
     summary::writeNote("Several products name " + shared + ": in all, each counts once.", width,
                        out);
   }
-  if (overview.doubtfulSizes.areAny()) {
+  if (overview.doubtfulSizes.any()) {
     const std::string doubts = describe(overview.doubtfulSizes, isOneMarked(overview));
     summary::writeNote("In this document, " + doubts, width, out);
   }

@@ -18,7 +18,7 @@ namespace {
 
 namespace json = foundation::json;
 
-SyntaxFault describeTypeNoString(const char* kind, std::size_t offset) {
+SyntaxFault describeTypeNotString(const char* kind, std::size_t offset) {
   const std::string message =
       std::string("invalid conversion: ") + kind + " to " + json::traits<std::string>::name;
   return {json::kSuccess, offset, false, false, false, true, message, "Expected a string"};
@@ -82,7 +82,7 @@ SourceTree::SourceTree(std::string_view text, std::size_t begin, bool allowComme
   const auto offset = static_cast<std::size_t>(outcome.position - start);
   if (outcome.kindOfType != nullptr) {
     const bool isRead = outcome.code == json::kSuccess;
-    fault_ = describeTypeNoString(outcome.kindOfType, isRead ? builder.lastBegin() : offset);
+    fault_ = describeTypeNotString(outcome.kindOfType, isRead ? builder.lastBegin() : offset);
   } else if (outcome.code != json::kSuccess || offset != text.size()) {
     fault_ = describe(text, outcome, isOfPayload(outcome.code, builder));
   }

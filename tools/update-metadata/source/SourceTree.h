@@ -36,12 +36,13 @@ struct SourceNode {
 
 /// Why a text is no JSON that the library reads, and where.
 struct SyntaxFault {
-  int code;             ///< the text reader's; 0 if a whole value was read
-  std::size_t offset;   ///< of the first byte that was not accepted
-  bool isInEscape;      ///< in an escape of a string
-  bool isInNumber;      ///< in a number that has begun
-  bool isInPayload;     ///< what should be an array of integers, as a "qztype" says, is none
-  bool isTypeNoString;  ///< a "qztype" that is not a string; the library's exception says only that
+  int code;            ///< the text reader's; 0 if a whole value was read
+  std::size_t offset;  ///< of the first byte that was not accepted
+  bool isInEscape;     ///< in an escape of a string
+  bool isInNumber;     ///< in a number that has begun
+  bool isInPayload;    ///< what should be an array of integers, as a "qztype" says, is none
+  bool
+      isTypeNotString;  ///< a "qztype" that is not a string; the library's exception says only that
   std::string message;  ///< of the library's exception, also behind a NUL, which ends its what()
   std::string_view why;  ///< what was expected, which the message says for malformed text
 };

@@ -21,7 +21,7 @@ struct DoubtfulSizes {
   std::size_t negative = 0;   ///< packages with a negative size that fits
   std::size_t truncated = 0;  ///< packages with a size that did not fit into 64 bits
 
-  bool areAny() const { return negative + truncated != 0; }
+  bool any() const { return negative + truncated != 0; }
 
   /// Counts one package, if a size of it is doubtful: as truncated if that holds for one of them.
   void count(std::int64_t size, std::int64_t uncompressedBytes = 0);
@@ -36,7 +36,7 @@ constexpr const char* kDoubtMark = "! ";
 /// Says how many packages have such sizes, for people, in one line.
 ///
 /// \param areMarked  whether one of them is shown, so that the mark has to be explained
-/// \pre sizes.areAny()
+/// \pre sizes.any()
 std::string describe(const DoubtfulSizes& sizes, bool areMarked = true);
 
 }  // namespace update_metadata_tool::summary

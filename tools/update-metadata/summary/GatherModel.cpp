@@ -99,24 +99,22 @@ class PackageTable {
   std::map<std::u16string, std::size_t> numbers_;  // a tree: no made-up keys can slow it down
 };
 
-/// Notes for each of a growing range of numbers who met it last.
-class LastMeetings {
+/// Remembers which user of each number was the last one.
+class LastUsers {
  public:
-  /// Tells whether `number` was not met by `visitor`, from 1, directly before.
-  bool isNew(std::size_t number, std::size_t visitor) {
-    if (visitors_.size() <= number) {
-      visitors_.resize(number + 1);
+  /// Returns whether the last user of `number` was not `user`, a number from 1.
+  bool isNew(std::size_t number, std::size_t user) {
+    if (users_.size() <= number) {
+      users_.resize(number + 1);
     }
-    return std::exchange(visitors_[number], visitor) != visitor;
+    return std::exchange(users_[number], user) != user;
   }
 
-  /// Tells whether nobody has met `number` yet.
-  bool isUnmet(std::size_t number) const {
-    return visitors_.size() <= number || visitors_[number] == 0;
-  }
+  /// Returns whether `number` has had no user yet.
+  bool isUnused(std::size_t number) const { return users_.size() <= number || users_[number] == 0; }
 
  private:
-  std::vector<std::size_t> visitors_;
+  std::vector<std::size_t> users_;
 };
 
 /// Gathers the components and packages of one side, product by product.
@@ -134,7 +132,7 @@ class SideGatherer {
     for (std::size_t i = 0; i < components.size(); ++i) {
       const ComponentDeltaData::Impl& component = components.readAt(i);
       const std::size_t number = componentTable_.add(component.name());
-      if (lastProducts_.isUnmet(number)) {
+      if (lastProducts_.isUnused(number)) {
         addPackages(component, number);
       }
       if (lastProducts_.isNew(number, productsSeen_)) {
@@ -165,8 +163,8 @@ class SideGatherer {
   std::vector<Component>& components_;
   PackageTable packageTable_;
   std::size_t productsSeen_ = 0;
-  LastMeetings lastProducts_;    // of components
-  LastMeetings lastComponents_;  // of packages
+  LastUsers lastProducts_;    // of components
+  LastUsers lastComponents_;  // of packages
 };
 
 void gatherProducts(const ProductUpdateMetaData& root, Contents& contents,
@@ -180,7 +178,7 @@ void gatherProducts(const ProductUpdateMetaData& root, Contents& contents,
     const ProductDeltaData::Impl& element = products.readAt(i);
     Product& product = contents.products.emplace_back();
     product.name = element.getName();
-    progress.goOn();
+    progress.update();
     toDelete.addProduct(element, product);
     toExtract.addProduct(element, product);
   }
@@ -203,7 +201,7 @@ void gatherComponentsWithFiles(const ProductUpdateMetaData& root, Contents& cont
   const OwnedCollection<ComponentDataWithFilesToDelete>& components =
       root->getCompsWithFilesToDelete();
   for (std::size_t i = 0; i < components.size(); ++i) {
-    progress.goOn();
+    progress.update();
     const ComponentDataWithFilesToDelete::Impl& element = components.readAt(i);
     const auto [place, isNew] =
         numbers.try_emplace(element.name().identity(), contents.componentsWithFiles.size());

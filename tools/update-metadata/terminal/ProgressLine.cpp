@@ -32,7 +32,7 @@ ProgressLine::~ProgressLine() {
 void ProgressLine::begin(std::string work) {
   if (columns_) {
     work_ = std::move(work);
-    goOn();
+    update();
   }
 }
 
@@ -47,7 +47,7 @@ bool ProgressLine::isDue() const {
   return columns_ && now_() >= begin_ + kPatience;
 }
 
-void ProgressLine::goOn() {
+void ProgressLine::update() {
   if (!columns_) {
     return;
   }

@@ -36,8 +36,8 @@ class ProgressLine {
   /// soon it is done then.
   void beginSilent(std::string work);
 
-  /// Says that work goes on. Cheap, so that it can be said often.
-  void goOn();
+  /// Shows the time that has passed, if it is due. Cheap, so call it often.
+  void update();
 
   /// Tells whether it has taken so long by now that the line is shown.
   bool isDue() const;
