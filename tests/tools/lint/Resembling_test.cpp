@@ -10,13 +10,6 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-TEST(EditDistance, CountsChangedInsertedAndRemovedBytesAndNoCase) {
-  EXPECT_EQ(editDistance("", "abc"), 3U);
-  EXPECT_EQ(editDistance("size", "Size"), 0U);
-  EXPECT_EQ(editDistance("componentsWithFilesToDelete", "componentsWithFilesDeleted"), 3U);
-  EXPECT_EQ(editDistance("extract", "extrakt"), 1U);
-}
-
 TEST(MostEdits, AreAQuarterOfALongName) {
   EXPECT_EQ(mostEdits("size"), 1U);
   EXPECT_EQ(mostEdits("files"), 2U);

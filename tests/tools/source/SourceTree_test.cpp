@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -257,6 +258,16 @@ TEST(SourceTree, ReadsAMillionLevels) {
   const SourceTree cutOff(std::string_view(text).substr(0, 1'000'000));
   EXPECT_EQ(cutOff.nodes().size(), 1'000'000U);
   EXPECT_FALSE(cutOff.isWhole());
+}
+
+TEST(SourceTree, CutsNumbersAsTheLibraryCutsSizesAndUpdateLevels) {
+  const SourceTree tree("[1.9,-1.9,1e19,2147483648]");
+  EXPECT_EQ(tree.byteCount(1), 1);
+  EXPECT_EQ(tree.byteCount(2), -1);
+  EXPECT_EQ(tree.byteCount(3), std::numeric_limits<std::int64_t>::min());
+  EXPECT_EQ(tree.byteCount(4), 2147483648);
+  EXPECT_EQ(tree.updateLevel(2), -1);
+  EXPECT_EQ(tree.updateLevel(4), std::numeric_limits<int>::min());
 }
 
 }  // namespace

@@ -71,8 +71,15 @@ void writePackagesWithFiles(const char* begin, const std::vector<PackageWithFile
 
 std::string toText(const Contents& contents) {
   std::ostringstream out;
-  out << describeRelease(contents.base) << " to " << describeRelease(contents.target) << ", level "
-      << contents.targetUpdateLevel << ", for " << toUtf8(contents.architecture) << '\n';
+  const auto write = [&out](const Release& release) {
+    const bool isNone = release.family.empty() && release.version.empty();
+    out << (isNone ? "none" : toUtf8(release.family) + ", version " + toUtf8(release.version));
+  };
+  write(contents.base);
+  out << " to ";
+  write(contents.target);
+  out << ", level " << contents.targetUpdateLevel << ", for " << toUtf8(contents.architecture)
+      << '\n';
   writeKeys("to delete", contents.packagesToDelete, out);
   writeKeys("to extract", contents.packagesToExtract, out);
   for (const Component& component : contents.components) {
@@ -272,7 +279,7 @@ TEST(AskingADocument, HandsOnNothingThatTheQuestionThrows) {
       source, [](const Document&) { throw std::runtime_error("no answer"); }, err));
   EXPECT_EQ(err.str(), "no answer\nupdate-metadata: '" + folder.nativePath("update.json") +
                            "' was loaded, but the questions about it could not be answered; the "
-                           "reason stands above\n");
+                           "reason is above\n");
 }
 
 // --- made-up documents against the library's own answers ------------------------------------

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "output/Count.h"
 #include "output/ReadableSize.h"
 #include "output/Text.h"
 #include "summary/DoubtfulSizes.h"
@@ -299,10 +300,10 @@ void writeFiles(const std::vector<FilesChange>& packages, std::size_t width, std
     const Measure size = measurePackageWithFiles(package);
     FlowingLine line = beginFiles(package, width);
     if (changeOf(package) != Change::kChanged) {
-      line.words(summary::count(added + removed, "file") + "; size ");
+      line.words(output::count(added + removed, "file") + "; size ");
       line.words(describeSide(size, onlySideOf(package)));
     } else {
-      line.words(summary::count(added, "file") + " added, " + std::to_string(removed) + " removed");
+      line.words(output::count(added, "file") + " added, " + std::to_string(removed) + " removed");
       if (size.before != size.after) {
         line.words("; size " + describeSides(size));
       }

@@ -14,12 +14,10 @@ namespace {
 
 using source::SourceTree;
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 // Where a text begins when the byte-order mark and the white space before it are left out.
 std::size_t findBeginning(std::string_view text) {
-  const bool hasMark = text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  return source::skipSpace(text, hasMark ? kByteOrderMark.size() : 0);
+  const bool hasMark = text.substr(0, source::kByteOrderMark.size()) == source::kByteOrderMark;
+  return source::skipSpace(text, hasMark ? source::kByteOrderMark.size() : 0);
 }
 
 // Where a text ends when the white space behind its value is left out; it goes to its end if there

@@ -7,15 +7,14 @@
 #include <utility>
 #include <vector>
 
+#include "input/TextParser.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
-#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
 namespace update_metadata_tool::fmt {
 namespace {
 
 using install::datamodels::product_update::PkgDataWithFilesToDelete;
 using install::update_metadata_parser::UpdateMetaDataHandler;
-using install::update_metadata_parser::UpdateMetaDataJsonParser;
 using install::update_metadata_parser::UpdatePkgData;
 
 /// Arguments one after the other. Lengths stand before what they are the length of, so that no two
@@ -139,34 +138,24 @@ class RecordingHandler : public UpdateMetaDataHandler {
   mutable Record record_;
 };
 
-class RecordingParser : public UpdateMetaDataJsonParser {
+class RecordingParser : public input::TextParser {
  public:
-  RecordingParser(const std::u16string& path, const std::string& text)
-      : UpdateMetaDataJsonParser(path), text_(text) {}
+  using TextParser::TextParser;
 
-  std::u16string load() {
-    parseUpdateMetaDataJson();
-    Record& record = handler_->record();
+  void addTables(Record& record) const {
     record.add(componentPkgsToDelete);
     record.add(componentPkgsToExtract);
-    return record.take();
   }
-
-  std::string readFile(const std::u16string& /*path*/) override { return text_; }
-
-  std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
-    return handler_;
-  }
-
- private:
-  const std::string& text_;
-  const std::shared_ptr<RecordingHandler> handler_ = std::make_shared<RecordingHandler>();
 };
 
 }  // namespace
 
 std::u16string recordLoad(const std::u16string& path, const std::string& text) {
-  return RecordingParser(path, text).load();
+  const auto handler = std::make_shared<RecordingHandler>();
+  RecordingParser parser(path, text, handler);
+  parser.parseUpdateMetaDataJson();
+  parser.addTables(handler->record());
+  return handler->record().take();
 }
 
 }  // namespace update_metadata_tool::fmt

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
+#include "output/Text.h"
+
 namespace update_metadata_tool::lint {
 namespace {
 
 constexpr std::size_t kBlock = 1024;  // bytes that are counted for an answer, at most
 
 std::size_t countIn(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-  }));
+  const auto continuing = std::count_if(text.begin(), text.end(), output::continuesCharacter);
+  return text.size() - static_cast<std::size_t>(continuing);
 }
 
 }  // namespace

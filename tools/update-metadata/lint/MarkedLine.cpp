@@ -38,10 +38,6 @@ Cell makeCell(std::string_view line, std::size_t begin) {
   return cell;
 }
 
-bool isContinuation(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 // The characters near the place, more than `columns` show.
 std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size_t columns) {
   const std::size_t bytesAround = 4 * columns;  // four bytes make the longest character
@@ -50,7 +46,7 @@ std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size
   if (position != 0) {
     // Not into the middle of a character, if these bytes make characters at all.
     const std::size_t most = position + kMostContinuations;
-    while (position != most && isContinuation(line[position])) {
+    while (position != most && output::continuesCharacter(line[position])) {
       ++position;
     }
   }

@@ -6,6 +6,7 @@
 
 #include "lint/Resembling.h"
 #include "lint/Words.h"
+#include "output/EditDistance.h"
 
 namespace update_metadata_tool::lint {
 namespace {
@@ -21,7 +22,7 @@ const ListedMember* findResembling(std::string_view name, const ListedMember* li
   const ListedMember* nearest = nullptr;
   std::size_t least = mostEdits(name);
   for (const ListedMember* member = listed; member != listed + count; ++member) {
-    const std::size_t distance = editDistance(name, member->name);
+    const std::size_t distance = output::editDistance(name, member->name);
     if (!isThere[static_cast<std::size_t>(member - listed)] && distance <= least &&
         (nearest == nullptr || distance < least)) {
       nearest = member;

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -20,13 +19,6 @@ constexpr double kTwoTo63 = 9223372036854775808.0;
 // Packers rarely make a package that many times smaller.
 constexpr std::int64_t kLargestRatio = 1'000;
 constexpr std::int64_t kLargestPlausibleSize = std::int64_t{1} << 36;  // 64 GiB
-
-// As the library reads numbers: cut toward zero; what does not fit becomes the minimum.
-template <class Integer>
-Integer truncated(double number, double limit) {
-  return number > -limit - 1 && number < limit ? static_cast<Integer>(number)
-                                               : std::numeric_limits<Integer>::min();
-}
 
 // The next integer, which no double holds, is read as 2^53 itself.
 bool isBeyondTwoTo53(double number, std::string_view written) {
@@ -62,7 +54,7 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
                                       FindingList& findings) {
   const source::SourceTree& tree = document.tree();
   const double written = tree.number(number);
-  const auto read = truncated<std::int64_t>(written, kTwoTo63);
+  const std::int64_t read = tree.byteCount(number);
   bool isSound = true;
   const auto report = [&](Rule rule, const std::string& message, const char* advice) {
     isSound = false;
@@ -117,8 +109,7 @@ void checkUpdateLevel(const SourceDocument& document, std::size_t number, Findin
   const install::update_metadata_parser::UpdateMetaDataHandler handler;
   handler.initializeReleaseData();
   handler.initializeTargetRelease();
-  constexpr double kTwoTo31 = 2147483648.0;
-  handler.setTargetUpdateLevelForQorv(truncated<int>(written, kTwoTo31));
+  handler.setTargetUpdateLevelForQorv(tree.updateLevel(number));
   const int read = handler.getTargetUpdateLevelForQorv();
   if (static_cast<double>(read) != written || hasFraction(tree.written(number))) {
     findings.add(Rule::kUpdateLevel, tree, number,

@@ -4,25 +4,11 @@
 #include <stdexcept>
 #include <typeinfo>
 
-#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "input/TextParser.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::lint {
 namespace {
-
-using install::update_metadata_parser::UpdateMetaDataJsonParser;
-
-/// Reads a text in place of the file.
-class ParserOfText : public UpdateMetaDataJsonParser {
- public:
-  ParserOfText(const std::u16string& file, const std::string& text)
-      : UpdateMetaDataJsonParser(file), text_(text) {}
-
-  std::string readFile(const std::u16string& /*path*/) override { return text_; }
-
- private:
-  const std::string& text_;
-};
 
 const char* typeNameOf(const std::exception& exception) {
   if (typeid(exception) == typeid(std::out_of_range)) {
@@ -35,7 +21,7 @@ const char* typeNameOf(const std::exception& exception) {
 
 std::optional<ThrownException> predictLoading(const std::string& file, const std::string& text) {
   try {
-    ParserOfText(output::toUtf16(file), text).parseUpdateMetaDataJson();
+    input::TextParser(output::toUtf16(file), text).parseUpdateMetaDataJson();
     return std::nullopt;
   } catch (const std::bad_alloc&) {
     throw;

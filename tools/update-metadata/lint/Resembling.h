@@ -11,10 +11,6 @@ namespace update_metadata_tool::lint {
 /// Names of more bytes resemble none.
 constexpr std::size_t kLongestResembling = 64;
 
-/// How many bytes have to be changed, inserted or removed to make one name the other, whatever the
-/// case of ASCII letters. Time in proportion to the product of both lengths.
-std::size_t editDistance(std::string_view left, std::string_view right);
-
 /// The most edits after which a name still resembles another: a quarter of its bytes, but one of a
 /// name of up to four and two of a longer one.
 std::size_t mostEdits(std::string_view name);

@@ -8,6 +8,7 @@
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"
+#include "output/Text.h"
 #include "source/LineIndex.h"
 
 namespace update_metadata_tool::lint {
@@ -22,7 +23,6 @@ constexpr const char* kVersion = "2.1.0";
 // The bytes of a path as a URI reference: relative paths stay relative.
 std::string toUri(std::string_view path) {
   constexpr std::string_view kKept = "-._~/";
-  constexpr const char* kDigits = "0123456789ABCDEF";
   std::string uri = path.substr(0, 1) == "/" ? "file://" : "";
   for (const char character : path) {
     const auto byte = static_cast<unsigned char>(character);
@@ -31,7 +31,8 @@ std::string toUri(std::string_view path) {
     if (isLetterOrDigit || kKept.find(character) != std::string_view::npos) {
       uri += character;
     } else {
-      uri += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+      uri += '%';
+      output::appendHexadecimal(byte, 2, uri);
     }
   }
   return uri;

@@ -17,8 +17,6 @@ using source::skipSpace;
 using source::SourceTree;
 using source::SyntaxFault;
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 // The text is read again after each.
 constexpr int kMostMendings = 20;
 
@@ -112,8 +110,8 @@ class Mending {
 
   std::size_t skipWhatStandsBefore() {
     std::size_t offset = 0;
-    if (startsWith(text_, kByteOrderMark)) {
-      offset = kByteOrderMark.size();
+    if (startsWith(text_, source::kByteOrderMark)) {
+      offset = source::kByteOrderMark.size();
       findings_.addAt(Rule::kTextAroundValue, 0, offset,
                       {"a byte-order mark comes before the document",
                        "save the file as UTF-8 without a byte-order mark, or run "

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "lint/MarkedLine.h"
+#include "output/Count.h"
 #include "output/Text.h"
 #include "source/LineIndex.h"
 #include "terminal/DisplayWidth.h"
@@ -12,16 +13,13 @@
 namespace update_metadata_tool::lint {
 namespace {
 
+using output::count;
 using output::toVisible;
 using source::LineIndex;
 using terminal::FlowingLine;
 
 constexpr const char* kIndent = "  ";
 constexpr std::size_t kFurtherIndent = 4;
-
-std::string count(std::size_t number, const char* thing) {
-  return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
-}
 
 std::string placeIn(const std::string& file, const LineIndex& lines, std::size_t offset) {
   const source::Position position = lines.positionOf(offset);

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "output/Text.h"
+
 namespace update_metadata_tool::lint {
 namespace {
 
@@ -29,10 +31,6 @@ std::vector<std::string> firstNames(std::string_view pointer) {
   return names;
 }
 
-bool isContinuation(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 }  // namespace
 
 std::string quote(std::string_view name) {
@@ -40,7 +38,7 @@ std::string quote(std::string_view name) {
     return '\'' + std::string(name) + '\'';
   }
   std::size_t end = kLongestQuote;
-  while (end > kLongestQuote - 4 && isContinuation(name[end])) {
+  while (end > kLongestQuote - 4 && output::continuesCharacter(name[end])) {
     --end;
   }
   return '\'' + std::string(name.substr(0, end)) + "...'";

@@ -13,6 +13,8 @@
 #include <system_error>
 #include <vector>
 
+#include "output/Text.h"
+
 namespace update_metadata_tool::output {
 namespace {
 
@@ -91,12 +93,11 @@ class SignalsHeldBack {
 };
 
 std::string makeName() {
-  constexpr const char* kDigits = "0123456789abcdef";
+  constexpr unsigned kDigits = 8;
   std::random_device random;
   std::string name = ".update-metadata-";
-  for (int digit = 0; digit != 16; ++digit) {
-    name += kDigits[random() % 16];
-  }
+  appendHexadecimal(random(), kDigits, name, kLowerCaseHexadecimal);
+  appendHexadecimal(random(), kDigits, name, kLowerCaseHexadecimal);
   return name;
 }
 

@@ -22,9 +22,9 @@ bool isPlain(char byte) {
 }
 
 void writeEscape(char32_t unit, std::ostream& out) {
-  constexpr const char* kDigits = "0123456789abcdef";
-  out << "\\u" << kDigits[(unit >> 12U) & 0xFU] << kDigits[(unit >> 8U) & 0xFU]
-      << kDigits[(unit >> 4U) & 0xFU] << kDigits[unit & 0xFU];
+  std::string escape = "\\u";
+  appendHexadecimal(unit, 4, escape, kLowerCaseHexadecimal);
+  out << escape;
 }
 
 // A character beyond sixteen bits takes two escapes.

@@ -42,13 +42,6 @@ void append(char32_t character, std::string& text) {
   }
 }
 
-// As many hexadecimal digits, at most eight.
-void appendHexadecimal(char32_t number, unsigned digits, std::string& shown) {
-  while (digits-- != 0) {
-    shown += "0123456789ABCDEF"[(number >> (4 * digits)) & 0xFU];
-  }
-}
-
 std::string visibleBlanks(std::size_t count) {
   std::string shown;
   while (count-- != 0) {
@@ -134,6 +127,12 @@ std::string toVisible(std::string_view text) {
     text.remove_prefix(character.bytes);
   }
   return shown;
+}
+
+void appendHexadecimal(char32_t number, unsigned digits, std::string& text, const char* alphabet) {
+  while (digits-- != 0) {
+    text += alphabet[(number >> (4 * digits)) & 0xFU];
+  }
 }
 
 Character firstCharacter(std::string_view text) {

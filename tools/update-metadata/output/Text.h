@@ -39,6 +39,18 @@ std::string toVisibleName(std::u16string_view name);
 /// As toVisible(), for bytes. Those that are not UTF-8 are shown as their value, <FF>.
 std::string toVisible(std::string_view text);
 
+/// Tells whether a byte of UTF-8 continues the character before it.
+inline bool continuesCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+constexpr const char* kUpperCaseHexadecimal = "0123456789ABCDEF";
+constexpr const char* kLowerCaseHexadecimal = "0123456789abcdef";
+
+/// Appends the last digits of a number, as many as `digits` says, at most eight.
+void appendHexadecimal(char32_t number, unsigned digits, std::string& text,
+                       const char* alphabet = kUpperCaseHexadecimal);
+
 /// One character of a text of bytes.
 struct Character {
   char32_t code;      ///< or the value of the byte

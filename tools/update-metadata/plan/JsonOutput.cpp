@@ -105,10 +105,8 @@ void write(const InstalledCounts& counts, JsonWriter& json) {
 void writeJson(const summary::Contents& contents, const Plan& plan,
                const std::optional<InstalledCounts>& counts, std::ostream& out) {
   JsonWriter json(out);
-  json.beginObject().member("version", 1).name("base");
-  write(contents.base, json);
-  json.name("target");
-  summary::writeTarget(contents.target, contents.targetUpdateLevel, json);
+  json.beginObject().member("version", 1);
+  summary::writeReleases(contents.base, contents.target, contents.targetUpdateLevel, json);
   json.member("arch", contents.architecture);
   json.name("products").array(plan.products, writeProduct);
   json.name("packagesToDelete").array(plan.packagesToDelete, writePackageToDelete);

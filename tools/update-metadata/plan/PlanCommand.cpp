@@ -9,6 +9,7 @@
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
 #include "input/ProductData.h"
+#include "output/Count.h"
 #include "output/Text.h"
 #include "plan/InstalledTree.h"
 #include "plan/JsonOutput.h"
@@ -47,21 +48,18 @@ std::optional<InstalledTree> openTree(const std::string& folder, std::ostream& e
   }
 }
 
-std::string countFiles(std::size_t files) {
-  return std::to_string(files) + (files == 1 ? " file" : " files") + " to delete";
-}
-
 // Tells on `err` what keeps the plan from being carried out there, if anything does.
 ExitCode judge(const InstalledCounts& counts, const std::string& folder, std::ostream& err) {
   const std::string tree = '\'' + output::toVisible(folder) + '\'';
   if (counts.outside != 0) {
-    err << "update-metadata: " << countFiles(counts.outside)
+    err << "update-metadata: " << output::count(counts.outside, "file") << " to delete"
         << (counts.outside == 1 ? " lies" : " lie") << " outside " << tree
         << " once links and '..' are resolved; do not apply this document there\n";
   }
   if (counts.unknown != 0) {
-    err << "update-metadata: " << countFiles(counts.unknown) << " could not be looked for in "
-        << tree << "; the plan tells why, check the permissions and links there\n";
+    err << "update-metadata: " << output::count(counts.unknown, "file") << " to delete"
+        << " could not be looked for in " << tree
+        << "; the plan tells why, check the permissions and links there\n";
   }
   return counts.outside + counts.unknown == 0 ? ExitCode::kDone : ExitCode::kFailed;
 }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "output/Count.h"
 #include "output/ReadableSize.h"
 #include "output/Text.h"
 #include "summary/SumText.h"
@@ -163,7 +164,7 @@ void writeFile(const PlannedFile& file, std::size_t width, std::ostream& out) {
 void writeCounts(const InstalledCounts& counts, std::size_t width, std::ostream& out) {
   summary::writeLine("In the installation: " + std::to_string(counts.present) + " there, " +
                          std::to_string(counts.missing) + " not there, " +
-                         summary::count(counts.folder, "folder") + ", " +
+                         output::count(counts.folder, "folder") + ", " +
                          std::to_string(counts.outside) + " outside, " +
                          std::to_string(counts.unknown) + " unknown",
                      width, out);
@@ -179,7 +180,7 @@ void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& 
   }
   std::string title = "Files to delete: " + std::to_string(files);
   if (!plan.filesToDelete.empty()) {
-    title += ", of " + summary::count(plan.filesToDelete.size(), "package") + " kept otherwise";
+    title += ", of " + output::count(plan.filesToDelete.size(), "package") + " kept otherwise";
   }
   writeTitle(title, width, out);
   if (counts) {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "input/DocumentText.h"
-#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "input/TextParser.h"
 #include "output/Text.h"
 #include "summary/Contents.h"
 #include "summary/GatherModel.h"
@@ -15,7 +15,6 @@ namespace {
 
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
-using install::update_metadata_parser::UpdateMetaDataJsonParser;
 using summary::Product;
 
 /// Lets a product's name stand for its base code; no catalogue is ever opened.
@@ -30,26 +29,6 @@ class NamesAsBaseCodes : public UpdateMetaDataHandler {
                                     const std::u16string& /*productDataLocation*/) override {
     return productName;
   }
-};
-
-/// Reads the document of a question.
-class QuestionParser : public UpdateMetaDataJsonParser {
- public:
-  explicit QuestionParser(const Question& question)
-      : UpdateMetaDataJsonParser(question.file),
-        handlerToFill_(question.productData ? std::make_shared<UpdateMetaDataHandler>()
-                                            : std::make_shared<NamesAsBaseCodes>()) {}
-
-  std::string readFile(const std::u16string& path) override {
-    return input::readDocument(output::toUtf8(path));
-  }
-
-  std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
-    return handlerToFill_;
-  }
-
- private:
-  std::shared_ptr<UpdateMetaDataHandler> handlerToFill_;
 };
 
 bool hasName(const summary::Contents& contents, const std::u16string& name) {
@@ -75,9 +54,11 @@ std::vector<const Product*> findChoosable(UpdateMetaDataHandler& handler,
 }  // namespace
 
 LoadedUpdate loadUpdate(const Question& question) {
-  QuestionParser parser(question);
-  std::shared_ptr<UpdateMetaData> update = parser.parseUpdateMetaDataJson();
-  return {std::move(update), parser.getUpdateMetaDataHandler()};
+  auto handler = question.productData ? std::make_shared<UpdateMetaDataHandler>()
+                                      : std::make_shared<NamesAsBaseCodes>();
+  input::TextParser parser(question.file, input::readDocument(output::toUtf8(question.file)),
+                           handler);
+  return {parser.parseUpdateMetaDataJson(), std::move(handler)};
 }
 
 Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {

@@ -30,10 +30,8 @@ void write(const Packages& packages, JsonWriter& json) {
 
 void writeJson(const Answers& answers, std::ostream& out) {
   JsonWriter json(out);
-  json.beginObject().name("base");
-  write(answers.base, json);
-  json.name("target");
-  summary::writeTarget(answers.target, answers.targetUpdateLevel, json);
+  json.beginObject();
+  summary::writeReleases(answers.base, answers.target, answers.targetUpdateLevel, json);
   json.name("componentsToDelete");
   write(answers.packagesToDelete, json);
   json.name("componentsToExtract");

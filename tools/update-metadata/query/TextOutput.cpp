@@ -4,22 +4,17 @@
 #include <ostream>
 #include <string>
 
+#include "output/Count.h"
 #include "output/ReadableSize.h"
 #include "output/Text.h"
+#include "summary/SummaryText.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool::query {
 namespace {
 
+using output::count;
 using output::toVisible;
-
-std::string count(std::size_t number, const std::string& thing) {
-  return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
-}
-
-std::string describeTarget(const Answers& answers) {
-  const std::string level = "update level " + std::to_string(answers.targetUpdateLevel);
-  return summary::describeRelease(answers.target) + ", " + level;
-}
 
 void writeKeys(const PackageKeys& keys, const char* indent, std::ostream& out) {
   for (const std::u16string& key : keys) {
@@ -113,8 +108,8 @@ void writeFiles(const Answers& answers, std::ostream& out) {
 }  // namespace
 
 void writeText(const Question& question, const Answers& answers, std::ostream& out) {
-  out << "Base release:   " << summary::describeRelease(answers.base)
-      << "\nTarget release: " << describeTarget(answers) << '\n';
+  summary::writeReleases(answers.base, answers.target, answers.targetUpdateLevel,
+                         terminal::kUnlimitedColumns, out);
   writeNotes(question, answers, out);
   writePackages("Packages to delete", question, answers.packagesToDelete, out);
   writePackages("Packages to extract", question, answers.packagesToExtract, out);

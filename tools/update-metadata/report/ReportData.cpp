@@ -111,10 +111,8 @@ void writeFindings(const lint::FileReport& linting, JsonWriter& json) {
 void writeData(const std::u16string& file, const Contents& contents,
                const lint::FileReport& linting, JsonWriter& json) {
   summary::Tally tally(contents);
-  json.beginObject().member("version", 1).member("file", file).name("base");
-  write(contents.base, json);
-  json.name("target");
-  summary::writeTarget(contents.target, contents.targetUpdateLevel, json);
+  json.beginObject().member("version", 1).member("file", file);
+  summary::writeReleases(contents.base, contents.target, contents.targetUpdateLevel, json);
   json.member("arch", contents.architecture).name("totals").beginObject();
   writeSums(tally.totalsOfAll(), json);
   json.member("filesToDelete", summary::countFilesToDelete(contents)).endObject();

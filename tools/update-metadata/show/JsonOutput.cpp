@@ -46,10 +46,8 @@ void writePackage(const LargePackage& large, JsonWriter& json) {
 
 void writeJson(const summary::Contents& contents, const Overview& overview, std::ostream& out) {
   JsonWriter json(out);
-  json.beginObject().member("version", 1).name("base");
-  write(contents.base, json);
-  json.name("target");
-  summary::writeTarget(contents.target, contents.targetUpdateLevel, json);
+  json.beginObject().member("version", 1);
+  summary::writeReleases(contents.base, contents.target, contents.targetUpdateLevel, json);
   json.member("arch", contents.architecture).name("totals");
   writeTotals(overview, json);
   json.name("sharedPackages")

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "output/Count.h"
 #include "output/Text.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
@@ -14,8 +15,8 @@
 namespace update_metadata_tool::show {
 namespace {
 
+using output::count;
 using output::toVisibleName;
-using summary::count;
 using terminal::Table;
 
 terminal::Cell sizeCell(const summary::ByteSum& sum) {

@@ -11,6 +11,7 @@
 #include "json/scan/Conversions.h"
 #include "json/scan/StringDecoding.h"
 #include "json/scan/Whitespace.h"
+#include "reader/NumberConversion.h"
 #include "source/SourceBuilder.h"
 
 namespace update_metadata_tool::source {
@@ -113,6 +114,14 @@ std::string_view SourceTree::decodedInto(std::size_t index, std::string& buffer)
 
 double SourceTree::number(std::size_t index) const {
   return json::detail::string_to_double(written(index));
+}
+
+std::int64_t SourceTree::byteCount(std::size_t index) const {
+  return install::update_metadata_parser::toByteCount(number(index));
+}
+
+int SourceTree::updateLevel(std::size_t index) const {
+  return install::update_metadata_parser::toIntUpdateLevel(number(index));
 }
 
 std::size_t skipSpace(std::string_view text, std::size_t offset, bool andComments) {

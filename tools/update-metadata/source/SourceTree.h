@@ -92,11 +92,18 @@ class SourceTree {
   /// The value of a number as the library reads it.
   double number(std::size_t index) const;
 
+  /// The same number as the library takes it for a size in bytes, and for an update level.
+  std::int64_t byteCount(std::size_t index) const;
+  int updateLevel(std::size_t index) const;
+
  private:
   std::string_view text_;
   std::deque<SourceNode> nodes_;  // grows without ever being there twice
   std::optional<SyntaxFault> fault_;
 };
+
+/// U+FEFF in UTF-8.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// The offset of the first byte from `offset` on that is not white space; nor in a comment, if
 /// those are to be left out as well.

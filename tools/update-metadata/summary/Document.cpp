@@ -7,7 +7,7 @@
 
 #include "command/Advice.h"
 #include "input/DocumentText.h"
-#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "input/TextParser.h"
 #include "output/ReadableSize.h"
 #include "output/Text.h"
 #include "summary/GatherModel.h"
@@ -16,43 +16,10 @@
 namespace update_metadata_tool::summary {
 namespace {
 
-using install::update_metadata_parser::UpdateMetaDataHandler;
-using install::update_metadata_parser::UpdateMetaDataJsonParser;
 using terminal::ProgressLine;
 
 // What takes the library a noticeable time to parse, in which it says nothing.
 constexpr std::size_t kLongText = std::size_t{32} << 20U;
-
-/// Has the document loaded into a handler that it is told, from a text if it is told one.
-class SummaryParser : public UpdateMetaDataJsonParser {
- public:
-  SummaryParser(const std::u16string& file, std::optional<std::string> text,
-                std::shared_ptr<SummaryHandler> handlerToFill, ProgressLine& progress)
-      : UpdateMetaDataJsonParser(file),
-        text_(std::move(text)),
-        handlerToFill_(std::move(handlerToFill)),
-        progress_(progress) {}
-
-  std::string readFile(const std::u16string& path) override {
-    progress_.begin("reading the document");
-    std::string text =
-        text_ ? std::move(*text_) : input::readDocument(output::toUtf8(path), progress_);
-    if (text.size() > kLongText) {
-      progress_.beginSilent("parsing " +
-                            output::toShortSize(static_cast<std::int64_t>(text.size())));
-    }
-    return text;
-  }
-
-  std::shared_ptr<UpdateMetaDataHandler> getUpdateMetaDataHandler() const override {
-    return handlerToFill_;
-  }
-
- private:
-  std::optional<std::string> text_;
-  std::shared_ptr<SummaryHandler> handlerToFill_;
-  ProgressLine& progress_;
-};
 
 }  // namespace
 
@@ -60,8 +27,13 @@ Document::Document(DocumentSource source, ProgressLine& progress)
     : source_(std::move(source)),
       progress_(progress),
       handler_(std::make_shared<SummaryHandler>(progress)) {
-  SummaryParser(source_.file, std::exchange(source_.text, std::nullopt), handler_, progress)
-      .parseUpdateMetaDataJson();
+  progress.begin("reading the document");
+  std::string text = source_.text ? *std::exchange(source_.text, std::nullopt)
+                                  : input::readDocument(output::toUtf8(source_.file), progress);
+  if (text.size() > kLongText) {
+    progress.beginSilent("parsing " + output::toShortSize(static_cast<std::int64_t>(text.size())));
+  }
+  input::TextParser(source_.file, std::move(text), handler_).parseUpdateMetaDataJson();
 }
 
 Contents Document::gatherContents() const {

@@ -3,6 +3,8 @@
 #include <limits>
 #include <vector>
 
+#include "output/Count.h"
+
 namespace update_metadata_tool::summary {
 namespace {
 
@@ -14,10 +16,6 @@ void countAmong(const std::vector<Package>& packages, const std::vector<std::siz
   for (const std::size_t number : numbers) {
     sizes.count(packages[number].size, packages[number].uncompressedBytes);
   }
-}
-
-std::string countPackages(std::size_t number) {
-  return std::to_string(number) + (number == 1 ? " package" : " packages");
 }
 
 }  // namespace
@@ -48,10 +46,10 @@ DoubtfulSizes countDoubtfulSizes(const Contents& contents, const Selection& sele
 std::string describe(const DoubtfulSizes& sizes, bool areMarked) {
   std::string text = areMarked ? "'!' marks doubtful sizes: " : "there are doubtful sizes: ";
   if (sizes.negative != 0) {
-    text += countPackages(sizes.negative) + " with a negative size";
+    text += output::count(sizes.negative, "package") + " with a negative size";
   }
   if (sizes.truncated != 0) {
-    text += (sizes.negative == 0 ? "" : ", ") + countPackages(sizes.truncated) +
+    text += (sizes.negative == 0 ? "" : ", ") + output::count(sizes.truncated, "package") +
             " with a size that does not fit into 64 bits and was taken for " +
             std::to_string(kTruncated);
   }

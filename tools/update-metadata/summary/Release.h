@@ -10,7 +10,4 @@ struct Release {
   std::u16string version;
 };
 
-/// Tells a release for people, "Fernlight 7, version 7.1.0"; "none" if both names are empty.
-std::string describeRelease(const Release& release);
-
 }  // namespace update_metadata_tool::summary

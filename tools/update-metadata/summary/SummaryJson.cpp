@@ -4,19 +4,15 @@ namespace update_metadata_tool::summary {
 
 using output::JsonWriter;
 
-void write(const Release& release, JsonWriter& json) {
-  json.beginObject()
-      .member("family", release.family)
-      .member("version", release.version)
-      .endObject();
-}
-
-void writeTarget(const Release& release, int updateLevel, JsonWriter& json) {
-  json.beginObject()
-      .member("family", release.family)
-      .member("version", release.version)
-      .member("updateLevel", updateLevel)
-      .endObject();
+void writeReleases(const Release& base, const Release& target, int updateLevel, JsonWriter& json) {
+  const auto begin = [&json](const char* name, const Release& release) -> JsonWriter& {
+    return json.name(name)
+        .beginObject()
+        .member("family", release.family)
+        .member("version", release.version);
+  };
+  begin("base", base).endObject();
+  begin("target", target).member("updateLevel", updateLevel).endObject();
 }
 
 void write(const DoubtfulSizes& sizes, JsonWriter& json) {

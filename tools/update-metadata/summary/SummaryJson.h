@@ -7,11 +7,9 @@
 
 namespace update_metadata_tool::summary {
 
-/// {"family", "version"}
-void write(const Release& release, output::JsonWriter& json);
-
-/// The same for a target release, with "updateLevel" at its end.
-void writeTarget(const Release& release, int updateLevel, output::JsonWriter& json);
+/// The members "base", {"family", "version"}, and "target", {"family", "version", "updateLevel"}.
+void writeReleases(const Release& base, const Release& target, int updateLevel,
+                   output::JsonWriter& json);
 
 /// {"negative", "truncated"}
 void write(const DoubtfulSizes& sizes, output::JsonWriter& json);

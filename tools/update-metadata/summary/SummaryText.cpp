@@ -14,6 +14,8 @@ namespace {
 using output::toVisibleName;
 using terminal::FlowingLine;
 
+constexpr std::size_t kIndentOfReleases = 2;
+
 void addRelease(const Release& release, FlowingLine& line) {
   if (release.family.empty() && release.version.empty()) {
     line.words("none");
@@ -26,10 +28,6 @@ void addRelease(const Release& release, FlowingLine& line) {
 
 }  // namespace
 
-std::string count(std::size_t number, const std::string& thing) {
-  return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
-}
-
 std::string describeProduct(const std::u16string& name,
                             const std::optional<std::u16string>& baseCode) {
   const std::string code = baseCode ? " (" + toVisibleName(*baseCode) + ')' : "";
@@ -40,18 +38,21 @@ std::string toMarkedSize(std::int64_t bytes) {
   return (isDoubtful(bytes) ? kDoubtMark : "") + output::toShortSize(bytes);
 }
 
+void writeReleases(const Release& base, const Release& target, int updateLevel, std::size_t width,
+                   std::ostream& out) {
+  FlowingLine from(width, kIndentOfReleases);
+  addRelease(base, from.words("Base release:   "));
+  FlowingLine to(width, kIndentOfReleases);
+  addRelease(target, to.words("Target release: "));
+  to.words(", update level " + std::to_string(updateLevel));
+  out << from << '\n' << to << '\n';
+}
+
 void writeReleases(const Contents& contents, std::size_t width, std::ostream& out) {
-  constexpr std::size_t kIndent = 2;
-  FlowingLine base(width, kIndent);
-  base.words("Base release:   ");
-  addRelease(contents.base, base);
-  FlowingLine target(width, kIndent);
-  target.words("Target release: ");
-  addRelease(contents.target, target);
-  target.words(", update level " + std::to_string(contents.targetUpdateLevel));
-  FlowingLine architecture(width, kIndent);
-  architecture.words("Architecture:   ").name(toVisibleName(contents.architecture));
-  out << base << '\n' << target << '\n' << architecture << '\n';
+  writeReleases(contents.base, contents.target, contents.targetUpdateLevel, width, out);
+  FlowingLine architecture(width, kIndentOfReleases);
+  architecture.words("Architecture:   ").name(output::toVisibleName(contents.architecture));
+  out << architecture << '\n';
 }
 
 FlowingLine beginLine(const std::string& words, std::size_t width) {

@@ -11,15 +11,16 @@
 
 namespace update_metadata_tool::summary {
 
-/// "1 package", "2 packages".
-std::string count(std::size_t number, const std::string& thing);
-
 /// A product's name, with its base code in parentheses if there is one.
 std::string describeProduct(const std::u16string& name,
                             const std::optional<std::u16string>& baseCode);
 
 /// A size in as little room as possible, with the mark in front if it is doubtful.
 std::string toMarkedSize(std::int64_t bytes);
+
+/// Writes from which to which release an update leads, in lines of at most `width` columns.
+void writeReleases(const Release& base, const Release& target, int updateLevel, std::size_t width,
+                   std::ostream& out);
 
 /// Writes from which to which release the document leads, and for which architecture, in lines of
 /// at most `width` columns.

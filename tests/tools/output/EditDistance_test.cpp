@@ -1,0 +1,21 @@
+#include "output/EditDistance.h"
+
+#include <gtest/gtest.h>
+
+namespace update_metadata_tool::output {
+namespace {
+
+TEST(EditDistance, CountsChangedInsertedAndRemovedBytesAndNoCase) {
+  EXPECT_EQ(editDistance("", "abc"), 3U);
+  EXPECT_EQ(editDistance("size", "Size"), 0U);
+  EXPECT_EQ(editDistance("componentsWithFilesToDelete", "componentsWithFilesDeleted"), 3U);
+  EXPECT_EQ(editDistance("extract", "extrakt"), 1U);
+}
+
+TEST(EditDistance, CountsUnitsOfUtf16AsWell) {
+  EXPECT_EQ(editDistance(u"\u00e9d", u"ED"), 1U);
+  EXPECT_EQ(editDistance(u"ED-1", u"ed1"), 1U);
+}
+
+}  // namespace
+}  // namespace update_metadata_tool::output

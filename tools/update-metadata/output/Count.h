@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace update_metadata_tool::output {
+
+/// A number with its noun: "1 package", "2 packages".
+std::string count(std::size_t number, const std::string& noun);
+
+}  // namespace update_metadata_tool::output
