@@ -39,7 +39,7 @@ std::string toVisibleName(std::u16string_view name);
 /// As toVisible(), for bytes. Those that are not UTF-8 are shown as their value, <FF>.
 std::string toVisible(std::string_view text);
 
-/// Tells whether a byte of UTF-8 continues the character before it.
+/// Returns whether a byte of UTF-8 continues the character before it.
 inline bool continuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
