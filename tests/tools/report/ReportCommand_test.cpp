@@ -196,7 +196,7 @@ const std::string kLongName = std::string(300, 'n');
 
 const UnwritablePage kUnwritablePages[] = {
     {"WithoutAFolder", "missing/page.html", "missing/page.html",
-     "no file can be made in its folder: No such file or directory"},
+     "its folder cannot be opened: No such file or directory"},
     {"AtALinkThatLeadsNowhere", "link.html", "link.html",
      "it is a link that leads nowhere: No such file or directory"},
     {"AtALinkToItself", "circle.html", "circle.html",

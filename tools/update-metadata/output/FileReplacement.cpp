@@ -261,6 +261,10 @@ void writeFile(const std::string& path, std::string_view content) {
   if (!std::filesystem::status_known(status)) {
     fail("the file cannot be looked at", error.value());
   }
+  if (std::filesystem::is_other(status)) {
+    // The path of a pipe may lead nowhere that can be followed.
+    fail("only a regular file can be replaced", EINVAL);
+  }
   if (std::filesystem::exists(status)) {
     OpenedFile(path, OpenedFile::Use::kReplace).replace(content);
     return;
