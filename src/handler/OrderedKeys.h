@@ -26,6 +26,7 @@ namespace install::update_metadata_parser {
 template <class Pkg>
 class OrderedKeys {
  public:
+  /// A component's packages.
   using List = mf::zero::OwnedCollection<Pkg>;
 
   /// Adds one component with its packages. Components come in model order.

@@ -22,9 +22,9 @@ class RowStore {
  public:
   /// A row whose name is not yet in the model.
   struct NewRow {
-    std::u16string_view name;
-    std::int64_t size;
-    std::int64_t uncompressedBytes;
+    std::u16string_view name;        ///< read while the row is compared or stored
+    std::int64_t size;               ///< bytes
+    std::int64_t uncompressedBytes;  ///< bytes after unpacking
   };
 
   /// Makes an empty store that keeps its names in `names`.
