@@ -111,7 +111,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   ///
   /// A name given twice makes two components with the same packages. A component that is missing
   /// from a table has no packages. The product is attached last: if anything fails, the root is
-  /// unchanged and everything made for the product is released.
+  /// unchanged and every element made for the product is released; names and packages that are
+  /// already stored take memory of the model until its end.
   ///
   /// \param name            the product's name
   /// \param compsToDelete   names of the components to delete
@@ -119,7 +120,9 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// \param pkgsToDelete    packages by component, added in the order of their names
   /// \param pkgsToExtract   packages by component, added in their order, repeats included
   ///
-  /// Makes one element for each package of each named component; constant time for each.
+  /// Makes one element for each named component. Packages are stored once for all components with
+  /// one name that are given the same; comparing them takes constant time for each, and so does
+  /// storing them. A component that one call names again is not compared again.
   virtual void setProductDeltaData(const std::u16string& name,
                                    const std::vector<std::u16string>& compsToDelete,
                                    const std::vector<std::u16string>& compsToExtract,

@@ -30,8 +30,8 @@ class FOUNDATION_EXPORT AbstractOwnedCollection : public ReferenceCollection {
   void checkCompatibleModel(const ModelElement& element) const;
 
   /// Announces that the list will contain `count` elements in total, so that its array grows once
-  /// instead of step by step; a run needs no array. Repeatedly reserving a little more still takes
-  /// amortized constant time for each element.
+  /// instead of step by step; a run or rows need no array. Repeatedly reserving a little more still
+  /// takes amortized constant time for each element.
   void reserve(std::size_t count) { ReferenceCollection::reserve(count); }
 
   /// Replaces every placeholder in the list by its element, front to back. Constant time if there

@@ -78,7 +78,7 @@ class FOUNDATION_EXPORT ReferenceCollection {
     element.references_.add();
   }
 
-  /// Makes room for `count` elements in total, unless the list is a run.
+  /// Makes room for `count` elements in total, unless the list is a run or rows.
   /// \throws std::bad_alloc  nothing has changed then
   void reserve(std::size_t count);
 
