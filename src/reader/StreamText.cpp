@@ -11,60 +11,65 @@
 namespace install::update_metadata_parser {
 namespace {
 
-// Pieces grow with the text, so that there are few of them. The first holds most documents whole;
-// the largest limits how much is in memory twice at a time.
-constexpr std::size_t kFirstPiece = std::size_t{1} << 20;
-constexpr std::size_t kLargestPiece = std::size_t{64} << 20;
+// The room for a text grows in two large steps, since room costs nothing until it is used: most
+// texts are read where they stay.
+constexpr std::size_t kRooms[] = {std::size_t{1} << 20, std::size_t{16} << 20};
+
+// What exceeds the last room is read in pieces of this size, and then copied, so that only one
+// piece at a time is in memory twice.
+constexpr std::size_t kPiece = std::size_t{32} << 20;
 
 // How many bytes to request at a time: they are cleared before they are read, which is cheap while
 // they stay in the processor's cache.
 constexpr std::size_t kReadBytes = std::size_t{64} << 10;
 
-std::string withRoomFor(std::size_t bytes) {
-  std::string text;
+void makeRoom(std::string& text, std::size_t bytes) {
   text.reserve(bytes);
-  foundation::core::adviseLargePages(text.data(), text.capacity());
-  return text;
+  foundation::core::adviseLargePages(text.data(), bytes);
 }
 
-// Returns fewer than `bytes` only at the end.
-std::string readPiece(std::streambuf& buffer, std::size_t bytes) {
-  std::string piece = withRoomFor(bytes);
-  while (piece.size() != bytes) {
-    const std::size_t size = piece.size();
+// Reads until `text` has `bytes`; returns false if the buffer ends before.
+bool readUpTo(std::string& text, std::streambuf& buffer, std::size_t bytes) {
+  makeRoom(text, bytes);
+  while (text.size() != bytes) {
+    const std::size_t size = text.size();
     const std::size_t requested = std::min(kReadBytes, bytes - size);
-    piece.resize(size + requested);
+    text.resize(size + requested);
     const std::streamsize got =
-        buffer.sgetn(piece.data() + size, static_cast<std::streamsize>(requested));
-    piece.resize(size + static_cast<std::size_t>(got));
-    if (piece.size() != size + requested) {
-      break;
+        buffer.sgetn(text.data() + size, static_cast<std::streamsize>(requested));
+    text.resize(size + static_cast<std::size_t>(got));
+    if (text.size() != size + requested) {
+      return false;
     }
   }
-  return piece;
+  return true;
 }
 
 }  // namespace
 
 std::string readToEnd(std::streambuf& buffer) {
-  std::vector<std::string> pieces;
-  std::size_t size = 0;
-  std::size_t requested = 0;
-  do {
-    requested = std::clamp(size, kFirstPiece, kLargestPiece);
-    pieces.push_back(readPiece(buffer, requested));
-    size += pieces.back().size();
-  } while (pieces.back().size() == requested);
-  if (pieces.size() == 1) {
-    return std::move(pieces.front());
+  std::string text;
+  for (const std::size_t room : kRooms) {
+    if (!readUpTo(text, buffer, room)) {
+      return text;
+    }
   }
-  std::string text = withRoomFor(size);
+  std::vector<std::string> pieces;
+  do {
+    pieces.emplace_back();
+  } while (readUpTo(pieces.back(), buffer, kPiece));
+  pieces.insert(pieces.begin(), std::move(text));
+  std::size_t size = 0;
+  for (const std::string& piece : pieces) {
+    size += piece.size();
+  }
+  std::string whole;  // a string that grows may double its capacity
+  makeRoom(whole, size);
   for (std::string& piece : pieces) {
-    text += piece;
-    // Freed at once, so that only one piece at a time is in memory twice.
+    whole += piece;
     piece = std::string();
   }
-  return text;
+  return whole;
 }
 
 }  // namespace install::update_metadata_parser

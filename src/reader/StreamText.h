@@ -8,8 +8,8 @@ namespace install::update_metadata_parser {
 /// Reads from a stream buffer to its end. Never seeks and never requests a size: a growing file, a
 /// pipe and a device are read like any other.
 ///
-/// Beyond a megabyte, the text has no spare capacity and is copied once. During the copy, up to 64
-/// MB more than its size are in use.
+/// The text has a capacity of 1 or 16 MB, most of it never touched, or none to spare above that. A
+/// longer text is copied once; up to 32 MB more than its size are then in use for a moment.
 ///
 /// \throws what the buffer throws
 std::string readToEnd(std::streambuf& buffer);

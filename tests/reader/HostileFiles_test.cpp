@@ -3,12 +3,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <fstream>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -214,12 +214,17 @@ TEST(ReadFile, ReturnsFilesOfEverySizeWhole) {
   }
 }
 
-TEST(ReadFile, ReservesNoMoreThanTheFileSizeOrAMegabyte) {
+TEST(ReadFile, ReservesAMegabyteOrSixteenAndNothingBeyondALongerFile) {
   const TemporaryFolder folder;
   constexpr std::size_t kMegabyte = std::size_t{1} << 20;
-  for (const std::size_t size : {std::size_t{100}, kMegabyte - 1, kMegabyte, 3 * kMegabyte}) {
+  const std::pair<std::size_t, std::size_t> sizesAndRooms[] = {{100, kMegabyte},
+                                                               {kMegabyte - 1, kMegabyte},
+                                                               {kMegabyte, 16 * kMegabyte},
+                                                               {16 * kMegabyte - 1, 16 * kMegabyte},
+                                                               {17 * kMegabyte, 17 * kMegabyte}};
+  for (const auto& [size, room] : sizesAndRooms) {
     const std::u16string path = folder.writeFile("document.json", std::string(size, 'x'));
-    EXPECT_LE(readFile(path).capacity(), std::max(size, kMegabyte) + 16) << size;
+    EXPECT_LE(readFile(path).capacity(), room + 16) << size;
   }
 }
 
