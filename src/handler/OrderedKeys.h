@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "handler/PackageKey.h"
+#include "handler/PackageList.h"
 #include "mf/zero/fields/OwnedCollection.h"
-#include "mf/zero/fields/RowStore.h"
+#include "mf/zero/fields/RowList.h"
 #include "mf/zero/text/Name.h"
 
 namespace install::update_metadata_parser {
@@ -26,15 +27,19 @@ namespace install::update_metadata_parser {
 template <class Pkg>
 class OrderedKeys {
  public:
-  /// A component's packages.
-  using List = mf::zero::OwnedCollection<Pkg>;
-
-  /// Adds one component with its packages. Components come in model order.
-  void addComponent(mf::zero::Name component, const List& pkgs) {
+  /// Adds a component of a list. Components come in model order.
+  void addComponent(mf::zero::Name name, const mf::zero::OwnedCollection<Pkg>& pkgs) {
     // Resolved here, in model order, because the lists are later read in another order.
     pkgs.resolvePlaceholders();
     if (!pkgs.empty()) {
-      components_.push_back({component, &pkgs, components_.size()});
+      components_.push_back({name, PackageList<Pkg>(pkgs), components_.size()});
+    }
+  }
+
+  /// The same for a component that is not yet an element.
+  void addComponent(const mf::zero::ComponentRow& row) {
+    if (row.packages != nullptr) {
+      components_.push_back({row.name, PackageList<Pkg>(*row.packages), components_.size()});
     }
   }
 
@@ -44,8 +49,9 @@ class OrderedKeys {
   /// Forgets the components but keeps the memory for them.
   void clear() noexcept { components_.clear(); }
 
-  /// Calls `visit(key, list, index)` with each key, a string that it may keep, and the place of its
-  /// package. Constant time for each key, apart from merging, after the components are sorted.
+  /// Calls `visit(key, list, index)` with each key, a string that changes afterwards, and the place
+  /// of its package. Constant time for each key, apart from merging, once the components are
+  /// sorted.
   template <class Visit>
   void forEachDescending(Visit visit) {
     dropRepeated();
@@ -54,13 +60,14 @@ class OrderedKeys {
     for (std::size_t end = components_.size(); !groups_.empty(); groups_.pop_back()) {
       const std::size_t first = groups_.back();
       const Component& component = components_[first];
-      if (end - first == 1 && isAscending(*component.pkgs)) {
+      if (end - first == 1 && component.pkgs.isAscending()) {
         visitOne(component, visit);
       } else {
         merge(first, end);
         for (std::size_t i = entries_.size(); i != 0; --i) {
           const Entry& entry = entries_[i - 1];
-          visit(entry.key.text(), *entry.component->pkgs, entry.index);
+          entry.key.copyTo(key_);
+          visit(key_, entry.component->pkgs, entry.index);
         }
       }
       end = first;
@@ -70,7 +77,7 @@ class OrderedKeys {
  private:
   struct Component {
     mf::zero::Name name;
-    const List* pkgs;
+    PackageList<Pkg> pkgs;
     std::size_t order;  // its place in model order
   };
 
@@ -86,23 +93,6 @@ class OrderedKeys {
     std::size_t index;  // of the package
   };
 
-  static mf::zero::Name nameAt(const List& pkgs, std::size_t index) {
-    const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(pkgs);
-    return rows != nullptr ? (*rows)[index].name : pkgs.readAt(index).name();
-  }
-
-  static bool isAscending(const List& pkgs) {
-    if (const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(pkgs)) {
-      return rows->ascending;
-    }
-    for (std::size_t i = 1; i < pkgs.size(); ++i) {
-      if (pkgs.readAt(i - 1).name().view() >= pkgs.readAt(i).name().view()) {
-        return false;
-      }
-    }
-    return true;
-  }
-
   static bool isSameName(const Component& left, const Component& right) noexcept {
     return left.name.identity() == right.name.identity();
   }
@@ -111,7 +101,7 @@ class OrderedKeys {
   void dropRepeated() {
     ++walk_;
     const auto isRepeated = [this](const Component& component) {
-      const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(*component.pkgs);
+      const mf::zero::RowList* rows = component.pkgs.rows();
       if (rows == nullptr) {
         return false;
       }
@@ -154,14 +144,12 @@ class OrderedKeys {
 
   template <class Visit>
   void visitOne(const Component& component, Visit& visit) {
-    prefix_.assign(component.name.view()).append(kKeySeparator);
-    const List& pkgs = *component.pkgs;
-    for (std::size_t i = pkgs.size(); i != 0; --i) {
-      const std::u16string_view name = nameAt(pkgs, i - 1).view();
-      std::u16string key;
-      key.reserve(prefix_.size() + name.size());
-      key.append(prefix_).append(name);
-      visit(std::move(key), pkgs, i - 1);
+    key_.assign(component.name.view()).append(kKeySeparator);
+    const std::size_t prefix = key_.size();
+    for (std::size_t i = component.pkgs.size(); i != 0; --i) {
+      key_.resize(prefix);
+      key_.append(component.pkgs.nameAt(i - 1));
+      visit(key_, component.pkgs, i - 1);
     }
   }
 
@@ -179,12 +167,12 @@ class OrderedKeys {
     std::vector<std::size_t> bounds = {0};  // of sorted parts
     for (std::size_t i = first; i != end; ++i) {
       const Component& component = components_[i];
-      for (std::size_t index = 0; index != component.pkgs->size(); ++index) {
-        const PackageKey key = {component.name.view(), nameAt(*component.pkgs, index).view()};
+      for (std::size_t index = 0; index != component.pkgs.size(); ++index) {
+        const PackageKey key = {component.name.view(), component.pkgs.nameAt(index)};
         entries_.push_back({key, &component, index});
       }
       const auto part = entries_.begin() + static_cast<std::ptrdiff_t>(bounds.back());
-      if (!isAscending(*component.pkgs)) {
+      if (!component.pkgs.isAscending()) {
         std::sort(part, entries_.end(), precedes);
       }
       bounds.push_back(entries_.size());
@@ -221,7 +209,7 @@ class OrderedKeys {
   std::vector<Component> components_;
   std::vector<std::size_t> groups_;  // the first component of each
   std::vector<Entry> entries_;
-  std::u16string prefix_;
+  std::u16string key_;  // the current one
 };
 
 }  // namespace install::update_metadata_parser

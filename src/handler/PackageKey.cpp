@@ -15,11 +15,8 @@ bool isNotEmpty(std::u16string_view text) noexcept {
 
 }  // namespace
 
-std::u16string PackageKey::text() const {
-  std::u16string text;
-  text.reserve(component.size() + kKeySeparator.size() + package.size());
-  text.append(component).append(kKeySeparator).append(package);
-  return text;
+void PackageKey::copyTo(std::u16string& text) const {
+  text.assign(component).append(kKeySeparator).append(package);
 }
 
 int PackageKey::compare(const PackageKey& other) const noexcept {

@@ -14,8 +14,8 @@ struct PackageKey {
   std::u16string_view component;  ///< name of the component
   std::u16string_view package;    ///< name of the package
 
-  /// Builds the key, with no spare capacity.
-  std::u16string text() const;
+  /// Writes the key into `text`, whose memory is used again.
+  void copyTo(std::u16string& text) const;
 
   /// Compares as the texts of both keys do; the result is below, at or above zero. Code units
   /// compare as unsigned numbers, with a prefix first.

@@ -14,14 +14,18 @@ using datamodels::product_update::ComponentDeltaData;
 using datamodels::product_update::PkgDataWithFilesToDelete;
 using datamodels::product_update::PkgDeltaData;
 using datamodels::product_update::ProductDeltaData;
+using mf::zero::ComponentRow;
 using mf::zero::Model;
+using mf::zero::Name;
 using mf::zero::OwnedCollection;
+using mf::zero::RowList;
 using mf::zero::RowStore;
 using mf::zero::Uuid;
 
 // The differences between packages to delete and packages to extract.
 struct Delete {
   using Table = UpdateMetaDataHandler::PkgsToDelete;
+  static constexpr std::uint8_t kField = ComponentDeltaData::Impl::kPkgsToDelete;
 
   static OwnedCollection<ComponentDeltaData>& components(const ProductDeltaData& product) {
     return product->getCompsToDeleteMutable();
@@ -29,7 +33,7 @@ struct Delete {
   static OwnedCollection<PkgDeltaData>& pkgs(const ComponentDeltaData& component) {
     return component->getPkgsToDeleteMutable();
   }
-  static RowStore::NewRow newRow(const std::pair<const std::u16string, std::int64_t>& pkg) {
+  static RowStore::NewPackage newPackage(const std::pair<const std::u16string, std::int64_t>& pkg) {
     return {pkg.first, pkg.second, 0};
   }
   static PkgDeltaData create(const UpdateMetaDataHandler& handler,
@@ -40,6 +44,7 @@ struct Delete {
 
 struct Extract {
   using Table = UpdateMetaDataHandler::PkgsToExtract;
+  static constexpr std::uint8_t kField = ComponentDeltaData::Impl::kPkgsToExtract;
 
   static OwnedCollection<ComponentDeltaData>& components(const ProductDeltaData& product) {
     return product->getCompsToExtractMutable();
@@ -47,7 +52,7 @@ struct Extract {
   static OwnedCollection<PkgDeltaData>& pkgs(const ComponentDeltaData& component) {
     return component->getPkgsToExtractMutable();
   }
-  static RowStore::NewRow newRow(const UpdatePkgData& pkg) {
+  static RowStore::NewPackage newPackage(const UpdatePkgData& pkg) {
     return {pkg.name, pkg.size, pkg.uncompressedBytes};
   }
   static PkgDeltaData create(const UpdateMetaDataHandler& handler, const UpdatePkgData& pkg) {
@@ -55,33 +60,58 @@ struct Extract {
   }
 };
 
+// The rows of a component's packages, or null if `table` has none for it.
+template <class Side>
+const RowList* rowsOf(const Model& model, Name component, const std::u16string& componentName,
+                      const typename Side::Table& table, std::uint64_t round) {
+  const auto found = table.find(componentName);
+  if (found == table.end() || found->second.empty()) {
+    return nullptr;
+  }
+  return &RowStore::of(model).packages(component, Side::kField, round, found->second,
+                                       Side::newPackage);
+}
+
 // Gives a component its packages from `table`: as rows, which other components share, or as
 // elements if it already has packages. A component of another model rejects the elements.
 template <class Side>
 void setPkgs(const UpdateMetaDataHandler& handler, const Model& model,
              const ComponentDeltaData& component, const std::u16string& componentName,
              const typename Side::Table& table, std::uint64_t round) {
-  const auto found = table.find(componentName);
-  if (found == table.end() || found->second.empty()) {
-    return;
-  }
   OwnedCollection<PkgDeltaData>& pkgs = Side::pkgs(component);
   if (pkgs.empty() && &component->model() == &model.impl()) {
-    RowStore::of(model).fill(pkgs, component->name(), round, found->second, Side::newRow);
+    if (const RowList* rows = rowsOf<Side>(model, component->name(), componentName, table, round)) {
+      RowStore::refer(pkgs, *rows);
+    }
     return;
   }
-  for (const auto& entry : found->second) {
-    pkgs.append(Side::create(handler, entry));
+  if (const auto found = table.find(componentName); found != table.end()) {
+    for (const auto& entry : found->second) {
+      pkgs.append(Side::create(handler, entry));
+    }
   }
 }
 
-// Appends a component with its packages to `product` for each name.
+// Appends a component with its packages to `product` for each name: as rows, or as elements if the
+// product already has components.
 template <class Side>
 void setComps(const UpdateMetaDataHandler& handler, const Model& model,
               const ProductDeltaData& product, const std::vector<std::u16string>& names,
               const typename Side::Table& table) {
+  if (names.empty()) {
+    return;
+  }
   OwnedCollection<ComponentDeltaData>& components = Side::components(product);
-  const std::uint64_t round = RowStore::of(model).beginRound();
+  RowStore& store = RowStore::of(model);
+  const std::uint64_t round = store.beginRound();
+  if (components.empty() && &product->model() == &model.impl()) {
+    RowStore::refer(components,
+                    store.addComponents(Side::kField, names, [&](const std::u16string& text) {
+                      const Name name = store.nameOf(text);
+                      return ComponentRow{name, rowsOf<Side>(model, name, text, table, round)};
+                    }));
+    return;
+  }
   components.reserve(components.size() + names.size());
   for (const std::u16string& name : names) {
     const ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());

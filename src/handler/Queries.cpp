@@ -37,6 +37,12 @@ constexpr Side kExtract = {&ProductDeltaData::Impl::getCompsToExtract,
 void addComponents(OrderedKeys<PkgDeltaData>& packages, const ProductDeltaData::Impl& product,
                    const Side& side) {
   const OwnedCollection<ComponentDeltaData>& components = (product.*side.components)();
+  if (const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(components)) {
+    for (std::size_t i = 0; i < rows->size; ++i) {
+      packages.addComponent(rows->at<mf::zero::ComponentRow>(i));
+    }
+    return;
+  }
   for (std::size_t i = 0; i < components.size(); ++i) {
     const ComponentDeltaData::Impl& component = components.readAt(i);
     packages.addComponent(component.name(), (component.*side.pkgs)());
@@ -44,17 +50,18 @@ void addComponents(OrderedKeys<PkgDeltaData>& packages, const ProductDeltaData::
 }
 
 void addKeys(KeySet& keys, OrderedKeys<PkgDeltaData>& packages) {
-  packages.forEachDescending([&keys](std::u16string key, const auto&, std::size_t) {
-    keys.emplace_hint(keys.begin(), std::move(key));
+  packages.forEachDescending([&keys](const std::u16string& key, const auto&, std::size_t) {
+    keys.emplace_hint(keys.begin(), key);
   });
 }
 
 // A package's sizes, of a row or an element.
-SizePair sizesAt(const OwnedCollection<PkgDeltaData>& pkgs, std::size_t index) {
-  if (const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(pkgs)) {
-    return {(*rows)[index].size, (*rows)[index].uncompressedBytes};
+SizePair sizesAt(const PackageList<PkgDeltaData>& pkgs, std::size_t index) {
+  if (pkgs.rows() != nullptr) {
+    const mf::zero::PackageRow& row = pkgs.rowAt(index);
+    return {row.size, row.uncompressedBytes};
   }
-  const PkgDeltaData::Impl& pkg = pkgs.readAt(index);
+  const PkgDeltaData::Impl& pkg = pkgs.elementAt(index);
   return {pkg.getSize(), pkg.getUncompressedBytes()};
 }
 
@@ -152,9 +159,9 @@ UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
     packages.addComponent(component.name(), component.getPkgsWithFilesToDelete());
   }
   std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>> filesByKey;
-  packages.forEachDescending([&](std::u16string key, const auto& pkgs, std::size_t index) {
-    const PkgDataWithFilesToDelete::Impl& pkg = pkgs.readAt(index);
-    filesByKey.emplace_hint(filesByKey.begin(), std::move(key),
+  packages.forEachDescending([&](const std::u16string& key, const auto& pkgs, std::size_t index) {
+    const PkgDataWithFilesToDelete::Impl& pkg = pkgs.elementAt(index);
+    filesByKey.emplace_hint(filesByKey.begin(), key,
                             FilesAndSize(fileSet(pkg.getFilesToDelete()), pkg.getSize()));
   });
   return filesByKey;
@@ -168,8 +175,8 @@ UpdateMetaDataHandler::getUpdateSizeForComponentsToExtract() const {
     addComponents(packages, products.readAt(i), kExtract);
   }
   std::map<std::u16string, std::pair<std::int64_t, std::int64_t>> sizesByKey;
-  packages.forEachDescending([&](std::u16string key, const auto& pkgs, std::size_t index) {
-    sizesByKey.emplace_hint(sizesByKey.begin(), std::move(key), sizesAt(pkgs, index));
+  packages.forEachDescending([&](const std::u16string& key, const auto& pkgs, std::size_t index) {
+    sizesByKey.emplace_hint(sizesByKey.begin(), key, sizesAt(pkgs, index));
   });
   return sizesByKey;
 }

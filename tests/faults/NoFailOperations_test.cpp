@@ -114,6 +114,7 @@ TEST(NoAllocation, IsMadeByHandles) {
   const Model model = Model::create(mf::zero::ModelSpec());
   expectNoAllocationByCopiesOf(model, Model());
   expectNoAllocationByMovesOf(model, Model());
+  product->getCompsToDelete()[0]->getPkgsToDelete()[0];  // makes the elements
   EXPECT_EQ(allocationsOf([&] {
               const auto component = product->getCompsToDelete()[0];
               const auto pkg = component->getPkgsToDelete()[0];

@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -22,6 +23,7 @@
 namespace install::update_metadata_parser {
 namespace {
 
+using datamodels::product_update::ComponentDeltaData;
 using datamodels::product_update::PkgDataWithFilesToDelete;
 using datamodels::product_update::ProductDeltaData;
 using test_support::CatalogueHandler;
@@ -117,66 +119,98 @@ struct ManyComponents {
   UpdateMetaDataHandler::PkgsToExtract pkgsToExtract;
 };
 
-/// Makes each allocation of `appendTo(product, many)` fail in turn. `pkgCountsOf` returns how many
-/// packages each component of the product has afterwards.
-template <class AppendTo, class PkgCountsOf>
-void expectWholeComponentsOnly(const CatalogueHandler& handler, AppendTo appendTo,
-                               PkgCountsOf pkgCountsOf) {
-  const std::vector<std::size_t> all(ManyComponents::kComponents, ManyComponents::kPkgs);
-  std::size_t cutOff = 0;
-  for (std::size_t nth = 0;; ++nth) {
-    const ManyComponents many(nth);
-    const auto product = ProductDeltaData::create(handler.model, mf::zero::Uuid());
-    bool failed = false;
-    try {
-      const FailingAllocation failing(nth);
-      appendTo(product, many);
-    } catch (const std::bad_alloc&) {
-      failed = true;
+/// Adds many components to a product, making each allocation fail in turn.
+///
+/// A product that has a component already gets them one after another, and keeps those that it got
+/// before the failure. Any other one gets all or none.
+template <class Side>
+class AddingComponents : public ::testing::Test {
+ protected:
+  static std::vector<std::size_t> pkgCountsOf(const ProductDeltaData& product) {
+    std::vector<std::size_t> counts;
+    for (std::size_t index = 0; index != Side::components(product).size(); ++index) {
+      counts.push_back(Side::pkgs(Side::components(product)[index]).size());
     }
-    const std::vector<std::size_t> counts = pkgCountsOf(product);
-    ASSERT_TRUE(std::equal(counts.begin(), counts.end(), all.begin())) << nth;
-    if (!failed) {
-      ASSERT_EQ(counts, all);
-      break;
-    }
-    if (!counts.empty() && counts.size() < all.size()) {
-      ++cutOff;
+    return counts;
+  }
+
+  /// Returns how many failures were between the first component and the last.
+  std::size_t addToEach(std::vector<std::size_t> before) {
+    std::vector<std::size_t> all = before;
+    all.resize(before.size() + ManyComponents::kComponents, ManyComponents::kPkgs);
+    std::size_t cutOff = 0;
+    for (std::size_t nth = 0;; ++nth) {
+      const ManyComponents many(++round);
+      const auto product = ProductDeltaData::create(handler.model, mf::zero::Uuid());
+      for (std::size_t count = 0; count != before.size(); ++count) {
+        Side::components(product).append(
+            ComponentDeltaData::create(handler.model, mf::zero::Uuid()));
+      }
+      bool failed = false;
+      try {
+        const FailingAllocation failing(nth);
+        Side::add(handler, product, many);
+      } catch (const std::bad_alloc&) {
+        failed = true;
+      }
+      const std::vector<std::size_t> counts = pkgCountsOf(product);
+      EXPECT_TRUE(std::equal(counts.begin(), counts.end(), all.begin())) << nth;
+      if (!failed) {
+        EXPECT_EQ(counts, all);
+        return cutOff;
+      }
+      if (counts.size() > before.size() && counts.size() < all.size()) {
+        ++cutOff;
+      }
     }
   }
-  EXPECT_GT(cutOff, 5u) << "the test needs failures between the first component and the last";
+
+  CatalogueHandler handler;
+  std::size_t round = 0;
+};
+
+struct DeleteSide {
+  static auto& components(const ProductDeltaData& product) {
+    return product->getCompsToDeleteMutable();
+  }
+  static auto& pkgs(const ComponentDeltaData& component) {
+    return component->getPkgsToDeleteMutable();
+  }
+  static void add(const CatalogueHandler& handler, const ProductDeltaData& product,
+                  const ManyComponents& many) {
+    handler.setCompsToDelete(product, many.names, many.pkgsToDelete);
+  }
+};
+
+struct ExtractSide {
+  static auto& components(const ProductDeltaData& product) {
+    return product->getCompsToExtractMutable();
+  }
+  static auto& pkgs(const ComponentDeltaData& component) {
+    return component->getPkgsToExtractMutable();
+  }
+  static void add(const CatalogueHandler& handler, const ProductDeltaData& product,
+                  const ManyComponents& many) {
+    handler.setCompsToExtract(product, many.names, many.pkgsToExtract);
+  }
+};
+
+struct SideNames {
+  template <class Side>
+  static std::string GetName(int) {
+    return std::is_same_v<Side, DeleteSide> ? "ToDelete" : "ToExtract";
+  }
+};
+
+using Sides = ::testing::Types<DeleteSide, ExtractSide>;
+TYPED_TEST_SUITE(AddingComponents, Sides, SideNames);
+
+TYPED_TEST(AddingComponents, GivesAProductAllOrNoneWhenMemoryRunsOut) {
+  EXPECT_EQ(this->addToEach({}), 0u);
 }
 
-TEST(MemoryOfTheHandler, HasNoComponentToDeleteWithoutAllItsPackages) {
-  const CatalogueHandler handler;
-  expectWholeComponentsOnly(
-      handler,
-      [&](const ProductDeltaData& product, const ManyComponents& many) {
-        handler.setCompsToDelete(product, many.names, many.pkgsToDelete);
-      },
-      [](const ProductDeltaData& product) {
-        std::vector<std::size_t> counts;
-        for (std::size_t index = 0; index != product->getCompsToDelete().size(); ++index) {
-          counts.push_back(product->getCompsToDelete()[index]->getPkgsToDelete().size());
-        }
-        return counts;
-      });
-}
-
-TEST(MemoryOfTheHandler, HasNoComponentToExtractWithoutAllItsPackages) {
-  const CatalogueHandler handler;
-  expectWholeComponentsOnly(
-      handler,
-      [&](const ProductDeltaData& product, const ManyComponents& many) {
-        handler.setCompsToExtract(product, many.names, many.pkgsToExtract);
-      },
-      [](const ProductDeltaData& product) {
-        std::vector<std::size_t> counts;
-        for (std::size_t index = 0; index != product->getCompsToExtract().size(); ++index) {
-          counts.push_back(product->getCompsToExtract()[index]->getPkgsToExtract().size());
-        }
-        return counts;
-      });
+TYPED_TEST(AddingComponents, GivesAProductThatHasOneOnlyWholeOnesWhenMemoryRunsOut) {
+  EXPECT_GT(this->addToEach({0}), 5u);
 }
 
 TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded) {

@@ -267,8 +267,8 @@ void compareAll(CatalogueHandler& handler, const Content& content) {
   EXPECT_EQ(handler.getComponentsWithFilesToDelete(), expectedFiles(content));
 }
 
-// Changes one package's name and sizes, in the model and in the content. Nothing but the list that
-// it is in becomes elements.
+// Changes one package's name and sizes, in the model and in the content. Nothing but the two lists
+// that it is in becomes elements.
 void changeOne(const CatalogueHandler& handler, Content& content, Generator& generator) {
   if (content.products.empty()) {
     return;

@@ -120,9 +120,10 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// \param pkgsToDelete    packages by component, added in the order of their names
   /// \param pkgsToExtract   packages by component, added in their order, repeats included
   ///
-  /// Makes one element for each named component. Packages are stored once for all components with
-  /// one name that are given the same; comparing them takes constant time for each, and so does
-  /// storing them. A component that one call names again is not compared again.
+  /// A named component takes 16 bytes; elements come into being when a program reads them. Packages
+  /// are stored once for all components with one name that are given the same; comparing them takes
+  /// constant time for each, and so does storing them. A component that one call names again is not
+  /// compared again.
   virtual void setProductDeltaData(const std::u16string& name,
                                    const std::vector<std::u16string>& compsToDelete,
                                    const std::vector<std::u16string>& compsToExtract,

@@ -277,10 +277,11 @@ class RowsInAModel : public MemoryOfAModel {
 
   void fill(const ComponentDeltaData& component, const std::vector<Pkg>& pkgs) const {
     RowStore& store = RowStore::of(model);
-    store.fill(component->getPkgsToDeleteMutable(), component->name(), store.beginRound(), pkgs,
-               [](const Pkg& pkg) {
-                 return RowStore::NewRow{pkg.name, pkg.size, 0};
-               });
+    RowStore::refer(component->getPkgsToDeleteMutable(),
+                    store.packages(component->name(), ComponentDeltaData::Impl::kPkgsToDelete,
+                                   store.beginRound(), pkgs, [](const Pkg& pkg) {
+                                     return RowStore::NewPackage{pkg.name, pkg.size, 0};
+                                   }));
   }
 
   static std::vector<Pkg> makePkgs(int count) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,7 +25,13 @@ class FOUNDATION_EXPORT ComponentDeltaData::Impl final : public mf::zero::Elemen
  public:
   static const mf::zero::ElementClass kClass;  ///< describes the class to the framework
 
+  /// The numbers of the lists.
+  enum Property : std::uint8_t { kPkgsToDelete, kPkgsToExtract };
+
   Impl() noexcept;
+
+  /// Makes an element from the row of a component.
+  FOUNDATION_HIDDEN Impl(const mf::zero::RowList& rows, std::size_t index) noexcept;
   ~Impl();
 
   /// Sets the component's name; stored unchanged, and only once in the model however many elements
@@ -58,8 +65,6 @@ class FOUNDATION_EXPORT ComponentDeltaData::Impl final : public mf::zero::Elemen
   }
 
  private:
-  enum Property : std::uint8_t { kPkgsToDelete, kPkgsToExtract };
-
   mf::zero::Name name_;
   mf::zero::OwnedCollection<PkgDeltaData> pkgsToDelete_;
   mf::zero::OwnedCollection<PkgDeltaData> pkgsToExtract_;

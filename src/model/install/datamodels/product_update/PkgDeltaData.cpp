@@ -13,8 +13,12 @@ const mf::zero::ElementClass PkgDeltaData::Impl::kClass = {
     nullptr,
     &mf::zero::makeElementImpl<PkgDeltaData::Impl>};
 
-PkgDeltaData::Impl::Impl(const mf::zero::Row& row) noexcept
-    : name_(row.name), size_(row.size), uncompressedBytes_(row.uncompressedBytes) {}
+PkgDeltaData::Impl::Impl(const mf::zero::RowList& rows, std::size_t index) noexcept {
+  const auto& row = rows.at<mf::zero::PackageRow>(index);
+  name_ = row.name;
+  size_ = row.size;
+  uncompressedBytes_ = row.uncompressedBytes;
+}
 
 PkgDeltaData::Impl::~Impl() = default;
 

@@ -24,8 +24,8 @@ class FOUNDATION_EXPORT PkgDeltaData::Impl final : public mf::zero::ElementImpl 
 
   Impl() noexcept = default;
 
-  /// Makes an element from a row.
-  FOUNDATION_HIDDEN explicit Impl(const mf::zero::Row& row) noexcept;
+  /// Makes an element from the row of a package.
+  FOUNDATION_HIDDEN Impl(const mf::zero::RowList& rows, std::size_t index) noexcept;
   ~Impl();
 
   /// Sets the package's name; stored unchanged, and only once in the model however many elements

@@ -8,7 +8,7 @@
 namespace mf::zero {
 
 class ElementImpl;
-struct Row;
+struct RowList;
 struct ElementClass;
 
 /// Whether a list or sequence accepts an element or value that it already contains.
@@ -29,7 +29,8 @@ struct ElementClass {
   void (*destroyImpl)(ElementImpl&) noexcept;  ///< ends its life; the framework frees the memory
   const ContainedProperty* properties;         ///< the contained fields, by their numbers
   /// makes an element from a row in memory of `implSize` bytes; null for a class that has no rows
-  ElementImpl& (*makeFromRow)(void* memory, const Row& row) noexcept = nullptr;
+  ElementImpl& (*makeFromRow)(void* memory, const RowList& rows,
+                              std::size_t index) noexcept = nullptr;
 };
 
 }  // namespace mf::zero

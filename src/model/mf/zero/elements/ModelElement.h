@@ -216,8 +216,8 @@ class ElementHandle : public ModelElement {
 
 /// Makes an implementation object of class `Impl` from a row: the function of its ElementClass.
 template <class Impl>
-ElementImpl& makeElementImpl(void* memory, const Row& row) noexcept {
-  return *new (memory) Impl(row);
+ElementImpl& makeElementImpl(void* memory, const RowList& rows, std::size_t index) noexcept {
+  return *new (memory) Impl(rows, index);
 }
 
 /// Destroys an implementation object of class `Impl`: the function of its ElementClass.

@@ -105,9 +105,9 @@ void AbstractOwnedCollection::makeElements() const {
   const ElementClass& elementClass = *property().elementClass;
   clear();
   try {
-    for (const Row& row : list) {
+    for (std::size_t index = 0; index != list.size; ++index) {
       void* memory = allocateElement(owner().model(), elementClass);
-      const ModelElement element(elementClass.makeFromRow(memory, row));
+      const ModelElement element(elementClass.makeFromRow(memory, list, index));
       makeRoomFor(*element.impl_, elementClass.implSize);
       element.impl_->attachTo(owner(), propertyNumber_);
       push(*element.impl_);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string_view>
 #include <unordered_map>
 
@@ -16,13 +17,13 @@ namespace mf::zero {
 /// The lists of rows of one model.
 ///
 /// In most documents, many products name the same components, and a component has the same packages
-/// each time. The store remembers the rows of the last component with each name: if the next one
-/// has the same packages, both refer to one list.
+/// each time. The store remembers the packages of the last component with each name: if the next
+/// one has the same, both refer to one list.
 class RowStore {
  public:
-  /// A row whose name is not yet in the model.
-  struct NewRow {
-    std::u16string_view name;        ///< read while the row is compared or stored
+  /// A package whose name is not yet in the model.
+  struct NewPackage {
+    std::u16string_view name;        ///< read while the package is compared or stored
     std::int64_t size;               ///< bytes
     std::int64_t uncompressedBytes;  ///< bytes after unpacking
   };
@@ -39,29 +40,55 @@ class RowStore {
   /// The rows that `list` refers to, or null if it consists of elements.
   static const RowList* rowsOf(const AbstractOwnedCollection& list) noexcept { return list.rows(); }
 
-  /// How many lists have been made so far; their numbers are below it.
-  std::size_t size() const noexcept { return lists_; }
+  /// Makes `list`, which is empty and of this model, refer to `rows`.
+  static void refer(AbstractOwnedCollection& list, const RowList& rows) noexcept {
+    list.setRows(rows);
+  }
 
-  /// Begins a round. Until the next one, components with one name have the same rows.
+  /// How many lists of packages have been made so far; their numbers are below it.
+  std::size_t size() const noexcept { return packageLists_; }
+
+  /// Begins a round. Until the next one, components with one name have the same packages.
   std::uint64_t beginRound() noexcept { return ++lastRound_; }
 
-  /// Fills `list`, an empty list of this model in a component with that name.
+  /// Stores a name, as ElementImpl::makeName() does.
+  Name nameOf(std::u16string_view text) {
+    return text.empty() ? Name() : Name(names_.intern(text));
+  }
+
+  /// Returns the rows of packages of a component, for its list with the number `field`.
   ///
-  /// `newRow` makes a NewRow from each of `entries`. They are compared with the rows of the last
-  /// component with that name, for the same field, unless that was filled in the same round.
+  /// `newPackage` makes a NewPackage from each of `entries`. They are compared with the rows of the
+  /// last component with that name, for the same field, unless those were requested in the same
+  /// round.
   ///
-  /// \throws std::bad_alloc  the list is still empty
-  template <class Entries, class MakeNewRow>
-  void fill(AbstractOwnedCollection& list, Name component, std::uint64_t round,
-            const Entries& entries, MakeNewRow newRow) {
-    Latest& latest = latest_[{component.identity(), list.propertyNumber_}];
+  /// \throws std::bad_alloc
+  template <class Entries, class MakeNewPackage>
+  const RowList& packages(Name component, std::uint8_t field, std::uint64_t round,
+                          const Entries& entries, MakeNewPackage newPackage) {
+    Latest& latest = latest_[{component.identity(), field}];
     if (latest.round != round) {
-      if (latest.rows == nullptr || !isEqual(*latest.rows, entries, newRow)) {
-        latest.rows = &add(entries, newRow);
+      if (latest.rows == nullptr || !isEqual(*latest.rows, entries, newPackage)) {
+        latest.rows = &addPackages(entries, newPackage);
       }
       latest.round = round;
     }
-    list.setRows(*latest.rows);
+    return *latest.rows;
+  }
+
+  /// Makes rows of components, whose packages are for their lists with the number `field`. `newRow`
+  /// makes a row from each of `entries`.
+  ///
+  /// \throws std::bad_alloc
+  template <class Entries, class MakeRow>
+  const RowList& addComponents(std::uint8_t field, const Entries& entries, MakeRow newRow) {
+    RowList& rows = allocate(entries.size(), sizeof(ComponentRow));
+    rows.field = field;
+    std::size_t index = 0;
+    for (const auto& entry : entries) {
+      new (placeOf<ComponentRow>(rows, index++)) ComponentRow(newRow(entry));
+    }
+    return rows;
   }
 
  private:
@@ -87,39 +114,46 @@ class RowStore {
     std::uint64_t round = 0;
   };
 
-  static bool isEqual(const Row& row, const NewRow& other) noexcept;
+  static bool isEqual(const PackageRow& row, const NewPackage& other) noexcept;
 
-  template <class Entries, class MakeNewRow>
-  static bool isEqual(const RowList& rows, const Entries& entries, MakeNewRow newRow) {
+  template <class Entries, class MakeNewPackage>
+  static bool isEqual(const RowList& rows, const Entries& entries, MakeNewPackage newPackage) {
     if (rows.size != entries.size()) {
       return false;
     }
-    const Row* row = rows.begin();
+    std::size_t index = 0;
     for (const auto& entry : entries) {
-      if (!isEqual(*row++, newRow(entry))) {
+      if (!isEqual(rows.at<PackageRow>(index++), newPackage(entry))) {
         return false;
       }
     }
     return true;
   }
 
-  template <class Entries, class MakeNewRow>
-  const RowList& add(const Entries& entries, MakeNewRow newRow) {
-    RowList& rows = allocate(entries.size());
+  template <class Entries, class MakeNewPackage>
+  const RowList& addPackages(const Entries& entries, MakeNewPackage newPackage) {
+    RowList& rows = allocate(entries.size(), sizeof(PackageRow));
+    rows.number = packageLists_;
     std::size_t index = 0;
     for (const auto& entry : entries) {
-      set(rows, index++, newRow(entry));
+      setPackage(rows, index++, newPackage(entry));
     }
-    ++lists_;
+    ++packageLists_;
     return rows;
   }
 
-  RowList& allocate(std::size_t size);
-  void set(RowList& rows, std::size_t index, const NewRow& row);
+  template <class Row>
+  static void* placeOf(RowList& rows, std::size_t index) noexcept {
+    static_assert(sizeof(RowList) % alignof(Row) == 0, "rows begin right after the head");
+    return reinterpret_cast<char*>(&rows + 1) + index * sizeof(Row);
+  }
+
+  RowList& allocate(std::size_t size, std::size_t rowBytes);
+  void setPackage(RowList& rows, std::size_t index, const NewPackage& package);
 
   StringPool& names_;
   std::uint64_t lastRound_ = 0;
-  std::size_t lists_ = 0;
+  std::size_t packageLists_ = 0;
   std::unordered_map<Key, Latest, KeyHash> latest_;
   BlockMemory memory_;
 };

@@ -11,6 +11,7 @@
 #include "foundation/core/except.h"
 #include "install/datamodels/product_update/ComponentDeltaData.h"
 #include "install/datamodels/product_update/PkgDeltaData.h"
+#include "install/datamodels/product_update/ProductDeltaData.h"
 #include "mf/zero/elements/Messages.h"
 #include "mf/zero/elements/Placeholders.h"
 #include "support/ModelDump.h"
@@ -21,6 +22,7 @@ namespace {
 using foundation::core::except::Exception;
 using install::datamodels::product_update::ComponentDeltaData;
 using install::datamodels::product_update::PkgDeltaData;
+using install::datamodels::product_update::ProductDeltaData;
 using test_support::dump;
 using Pkgs = OwnedCollection<PkgDeltaData>;
 
@@ -44,21 +46,23 @@ class RowsOfAComponent : public ::testing::Test {
     return component;
   }
 
-  void fill(Pkgs& list, const ComponentDeltaData& owner, const std::vector<Pkg>& pkgs) const {
-    fillInRound(store().beginRound(), list, owner, pkgs);
+  const RowList& packages(Name component, const std::vector<Pkg>& pkgs,
+                          std::uint8_t field = ComponentDeltaData::Impl::kPkgsToDelete) const {
+    return packagesInRound(store().beginRound(), component, pkgs, field);
   }
 
-  void fillInRound(std::uint64_t round, Pkgs& list, const ComponentDeltaData& owner,
-                   const std::vector<Pkg>& pkgs) const {
-    store().fill(list, owner->name(), round, pkgs, [](const Pkg& pkg) {
-      return RowStore::NewRow{pkg.name, pkg.size, pkg.uncompressedBytes};
+  const RowList& packagesInRound(
+      std::uint64_t round, Name component, const std::vector<Pkg>& pkgs,
+      std::uint8_t field = ComponentDeltaData::Impl::kPkgsToDelete) const {
+    return store().packages(component, field, round, pkgs, [](const Pkg& pkg) {
+      return RowStore::NewPackage{pkg.name, pkg.size, pkg.uncompressedBytes};
     });
   }
 
   ComponentDeltaData makeFilled(const std::vector<Pkg>& pkgs,
                                 const std::u16string& name = u"core") const {
     ComponentDeltaData component = makeComponent(name);
-    fill(component->getPkgsToDeleteMutable(), component, pkgs);
+    RowStore::refer(component->getPkgsToDeleteMutable(), packages(component->name(), pkgs));
     return component;
   }
 
@@ -132,20 +136,17 @@ TEST_F(RowsOfAComponent, AreNotSharedWithAnotherNameOrField) {
   const ComponentDeltaData component = makeFilled(kTwoPkgs);
   EXPECT_NE(rowsOf(makeFilled(kTwoPkgs, u"docs")), rowsOf(component));
   EXPECT_NE(rowsOf(makeFilled(kTwoPkgs, u"")), rowsOf(component));
-  fill(component->getPkgsToExtractMutable(), component, kTwoPkgs);
-  EXPECT_NE(RowStore::rowsOf(component->getPkgsToExtract()), rowsOf(component));
+  EXPECT_NE(&packages(component->name(), kTwoPkgs, ComponentDeltaData::Impl::kPkgsToExtract),
+            rowsOf(component));
 }
 
 TEST_F(RowsOfAComponent, AreComparedOncePerRound) {
   const std::uint64_t round = store().beginRound();
-  const ComponentDeltaData first = makeComponent();
-  const ComponentDeltaData second = makeComponent();
-  fillInRound(round, first->getPkgsToDeleteMutable(), first, kTwoPkgs);
-  // The second component keeps the first one's rows although its packages differ, which a round
-  // rules out: nothing was compared.
-  fillInRound(round, second->getPkgsToDeleteMutable(), second, {{u"z", 9, 9}});
-  EXPECT_EQ(rowsOf(second), rowsOf(first));
-  EXPECT_NE(rowsOf(makeFilled({{u"z", 9, 9}})), rowsOf(first)) << "the next round compares";
+  const Name name = store().nameOf(u"core");
+  const RowList& rows = packagesInRound(round, name, kTwoPkgs);
+  // The same rows although the packages differ, which a round rules out: nothing was compared.
+  EXPECT_EQ(&packagesInRound(round, name, {{u"z", 9, 9}}), &rows);
+  EXPECT_NE(&packages(name, {{u"z", 9, 9}}), &rows) << "the next round compares";
 }
 
 TEST_F(RowsOfAComponent, AreInOrderExactlyIfEachNameIsGreaterThanTheOneBefore) {
@@ -250,6 +251,79 @@ TEST_F(RowsOfAComponent, BecomeElementsWhereverTheyLie) {
     ASSERT_EQ(component->getPkgsToDelete()[i]->getName(), pkgs[i].name);
     ASSERT_EQ(component->getPkgsToDelete()[i]->getContainer(), component);
   }
+}
+
+class RowsOfAProduct : public RowsOfAComponent {
+ protected:
+  struct Component {
+    std::u16string name;
+    const RowList* packages;
+  };
+
+  ProductDeltaData makeProduct(std::uint8_t field, const std::vector<Component>& components) const {
+    ProductDeltaData product = ProductDeltaData::create(model, Uuid());
+    product->setName(u"p");
+    RowStore::refer(field == ComponentDeltaData::Impl::kPkgsToDelete
+                        ? product->getCompsToDeleteMutable()
+                        : product->getCompsToExtractMutable(),
+                    store().addComponents(field, components, [&](const Component& component) {
+                      return ComponentRow{store().nameOf(component.name), component.packages};
+                    }));
+    return product;
+  }
+
+  const RowList& twoPkgs() const { return packages(store().nameOf(u"core"), kTwoPkgs); }
+};
+
+TEST_F(RowsOfAProduct, BecomeElementsWithTheRowsOfTheirPackages) {
+  const RowList& pkgs = twoPkgs();
+  const ProductDeltaData product =
+      makeProduct(ComponentDeltaData::Impl::kPkgsToDelete,
+                  {{u"core", &pkgs}, {u"", nullptr}, {u"core", &pkgs}});
+  ASSERT_NE(RowStore::rowsOf(product->getCompsToDelete()), nullptr);
+  EXPECT_EQ(product->getCompsToDelete().size(), 3u);
+  const ComponentDeltaData last = product->getCompsToDelete()[2];
+  EXPECT_EQ(RowStore::rowsOf(product->getCompsToDelete()), nullptr);
+  EXPECT_EQ(product->getCompsToDelete()[2], last) << "two reads return the same element";
+  EXPECT_NE(product->getCompsToDelete()[0], last);
+  EXPECT_EQ(last->getContainer(), product);
+  EXPECT_EQ(last->getContainerProperty()->name, std::u16string_view(u"compsToDelete"));
+  EXPECT_EQ(rowsOf(last), &pkgs);
+  EXPECT_TRUE(last->getPkgsToExtract().empty());
+  EXPECT_EQ(product->getCompsToDelete()[1]->getName(), u"");
+  EXPECT_TRUE(product->getCompsToDelete()[1]->getPkgsToDelete().empty());
+  EXPECT_EQ(dump(last), kTwoPkgsToDelete);
+}
+
+TEST_F(RowsOfAProduct, BelongToTheSideTheyWereMadeFor) {
+  const ProductDeltaData product =
+      makeProduct(ComponentDeltaData::Impl::kPkgsToExtract, {{u"core", &twoPkgs()}});
+  const ComponentDeltaData component = product->getCompsToExtract()[0];
+  EXPECT_TRUE(component->getPkgsToDelete().empty());
+  EXPECT_EQ(component->getPkgsToExtract().size(), 2u);
+  EXPECT_EQ(component->getPkgsToExtract()[1]->getUncompressedBytes(), 20);
+}
+
+TEST_F(RowsOfAProduct, BecomeElementsBeforeOneIsAppended) {
+  const ProductDeltaData product =
+      makeProduct(ComponentDeltaData::Impl::kPkgsToDelete, {{u"core", &twoPkgs()}});
+  const ComponentDeltaData added = makeComponent(u"added");
+  product->getCompsToDeleteMutable().append(added);
+  ASSERT_EQ(product->getCompsToDelete().size(), 2u);
+  EXPECT_EQ(product->getCompsToDelete()[0]->getName(), u"core");
+  EXPECT_EQ(product->getCompsToDelete()[1], added);
+}
+
+TEST_F(RowsOfAProduct, KeepTheModelForTheirElementsAndNotForThemselves) {
+  PkgDeltaData last;
+  {
+    const ProductDeltaData product =
+        makeProduct(ComponentDeltaData::Impl::kPkgsToDelete, {{u"core", &twoPkgs()}});
+    last = product->getCompsToDelete()[0]->getPkgsToDelete()[1];
+  }
+  model = Model();
+  EXPECT_EQ(last->getName(), u"b");
+  EXPECT_FALSE(last->getContainer());
 }
 
 }  // namespace
