@@ -1,9 +1,8 @@
-"""Compares the places that lint tells with those that a reader of its own finds.
+"""Compares the places that lint reports with those that an independent reader finds.
 
 positions_test.py COMMAND SOURCES
 
-The reader knows plain JSON and nothing of the command: it notes where each key and value stands, by
-JSON Pointer.
+The reader knows only plain JSON. It records where each key and value is, by JSON Pointer.
 """
 
 import json
@@ -26,7 +25,7 @@ class NotJson(Exception):
 
 
 class Places:
-    """Where the keys and values of a text stand: ranges of bytes by JSON Pointer."""
+    """The keys and values of a text: ranges of bytes by JSON Pointer."""
 
     def __init__(self, text):
         self.text = text
@@ -49,7 +48,7 @@ class Places:
         match = STRING.match(self.text, at)
         if not match:
             raise NotJson
-        # Bytes that are not UTF-8 come out as the command writes them, halves of characters, too.
+        # Bytes that are not UTF-8, and unpaired surrogates, become U+FFFD, as in the command.
         decoded = json.loads(match.group().decode("utf-8", "replace"), strict=False)
         return decoded.encode("utf-16", "surrogatepass").decode("utf-16", "replace"), match.end()
 
@@ -94,12 +93,6 @@ def read(path):
         return file.read()
 
 
-def findings_of(path):
-    run = subprocess.run([COMMAND, "lint", "--format", "json", path], stdout=subprocess.PIPE,
-                         check=False)
-    return json.loads(run.stdout.decode("utf-8"))["files"][0]["findings"]
-
-
 def documents():
     for name in sorted(os.listdir(CASES)):
         for document in ("document.json", "silent.json"):
@@ -108,7 +101,20 @@ def documents():
                 yield path
 
 
+def findings_of_documents():
+    """The findings of each document, which one run of the command reports."""
+    paths = list(documents())
+    run = subprocess.run([COMMAND, "lint", "--format", "json", *paths], stdout=subprocess.PIPE,
+                         check=False)
+    files = json.loads(run.stdout.decode("utf-8"))["files"]
+    return [(path, file["findings"]) for path, file in zip(paths, files)]
+
+
 class Positions(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.findings = findings_of_documents()
+
     def check_line_and_column(self, text, place):
         before = text[:place["offset"]]
         self.assertLessEqual(place["offset"], len(text))
@@ -117,9 +123,9 @@ class Positions(unittest.TestCase):
 
     def test_lines_and_columns_are_those_of_the_offsets(self):
         places = 0
-        for path in documents():
+        for path, findings in self.findings:
             with self.subTest(path):
-                for finding in findings_of(path):
+                for finding in findings:
                     for place in [finding] + finding["related"]:
                         self.check_line_and_column(read(path), place)
                         places += 1
@@ -127,14 +133,14 @@ class Positions(unittest.TestCase):
 
     def test_each_finding_is_about_bytes_of_the_value_or_key_that_its_pointer_names(self):
         compared = 0
-        for path in documents():
+        for path, findings in self.findings:
             try:
                 ranges = Places(read(path)).ranges
             except NotJson:
                 continue
             with self.subTest(path):
-                for finding in findings_of(path):
-                    # A rule about the whole text, or about the product data, names no value.
+                for finding in findings:
+                    # A rule about the whole text or the product data refers to no value.
                     if finding["rule"] in ("text-around-value", "typed-payload", "product-data",
                                            "type-name-not-a-string"):
                         continue
