@@ -49,7 +49,7 @@ const std::string kTwoBlanks =
     "  \"componentsWithFilesDeleted\": null\n"
     "}";
 
-/// A folder with documents in the default form, in another one, and with faults.
+/// A folder with a document in the default form, one in another form, and a malformed one.
 class Fmt : public ::testing::Test {
  protected:
   Fmt() {
@@ -80,7 +80,7 @@ class Fmt : public ::testing::Test {
 
 const std::string kBadComplaint =
     "Error while parsing bad.json\n"
-    "update-metadata: 'bad.json' is left as it is; correct its text at line 1, column 2: Expected "
+    "update-metadata: 'bad.json' was not changed; correct the text at line 1, column 2: Expected "
     "a value or a string; 'update-metadata lint bad.json' shows more\n";
 
 // --- files ----------------------------------------------------------------------------------
@@ -124,7 +124,7 @@ const Form kForms[] = {
 INSTANTIATE_TEST_SUITE_P(Options, Forms, ::testing::ValuesIn(kForms),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(Fmt, DoesNotWriteAFileThatHasItsFormAlready) {
+TEST_F(Fmt, DoesNotWriteAFileThatIsAlreadyFormatted) {
   struct stat before {};
   ASSERT_EQ(::stat(folder_.nativePath("good.json").c_str(), &before), 0);
   EXPECT_EQ(run({"good.json"}), (ToolRun{kDone, "", ""}));
@@ -133,7 +133,7 @@ TEST_F(Fmt, DoesNotWriteAFileThatHasItsFormAlready) {
   EXPECT_EQ(after.st_ino, before.st_ino);
 }
 
-TEST_F(Fmt, GoesOnAfterAFileThatIsRefused) {
+TEST_F(Fmt, ContinuesAfterAFileThatIsRejected) {
   EXPECT_EQ(run({"none.json", "bad.json", "other.json"}),
             (ToolRun{kTrouble, "",
                      "Update MetaData Json file does not exist \n"
@@ -153,7 +153,7 @@ TEST_F(Fmt, KeepsLinksAndModes) {
   EXPECT_EQ(fs::status(folder_.nativePath("other.json")).permissions(), fs::perms{0640});
 }
 
-TEST_F(Fmt, ShowsControlCharactersInNamesByTheirCode) {
+TEST_F(Fmt, ShowsControlCharactersInNamesByTheirCodes) {
   EXPECT_EQ(run({"a\033[31m.json"}),
             (ToolRun{kTrouble, "",
                      "Update MetaData Json file does not exist \n"
@@ -162,8 +162,8 @@ TEST_F(Fmt, ShowsControlCharactersInNamesByTheirCode) {
   EXPECT_EQ(run({"a\033.json"}),
             (ToolRun{kTrouble, "",
                      "Error while parsing a<U+001B>.json\n"
-                     "update-metadata: 'a<U+001B>.json' is left as it is; a document is an object, "
-                     "and this text is none; 'update-metadata lint a<U+001B>.json' shows more\n"}));
+                     "update-metadata: 'a<U+001B>.json' was not changed; a document must be an "
+                     "object; 'update-metadata lint a<U+001B>.json' shows more\n"}));
 }
 
 // --- --check --------------------------------------------------------------------------------
@@ -189,18 +189,18 @@ TEST_F(Fmt, ChecksStandardInput) {
 
 // --- standard input and output --------------------------------------------------------------
 
-TEST_F(Fmt, FiltersNothingThatTheLibraryWouldRefuse) {
+TEST_F(Fmt, PrintsNothingThatTheLibraryWouldReject) {
   around_.inFile = folder_.nativePath("bad.json");
   EXPECT_EQ(
       run({"-"}),
       (ToolRun{
           kTrouble, "",
           "Error while parsing -\n"
-          "update-metadata: '-' is left as it is; correct its text at line "
+          "update-metadata: '-' was not changed; correct the text at line "
           "1, column 2: Expected a value or a string; 'update-metadata lint -' shows more\n"}));
 }
 
-TEST_F(Fmt, TellsWhenStandardOutputCannotBeWritten) {
+TEST_F(Fmt, ReportsStandardOutputThatCannotBeWritten) {
   around_.inFile = folder_.nativePath("other.json");
   around_.outFile = "/dev/full";
   EXPECT_EQ(run({"-"}),
@@ -212,10 +212,10 @@ TEST_F(Fmt, TellsWhenStandardOutputCannotBeWritten) {
 // --- files that cannot be replaced ----------------------------------------------------------
 
 constexpr const char* kCheckRights =
-    "is left as it is; check that it may be written, that files may be made in its folder, and "
-    "that there is room\n";
+    "was not changed; check that it is writable, that files can be created in its folder, and "
+    "that there is space\n";
 
-TEST_F(Fmt, LeavesTheFileWholeWhenThereIsNoRoomForANewOne) {
+TEST_F(Fmt, KeepsTheFileWhenThereIsNoSpaceForANewOne) {
   const std::string large = R"({"note":")" + std::string(5000, 'x') + R"(",)" + kCompact.substr(1);
   folder_.writeFile("other.json", large);
   around_.fileSize = 4096;
@@ -227,7 +227,7 @@ TEST_F(Fmt, LeavesTheFileWholeWhenThereIsNoRoomForANewOne) {
   EXPECT_EQ(names(), (std::set<std::string>{"bad.json", "good.json", "other.json"}));
 }
 
-// What a user may do who is no administrator: all may enter the folder, and all may write the file.
+// A user who is not an administrator. Everyone may enter the folder and write the file.
 class FmtOfAUser : public Fmt {
  protected:
   FmtOfAUser() {
@@ -241,7 +241,7 @@ class FmtOfAUser : public Fmt {
   }
 };
 
-TEST_F(FmtOfAUser, IsToldThatNoFileCanBeMadeInTheFolder) {
+TEST_F(FmtOfAUser, LearnsThatNoFileCanBeCreatedInTheFolder) {
   setMode("", 0555);
   EXPECT_EQ(run({"other.json"}),
             (ToolRun{kTrouble, "",
@@ -251,7 +251,7 @@ TEST_F(FmtOfAUser, IsToldThatNoFileCanBeMadeInTheFolder) {
   EXPECT_EQ(contentOf("other.json"), "\xEF\xBB\xBF" + kCompact + "\r\n");
 }
 
-TEST_F(FmtOfAUser, IsToldThatTheFileIsProtected) {
+TEST_F(FmtOfAUser, LearnsThatTheFileIsProtected) {
   setMode("", 0777);
   setMode("other.json", 0444);
   EXPECT_EQ(run({"other.json"}),
@@ -261,9 +261,9 @@ TEST_F(FmtOfAUser, IsToldThatTheFileIsProtected) {
   EXPECT_EQ(contentOf("other.json"), "\xEF\xBB\xBF" + kCompact + "\r\n");
 }
 
-TEST_F(FmtOfAUser, GivesTheRightsOfAGroupToNoOther) {
+TEST_F(FmtOfAUser, DoesNotGiveTheRightsOfAGroupToAnother) {
   if (::geteuid() != 0) {
-    GTEST_SKIP() << "needs a file of somebody else's, which an administrator makes";
+    GTEST_SKIP() << "needs a file of another user, which only an administrator can create";
   }
   setMode("", 0777);
   setMode("other.json", 06666);
@@ -272,12 +272,12 @@ TEST_F(FmtOfAUser, GivesTheRightsOfAGroupToNoOther) {
   EXPECT_EQ(fs::status(folder_.nativePath("other.json")).permissions(), fs::perms{0606});
 }
 
-TEST_F(Fmt, DoesNotReadWhatItCouldNotPutBack) {
+TEST_F(Fmt, DoesNotReadAPipe) {
   folder_.makeFifo("pipe");
   EXPECT_EQ(run({"pipe"}),
             (ToolRun{kTrouble, "",
-                     "update-metadata: 'pipe' is left as it is; it is no regular file: give what "
-                     "it holds to 'fmt -'\n"}));
+                     "update-metadata: 'pipe' was not changed: it is not a regular file; pipe "
+                     "its content to 'fmt -'\n"}));
 }
 
 // --- usage ----------------------------------------------------------------------------------

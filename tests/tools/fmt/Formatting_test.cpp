@@ -31,13 +31,13 @@ std::string formatted(const std::string& text, const Layout& layout = {}) {
   return format(u"update.json", text, layout);
 }
 
-// What the text and the advice of the refusal are; empty if there is none.
-std::string refusalOf(const std::string& text) {
+// The text and the advice of the rejection; empty if there is none.
+std::string rejectionOf(const std::string& text) {
   try {
     formatted(text);
     return "";
-  } catch (const RefusedText& refused) {
-    return std::string(refused.what()) + "; " + refused.advice();
+  } catch (const RejectedText& rejected) {
+    return std::string(rejected.what()) + "; " + rejected.advice();
   }
 }
 
@@ -74,7 +74,7 @@ void expectTheSameIsRead(const std::string& text) {
   }
 }
 
-TEST(Formatting, LeavesWhatIsReadFromEveryGoldenDocumentThatLoads) {
+TEST(Formatting, KeepsWhatIsReadFromEveryGoldenDocumentThatLoads) {
   std::size_t documents = 0;
   for (const auto& entry :
        std::filesystem::directory_iterator(UMP_SOURCE_DIR "/tests/golden/cases")) {
@@ -83,13 +83,13 @@ TEST(Formatting, LeavesWhatIsReadFromEveryGoldenDocumentThatLoads) {
       expectTheSameIsRead(text);
       ++documents;
     } else {
-      EXPECT_NE(refusalOf(text), "") << entry.path();
+      EXPECT_NE(rejectionOf(text), "") << entry.path();
     }
   }
   EXPECT_GT(documents, 20U);
 }
 
-TEST(Formatting, LeavesWhatIsReadFromDocumentsOfEveryForm) {
+TEST(Formatting, KeepsWhatIsReadFromDocumentsOfEveryForm) {
   expectTheSameIsRead(test_support::richDocument());
   RandomDocument documents(7);
   const int documentCount = test_support::kFullEffort ? 3000 : 300;
@@ -124,7 +124,7 @@ std::ostream& operator<<(std::ostream& out, const SurroundedText& row) {
 
 class SurroundedTexts : public ::testing::TestWithParam<SurroundedText> {};
 
-TEST_P(SurroundedTexts, AreBared) {
+TEST_P(SurroundedTexts, AreStripped) {
   EXPECT_NE(loadOutcomeOf(GetParam().text).failure, "nothing");
   EXPECT_EQ(formatted(GetParam().text, {true, 0}), kDocument);
 }
@@ -139,62 +139,62 @@ const SurroundedText kSurroundedTexts[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, SurroundedTexts, ::testing::ValuesIn(kSurroundedTexts),
                          [](const auto& row) { return row.param.name; });
 
-// --- what is refused ------------------------------------------------------------------------
+// --- what is rejected ------------------------------------------------------------------------
 
-struct Refusal {
+struct Rejection {
   const char* name;
   std::string text;
-  const char* refusal;
+  const char* rejection;
 };
 
-std::ostream& operator<<(std::ostream& out, const Refusal& row) {
+std::ostream& operator<<(std::ostream& out, const Rejection& row) {
   return out << row.name;
 }
 
-class Refusals : public ::testing::TestWithParam<Refusal> {};
+class Rejections : public ::testing::TestWithParam<Rejection> {};
 
-TEST_P(Refusals, TellTheLibrarysTextAndWhatToDo) {
-  EXPECT_EQ(refusalOf(GetParam().text), GetParam().refusal);
+TEST_P(Rejections, SayTheLibrarysTextAndWhatToDo) {
+  EXPECT_EQ(rejectionOf(GetParam().text), GetParam().rejection);
 }
 
-const Refusal kRefusals[] = {
+const Rejection kRejections[] = {
     {"Nothing", "",
-     "Error while parsing update.json; correct its text at line 1, column 1: Unexpected end of "
+     "Error while parsing update.json; correct the text at line 1, column 1: Unexpected end of "
      "text; "
      "'update-metadata lint update.json' shows more"},
     {"WhiteSpaceAlone", "\n\n ",
-     "Error while parsing update.json; correct its text at line 3, column 2: Unexpected end of "
+     "Error while parsing update.json; correct the text at line 3, column 2: Unexpected end of "
      "text; "
      "'update-metadata lint update.json' shows more"},
     {"MalformedText", "{\"metadata\": {}\n  \"components\": {}}",
-     "Error while parsing update.json; correct its text at line 2, column 3: Expected ',' or '}' "
+     "Error while parsing update.json; correct the text at line 2, column 3: Expected ',' or '}' "
      "after an object member; "
      "'update-metadata lint update.json' shows more"},
     {"PlaceInTheWholeFile", "\xEF\xBB\xBF\n\n {\"metadata\" 5}",
-     "Error while parsing update.json; correct its text at line 3, column 14: Expected ':' after a "
+     "Error while parsing update.json; correct the text at line 3, column 14: Expected ':' after a "
      "member key; "
      "'update-metadata lint update.json' shows more"},
-    {"PlaceBehindAByteOrderMark", "\xEF\xBB\xBF{x}",
-     "Error while parsing update.json; correct its text at line 1, column 5: Expected a value or a "
+    {"PlaceAfterAByteOrderMark", "\xEF\xBB\xBF{x}",
+     "Error while parsing update.json; correct the text at line 1, column 5: Expected a value or a "
      "string; "
      "'update-metadata lint update.json' shows more"},
     {"SecondValue", kDocument + "\n" + kDocument,
-     "Error while parsing update.json; a document is one value, and something follows "
-     "it at line 2, column 1; "
+     "Error while parsing update.json; a document is one value; remove the text "
+     "after it at line 2, column 1; "
      "'update-metadata lint update.json' shows more"},
     {"SecondByteOrderMark", "\xEF\xBB\xBF\xEF\xBB\xBF" + kDocument,
-     "Error while parsing update.json; correct its text at line 1, column 4: Expected a value or a "
+     "Error while parsing update.json; correct the text at line 1, column 4: Expected a value or a "
      "string; "
      "'update-metadata lint update.json' shows more"},
-    {"TypeThatIsNoString", "{\"a\":\n{\"qztype\": 5}}",
-     "Error while parsing update.json; correct its text at line 2, column 12: Expected a string; "
+    {"TypeThatIsNotAString", "{\"a\":\n{\"qztype\": 5}}",
+     "Error while parsing update.json; correct the text at line 2, column 12: Expected a string; "
      "'update-metadata lint update.json' shows more"},
     {"Payload", R"({"qztype":"int8","qzdata":[1.5]})",
-     "Error while parsing update.json; correct its text at line 1, column 29: Expected an integer "
+     "Error while parsing update.json; correct the text at line 1, column 29: Expected an integer "
      "without fraction or exponent; "
      "'update-metadata lint update.json' shows more"},
-    {"NoObject", " [] ",
-     "Error while parsing update.json; a document is an object, and this text is none; "
+    {"NotAnObject", " [] ",
+     "Error while parsing update.json; a document must be an object; "
      "'update-metadata lint update.json' shows more"},
     {"MissingSection", R"({"metadata":{"arch":"","base":null,"target":null}})",
      "map::at; add the section \"components\" at the top of the document; "
@@ -206,7 +206,7 @@ const Refusal kRefusals[] = {
      "invalid conversion: null to string; correct the document: some value, maybe a missing one, "
      "has the first kind and must have the second; 'update-metadata lint update.json' shows where"},
 };
-INSTANTIATE_TEST_SUITE_P(Texts, Refusals, ::testing::ValuesIn(kRefusals),
+INSTANTIATE_TEST_SUITE_P(Texts, Rejections, ::testing::ValuesIn(kRejections),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

@@ -35,7 +35,7 @@ std::ostream& operator<<(std::ostream& out, const LaidOutText& row) {
 
 class Layouts : public ::testing::TestWithParam<LaidOutText> {};
 
-TEST_P(Layouts, ChangeWhiteSpaceAlone) {
+TEST_P(Layouts, ChangeOnlyWhiteSpace) {
   EXPECT_EQ(laidOut(GetParam().text, GetParam().layout), GetParam().expected);
 }
 
@@ -95,7 +95,7 @@ const LaidOutText kLaidOutTexts[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, Layouts, ::testing::ValuesIn(kLaidOutTexts),
                          [](const auto& row) { return row.param.name; });
 
-TEST(LayoutOfAnyText, DependsOnKeysAndValuesAlone) {
+TEST(LayoutOfAnyText, DependsOnlyOnKeysAndValues) {
   test_support::RandomJsonText texts(20);
   std::size_t laidOutTexts = 0;
   for (int count = 0; count < 20000; ++count) {
@@ -131,7 +131,7 @@ TEST(LayoutOfADeepText, NeedsNoStackAndGrowsByABoundedFactor) {
   });
 }
 
-TEST(LayoutOfALongText, IsMadeInProportionToIt) {
+TEST(LayoutOfALongText, GrowsInProportionToIt) {
   std::string compact = "[0";
   for (int count = 1; count < 5000000; ++count) {
     compact += ",0";

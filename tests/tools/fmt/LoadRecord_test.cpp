@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(Changes, ChangesThatAreRead, ::testing::ValuesIn(kChang
 
 class ChangesThatAreNotRead : public ::testing::TestWithParam<Change> {};
 
-TEST_P(ChangesThatAreNotRead, LeaveTheRecordAsItWas) {
+TEST_P(ChangesThatAreNotRead, DoNotChangeTheRecord) {
   ASSERT_NE(apply(GetParam()), kDocument);
   EXPECT_EQ(recordOf(apply(GetParam())), recordOf(kDocument));
 }
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(Changes, ChangesThatAreNotRead,
                          ::testing::ValuesIn(kChangesThatAreNotRead),
                          [](const auto& row) { return row.param.name; });
 
-TEST(LoadRecord, LetsTheLibrarysExceptionsPass) {
+TEST(LoadRecord, PassesTheLibrarysExceptionsThrough) {
   EXPECT_THAT([] { recordOf(kDocument + '\n'); },
               ThrowsMessage<std::runtime_error>(StrEq("Error while parsing update.json")));
   EXPECT_THAT([] { recordOf("{}"); }, ThrowsMessage<std::out_of_range>(StrEq("map::at")));

@@ -11,20 +11,20 @@
 
 namespace update_metadata_tool::fmt {
 
-/// Makes documents that the library loads; the same ones for the same seed.
+/// Generates documents that the library loads; the same seed gives the same documents.
 class RandomDocument {
  public:
   explicit RandomDocument(std::uint64_t seed) : random_(seed), values_(seed) {}
 
-  /// The next document: members in any order, names with odd bytes and escapes, numbers of many
-  /// forms, repeated keys, unlisted members with any value, white space of every kind inside.
+  /// The next document: members in any order, names with unusual bytes and escapes, numbers of many
+  /// forms, repeated keys, unlisted members with any value, white space of every kind.
   std::string next();
 
-  /// White space of every kind, maybe none.
+  /// White space of every kind, possibly none.
   std::string space();
 
  private:
-  /// Key and value, as they are written.
+  /// A key and a value as JSON.
   struct Member {
     std::string key;
     std::string value;
@@ -50,13 +50,13 @@ class RandomDocument {
   std::string packageWithFiles();
   std::string componentWithFiles();
 
-  /// Few names.
+  /// A few names.
   std::string array();
 
-  /// The members in any order, maybe an unlisted one, maybe one a second time with any value.
+  /// The members in any order, possibly with an unlisted one and a repeated one with any value.
   std::string object(std::vector<Member> members);
 
-  /// An object of few members with such values, each with a name.
+  /// An object with a few members, each with a name and such a value.
   std::string named(std::string (RandomDocument::*makeValue)());
 
   std::string written(const std::vector<Member>& members);

@@ -121,11 +121,7 @@ const UnreadableUse kUnreadableUses[] = {
     {"Plan", {"plan", "-", "--product-data", "."}, 2, "", "loaded"},
     {"Diff", {"diff", "empty.json", "-"}, 2, "", "loaded"},
     {"Report", {"report", "-", "-o", "page.html"}, 2, "", "loaded"},
-    {"Lint",
-     {"lint", "-"},
-     2,
-     "1 file: 0 load, 1 could not be read; 0 errors, 0 warnings, 0 infos\n",
-     "loaded"},
+    {"Lint", {"lint", "-"}, 2, "0 files checked, 1 could not be read\n", "loaded"},
     {"Fmt", {"fmt", "-"}, 2, "", "read"},
 };
 INSTANTIATE_TEST_SUITE_P(Commands, UnreadableStandardInput, ::testing::ValuesIn(kUnreadableUses),

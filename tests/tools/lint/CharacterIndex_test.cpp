@@ -17,11 +17,11 @@ TEST(CharacterIndex, CountsCharactersOfEveryLengthOnce) {
   }
 }
 
-TEST(CharacterIndex, CountsNoneInAnEmptyText) {
+TEST(CharacterIndex, CountsZeroInAnEmptyText) {
   EXPECT_EQ(CharacterIndex("").countBefore(0), 0U);
 }
 
-// Longer than what is counted in one go, with characters across every border.
+// Longer than one block, with characters across every boundary.
 TEST(CharacterIndex, CountsThroughALongText) {
   std::string text;
   for (int count = 0; count != 5000; ++count) {

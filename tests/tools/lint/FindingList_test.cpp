@@ -32,7 +32,7 @@ std::size_t textBytesOf(const std::vector<Finding>& findings) {
   return bytes;
 }
 
-// An array of numbers in an object, at whose only key every pointer begins.
+// An array of numbers in an object, whose only key is at the beginning of every pointer.
 std::string textWithKey(std::size_t bytes, std::size_t numbers) {
   std::string text = "{\"" + std::string(bytes, 'k') + "\":[1";
   for (; numbers > 1; --numbers) {
@@ -43,7 +43,7 @@ std::string textWithKey(std::size_t bytes, std::size_t numbers) {
 
 constexpr std::size_t kFirstNumber = 3;
 
-TEST(FindingList, CountsFindingsForWhoseLongPointersThereIsNoMemoryLeft) {
+TEST(FindingList, CountsFindingsWhoseLongPointersExceedTheMemory) {
   constexpr std::size_t kCount = 60'000;
   const std::string text = textWithKey(4'000, kCount);
   const source::SourceTree tree(text);
@@ -62,7 +62,7 @@ TEST(FindingList, KeepsAQuarterOfTheMemoryForErrors) {
   const std::string text = textWithKey(4'000, 2 * kCount);
   const source::SourceTree tree(text);
   FindingList list;
-  // Behind everything else, where nothing would be left.
+  // After everything else, when the rest of the memory is used up.
   for (std::size_t number = 0; number != 2 * kCount; ++number) {
     list.add(Rule::kNegativeSize, tree, kFirstNumber + number, {"message", "advice"});
   }
@@ -78,7 +78,7 @@ TEST(FindingList, KeepsAQuarterOfTheMemoryForErrors) {
   EXPECT_LE(textBytesOf(findings), FindingList::kMostBytes);
 }
 
-TEST(FindingList, CountsFindingsForWhoseTextsThereIsNoMemoryLeft) {
+TEST(FindingList, CountsFindingsWhoseTextsExceedTheMemory) {
   const std::string text = "[1]";
   const source::SourceTree tree(text);
   FindingList list;

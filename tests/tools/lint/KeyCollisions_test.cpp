@@ -42,7 +42,7 @@ Groups collisionsIn(const std::string& text) {
   return found;
 }
 
-// Makes every key.
+// Composes every key.
 Groups plainCollisionsIn(const std::string& text) {
   const SourceTree tree(text);
   const SourceDocument document(tree);
@@ -79,7 +79,7 @@ std::string randomObject(std::mt19937& random, std::size_t most, Value value) {
   return '{' + members + '}';
 }
 
-TEST(KeyCollisions, AreThoseOfAllKeysWrittenOut) {
+TEST(KeyCollisions, AreThoseOfAllComposedKeys) {
   std::mt19937 random(1);
   std::size_t collisions = 0;
   for (int round = 0; round != 2000; ++round) {
@@ -93,7 +93,7 @@ TEST(KeyCollisions, AreThoseOfAllKeysWrittenOut) {
   EXPECT_GT(collisions, 1000U);
 }
 
-TEST(KeyCollisions, AreFoundInComponentsWhoseNamesAreReadAlike) {
+TEST(KeyCollisions, AreFoundInComponentsWhoseNamesAreReadAsEqual) {
   EXPECT_EQ(collisionsIn("{\"\xFE\":{\"b_c\":1},\"\xFF\":{\"b_d\":1},"
                          "\"\xFF_b\":{\"c\":1},\"\xFE_b\":{\"d\":1}}"),
             (Groups{{3, 11}, {7, 15}}));

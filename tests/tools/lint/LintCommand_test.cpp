@@ -27,7 +27,7 @@ constexpr int kDone = static_cast<int>(command::ExitCode::kDone);
 constexpr int kFailed = static_cast<int>(command::ExitCode::kFailed);
 constexpr int kTrouble = static_cast<int>(command::ExitCode::kTrouble);
 
-// Ends right after its brace, names everything that it describes, and has nothing odd.
+// Ends with its brace, uses everything that it describes, and has no problem.
 const std::string kGoodDocument =
     R"({"metadata":{"arch":"x","base":)"
     R"({"zelvan_version":"","date":"","version":"1","prerelease":false,"release":"F",)"
@@ -37,7 +37,7 @@ const std::string kGoodDocument =
     R"("components":{"c":{"delete":{},"extract":{"e":{"size":1,"uncompressedBytes":1}}}},)"
     R"("products":{"p":{"delete":[],"extract":["c"]}},"componentsWithFilesDeleted":{}})";
 
-/// A folder with a good document, a bad one and things that cannot be read.
+/// A folder with a good document, a bad one and a folder, which cannot be read.
 class Lint : public ::testing::Test {
  protected:
   Lint() {
@@ -56,34 +56,34 @@ class Lint : public ::testing::Test {
   ToolSurroundings around_;
 };
 
-TEST_F(Lint, EndsWith0WhenThereIsNothingToSay) {
+TEST_F(Lint, ExitsWith0WhenThereIsNoProblem) {
   EXPECT_EQ(lint({"good.json"}), (ToolRun{kDone,
                                           "good.json: the library loads this document\n"
-                                          "1 file: 1 loads; 0 errors, 0 warnings, 0 infos\n",
+                                          "1 file checked: no problems found\n",
                                           ""}));
 }
 
-TEST_F(Lint, EndsWith1AndTellsTheLibrarysTextWhenADocumentDoesNotLoad) {
+TEST_F(Lint, ExitsWith1AndPrintsTheLibrarysTextWhenADocumentDoesNotLoad) {
   const ToolRun run = lint({"good.json", "bad.json"});
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_EQ(run.err, "");
-  EXPECT_THAT(run.out, HasSubstr("\nbad.json: the library refuses this document with "
+  EXPECT_THAT(run.out, HasSubstr("\nbad.json: the library rejects this document with "
                                  "std::runtime_error: \"Error while parsing bad.json\"\n"));
-  EXPECT_THAT(run.out, HasSubstr("\n2 files: 1 loads, 1 does not load; 1 error, 0 warnings, "));
+  EXPECT_THAT(run.out, HasSubstr("\n2 files checked: 1 cannot be loaded; 1 error\n"));
 }
 
-TEST_F(Lint, EndsWith2AndLintsTheOtherFilesWhenOneCannotBeRead) {
+TEST_F(Lint, ExitsWith2AndChecksTheOtherFilesWhenOneCannotBeRead) {
   const ToolRun run = lint({"gone.json", "good.json", "folder"});
   EXPECT_EQ(run, (ToolRun{kTrouble,
                           "good.json: the library loads this document\n"
-                          "3 files: 1 loads, 2 could not be read; 0 errors, 0 warnings, 0 infos\n",
+                          "1 file checked, 2 could not be read: no problems found\n",
                           "Update MetaData Json file does not exist \n"
                           "update-metadata: 'gone.json' could not be loaded; check the path\n" +
                               lint({"folder"}).err}));
   EXPECT_THAT(run.err, HasSubstr("\nupdate-metadata: 'folder' could not be loaded; "));
 }
 
-TEST_F(Lint, TellsOfUnreadableFilesInEveryFormat) {
+TEST_F(Lint, ReportsUnreadableFilesInEveryFormat) {
   const ToolRun json = lint({"gone.json", "--format", "json"});
   EXPECT_EQ(json.exitCode, kTrouble);
   EXPECT_THAT(json.out, HasSubstr(R"({"file":"gone.json","loads":false,"exception":)"
@@ -98,7 +98,7 @@ TEST_F(Lint, ReadsStandardInputAsADash) {
   around_.inFile = folder_.nativePath("good.json");
   EXPECT_EQ(lint({"-"}), (ToolRun{kDone,
                                   "-: the library loads this document\n"
-                                  "1 file: 1 loads; 0 errors, 0 warnings, 0 infos\n",
+                                  "1 file checked: no problems found\n",
                                   ""}));
 }
 
@@ -109,27 +109,27 @@ TEST_F(Lint, ReportsStandardInputThatCannotBeRead) {
   EXPECT_THAT(run.err, HasSubstr("\nupdate-metadata: '-' could not be loaded; "));
 }
 
-TEST_F(Lint, TakesTheSeveritiesThatItIsTold) {
+TEST_F(Lint, UsesTheSeveritiesThatAreSet) {
   EXPECT_THAT(lint({"--list-rules"}).out,
               HasSubstr("\nnull-section                  info     A section is null\n"));
   EXPECT_THAT(lint({"--list-rules", "--severity", "null-section=error"}).out,
               HasSubstr("\nnull-section                  error    A section is null\n"));
 }
 
-TEST_F(Lint, DoesNotTakeTheFileForASecondSeverity) {
+TEST_F(Lint, DoesNotReadTheFileAsASecondSeverity) {
   EXPECT_EQ(lint({"--severity", "null-section=off", "--severity", "empty-name=off", "good.json"}),
             lint({"good.json"}));
 }
 
 // --- the terminal ---------------------------------------------------------------------------
 
-TEST_F(Lint, UsesColoursOnATerminal) {
+TEST_F(Lint, UsesColorsOnATerminal) {
   around_.isOnTerminal = true;
   around_.environment = {"TERM=xterm", "NO_COLOR="};
   EXPECT_THAT(lint({"bad.json"}).out, HasSubstr("\x1B[1;31merror:\x1B[m "));
 }
 
-TEST_F(Lint, UsesNoColoursWhereTheyAreNotWanted) {
+TEST_F(Lint, UsesNoColorsWhereTheyAreNotWanted) {
   EXPECT_THAT(lint({"bad.json"}).out, Not(HasSubstr("\x1B")));
   around_.isOnTerminal = true;
   around_.environment = {"TERM=xterm", "NO_COLOR=1"};
@@ -172,27 +172,24 @@ TEST_F(Lint, PointsBelowThePlaceOnANarrowTerminal) {
             "    [malformed-text]\n"
             "  ...nents\": yes, \"metadata...\n"
             "             ^~~\n"
-            "  help: write true; what\n"
-            "    follows has not been\n"
-            "    checked\n"
+            "  help: write true; the rest\n"
+            "    was not checked\n"
             "\n"
             "one-line.json: the library\n"
-            "    refuses this document with\n"
+            "    rejects this document with\n"
             "    std::runtime_error: \"Error\n"
             "    while parsing\n"
             "    one-line.json\"\n"
-            "  the text reader's own\n"
-            "    message, which the library\n"
-            "    leaves out:\n"
+            "  message of the library's\n"
+            "    text reader:\n"
             "    JSON ParserException\n"
             "    (E0008): Expected a value\n"
             "    or a string (Line 1,\n"
             "    Column 66)\n"
             "    ...ents\": yes, \"metadat...\n"
             "              ^\n"
-            "1 file: 0 load, 1 does not\n"
-            "    load; 1 error, 0 warnings,\n"
-            "    0 infos\n");
+            "1 file checked: 1 cannot be\n"
+            "    loaded; 1 error\n");
 }
 
 // --- rules ----------------------------------------------------------------------------------
@@ -211,7 +208,7 @@ TEST_F(Lint, ExplainsEveryRule) {
     EXPECT_EQ(lint({"--explain", description.id}),
               (ToolRun{kDone,
                        std::string(description.id) + " (" + nameOf(description.severity) +
-                           "): " + description.summary + "\n\n" + description.explanation + '\n',
+                           "): " + description.summary + "\n\n" + explain(description.rule) + '\n',
                        ""}));
   }
 }
@@ -230,7 +227,7 @@ std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
 
 class WrongUsageOfLint : public Lint, public ::testing::WithParamInterface<WrongUsage> {};
 
-TEST_P(WrongUsageOfLint, IsRefusedBeforeAnythingIsDone) {
+TEST_P(WrongUsageOfLint, IsRejectedBeforeAnythingIsDone) {
   const ToolRun run = lint(GetParam().arguments);
   EXPECT_EQ(run.exitCode, kTrouble);
   EXPECT_EQ(run.out, "");
@@ -245,14 +242,20 @@ const WrongUsage kWrongUsages[] = {
     {"NameThatIsNotUtf8", {"\xFF"}, "FILE: the argument is not UTF-8"},
     {"UnknownFormat", {"--format", "xml", "good.json"}, "--format: "},
     {"UnknownOption", {"--quiet", "good.json"}, "The following argument was not expected: --quiet"},
-    {"UnknownRuleToExplain", {"--explain", "x"}, "--explain: 'x' is no rule; --list-rules lists"},
+    {"UnknownRuleToExplain",
+     {"--explain", "x"},
+     "--explain: 'x' is not a rule; --list-rules lists"},
     {"RuleToExplainAndFile", {"--explain", "null-value", "good.json"}, "FILE excludes --explain"},
     {"RulesToListAndFile", {"--list-rules", "good.json"}, "FILE excludes --list-rules"},
     {"RulesToListAndToExplain",
      {"--list-rules", "--explain", "null-value"},
      "--explain excludes --list-rules"},
-    {"SeverityOfNoRule", {"--severity", "x=off", "good.json"}, "--severity: 'x' is no rule; "},
-    {"NoSeverity", {"--severity", "null-value=x", "good.json"}, "--severity: 'x' is no severity; "},
+    {"SeverityOfAnUnknownRule",
+     {"--severity", "x=off", "good.json"},
+     "--severity: 'x' is not a rule; "},
+    {"UnknownSeverity",
+     {"--severity", "null-value=x", "good.json"},
+     "--severity: 'x' is not a severity; "},
 };
 INSTANTIATE_TEST_SUITE_P(Usages, WrongUsageOfLint, ::testing::ValuesIn(kWrongUsages),
                          [](const auto& row) { return row.param.name; });

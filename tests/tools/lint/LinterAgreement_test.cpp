@@ -1,4 +1,5 @@
-// The linter and the library agree on every document: an error is found exactly if it is refused.
+// The linter and the library agree on every document: lint finds an error exactly if the library
+// rejects it.
 #include "lint/Linter.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ std::string describeFindings(const FileReport& report) {
   return lines;
 }
 
-// What the plain reader of the tests makes of a text, with the loader's own checks.
+// The failure of a text according to the naive reader of the tests.
 std::string naiveFailureOf(const std::string& text) {
   return test_support::naiveLoadOutcomeOf(text).failure;
 }
@@ -43,14 +44,14 @@ std::string predictedFailureOf(const FileReport& report) {
   return report.exception ? report.exception->type + ": " + report.exception->text : "nothing";
 }
 
-// Lints a text and holds what was found against what the library does.
+// Compares the findings of a text with what the library does.
 ::testing::AssertionResult agrees(const std::string& text) {
   const FileReport report = lintDocument("document.json", text, {});
   const auto isError = [](const Finding& finding) { return finding.severity == Severity::kError; };
   const bool hasErrors = std::any_of(report.findings.begin(), report.findings.end(), isError);
-  const auto isRefused = [](const Finding& finding) { return finding.rule == Rule::kRefused; };
+  const auto isUnexplained = [](const Finding& finding) { return finding.rule == Rule::kRefused; };
   if (hasErrors == report.loads || report.loads == report.exception.has_value() ||
-      std::any_of(report.findings.begin(), report.findings.end(), isRefused)) {
+      std::any_of(report.findings.begin(), report.findings.end(), isUnexplained)) {
     return ::testing::AssertionFailure()
            << (report.loads ? "loads" : report.exception->text) << '\n'
            << describeFindings(report) << text;
@@ -90,9 +91,9 @@ TEST(LinterAgreesWithTheLibrary, OnEveryDeletionOfAByte) {
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnBytesPutInPlaceOfOthers) {
+TEST(LinterAgreesWithTheLibrary, OnBytesReplacedByOthers) {
   constexpr std::string_view kBytes("\0\n /\"'\\{}[]:,-+.09aeuntf\x7F\xC3\xA9\xFF", 29);
-  // A prime, so that every kind of place is among those that are not left out.
+  // A prime, so every kind of place is tried.
   constexpr std::size_t kStep = test_support::kFullEffort ? 1 : 7;
   const std::string document = test_support::richDocument();
   for (std::size_t offset = 0; offset < document.size(); offset += kStep) {
@@ -120,7 +121,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryValueReplaced) {
   }
 }
 
-// Takes a member or an element out, with a comma beside it.
+// Removes a member or an element, with a comma beside it.
 std::string without(const std::string& document, std::size_t begin, std::size_t end) {
   if (const std::size_t comma = document.find_first_not_of(" \n\r\t", end);
       document[comma] == ',') {
@@ -131,7 +132,7 @@ std::string without(const std::string& document, std::size_t begin, std::size_t 
   return std::string(document).erase(from, end - from);
 }
 
-TEST(LinterAgreesWithTheLibrary, OnEveryMemberLeftOutRepeatedOrRenamed) {
+TEST(LinterAgreesWithTheLibrary, OnEveryMemberRemovedRepeatedOrRenamed) {
   for (const std::string& document : validDocuments()) {
     const source::SourceTree tree(document);
     for (std::size_t index = 0; index < tree.nodes().size(); ++index) {
@@ -162,7 +163,7 @@ TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
   std::mt19937_64 random(7);
   for (int round = 0; round < kRounds; ++round) {
     std::string text = document;
-    // From the back, so that places before a change stay.
+    // From the end, so places before a change stay the same.
     std::vector<std::size_t> nodes(1 + random() % 3);
     for (std::size_t& node : nodes) {
       node = random() % tree.nodes().size();

@@ -60,7 +60,7 @@ const Mark kMarks[] = {
 INSTANTIATE_TEST_SUITE_P(Places, MarkedPlace, ::testing::ValuesIn(kMarks),
                          [](const auto& row) { return row.param.name; });
 
-// The bytes 0 to 9 over and over, so that one sees which part of a line is shown.
+// The digits 0 to 9 repeatedly, which show what part of a line is printed.
 std::string digits(std::size_t first, std::size_t count) {
   std::string text;
   for (std::size_t place = first; place != first + count; ++place) {
@@ -83,7 +83,7 @@ std::ostream& operator<<(std::ostream& out, const LongLine& row) {
 
 class PlaceInALongLine : public ::testing::TestWithParam<LongLine> {};
 
-TEST_P(PlaceInALongLine, IsShownWithWhatIsNear) {
+TEST_P(PlaceInALongLine, IsShownWithItsSurroundings) {
   const MarkedLine marked = markLine(digits(0, 1000), GetParam().offset, GetParam().length);
   EXPECT_EQ(marked.line, GetParam().shown);
   EXPECT_EQ(marked.marks, GetParam().marks);
@@ -101,7 +101,7 @@ const LongLine kLongLines[] = {
 INSTANTIATE_TEST_SUITE_P(Places, PlaceInALongLine, ::testing::ValuesIn(kLongLines),
                          [](const auto& row) { return row.param.name; });
 
-TEST(LongLine, IsCutToTheColumnsThatThereAre) {
+TEST(LongLine, IsCutToTheWidth) {
   for (const std::size_t offset : {0U, 10U, 500U, 999U, 1000U}) {
     const MarkedLine marked = markLine(digits(0, 1000), offset, 40, 30);
     EXPECT_LE(marked.line.size(), 30U) << offset;
@@ -112,7 +112,7 @@ TEST(LongLine, IsCutToTheColumnsThatThereAre) {
   EXPECT_EQ(marked.marks, std::string(12, ' ') + "^");
 }
 
-TEST(LongLine, IsNotCutWhereOnlyBlanksAreLeftOut) {
+TEST(LongLine, IsNotCutIfOnlyBlanksAreLeftOut) {
   const MarkedLine marked = markLine("\t\t\t\t" + digits(0, 70), 64, 1);
   EXPECT_EQ(marked.line, digits(0, 70));
   EXPECT_EQ(marked.marks, std::string(60, ' ') + "^");
@@ -134,7 +134,7 @@ TEST(LongLine, IsNotCutInsideACharacter) {
   }
 }
 
-TEST(LongLine, OfBytesThatContinueNoCharacterIsCutAnywhere) {
+TEST(LongLine, OfStrayContinuationBytesIsCutAnywhere) {
   const MarkedLine marked = markLine(std::string(1000, '\x80'), 500, 1);
   std::string part;
   for (int count = 0; count != 18; ++count) {

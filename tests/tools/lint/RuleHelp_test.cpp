@@ -20,7 +20,7 @@ TEST(RulePage, ExplainsEveryRuleUnderItsId) {
     const std::string severity = nameOf(description.severity);
     EXPECT_THAT(page.str(),
                 HasSubstr(std::string("\n## ") + description.id + "\n\n" + severity + ": " +
-                          description.summary + ".\n\n" + description.explanation + '\n'));
+                          description.summary + ".\n\n" + explain(description.rule) + '\n'));
   }
 }
 

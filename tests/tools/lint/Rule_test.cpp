@@ -49,7 +49,7 @@ TEST(EachRule, HasASummaryOfOneLineThatIsASentenceWithoutItsFullStop) {
 
 TEST(EachRule, IsExplainedInLinesThatFitATerminalAndSaysWhatToDo) {
   for (const RuleDescription& description : allRules()) {
-    const std::string explanation = description.explanation;
+    const std::string explanation = explain(description.rule);
     EXPECT_NE(explanation.find("\nWhat to do: "), std::string::npos) << description.id;
     EXPECT_EQ(explanation.back(), '.') << description.id;
     std::istringstream lines(explanation);

@@ -17,32 +17,37 @@ inline const std::string kRepeatedKeyText =
     "  }\n"
     "}";
 
-/// A document that loads, with a warning that speaks of two places and an info about no byte.
+/// A document that loads, with a warning that refers to two places, an info about no byte, and more
+/// findings that are omitted.
 inline update_metadata_tool::lint::FileReport repeatedKey() {
   using update_metadata_tool::lint::Rule;
   using update_metadata_tool::lint::Severity;
-  const std::size_t lost = kRepeatedKeyText.rfind("\"\xC3\xBC\"");
-  const std::size_t kept = kRepeatedKeyText.find("\"\xC3\xBC\"");
-  return {"a folder/update.json",
-          kRepeatedKeyText,
-          true,
-          std::nullopt,
-          "",
-          {{Rule::kNullSection, Severity::kInfo, 0, 0, "", "", "a section is null", "look", {}},
-           {Rule::kRepeatedKey,
-            Severity::kWarning,
-            lost,
-            4,
-            "/extract/\xC3\xBC",
-            "package '\xC3\xBC'",
-            "the name '\xC3\xBC' stands twice",
-            "remove one of the two",
-            {{kept, "the value that is kept stands here"}}}},
-          {}};
+  const std::size_t ignored = kRepeatedKeyText.rfind("\"\xC3\xBC\"");
+  const std::size_t used = kRepeatedKeyText.find("\"\xC3\xBC\"");
+  update_metadata_tool::lint::FileReport report{
+      "a folder/update.json",
+      kRepeatedKeyText,
+      true,
+      std::nullopt,
+      "",
+      {{Rule::kNullSection, Severity::kInfo, 0, 0, "", "", "a section is null", "look", {}},
+       {Rule::kRepeatedKey,
+        Severity::kWarning,
+        ignored,
+        4,
+        "/extract/\xC3\xBC",
+        "package '\xC3\xBC'",
+        "duplicate key '\xC3\xBC'",
+        "remove one of the two",
+        {{used, "the value that is used"}}}},
+      {}};
+  report.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 3;
+  report.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 1;
+  return report;
 }
 
-/// A document that does not load, with what no terminal and no JSON may get: control characters and
-/// bytes that are not UTF-8.
+/// A document that does not load, with control characters and bytes that are not UTF-8, which
+/// neither a terminal nor JSON may receive.
 inline update_metadata_tool::lint::FileReport malformedText() {
   using update_metadata_tool::lint::Rule;
   using update_metadata_tool::lint::Severity;
@@ -72,7 +77,7 @@ inline update_metadata_tool::lint::UnreadableFile unreadable() {
   return {"gone.json", {"std::runtime_error", "Update MetaData Json file does not exist "}};
 }
 
-/// Gives a writer all of these and ends the report.
+/// Writes all of these with a writer and ends the report.
 inline void writeAllSamples(update_metadata_tool::lint::ReportWriter& writer) {
   update_metadata_tool::lint::LintTotals totals;
   for (const auto& file : {repeatedKey(), malformedText()}) {

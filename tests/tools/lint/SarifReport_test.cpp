@@ -22,7 +22,7 @@ Json reportOnAllSamples() {
   return Json::parse(out.str());
 }
 
-TEST(SarifReport, TellsEveryFindingThenTheFilesThenWhatCouldNotBeRead) {
+TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
   Json log = reportOnAllSamples();
   log["runs"][0].erase("tool");
   EXPECT_EQ(log.dump(2), Json::parse(R"({
@@ -43,7 +43,7 @@ TEST(SarifReport, TellsEveryFindingThenTheFilesThenWhatCouldNotBeRead) {
         "ruleId": "repeated-key",
         "ruleIndex": 12,
         "level": "warning",
-        "message": {"text": "The name '\u00fc' stands twice. Remove one of the two."},
+        "message": {"text": "Duplicate key '\u00fc'. Remove one of the two."},
         "locations": [{
           "physicalLocation": {
             "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
@@ -53,7 +53,7 @@ TEST(SarifReport, TellsEveryFindingThenTheFilesThenWhatCouldNotBeRead) {
             {"name": "package '\u00fc'", "fullyQualifiedName": "/extract/\u00fc"}]}],
         "relatedLocations": [{
           "id": 0,
-          "message": {"text": "The value that is kept stands here."},
+          "message": {"text": "The value that is used."},
           "physicalLocation": {
             "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
             "region": {"startLine": 3, "startColumn": 5, "endLine": 3, "endColumn": 6,
@@ -72,7 +72,7 @@ TEST(SarifReport, TellsEveryFindingThenTheFilesThenWhatCouldNotBeRead) {
       }],
       "artifacts": [
         {"location": {"uri": "a%20folder/update.json"}, "properties":
-          {"loads": true, "exception": null, "omitted": {}}},
+          {"loads": true, "exception": null, "omitted": {"null-section": 1, "empty-name": 3}}},
         {"location": {"uri": "file:///srv/b%1B.json"}, "properties": {"loads": false,
           "exception": {"type": "std::runtime_error",
                         "text": "Error while parsing /srv/b\u001b.json"}, "omitted": {}}},
@@ -100,15 +100,15 @@ TEST(SarifReport, DescribesTheCommandAndEveryRule) {
     const Json& rule = driver["rules"][static_cast<std::size_t>(description.rule)];
     EXPECT_EQ(rule["id"], description.id);
     EXPECT_EQ(rule["shortDescription"]["text"], std::string(description.summary) + '.');
-    EXPECT_EQ(rule["fullDescription"]["text"], description.explanation);
-    EXPECT_EQ(rule["help"]["text"], description.explanation);
+    EXPECT_EQ(rule["fullDescription"]["text"], explain(description.rule));
+    EXPECT_EQ(rule["help"]["text"], explain(description.rule));
     const std::string level =
         description.severity == Severity::kInfo ? "note" : nameOf(description.severity);
     EXPECT_EQ(rule["defaultConfiguration"]["level"], level);
   }
 }
 
-TEST(SarifReport, MakesNoLinkAndNoPlaceholderOfANameInAMessage) {
+TEST(SarifReport, MakesNeitherALinkNorAPlaceholderOfANameInAMessage) {
   FileReport file = test_support::clean();
   file.text = "[]";
   file.findings.push_back({Rule::kUnlistedMember,
@@ -117,8 +117,8 @@ TEST(SarifReport, MakesNoLinkAndNoPlaceholderOfANameInAMessage) {
                            1,
                            "/[a](1)",
                            "item [a](1)",
-                           "'[a](1)' \\[b](2) {0}",
-                           "take it out",
+                           "unknown '[a](1)' \\[b](2) {0}?",
+                           "remove it",
                            {{1, "]{"}}});
   std::ostringstream out;
   SarifReport report(out);
@@ -127,7 +127,7 @@ TEST(SarifReport, MakesNoLinkAndNoPlaceholderOfANameInAMessage) {
   report.finish({});
   const Json run = Json::parse(out.str())["runs"][0];
   const Json& result = run["results"][0];
-  EXPECT_EQ(result["message"]["text"], "'\\[a\\](1)' \\\\\\[b\\](2) {{0}}. Take it out.");
+  EXPECT_EQ(result["message"]["text"], "Unknown '\\[a\\](1)' \\\\\\[b\\](2) {{0}}? Remove it.");
   EXPECT_EQ(result["relatedLocations"][0]["message"]["text"], "\\]{{.");
   EXPECT_EQ(run["invocations"][0]["toolExecutionNotifications"][0]["message"]["text"],
             "\\[c\\](3)");

@@ -17,7 +17,7 @@ Finding findingOf(Rule rule) {
   return {rule, describe(rule).severity, 0, 1, "", "", "", "", {}};
 }
 
-// What is left of a finding of each of four rules, as "id severity".
+// The findings that remain of one finding of each of four rules, as "id severity".
 std::vector<std::string> settle(const SeveritySettings& settings) {
   FileReport report = {"", "", true, std::nullopt, "", {}, {}};
   for (const Rule rule :
@@ -34,12 +34,12 @@ std::vector<std::string> settle(const SeveritySettings& settings) {
 
 using Left = std::vector<std::string>;
 
-TEST(SeveritySettings, LeaveEveryRuleItsOwnSeverityAtFirst) {
+TEST(SeveritySettings, KeepTheDefaultSeverityOfEveryRuleAtFirst) {
   EXPECT_EQ(settle({}), (Left{"null-value error", "repeated-key warning", "null-section info",
                               "empty-name warning"}));
 }
 
-TEST(SeveritySettings, ChangeTheChosenRulesAlone) {
+TEST(SeveritySettings, ChangeOnlyTheChosenRules) {
   SeveritySettings settings;
   EXPECT_EQ(settings.add("null-value=info"), "");
   EXPECT_EQ(settings.add("null-section=error"), "");
@@ -73,7 +73,7 @@ TEST(SeveritySettings, CountOmittedFindingsByTheirRules) {
   EXPECT_EQ(totals.infos, 20U);
 }
 
-TEST(SeveritySettings, TakeTheLastChoiceForARule) {
+TEST(SeveritySettings, UseTheLastSettingOfARule) {
   SeveritySettings settings;
   EXPECT_EQ(settings.add("repeated-key=off"), "");
   EXPECT_EQ(settings.add("repeated-key=error"), "");
@@ -92,19 +92,19 @@ std::ostream& operator<<(std::ostream& out, const WrongChoice& row) {
 
 class WrongChoices : public ::testing::TestWithParam<WrongChoice> {};
 
-TEST_P(WrongChoices, AreRefusedWithTheReason) {
+TEST_P(WrongChoices, AreRejectedWithTheReason) {
   EXPECT_EQ(SeveritySettings().add(GetParam().choice), GetParam().complaint);
 }
 
 const WrongChoice kWrongChoices[] = {
     {"Empty", "", "'(empty)' is not of the form RULE=SEVERITY"},
     {"RuleAlone", "null-value", "'null-value' is not of the form RULE=SEVERITY"},
-    {"UnknownRule", "null=off", "'null' is no rule; --list-rules lists them"},
-    {"NoRule", "=off", "'(empty)' is no rule; --list-rules lists them"},
+    {"UnknownRule", "null=off", "'null' is not a rule; --list-rules lists them"},
+    {"EmptyRule", "=off", "'(empty)' is not a rule; --list-rules lists them"},
     {"UnknownSeverity", "null-value=fatal",
-     "'fatal' is no severity; it is one of off, info, warning and error"},
+     "'fatal' is not a severity; use off, info, warning or error"},
     {"TwoSigns", "null-value=off=off",
-     "'off=off' is no severity; it is one of off, info, warning and error"},
+     "'off=off' is not a severity; use off, info, warning or error"},
 };
 INSTANTIATE_TEST_SUITE_P(Choices, WrongChoices, ::testing::ValuesIn(kWrongChoices),
                          [](const auto& row) { return row.param.name; });

@@ -12,46 +12,49 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-TEST(TextReport, TellsEveryFindingThenWhatTheLibraryDoesThenTheTotals) {
+TEST(TextReport, ShowsEveryFindingThenWhatTheLibraryDoesThenTheTotals) {
   std::ostringstream out;
   TextReport report(out, false);
   test_support::writeAllSamples(report);
-  EXPECT_EQ(out.str(),
-            "a folder/update.json:1:1: info: a section is null [null-section]\n"
-            "  {\n"
-            "  ^\n"
-            "  help: look\n"
-            "\n"
-            "a folder/update.json:4:5: warning: the name '\xC3\xBC' stands twice [repeated-key]\n"
-            "  \"\xC3\xBC\": { \"size\": 2 }\n"
-            "  ^~~\n"
-            "  in: package '\xC3\xBC'\n"
-            "  at: /extract/\xC3\xBC\n"
-            "  help: remove one of the two\n"
-            "a folder/update.json:3:5: note: the value that is kept stands here\n"
-            "  \"\xC3\xBC\": { \"size\": 1 },\n"
-            "  ^\n"
-            "\n"
-            "a folder/update.json: the library loads this document\n"
-            "/srv/b<U+001B>.json:1:8: error: expected 'true' or 'false' for '<FF><U+001B>' "
-            "[malformed-text]\n"
-            "  {\"<FF>\": tru}\n"
-            "           ^~~\n"
-            "  in: member '<FF>'\n"
-            "  at: /<FF>\n"
-            "  help: correct the text\n"
-            "\n"
-            "/srv/b<U+001B>.json: the library refuses this document with std::runtime_error: "
-            "\"Error while parsing /srv/b<U+001B>.json\"\n"
-            "  the text reader's own message, which the library leaves out:\n"
-            "    JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, Column 8)\n"
-            "      {\"<FF>\": tru}\n"
-            "            ^\n"
-            "clean.json: the library loads this document\n"
-            "4 files: 2 load, 1 does not load, 1 could not be read; 1 error, 1 warning, 1 info\n");
+  EXPECT_EQ(
+      out.str(),
+      "a folder/update.json:1:1: info: a section is null [null-section]\n"
+      "  {\n"
+      "  ^\n"
+      "  help: look\n"
+      "\n"
+      "a folder/update.json:4:5: warning: duplicate key '\xC3\xBC' [repeated-key]\n"
+      "  \"\xC3\xBC\": { \"size\": 2 }\n"
+      "  ^~~\n"
+      "  in: package '\xC3\xBC'\n"
+      "  at: /extract/\xC3\xBC\n"
+      "  help: remove one of the two\n"
+      "a folder/update.json:3:5: note: the value that is used\n"
+      "  \"\xC3\xBC\": { \"size\": 1 },\n"
+      "  ^\n"
+      "\n"
+      "a folder/update.json: 1 more finding not shown [null-section]\n"
+      "a folder/update.json: 3 more findings not shown [empty-name]\n"
+      "a folder/update.json: the library loads this document\n"
+      "/srv/b<U+001B>.json:1:8: error: expected 'true' or 'false' for '<FF><U+001B>' "
+      "[malformed-text]\n"
+      "  {\"<FF>\": tru}\n"
+      "           ^~~\n"
+      "  in: member '<FF>'\n"
+      "  at: /<FF>\n"
+      "  help: correct the text\n"
+      "\n"
+      "/srv/b<U+001B>.json: the library rejects this document with std::runtime_error: "
+      "\"Error while parsing /srv/b<U+001B>.json\"\n"
+      "  message of the library's text reader:\n"
+      "    JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, Column 8)\n"
+      "      {\"<FF>\": tru}\n"
+      "            ^\n"
+      "clean.json: the library loads this document\n"
+      "3 files checked, 1 could not be read: 1 cannot be loaded; 1 error, 4 warnings, 2 infos\n");
 }
 
-TEST(TextReport, PaintsPlacesSeveritiesAndMarksForATerminalWithColours) {
+TEST(TextReport, PaintsPlacesSeveritiesAndMarksForATerminalWithColors) {
   std::ostringstream out;
   TextReport report(out, true);
   report.write(test_support::repeatedKey());
@@ -62,22 +65,24 @@ TEST(TextReport, PaintsPlacesSeveritiesAndMarksForATerminalWithColours) {
             "  \x1B[1;32m^\x1B[m\n"
             "  help: look\n"
             "\n"
-            "\x1B[1ma folder/update.json:4:5:\x1B[m \x1B[1;35mwarning:\x1B[m the name '\xC3\xBC' "
-            "stands twice [repeated-key]\n"
+            "\x1B[1ma folder/update.json:4:5:\x1B[m \x1B[1;35mwarning:\x1B[m duplicate key "
+            "'\xC3\xBC' [repeated-key]\n"
             "  \"\xC3\xBC\": { \"size\": 2 }\n"
             "  \x1B[1;32m^~~\x1B[m\n"
             "  in: package '\xC3\xBC'\n"
             "  at: /extract/\xC3\xBC\n"
             "  help: remove one of the two\n"
-            "\x1B[1ma folder/update.json:3:5:\x1B[m \x1B[1;36mnote:\x1B[m the value that is kept "
-            "stands here\n"
+            "\x1B[1ma folder/update.json:3:5:\x1B[m \x1B[1;36mnote:\x1B[m the value that is "
+            "used\n"
             "  \"\xC3\xBC\": { \"size\": 1 },\n"
             "  \x1B[1;32m^\x1B[m\n"
             "\n"
+            "a folder/update.json: 1 more finding not shown [null-section]\n"
+            "a folder/update.json: 3 more findings not shown [empty-name]\n"
             "a folder/update.json: the library loads this document\n");
 }
 
-TEST(TextReport, ShowsNoLineWhereThereIsNothingToSee) {
+TEST(TextReport, ShowsNoLineThatIsBlank) {
   std::ostringstream out;
   FileReport empty = test_support::clean();
   empty.text = "\t\n{";
@@ -88,18 +93,6 @@ TEST(TextReport, ShowsNoLineWhereThereIsNothingToSee) {
             "clean.json:1:2: error: no text [malformed-text]\n"
             "  help: write one\n"
             "\n"
-            "clean.json: the library loads this document\n");
-}
-
-TEST(TextReport, CountsTheFindingsThatAreOmitted) {
-  FileReport file = test_support::clean();
-  file.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 3;
-  file.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 1;
-  std::ostringstream out;
-  TextReport(out, false).write(file);
-  EXPECT_EQ(out.str(),
-            "clean.json: 1 more finding not shown [null-section]\n"
-            "clean.json: 3 more findings not shown [empty-name]\n"
             "clean.json: the library loads this document\n");
 }
 
@@ -122,16 +115,19 @@ TEST_P(SummaryLine, LeavesOutWhatDidNotHappenToAFile) {
 }
 
 const Summary kSummaries[] = {
-    {"OneGood", {1, 1, 0, 0, 0, 0}, "1 file: 1 loads; 0 errors, 0 warnings, 0 infos\n"},
+    {"OneGood", {1, 1, 0, 0, 0, 0}, "1 file checked: no problems found\n"},
+    {"OneDoubtful", {1, 1, 0, 0, 1, 0}, "1 file checked: 1 warning\n"},
     {"OneBad",
      {1, 0, 0, 1, 2, 1},
-     "1 file: 0 load, 1 does not load; 1 error, 2 warnings, 1 info\n"},
-    {"OneUnread",
-     {1, 0, 1, 0, 0, 0},
-     "1 file: 0 load, 1 could not be read; 0 errors, 0 warnings, 0 infos\n"},
+     "1 file checked: 1 cannot be loaded; 1 error, 2 warnings, 1 info\n"},
+    {"OneBadWithoutFindings", {1, 0, 0, 0, 0, 0}, "1 file checked: 1 cannot be loaded\n"},
+    {"OneUnread", {1, 0, 1, 0, 0, 0}, "0 files checked, 1 could not be read\n"},
+    {"OneGoodOneUnread",
+     {2, 1, 1, 0, 0, 0},
+     "1 file checked, 1 could not be read: no problems found\n"},
     {"Many",
      {9, 4, 2, 5, 1, 7},
-     "9 files: 4 load, 3 do not load, 2 could not be read; 5 errors, 1 warning, 7 infos\n"},
+     "7 files checked, 2 could not be read: 3 cannot be loaded; 5 errors, 1 warning, 7 infos\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Summaries, SummaryLine, ::testing::ValuesIn(kSummaries),
                          [](const auto& row) { return row.param.name; });

@@ -20,7 +20,7 @@ std::ostream& operator<<(std::ostream& out, const Place& row) {
 
 class DescribedPlace : public ::testing::TestWithParam<Place> {};
 
-TEST_P(DescribedPlace, IsWhatThePointerLeadsInto) {
+TEST_P(DescribedPlace, IsWhatThePointerRefersTo) {
   EXPECT_EQ(describePlace(GetParam().pointer), GetParam().words);
 }
 

@@ -14,7 +14,7 @@ class ManualPage : public ::testing::Test {
   const ProgramOutline outline = update_metadata_tool::manual::outlineOf(sample.app());
 };
 
-TEST_F(ManualPage, OfTheProgramLeadsToThoseOfItsSubcommands) {
+TEST_F(ManualPage, OfTheProgramLinksToThoseOfItsSubcommands) {
   EXPECT_EQ(update_metadata_tool::manual::makeProgramPage(outline, "1.2.3"),
             R"(.TH SAMPLE 1 "" "update\-metadata 1.2.3" "User Commands"
 .SH NAME
@@ -22,7 +22,7 @@ sample \- shows samples
 .SH SYNOPSIS
 \fBsample\fR \fISUBCOMMAND\fR [\fIOPTIONS\fR] \fIARGUMENTS\fR
 .SH DESCRIPTION
-Each subcommand has a page of its own.
+Each subcommand has its own page.
 .TP
 \fBsample\-show\fR(1)
 Show samples.
@@ -39,7 +39,7 @@ Display program version information and exit.
 )");
 }
 
-TEST_F(ManualPage, OfASubcommandTellsItsOptionsAndRemarksAsTheyStand) {
+TEST_F(ManualPage, OfASubcommandShowsItsOptionsAndRemarks) {
   EXPECT_EQ(update_metadata_tool::manual::makeCommandPage(outline, outline.subcommands[0], "1.2.3"),
             R"(.TH SAMPLE\-SHOW 1 "" "update\-metadata 1.2.3" "User Commands"
 .SH NAME
@@ -82,7 +82,7 @@ The default is \fBlong\fR.
 )");
 }
 
-TEST_F(ManualPage, KeepsALineThatBeginsLikeACommandOfTheFormatter) {
+TEST_F(ManualPage, KeepsALineThatBeginsLikeARequestOfTheFormatter) {
   ProgramOutline dotted = outline;
   dotted.subcommands[0].remarks = {".SH Not a section\n'nor this"};
   EXPECT_NE(update_metadata_tool::manual::makeCommandPage(dotted, dotted.subcommands[0], "1")

@@ -37,7 +37,7 @@ std::string toText(const CommandOutline& command) {
   return text.str();
 }
 
-TEST(Outline, TellsWhatTheProgramKnowsOfItsSubcommandsInTheirOrder) {
+TEST(Outline, DescribesTheProgramAndItsSubcommandsInTheirOrder) {
   const test_support::SampleProgram sample;
   const auto outline = outlineOf(sample.app());
   EXPECT_EQ(toText(outline.program),

@@ -21,8 +21,7 @@ namespace {
 
 using update_metadata_tool::manual::CommandOutline;
 
-// The built program answers --help by itself; the pages are made of the same options in this
-// process.
+// The built program prints its help; the pages are generated from the same options in this process.
 class RealProgram : public ::testing::Test {
  protected:
   RealProgram() {
@@ -45,13 +44,13 @@ std::set<std::string> longOptionsIn(const std::string& text) {
   return options;
 }
 
-// What the help lists below "Options:", without the remarks behind it.
+// The list below "Options:" in a help, without the remarks after it.
 std::string listedOptions(const std::string& help) {
   const std::size_t begin = help.find("\nOptions:\n");
   return help.substr(begin, help.find("\n\n", begin + 1) - begin);
 }
 
-// A page without the marks of the formatter.
+// A page without the formatter's escapes.
 std::string plain(const std::string& page) {
   return std::regex_replace(std::regex_replace(page, std::regex(R"(\\f.)"), ""),
                             std::regex(R"(\\-)"), "-");
@@ -62,7 +61,7 @@ std::string sectionOf(const std::string& page, const std::string& heading) {
   return page.substr(begin, page.find("\n.SH ", begin) - begin);
 }
 
-TEST_F(RealProgram, HasAPageForEachSubcommandOfItsHelpWithExactlyTheOptionsOfThatHelp) {
+TEST_F(RealProgram, HasAPageForEachSubcommandWithExactlyTheOptionsOfItsHelp) {
   const std::string help = test_support::runTool({"--help"}).out;
   ASSERT_FALSE(outline_.subcommands.empty());
   for (const CommandOutline& command : outline_.subcommands) {
@@ -76,7 +75,7 @@ TEST_F(RealProgram, HasAPageForEachSubcommandOfItsHelpWithExactlyTheOptionsOfTha
   }
 }
 
-TEST_F(RealProgram, TellsExamplesAndExitStatusOnEachPage) {
+TEST_F(RealProgram, ShowsExamplesAndExitStatusOnEachPage) {
   for (const CommandOutline& command : outline_.subcommands) {
     const std::string page = update_metadata_tool::manual::makeCommandPage(outline_, command, "0");
     EXPECT_NE(page.find("\n.SH EXAMPLES\n"), std::string::npos) << command.name;

@@ -16,20 +16,20 @@ using test_support::ToolRun;
 using test_support::ToolSurroundings;
 using ::testing::HasSubstr;
 
-TEST(Schema, IsPrintedByteForByteAsItsFileStands) {
+TEST(Schema, IsPrintedExactlyAsItIsInItsFile) {
   const std::string file =
       readBytes(UMP_SOURCE_DIR "/tools/update-metadata/schema/update-metadata.schema.json");
   EXPECT_EQ(runTool({"schema"}), (ToolRun{0, file, ""}));
 }
 
-TEST(Schema, TakesNoArgument) {
+TEST(Schema, AcceptsNoArgument) {
   EXPECT_EQ(runTool({"schema", "update.json"}),
             (ToolRun{2, "",
                      "The following argument was not expected: update.json\n"
                      "Run with --help for more information.\n"}));
 }
 
-TEST(Schema, IsNotPrintedHalfInSilence) {
+TEST(Schema, ReportsThatItWasNotPrintedCompletely) {
   ToolSurroundings around;
   around.outFile = "/dev/full";
   EXPECT_EQ(runTool({"schema"}, around),
@@ -38,7 +38,7 @@ TEST(Schema, IsNotPrintedHalfInSilence) {
                      "device; what was written is not complete\n"}));
 }
 
-TEST(Schema, HasAHelpThatShowsHowADocumentNamesIt) {
+TEST(Schema, HasAHelpThatShowsHowADocumentRefersToIt) {
   const ToolRun help = runTool({"schema", "--help"});
   EXPECT_EQ(help.exitCode, 0);
   EXPECT_THAT(help.out, HasSubstr("  update-metadata schema > update-metadata.schema.json\n"));

@@ -1,9 +1,8 @@
-"""Tries the JSON Schema of the document with a public validator, beside the library.
+"""Compares the JSON Schema of the document, in a public validator, with the library.
 
 schema_test.py SCHEMA COMMAND SOURCES
 
-What the schema says about a document is compared with what `COMMAND query` does with it, so that
-neither can change without the other.
+The schema must accept a document exactly if `COMMAND query` loads it.
 """
 
 import copy
@@ -23,8 +22,8 @@ SCHEMA, COMMAND, SOURCES = sys.argv[1:4]
 CASES = os.path.join(SOURCES, "tests/golden/cases")
 SAMPLES = os.path.join(SOURCES, "examples/documents")
 
-# Cases whose text the reader of this program refuses: one is malformed, one has leading zeros,
-# which the library accepts and JSON does not.
+# Cases that Python's reader rejects: one is malformed, one has leading zeros, which the library
+# accepts and JSON does not.
 NOT_JSON = {"malformed_text", "numbers_at_the_edges"}
 
 RELEASE = {
@@ -43,13 +42,13 @@ DOCUMENT = {
     "componentsWithFilesDeleted": {"help": {"guide": {"size": 4, "files": ["a.txt"]}}},
 }
 
-# What replaces a value at some path; ABSENT removes it.
+# The values that replace the value at a path; ABSENT removes it.
 ABSENT = object()
 KINDS = [ABSENT, None, True, 1.5, "text", [], [1], ["text"], {}, {"a": {}}]
 
 
 def first_wins(members):
-    """Makes an object as the library does: of a repeated key, the first value counts."""
+    """Builds an object as the library does: the first value of a repeated key is used."""
     made = {}
     for key, value in members:
         made.setdefault(key, value)
@@ -57,7 +56,7 @@ def first_wins(members):
 
 
 def read(path):
-    # Strings may hold any byte, control characters too.
+    # Strings may contain any byte, even control characters.
     with open(path, encoding="utf-8", errors="surrogateescape") as file:
         return json.loads(file.read(), object_pairs_hook=first_wins, strict=False)
 
@@ -100,7 +99,7 @@ class SchemaTest(unittest.TestCase):
         cls.addClassCleanup(cls.folder.cleanup)
 
     def faults_of(self, document):
-        """The paths of the values that the schema refuses."""
+        """The paths of the values that the schema rejects."""
         return sorted({tuple(error.absolute_path) for error in self.validator.iter_errors(document)},
                       key=str)
 
@@ -135,13 +134,13 @@ class SchemaTest(unittest.TestCase):
                 found += undescribed(definition, (name,))
         self.assertEqual(found, [])
 
-    def test_takes_the_sample_documents(self):
+    def test_accepts_the_sample_documents(self):
         for name in sorted(os.listdir(SAMPLES)):
             with self.subTest(name):
                 self.assertEqual(self.faults_of(read(os.path.join(SAMPLES, name, "update.json"))),
                                  [])
 
-    def test_takes_the_golden_cases_that_load_and_refuses_the_others(self):
+    def test_accepts_the_golden_cases_that_load_and_rejects_the_others(self):
         names = sorted(os.listdir(CASES))
         self.assertLess(NOT_JSON, set(names))
         for name in names:
@@ -157,11 +156,11 @@ class SchemaTest(unittest.TestCase):
                 else:
                     self.assertNotEqual(self.faults_of(read(document)), [])
 
-    def test_takes_what_the_library_takes(self):
+    def test_accepts_what_the_library_accepts(self):
         rows = {
             "the document": ((), DOCUMENT),
             "a name of the schema": (("$schema",), "./update-metadata.schema.json"),
-            "a name of the schema that is no text": (("$schema",), 5),
+            "a name of the schema that is not a string": (("$schema",), 5),
             "an unlisted section": (("history",), [{"date": None}]),
             "an unlisted member of the metadata": (("metadata", "note"), 1),
             "an unlisted member of a release": (("metadata", "base", "note"), []),
@@ -193,14 +192,14 @@ class SchemaTest(unittest.TestCase):
                 self.assertEqual(self.faults_of(document), [])
                 self.assertTrue(self.loads(document))
 
-    def test_refuses_a_fault_at_its_place(self):
+    def test_rejects_a_fault_at_its_place(self):
         package = ("components", "core", "extract", "new")
         files = ("componentsWithFilesDeleted", "help", "guide")
         # Path of the change, new value, path of the fault.
         rows = {
-            "no object": ((), [], ()),
+            "not an object": ((), [], ()),
             "a missing section": (("products",), ABSENT, ()),
-            "metadata that are null": (("metadata",), None, ("metadata",)),
+            "metadata that is null": (("metadata",), None, ("metadata",)),
             "a section of the wrong kind": (("products",), [], ("products",)),
             "a missing architecture": (("metadata", "arch"), ABSENT, ("metadata",)),
             "a missing release": (("metadata", "base"), ABSENT, ("metadata",)),
@@ -209,9 +208,9 @@ class SchemaTest(unittest.TestCase):
                 ("metadata", "base", "checksum"), ABSENT, ("metadata", "base")),
             "a null member of a release": (
                 ("metadata", "base", "update"), None, ("metadata", "base", "update")),
-            "a number for a text": (
+            "a number for a string": (
                 ("metadata", "target", "version"), 7.1, ("metadata", "target", "version")),
-            "a text for a truth": (
+            "a string for a boolean": (
                 ("metadata", "target", "prerelease"), "no", ("metadata", "target", "prerelease")),
             "a component that is null": (("components", "core"), None, ("components", "core")),
             "a component without packages to delete": (
@@ -225,18 +224,18 @@ class SchemaTest(unittest.TestCase):
             "a product that is null": (("products", "Editor"), None, ("products", "Editor")),
             "component names that are null": (
                 ("products", "Editor", "delete"), None, ("products", "Editor", "delete")),
-            "a component name that is no text": (
+            "a component name that is not a string": (
                 ("products", "Editor", "extract", 0), 5, ("products", "Editor", "extract", 0)),
             "a component with files that is null": (
                 files[:2], None, files[:2]),
             "a package without the list of its files": (files + ("files",), ABSENT, files),
-            "files that are no list": (files + ("files",), "a.txt", files + ("files",)),
-            "a file that is no text": (files + ("files", 0), None, files + ("files", 0)),
-            "a type that is no text": (("history",), [{"qztype": 5}], ("history", 0, "qztype")),
+            "files that are not a list": (files + ("files",), "a.txt", files + ("files",)),
+            "a file that is not a string": (files + ("files", 0), None, files + ("files", 0)),
+            "a type that is not a string": (("history",), [{"qztype": 5}], ("history", 0, "qztype")),
             "a component called qztype": (
                 ("components", "qztype"), {"delete": {}, "extract": {}}, ("components", "qztype")),
             "a product called qztype": (("products", "qztype"), "int8", ("products", "qztype")),
-            "a typed payload that is no array": (
+            "a typed payload that is not an array": (
                 ("history",), {"qztype": "int64", "qzdata": 7}, ("history", "qzdata")),
             "a typed payload with a fraction": (
                 ("history",), {"qztype": "uint8", "qzdata": [1, 1.5]}, ("history", "qzdata", 1)),

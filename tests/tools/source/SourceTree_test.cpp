@@ -21,7 +21,7 @@ using foundation::json::Array;
 using foundation::json::Object;
 using foundation::json::Value;
 
-// One node a line, deeper ones farther to the right: its kind, its place, what is written there.
+// One line per node, indented by its depth: its kind, its place, its text.
 std::string drawn(const SourceTree& tree) {
   std::string drawing;
   std::vector<std::size_t> ends;
@@ -56,7 +56,7 @@ std::ostream& operator<<(std::ostream& out, const DrawnText& row) {
 
 class SourceNodes : public ::testing::TestWithParam<DrawnText> {};
 
-TEST_P(SourceNodes, StandWhereTheTextHasThem) {
+TEST_P(SourceNodes, AreInTheOrderAndPlacesOfTheText) {
   EXPECT_EQ(drawn(SourceTree(GetParam().text)), GetParam().drawing);
 }
 
@@ -78,7 +78,7 @@ const DrawnText kDrawnTexts[] = {
      "  object 14-24\n"
      "    key 15-18 \"b\"\n"
      "    null 19-23 null\n"},
-    {"PayloadBehindItsType", R"({"qztype":"int8","qzdata":[1 , -2]})",
+    {"PayloadAfterItsType", R"({"qztype":"int8","qzdata":[1 , -2]})",
      "object 0-35\n"
      "  key 1-9 \"qztype\"\n"
      "  string 10-16 \"int8\"\n"
@@ -97,7 +97,7 @@ const DrawnText kDrawnTexts[] = {
      "  double 34-35 0\n"},
     {"Nothing", "", ""},
     {"BlankFirst", " 1", ""},
-    {"TextBehind", "[1]\n",
+    {"TextAfter", "[1]\n",
      "array 0-3\n"
      "  double 1-2 1\n"},
     {"CutOffInAnObject", R"([{"a":1,"b":)",
@@ -110,7 +110,7 @@ const DrawnText kDrawnTexts[] = {
      "  double 1-2 1\n"
      "  array 3-6 open\n"
      "    double 4-5 2\n"},
-    {"PayloadThatIsNoneOfIntegers", R"({"qzdata":[1,2.5],"qztype":"int8"})",
+    {"PayloadNotOfIntegers", R"({"qzdata":[1,2.5],"qztype":"int8"})",
      "object 0-33 open\n"
      "  key 1-9 \"qzdata\"\n"
      "  array 10-17\n"
@@ -118,7 +118,7 @@ const DrawnText kDrawnTexts[] = {
      "    double 13-16 2.5\n"
      "  key 18-26 \"qztype\"\n"
      "  string 27-33 \"int8\"\n"},
-    {"TypeThatIsNoString", R"({"a":1,"qztype":[5]})",
+    {"TypeThatIsNotAString", R"({"a":1,"qztype":[5]})",
      "object 0-19 open\n"
      "  key 1-4 \"a\"\n"
      "  double 5-6 1\n"
@@ -151,7 +151,7 @@ TEST_P(SourceFault, SaysWhereAndWhy) {
 
 const FaultyText kFaultyTexts[] = {
     {"Empty", "", 0, "Unexpected end of text"},
-    {"Behind", "{} x", 2, "Parse incomplete"},
+    {"After", "{} x", 2, "Parse incomplete"},
     {"Colon", "{\"a\" 1}", 5, "Expected ':' after a member key"},
     {"Payload", R"({"qzdata":[1,2.5],"qztype":"int8"})", 14,
      "Expected an integer without fraction or exponent"},
@@ -162,7 +162,7 @@ const FaultyText kFaultyTexts[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, SourceFault, ::testing::ValuesIn(kFaultyTexts),
                          [](const auto& row) { return row.param.name; });
 
-// The value of a whole tree without typed payloads, as the library makes it.
+// Builds the value of a complete tree without typed payloads, as the library does.
 class Rebuilding {
  public:
   explicit Rebuilding(const SourceTree& tree) : tree_(tree) {}
@@ -212,7 +212,7 @@ TEST(SourceTree, UnderstandsEveryTextAsTheLibraryDoes) {
     const SourceTree tree(text);
     if (tree.fault()) {
       ++faulty;
-      // A NUL in the line at fault ends the text of the exception, but not ours.
+      // A NUL in the faulty line ends the text of the exception, but not this message.
       EXPECT_EQ(tree.fault()->message.c_str(), expected.message) << text;
       EXPECT_EQ(tree.fault()->isTypeNotString,
                 expected.kind == test_support::JsonOutcome::Kind::kRuntimeError)
@@ -229,7 +229,7 @@ TEST(SourceTree, UnderstandsEveryTextAsTheLibraryDoes) {
   EXPECT_GT(faulty, 1'000U);
 }
 
-TEST(SourceTree, KeepsPlacesInsideTheTextAndInOrderWhateverTheTextIs) {
+TEST(SourceTree, KeepsPlacesInsideAnyTextAndInOrder) {
   test_support::RandomJsonText texts(2);
   for (int round = 0; round < 20'000; ++round) {
     const std::string text = texts.next();
@@ -242,7 +242,7 @@ TEST(SourceTree, KeepsPlacesInsideTheTextAndInOrderWhateverTheTextIs) {
       ASSERT_LE(node.end, text.size()) << text;
       ASSERT_GT(node.next, index) << text;
       ASSERT_LE(node.next, tree.nodes().size()) << text;
-      // Nothing but a last value may be missing behind its key.
+      // Only the last key may lack its value.
       ASSERT_TRUE(node.kind != SourceKind::kKey || index + 1 < tree.nodes().size()) << text;
       begin = node.begin;
     }
@@ -260,7 +260,7 @@ TEST(SourceTree, ReadsAMillionLevels) {
   EXPECT_FALSE(cutOff.isWhole());
 }
 
-TEST(SourceTree, CutsNumbersAsTheLibraryCutsSizesAndUpdateLevels) {
+TEST(SourceTree, TruncatesNumbersAsTheLibraryTruncatesSizesAndUpdateLevels) {
   const SourceTree tree("[1.9,-1.9,1e19,2147483648]");
   EXPECT_EQ(tree.byteCount(1), 1);
   EXPECT_EQ(tree.byteCount(2), -1);

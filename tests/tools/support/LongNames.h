@@ -12,8 +12,7 @@
 
 namespace test_support {
 
-/// A name that is longer than a line: of words, or of one word, or of blanks, or of wide
-/// characters.
+/// Names that are longer than a line: many words, one word, blanks, wide characters.
 inline const std::string kLongWords =
     "The Rather Long Name of a Product That Does Everything for Everybody, in Every Language, with "
     "All the Trimmings That Anybody Has Ever Asked For";
@@ -27,10 +26,10 @@ inline const std::string kLongWideName = [] {
   return name;
 }();
 
-/// A document with such names wherever a document has names, with numbers of many digits, and with
-/// products that share packages.
+/// A document in which all names are long, with numbers of many digits and products that share
+/// packages.
 ///
-/// \param size  of some package
+/// \param size  of one package
 inline PlainDocument makeDocumentWithLongNames(std::int64_t size) {
   constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
   constexpr std::int64_t kTruncated = std::numeric_limits<std::int64_t>::min();

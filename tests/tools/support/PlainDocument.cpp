@@ -11,7 +11,7 @@ std::string quoted(const std::string& text) {
   return '"' + text + '"';
 }
 
-// A pair of brackets around what `write` writes for each item.
+// What `write` writes for each item, in a pair of brackets.
 template <class Items, class Write>
 std::string joined(char open, const Items& items, char close, Write write) {
   std::string text(1, open);
@@ -57,7 +57,7 @@ class Random {
     return std::uniform_int_distribution<std::int64_t>(-100, 1'000'000)(engine_);
   }
 
-  /// Few names, which continue each other, so that different pairs of them make one key.
+  /// A few names that are prefixes of each other, so that different pairs form the same key.
   std::string name() {
     constexpr const char* kNames[] = {"a",   "a_b", "a_b_c", "b",      "b_c", "c",
                                       "c_c", "",    "_",     "\u00FC", "x"};

@@ -8,10 +8,10 @@
 
 namespace test_support {
 
-/// A document as plain tables, from which its text is written. The library has no part in it, so
-/// that what it answers can be computed a second time. Names are UTF-8 that needs no escape.
+/// A document as plain tables, from which its text is written. It does not depend on the library,
+/// so the library's answers can be computed independently. Names are UTF-8 that needs no escape.
 ///
-/// The tables order their keys as the library reads them, byte by byte.
+/// The keys of the tables are ordered by their bytes, as the library reads them.
 struct PlainDocument {
   struct Sizes {
     std::int64_t size = 0;
@@ -41,8 +41,8 @@ struct PlainDocument {
   std::string json() const;
 };
 
-/// Makes up a document in which names repeat and keys of packages collide. The sizes are small,
-/// some of them negative.
+/// Generates a document in which names repeat and keys of packages collide. The sizes are small,
+/// and some are negative.
 PlainDocument makeRandomDocument(std::mt19937& random);
 
 }  // namespace test_support

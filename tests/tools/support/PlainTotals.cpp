@@ -5,8 +5,7 @@ namespace {
 
 using SizesByKey = PlainTotals::SizesByKey;
 
-// Adds the packages of one side of some components; those of a key that is there already are left
-// out.
+// Adds the packages of one side of some components, except those with a key that already exists.
 void addPackages(const PlainDocument& document, const std::vector<std::string>& components,
                  SizesByKey PlainDocument::Component::*side, SizesByKey& packages) {
   for (const std::string& name : components) {

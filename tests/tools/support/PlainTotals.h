@@ -11,8 +11,8 @@
 
 namespace test_support {
 
-/// Adds up what products name from the plain tables of a document, with sets and maps and nothing
-/// else: a second opinion on the totals that the command tells.
+/// Computes the totals of products from the plain tables of a document, with only sets and maps, to
+/// compare them with the totals that the command prints.
 class PlainTotals {
  public:
   struct Sums {
@@ -26,21 +26,21 @@ class PlainTotals {
 
   using SizesByKey = std::map<std::string, PlainDocument::Sizes>;
 
-  /// The document has to stay where it is.
+  /// The document must outlive this.
   explicit PlainTotals(const PlainDocument& document);
 
-  /// The packages that some products delete, or extract, by key: the first of each key in the order
-  /// of the document's products gives the sizes.
+  /// The packages that some products delete or extract, by key. The sizes are those of the first
+  /// package with the key, in the order of the document's products.
   SizesByKey toDelete(const std::vector<std::string>& products) const;
   SizesByKey toExtract(const std::vector<std::string>& products) const;
 
-  /// What some products name in all. Each package key counts once.
+  /// The totals of some products. Each package key counts once.
   Sums of(const std::vector<std::string>& products) const;
 
-  /// The names of the products that name a component: those that the library knows of.
+  /// The names of the products that list a component, which are those that the library reads.
   std::vector<std::string> products() const;
 
-  /// The number of files to delete, each path of a package once.
+  /// The number of files to delete; each path of a package counts once.
   std::size_t files() const;
 
  private:

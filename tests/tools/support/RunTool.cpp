@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kCannotRun = 127;
 
-// Between fork() and exec(): only calls that are safe there, failures end the child.
+// Between fork() and exec(): only calls that are safe there; failures end the child.
 
 void openAs(int descriptor, const char* path, int flags) {
   const int opened = ::open(path, flags | O_CLOEXEC, 0600);
@@ -57,7 +57,7 @@ void setLimit(__rlimit_resource resource, const std::optional<std::size_t>& byte
   }
 }
 
-// Becomes the user who owns nothing.
+// Becomes the user `nobody`.
 void giveUpRights() {
   constexpr unsigned kNobody = 65534;
   if (::geteuid() == 0 &&
@@ -76,7 +76,7 @@ int waitForEnd(pid_t child) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-/// A terminal that keeps what is written to it, byte by byte.
+/// A terminal that stores the bytes that are written to it.
 class Terminal {
  public:
   explicit Terminal(unsigned short columns)
@@ -102,10 +102,10 @@ class Terminal {
   Terminal(const Terminal&) = delete;
   Terminal& operator=(const Terminal&) = delete;
 
-  /// What a child writes to.
+  /// The descriptor to which the children write.
   int writer() const { return writer_; }
 
-  /// Leaves the writing to the children.
+  /// Closes the writing end, which only the children use.
   void closeWriter() {
     if (writer_ >= 0) {
       ::close(writer_);
@@ -113,7 +113,7 @@ class Terminal {
     }
   }
 
-  /// Reads until the last writer is gone, which is told as an error.
+  /// Reads until the last writer is gone, which read() reports as an error.
   std::string readToEnd() const {
     std::string text;
     char bytes[4096];
@@ -157,7 +157,7 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
   folder.writeFile("out", "");
   const std::string out = around.outFile.value_or(folder.nativePath("out"));
   const std::string err = folder.nativePath("err");
-  // Opened here, because its folder may be closed to whom runs it.
+  // Opened here, because the user who runs the command may not be allowed to enter its folder.
   const int program = ::open(UPDATE_METADATA_TOOL, O_PATH | O_CLOEXEC);
   std::vector<std::string> words = arguments;
   words.insert(words.begin(), UPDATE_METADATA_TOOL);

@@ -18,25 +18,25 @@ struct ToolRun {
 bool operator==(const ToolRun& left, const ToolRun& right);
 std::ostream& operator<<(std::ostream& out, const ToolRun& run);
 
-/// What a run finds around it.
+/// The environment of a run.
 struct ToolSurroundings {
-  std::string folder = ".";             ///< where it runs
+  std::string folder = ".";             ///< its working directory
   std::string inFile = "/dev/null";     ///< its standard input
-  bool isInClosed = false;              ///< has no standard input at all
-  std::optional<std::string> outFile;   ///< written in place of a file that is read afterwards
-  bool isOutClosedPipe = false;         ///< writes into a pipe that nobody reads
-  bool isAdministrator = true;          ///< if false, an administrator's rights are given up
+  bool isInClosed = false;              ///< has no standard input
+  std::optional<std::string> outFile;   ///< standard output instead of a temporary file
+  bool isOutClosedPipe = false;         ///< standard output is a pipe without a reader
+  bool isAdministrator = true;          ///< if false, without an administrator's rights
   std::optional<std::size_t> memory;    ///< limit of its address space in bytes
   std::optional<std::size_t> fileSize;  ///< limit of every file that it writes in bytes
 
-  /// Both outputs lead to one terminal; what the terminal gets is told as `out`.
+  /// Both outputs are one terminal; what it receives is `out` of the result.
   bool isOnTerminal = false;
-  unsigned short terminalColumns = 0;  ///< what that terminal tells of its width; 0: nothing
+  unsigned short terminalColumns = 0;  ///< its width; 0: unknown
 
   std::vector<std::string> environment;  ///< added to that of the test: NAME=VALUE
 };
 
-/// Runs update-metadata with `arguments`, waits for its end and tells how it went.
+/// Runs update-metadata with `arguments`, waits for its end and returns the result.
 ///
 /// Throws std::system_error if it cannot be run.
 ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurroundings& around = {});

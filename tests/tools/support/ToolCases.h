@@ -18,7 +18,7 @@ inline const std::string kRealisticProducts = "realistic/product-data";
 struct SampleRun {
   const char* name;
   std::vector<std::string> arguments;  ///< in the folder of the sample documents
-  const char* columns;                 ///< of the lines that it writes
+  const char* columns;                 ///< width of the lines that it writes
   const char* expected;                ///< file in tests/golden/tool
 };
 
@@ -27,8 +27,8 @@ std::ostream& operator<<(std::ostream& out, const SampleRun& row);
 /// Runs the command in the folder of the sample documents.
 ToolRun runSample(const SampleRun& sample);
 
-/// How such a run, which went like `now`, has to go: without a complaint, and with the stored
-/// output, as storedText() tells it.
+/// The expected result of such a run: no message on standard error, and the stored output, which
+/// storedText() updates from `now`.
 ToolRun storedRun(const SampleRun& sample, const ToolRun& now);
 
 /// Arguments that the command does not understand.
@@ -40,7 +40,7 @@ struct WrongUsage {
 
 std::ostream& operator<<(std::ostream& out, const WrongUsage& row);
 
-/// How a run with such arguments has to go: with the code 2 and a pointer to the help.
+/// The expected result of a run with such arguments: status 2 and a pointer to the help.
 ToolRun refusedRun(const WrongUsage& usage);
 
 }  // namespace test_support

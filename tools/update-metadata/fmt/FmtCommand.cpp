@@ -26,22 +26,22 @@ using output::toUtf16;
 constexpr int kWidestIndent = 8;
 
 constexpr const char* kExamples =
-    R"(The library reads the same from the result, which is proved before anything is
-written. Keys, values, their spelling and their order stay; white space between
-them is laid out anew; a byte-order mark and white space around the document go,
-as the library refuses a document with them. A document that the library does
-not load is left as it is.
+    R"(The library reads the same from the result; fmt verifies this before it writes anything.
+Keys and values keep their spelling and their order; only the white space between
+them changes. A byte-order mark and white space around the document are removed,
+because the library rejects them. A document that the library cannot load is not
+changed.
 
 Examples:
   update-metadata fmt update.json
   update-metadata fmt --check one.json another.json
   update-metadata fmt --compact - < update.json > small.json
 
-Exit status: 0 every document has this form now, 1 a document would change
-(--check) or the output could not be written, 2 a document was refused or could
-not be read or replaced; wrong usage.)";
+Exit status: 0 every document has the format now, 1 a document would change
+(--check) or the output could not be written, 2 a document could not be loaded,
+read or replaced, or wrong usage.)";
 
-// Tells what has become of a file, and what to do.
+// Reports what happened to a file, and what to do.
 void complain(const std::string& file, const std::string& outcome, std::ostream& err) {
   err << "update-metadata: '" << output::toVisible(toUtf16(file)) << "' " << outcome << '\n';
 }
@@ -52,14 +52,14 @@ void complain(const std::exception& failure, const std::string& file, const std:
   complain(file, outcome, err);
 }
 
-/// A document's bytes, and the file that they were read from if it is one that can be replaced.
+/// A document's bytes, and the file that they were read from if it can be replaced.
 struct Input {
   std::optional<output::OpenedFile> file;
   std::string text;
 };
 
-// Opens a file that can be replaced; nothing for any other, of which the library says what is
-// wrong.
+// Opens a file that can be replaced. Returns nothing for any other; the library then says what is
+// wrong with it.
 void openFile(const std::string& file, std::optional<output::OpenedFile>& opened) {
   try {
     opened.emplace(file);
@@ -86,13 +86,13 @@ std::optional<std::string> formatText(const std::string& file, const std::string
                                       const Layout& layout, std::ostream& err) {
   try {
     return format(toUtf16(file), text, layout);
-  } catch (const RefusedText& refused) {
-    complain(refused, file, "is left as it is; " + refused.advice(), err);
+  } catch (const RejectedText& rejected) {
+    complain(rejected, file, "was not changed; " + rejected.advice(), err);
   } catch (const std::bad_alloc& failure) {
-    complain(failure, file, "is left as it is; " + command::adviseOnLoading(failure, toUtf16(file)),
+    complain(failure, file, "was not changed; " + command::adviseOnLoading(failure, toUtf16(file)),
              err);
   } catch (const std::logic_error& failure) {
-    complain(failure, file, "is left as it is; this is a fault of the command: report it", err);
+    complain(failure, file, "was not changed; this is a bug in the command: please report it", err);
   }
   return std::nullopt;
 }
@@ -102,16 +102,16 @@ bool replace(const std::string& file, const Input& input, const std::string& tex
   try {
     if (!input.file) {
       throw std::system_error(std::make_error_code(std::errc::operation_canceled),
-                              "the file has changed while it was read");
+                              "the file changed while it was read");
     }
     input.file->replace(text);
     return true;
   } catch (const std::system_error& failure) {
     complain(failure, file,
              failure.code() == std::errc::operation_canceled
-                 ? "is left as it is; run the command again when nothing else writes it"
-                 : "is left as it is; check that it may be written, that files may be made in its "
-                   "folder, and that there is room",
+                 ? "was not changed; run the command again when nothing else writes to the file"
+                 : "was not changed; check that it is writable, that files can be created in its "
+                   "folder, and that there is space",
              err);
     return false;
   }
@@ -120,13 +120,13 @@ bool replace(const std::string& file, const Input& input, const std::string& tex
 }  // namespace
 
 FmtCommand::FmtCommand(CLI::App& app)
-    : command::Command(app, "fmt", "Lay documents out anew, without white space around them") {
+    : command::Command(app, "fmt", "Reformat documents and strip surrounding white space") {
   command::addDocuments(subcommand(), files_).required();
   subcommand().add_flag("--check", checksOnly_,
-                        "Change nothing, but write the names of the files that would change");
+                        "Change nothing, but print the names of the files that would change");
   CLI::Option* const indent =
       subcommand()
-          .add_option("--indent", layout_.indent, "Blanks that each level is indented by")
+          .add_option("--indent", layout_.indent, "Number of blanks for each level of nesting")
           ->type_name("N")
           ->check(CLI::Range(0, kWidestIndent, "0..8"))
           ->capture_default_str();
@@ -143,8 +143,8 @@ FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& ou
   const bool isFilter = file == input::kStandardInput;
   std::error_code ignored;
   if (!checksOnly_ && !isFilter && std::filesystem::is_other(file, ignored)) {
-    // Not even read: a pipe gives its content once, and it could not be put back.
-    complain(file, "is left as it is; it is no regular file: give what it holds to 'fmt -'", err);
+    // Not even read: the content of a pipe can be read only once and would be lost.
+    complain(file, "was not changed: it is not a regular file; pipe its content to 'fmt -'", err);
     return Outcome::kFailed;
   }
   Input input;

@@ -10,19 +10,19 @@
 
 namespace update_metadata_tool::fmt {
 
-/// The subcommand `fmt`: gives documents one form, in which the library reads the same from them.
+/// The subcommand `fmt`: reformats documents without changing what the library reads from them.
 class FmtCommand : public command::Command {
  public:
   explicit FmtCommand(CLI::App& app);
 
-  /// Takes the files one after the other; what is wrong with one does not keep it from the others.
+  /// Handles the files one after the other, and continues after one that fails.
   ///
-  /// A file is replaced or left as it is, and replaced only if its form changes. Standard input
-  /// goes to `out` if the library loads it. With --check, `out` gets the names of the files that
-  /// would change, one a line, and nothing is replaced.
+  /// A file is either replaced or left unchanged, and replaced only if its text changes. Standard
+  /// input is written to `out` if the library loads it. With --check, the names of the files that
+  /// would change are written to `out`, one per line, and nothing is replaced.
   ///
-  /// For every file that fails, `err` gets the text of the exception, then which file it is and
-  /// what to do.
+  /// For every file that fails, `err` receives the text of the exception, then the name of the file
+  /// and what to do.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:

@@ -14,14 +14,14 @@ namespace {
 
 using source::SourceTree;
 
-// Where a text begins when the byte-order mark and the white space before it are left out.
+// The beginning of a text after its byte-order mark and leading white space.
 std::size_t findBeginning(std::string_view text) {
   const bool hasMark = text.substr(0, source::kByteOrderMark.size()) == source::kByteOrderMark;
   return source::skipSpace(text, hasMark ? source::kByteOrderMark.size() : 0);
 }
 
-// Where a text ends when the white space behind its value is left out; it goes to its end if there
-// is something else, or no value.
+// The end of a text without the white space after its value; the whole text's end if other text
+// follows, or if there is no value.
 std::size_t findEnd(const SourceTree& tree) {
   const std::size_t size = tree.text().size();
   const bool isAlone =
@@ -34,21 +34,19 @@ std::string describePlace(std::string_view text, std::size_t offset) {
   return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
 }
 
-// What is wrong with the text as such; empty if it is one object.
+// What is wrong with the text itself; empty if it is one object.
 std::string describeFault(const SourceTree& tree) {
   const std::string_view text = tree.text();
   if (!tree.isWhole()) {
     const source::SyntaxFault& fault = *tree.fault();
-    return "correct its text at " + describePlace(text, fault.offset) + ": " +
+    return "correct the text at " + describePlace(text, fault.offset) + ": " +
            std::string(fault.why);
   }
   const source::SourceNode& root = tree[SourceTree::kRoot];
   if (const std::size_t more = source::skipSpace(text, root.end); more != text.size()) {
-    return "a document is one value, and something follows it at " + describePlace(text, more);
+    return "a document is one value; remove the text after it at " + describePlace(text, more);
   }
-  return root.kind == source::SourceKind::kObject
-             ? ""
-             : "a document is an object, and this text is none";
+  return root.kind == source::SourceKind::kObject ? "" : "a document must be an object";
 }
 
 std::string adviseOn(const SourceTree& tree, const std::u16string& path,
@@ -69,11 +67,11 @@ std::string format(const std::u16string& path, const std::string& text, const La
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& failure) {
-    throw RefusedText(failure.what(), adviseOn(tree, path, failure));
+    throw RejectedText(failure.what(), adviseOn(tree, path, failure));
   }
   std::string formatted = layOut(tree, layout);
   if (recordLoad(path, formatted) != record) {
-    throw std::logic_error("the library would read something else from the text laid out anew");
+    throw std::logic_error("the library would read something else from the reformatted text");
   }
   return formatted;
 }

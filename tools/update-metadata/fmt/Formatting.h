@@ -8,32 +8,30 @@
 
 namespace update_metadata_tool::fmt {
 
-/// A text that is not laid out anew, because the library does not load it. Its text is that of the
-/// library's exception.
-class RefusedText : public std::runtime_error {
+/// A text that cannot be reformatted, because the library does not load it. what() is the text of
+/// the library's exception.
+class RejectedText : public std::runtime_error {
  public:
-  RefusedText(const std::string& exceptionText, std::string advice)
+  RejectedText(const std::string& exceptionText, std::string advice)
       : std::runtime_error(exceptionText), advice_(std::move(advice)) {}
 
-  /// What is wrong where, and what to do; without a line feed and without a final full stop.
+  /// What is wrong, where, and what to do; without a line feed and without a final full stop.
   const std::string& advice() const noexcept { return advice_; }
 
  private:
   std::string advice_;
 };
 
-/// Lays the document out anew that stands in `text`, without a byte-order mark before it and
-/// without white space before or after it.
+/// Reformats the document in `text`, and strips a byte-order mark and surrounding white space.
 ///
-/// It is proved that the library reads the same from the result: both are loaded, and everything
-/// that it takes from them is compared.
+/// The library reads the same from the result: both texts are loaded, and everything that it reads
+/// from them is compared.
 ///
 /// \param path  where the document is, for the text of the library's exceptions
 ///
-/// \throws RefusedText       the library loads the text not even without the byte-order mark and
-///                           the white space around it
-/// \throws std::logic_error  the library would read something else from the result, which is a
-///                           fault of this function
+/// \throws RejectedText       the library does not load the text even after stripping
+/// \throws std::logic_error  the library would read something else from the result, which is a bug
+///                           in this function
 std::string format(const std::u16string& path, const std::string& text, const Layout& layout);
 
 }  // namespace update_metadata_tool::fmt

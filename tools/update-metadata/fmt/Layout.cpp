@@ -34,9 +34,9 @@ class LayoutWriter {
 
  private:
   struct Container {
-    std::size_t next;  // index of the node behind it
+    std::size_t next;  // index of the node after it
     char closing;
-    bool isEmpty;  // nothing of it has been written yet
+    bool isEmpty;  // none of its elements has been written yet
   };
 
   bool isSpread() const { return !layout_.isCompact && open_.size() <= kDeepestSpreadLevel; }

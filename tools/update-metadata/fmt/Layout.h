@@ -7,23 +7,23 @@
 
 namespace update_metadata_tool::fmt {
 
-/// How the values of a document are spread over lines.
+/// How the values of a document are arranged in lines.
 struct Layout {
-  bool isCompact = false;  ///< no white space at all, everything on one line
-  std::size_t indent = 2;  ///< blanks that each level is indented by; of no use if compact
+  bool isCompact = false;  ///< no white space, everything on one line
+  std::size_t indent = 2;  ///< number of blanks for each level; ignored if compact
 };
 
-/// Containers down to this level have a line for each element; what lies deeper stands on one line,
-/// so that a text grows by a bounded factor however deep it is. A document has five levels.
+/// Containers down to this level have a line for each element; deeper content is on one line, so a
+/// text grows by a bounded factor at any depth. A document has five levels.
 constexpr std::size_t kDeepestSpreadLevel = 16;
 
-/// Writes a text again with other white space between its keys, values and punctuation.
+/// Writes a text with different white space between its keys, values and punctuation.
 ///
-/// Keys and values are copied as they are written, in their order, with their repeats. Without line
-/// feed at the end, which the library would refuse. The result depends on keys, values and layout
-/// alone, so writing it again changes nothing.
+/// Keys and values are copied byte by byte, in their order, including repeated keys. There is no
+/// line feed at the end, which the library would reject. The result depends only on keys, values
+/// and layout, so reformatting it changes nothing.
 ///
-/// \pre `tree` is whole; what stands around its value is left out
+/// \pre `tree` is whole; text around its value is left out
 ///
 /// Linear in the size of the text; the depth of nesting costs no stack.
 std::string layOut(const source::SourceTree& tree, const Layout& layout);

@@ -17,8 +17,8 @@ using install::datamodels::product_update::PkgDataWithFilesToDelete;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using install::update_metadata_parser::UpdatePkgData;
 
-/// Arguments one after the other. Lengths stand before what they are the length of, so that no two
-/// sequences of the same types are written alike.
+/// Arguments one after the other. Strings and lists follow their lengths, so two different
+/// sequences of the same types are never written alike.
 class Record {
  public:
   void add(std::int64_t number) {
@@ -63,7 +63,7 @@ class Record {
   std::u16string units_;
 };
 
-/// What a record tells of, first its number, then the arguments.
+/// The kinds of entries in a record. An entry is its number, followed by the arguments.
 enum class Call : std::int64_t {
   kSetBaseReleaseFamily,
   kSetTargetReleaseFamily,
@@ -76,7 +76,7 @@ enum class Call : std::int64_t {
   kSetComponentDataWithFilesToDelete,
 };
 
-/// Writes down what it is given in place of making a model of it.
+/// Records the calls that it receives instead of building a model.
 class RecordingHandler : public UpdateMetaDataHandler {
  public:
   Record& record() { return record_; }
@@ -105,7 +105,7 @@ class RecordingHandler : public UpdateMetaDataHandler {
     write(Call::kSetMetaDataArch, arch);
   }
 
-  // The tables are the same for every product and are written down once, after the last call.
+  // The tables are the same for every product and are recorded once, after the last call.
   void setProductDeltaData(const std::u16string& name,
                            const std::vector<std::u16string>& compsToDelete,
                            const std::vector<std::u16string>& compsToExtract,
@@ -121,7 +121,7 @@ class RecordingHandler : public UpdateMetaDataHandler {
     return {};
   }
 
-  // The packages are those that were created since the component before.
+  // The packages are those that were created since the previous component.
   void setComponentDataWithFilesToDelete(
       const std::u16string& name,
       const std::vector<PkgDataWithFilesToDelete>& /*pkgs*/) const override {

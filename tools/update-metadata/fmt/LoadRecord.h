@@ -4,14 +4,14 @@
 
 namespace update_metadata_tool::fmt {
 
-/// Has the library load `text` as the document at `path`, and writes down everything that it takes
-/// from it: the calls that the handler gets, in order, and the two tables of packages.
+/// Has the library load `text` as the document at `path`, and records everything that it reads: the
+/// calls that the handler receives, in order, and the two tables of packages.
 ///
-/// A handler makes its model from these calls and from the tables, which it is given with every
-/// product, and from nothing else: documents with equal records have equal models, and others have
-/// not, but for components that no product names. A record is as large as the document, while a
-/// model has an element for each package of each component of each product. What it looks like is
-/// of no interest.
+/// A handler builds its model only from these calls and from the tables, which it receives with
+/// every product. So documents have equal records exactly if they have equal models, except for
+/// components that no product uses. A record is as large as the document, while a model has an
+/// element for each package of each component of each product. The form of the result is
+/// unspecified.
 ///
 /// The library's exceptions pass through.
 std::u16string recordLoad(const std::u16string& path, const std::string& text);

@@ -7,7 +7,7 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-constexpr std::size_t kBlock = 1024;  // bytes that are counted for an answer, at most
+constexpr std::size_t kBlock = 1024;  // the most bytes that are counted for an answer
 
 std::size_t countIn(std::string_view text) {
   const auto continuing = std::count_if(text.begin(), text.end(), output::continuesCharacter);

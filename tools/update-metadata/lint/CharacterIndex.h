@@ -8,14 +8,14 @@ namespace update_metadata_tool::lint {
 
 /// Counts the characters of a UTF-8 text, which must stay where it is.
 ///
-/// Bytes that continue a character do not count. So in a text that is not UTF-8 every offset still
-/// has a number, and greater offsets have no smaller ones.
+/// Bytes that continue a character do not count. So every offset has a count even in a text that is
+/// not UTF-8, and counts never decrease with the offset.
 class CharacterIndex {
  public:
   /// Linear in the size of the text.
   explicit CharacterIndex(std::string_view text);
 
-  /// How many characters begin before that offset, which is at most the size of the text. Takes
+  /// How many characters begin before `offset`, which is at most the size of the text. Takes
   /// constant time.
   std::size_t countBefore(std::size_t offset) const;
 

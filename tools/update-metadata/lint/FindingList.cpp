@@ -30,16 +30,16 @@ std::size_t findLastBefore(const SourceTree& tree, std::size_t offset) {
   return static_cast<std::size_t>(next - nodes.begin()) - 1;
 }
 
-constexpr std::size_t kBlock = 2 * sizeof(void*);  // what a block of memory takes for itself, about
+constexpr std::size_t kBlock = 2 * sizeof(void*);  // the approximate overhead of a block of memory
 
-// What a string takes beside itself.
+// The memory that a string allocates.
 std::size_t heapOf(const std::string& text) {
   return text.capacity() == std::string().capacity() ? 0 : text.capacity() + kBlock;
 }
 
 }  // namespace
 
-/// Makes the pointers to the nodes of a tree, which have to be asked for in ascending order.
+/// Makes the pointers to the nodes of a tree, which must be requested in ascending order.
 class FindingList::Pointers {
  public:
   explicit Pointers(const SourceTree& tree) : tree_(tree) {}
@@ -169,7 +169,7 @@ bool FindingList::reserve(Severity severity, std::size_t bytes) {
   return true;
 }
 
-// While they are sorted and moved out, findings are there twice, their texts are not.
+// While findings are sorted and moved out, they exist twice, but their texts do not.
 std::size_t FindingList::bytesOf(const Finding& finding) {
   std::size_t bytes = 2 * sizeof(Entry) + heapOf(finding.pointer) + heapOf(finding.item) +
                       heapOf(finding.message) + heapOf(finding.advice);
@@ -179,9 +179,9 @@ std::size_t FindingList::bytesOf(const Finding& finding) {
   return bytes;
 }
 
-// Leaves out the findings for which there is no memory left once they have their pointers.
+// Leaves out the findings that exceed the memory limit together with their pointers.
 void FindingList::leaveOut(const SourceTree& tree) {
-  constexpr std::size_t kLongestItem = 256;  // about; it quotes two names
+  constexpr std::size_t kLongestItem = 256;  // approximate: an item quotes two names
   Pointers pointers(tree);
   bytes_ = 0;
   for (Entry& entry : entries_) {

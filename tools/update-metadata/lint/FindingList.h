@@ -16,44 +16,44 @@ namespace update_metadata_tool::lint {
 struct FindingWords {
   std::string message;
   std::string advice;
-  std::string item = {};  ///< what the value is, in words; told by its place if this is empty
+  std::string item = {};  ///< what the value is, in words; if empty, derived from its pointer
   std::vector<RelatedPlace> related = {};
 };
 
-/// Gathers the findings of one document.
+/// Collects the findings of one document.
 ///
-/// A document of a hundred megabytes can have millions of faults of one kind; nobody reads them. So
-/// the first hundred thousand of each rule are kept, as long as all together take at most 128 MB of
-/// memory, and the others counted. A quarter of that is for errors alone, which say why a document
-/// is refused.
+/// A large document can have millions of problems of one kind. So the first hundred thousand
+/// findings of each rule are kept, as long as all findings take at most 128 MB of memory, and the
+/// others are counted. A quarter of the memory is reserved for errors, which say why the library
+/// rejects a document.
 class FindingList {
  public:
   static constexpr std::size_t kMostOfOneRule = 100'000;
   static constexpr std::size_t kMostBytes = 128'000'000;
   static constexpr std::size_t kMostBytesWithoutErrors = kMostBytes / 4 * 3;
 
-  /// Adds a finding about some bytes of the text. Its pointer is that of the innermost value
-  /// around.
+  /// Adds a finding about some bytes of the text. Its pointer is that of the innermost value around
+  /// them.
   void addAt(Rule rule, std::size_t offset, std::size_t length, FindingWords words);
 
-  /// Adds a finding about a value or a key, which stands for its member. Of a container only the
-  /// first byte is marked.
+  /// Adds a finding about a value, or about a member by its key. Of a container only the first byte
+  /// is marked.
   void add(Rule rule, const source::SourceTree& tree, std::size_t node, FindingWords words);
 
   /// As add(), with the first `offset` bytes of the node left unmarked.
   void addInside(Rule rule, const source::SourceTree& tree, std::size_t node, std::size_t offset,
                  std::size_t length, FindingWords words);
 
-  /// Tells whether there is a finding of a rule whose default is an error.
+  /// Whether there is a finding of a rule whose default severity is an error.
   bool hasErrors() const { return hasErrors_; }
 
   /// Moves all findings out, in the order of their offsets, with the pointers to their values.
   ///
-  /// Findings for whose pointers there is no memory left are counted as omitted, too.
+  /// Findings whose pointers exceed the memory limit are also counted as omitted.
   ///
-  /// A pointer of more than 4,096 bytes is that of the innermost value around whose pointer is not
-  /// longer: neither deep nesting nor long names make the findings larger than the document.
-  /// Linear in the tree, and n log n in the findings.
+  /// Instead of a pointer of more than 4,096 bytes, a finding has that of the innermost enclosing
+  /// value with a shorter one, so neither deep nesting nor long names make the findings larger than
+  /// the document. Linear in the tree, and n log n in the findings.
   std::vector<Finding> take(const source::SourceTree& tree);
 
   /// How many findings of each rule were left out.

@@ -7,15 +7,15 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-// So many lines have to agree with the nesting before one that does not is believed.
+// How many lines must agree with the nesting before a line that does not is taken as evidence.
 constexpr std::size_t kFewestLines = 3;
 
-/// The lines of a text, asked for in ascending order.
+/// The lines of a text, visited in ascending order.
 class Lines {
  public:
   explicit Lines(std::string_view text) : text_(text) {}
 
-  /// Goes on to the line of an offset.
+  /// Advances to the line of an offset.
   void goTo(std::size_t offset) {
     const std::size_t before = begin_;
     for (std::size_t feed = text_.find('\n', begin_); feed < offset;
@@ -32,7 +32,7 @@ class Lines {
   std::size_t indent() const { return indent_; }
   bool isFirstOfLine(std::size_t offset) const { return offset == begin_ + indent_; }
 
-  /// Tells whether all of the indentation is made with `character`.
+  /// Whether the indentation consists only of `character`.
   bool isIndentedWith(char character) const {
     return text_.substr(begin_, indent_).find_first_not_of(character) == std::string_view::npos;
   }
@@ -84,7 +84,7 @@ class Judgment {
     }
   }
 
-  // Goes to an offset that begins a line below the bracket's; false if it does not.
+  // Advances to an offset that begins a line after the bracket's; false if it does not begin one.
   bool goToLine(std::size_t offset) {
     lines_.goTo(offset);
     if (!lines_.isFirstOfLine(offset) || lines_.begin() == levels_.back().lineBegin) {

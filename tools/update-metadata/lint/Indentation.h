@@ -7,18 +7,19 @@
 
 namespace update_metadata_tool::lint {
 
-/// A bracket that seems not to be closed.
+/// A bracket that seems to be unclosed.
 struct UnclosedBracket {
   std::size_t offset;  ///< of the bracket
-  std::size_t before;  ///< what begins a line here should come after the bracket is closed
+  std::size_t before;  ///< the start of a line that should come after the closing bracket
 };
 
-/// Finds the first bracket of a text with a fault whose content, as it is read, does not agree with
-/// the indentation of the lines: something in it begins a line no deeper than the bracket's own
-/// line, or its closing bracket begins a line that is less deep.
+/// Finds the first bracket of a malformed text whose content, as it is read, contradicts the
+/// indentation: a line of the content is not indented more than the line of the bracket, or the
+/// line of its closing bracket is indented less.
 ///
-/// Nothing if there is none, or if the indentation up to there is not consistent: tabs and blanks,
-/// members of one object at different depths, or too few lines to judge. Linear in the text.
+/// Nothing if there is no such bracket, or if the indentation before it is not consistent: mixed
+/// tabs and blanks, members of one object at different depths, or too few lines. Linear in the
+/// text.
 std::optional<UnclosedBracket> findUnclosedByIndentation(const source::SourceTree& tree);
 
 }  // namespace update_metadata_tool::lint

@@ -12,7 +12,7 @@ namespace update_metadata_tool::lint {
 /// The type and the text of an exception; null if there is none.
 void writeException(const std::optional<ThrownException>& exception, output::JsonWriter& json);
 
-/// How many findings are omitted of each rule of which some are, by the rules' ids.
+/// The number of omitted findings by rule id, for the rules that have some.
 void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, output::JsonWriter& json);
 
 }  // namespace update_metadata_tool::lint

@@ -7,9 +7,10 @@
 
 namespace update_metadata_tool::lint {
 
-/// Writes findings for programs, as one line of JSON for all files; docs/lint.md tells its shape.
+/// Writes findings for programs, as one line of JSON for all files; docs/lint.md documents it.
 ///
-/// What is not UTF-8 becomes U+FFFD. Memory does not grow with the number of files or findings.
+/// Bytes that are not UTF-8 become U+FFFD. Memory does not grow with the number of files or
+/// findings.
 class JsonReport : public ReportWriter {
  public:
   explicit JsonReport(std::ostream& out);

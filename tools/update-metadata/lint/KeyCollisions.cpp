@@ -13,7 +13,7 @@ bool startsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
 }
 
-// Compares a name with `rest` and an underscore behind it.
+// Compares a name with `rest` and an underscore after it.
 bool isBeforeKeyOf(std::string_view name, std::string_view rest) {
   const int order = name.substr(0, rest.size()).compare(rest);
   if (order != 0) {
@@ -27,7 +27,7 @@ class KeyCollisions {
   KeyCollisions(const SourceDocument& document, const std::vector<KeyedComponent>& components)
       : document_(document), components_(components), isFound_(document.tree().nodes().size()) {}
 
-  // In order, the names that a name continues come right before it, each continuing the last.
+  // In sorted order, the prefixes of a name come right before it, each a prefix of the next.
   std::deque<CollidingPackage> find() {
     std::vector<Group> beginnings;
     for (std::size_t first = 0; first < components_.size();) {
@@ -49,7 +49,7 @@ class KeyCollisions {
   }
 
  private:
-  // Components with one name, and their packages once they are needed.
+  // Components with the same name, and their packages once they are needed.
   struct Group {
     std::size_t first;
     std::size_t last;
@@ -63,7 +63,7 @@ class KeyCollisions {
     return object != kNever && document_.tree()[object].next != object + 1;
   }
 
-  // The components with the name of the one at `first`, which is moved behind them.
+  // The components with the name of the one at `first`, which is advanced past them.
   Group takeGroup(std::size_t& first) const {
     Group group{first, first, components_[first].name, true};
     for (; first < components_.size() && components_[first].name == group.name; ++first) {
@@ -86,8 +86,8 @@ class KeyCollisions {
     return *group.packages;
   }
 
-  // Only packages of the shorter name that begin with what the longer one adds can have its keys.
-  // Each has an underscore behind that, so few longer names come into question for it.
+  // Only packages of the shorter name that begin with what the longer name adds can have its keys.
+  // Each has an underscore after that, so it is compared with few longer names.
   void comparePackages(Group& shorter, Group& longer) {
     const std::string_view rest = longer.name.substr(shorter.name.size() + 1);
     const std::vector<NameTable::Entry>& packages = packagesOf(shorter).entries();
@@ -107,7 +107,8 @@ class KeyCollisions {
     }
   }
 
-  // The shortest name of a component comes first, and with it the package that stands for the key.
+  // The component with the shortest name comes first, and with it the package that represents the
+  // key.
   void add(const Group& shorter, const NameTable::Entry& package, const Group& longer,
            const NameTable::Entry& other) {
     if (isFound_[other.key]) {

@@ -15,21 +15,23 @@ struct KeyedComponent {
   std::size_t packages;  ///< the object of its packages; kNever if there is none
 };
 
-/// A package whose key another component's package has, too.
+/// A package with the same key as a package of another component.
 struct CollidingPackage {
   std::size_t group;      ///< the same for all packages of one key
-  std::size_t component;  ///< its place in the list; the first of those whose names are equal
+  std::size_t component;  ///< its index in the list; of components with equal names, the first
   std::string_view name;
   std::size_t key;  ///< the node
 };
 
-/// Finds packages of different components with one key "component_package": if one component's name
-/// continues another's behind an underscore. In no order, each once; a group has at least two.
+/// Finds packages of different components with the same key "component_package", which is possible
+/// if one component's name is another's with an underscore and more appended. In no order, each
+/// once; a group has at least two.
 ///
 /// \param components  in the order of their names
 ///
-/// No key is made, so that memory is linear in the text even if long names of components meet many
-/// packages. n log n comparisons of names for n packages and underscores in names together.
+/// No key is composed, so memory is linear in the text even if components with long names have many
+/// packages. n log n comparisons of names, where n is the number of packages and of underscores in
+/// names.
 std::deque<CollidingPackage> findKeyCollisions(const SourceDocument& document,
                                                const std::vector<KeyedComponent>& components);
 

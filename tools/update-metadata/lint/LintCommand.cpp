@@ -41,8 +41,8 @@ constexpr const char* kExamples = R"(Examples:
   generate-update | update-metadata lint -
   update-metadata lint --explain repeated-key
 
-Exit status: 0 there are no errors, 1 there are errors (with --strict also for warnings) or the
-output could not be written, 2 wrong usage or a file that cannot be read.)";
+Exit status: 0 no errors, 1 errors (with --strict also warnings) or the output could not be
+written, 2 wrong usage or a file that cannot be read.)";
 
 CLI::Validator isSeverityChoice() {
   return CLI::Validator([](const std::string& choice) { return SeveritySettings().add(choice); },
@@ -50,11 +50,11 @@ CLI::Validator isSeverityChoice() {
 }
 
 CLI::Validator isRule() {
-  const auto refuse = [](const std::string& id) {
+  const auto complaint = [](const std::string& id) {
     return findRule(id) ? std::string()
-                        : "'" + output::toVisible(id) + "' is no rule; --list-rules lists them";
+                        : "'" + output::toVisible(id) + "' is not a rule; --list-rules lists them";
   };
-  return CLI::Validator(refuse, "");
+  return CLI::Validator(complaint, "");
 }
 
 template <class Exception>
@@ -74,7 +74,7 @@ ThrownException describeException(const std::exception& failure) {
 
 using Outcome = std::variant<FileReport, UnreadableFile>;
 
-// Lints one file. One that cannot be read is told on `err`.
+// Checks one file. If it cannot be read, the reason is written to `err`.
 Outcome lintFile(const std::string& file, const LintOptions& options,
                  terminal::ProgressLine& progress, std::ostream& err) {
   try {
@@ -89,10 +89,11 @@ Outcome lintFile(const std::string& file, const LintOptions& options,
 }  // namespace
 
 LintCommand::LintCommand(CLI::App& app)
-    : command::Command(app, "lint",
-                       "Find every fault of documents and tell whether the library loads them") {
+    : command::Command(
+          app, "lint",
+          "Find every problem in documents and say whether the library can load them") {
   command::addDocuments(subcommand(), files_);
-  command::addProductData(subcommand(), productData_, "to check the names of products against");
+  command::addProductData(subcommand(), productData_, "for checking the names of products");
   subcommand()
       .add_option("--format", format_,
                   "Write 'text' for people, 'json' for programs or 'sarif' for code-review systems")
@@ -102,17 +103,17 @@ LintCommand::LintCommand(CLI::App& app)
   subcommand()
       .add_option(
           "--severity", severities_,
-          "Take the findings of a rule as 'info', 'warning' or 'error', or switch it 'off'; "
-          "may be repeated")
+          "Report the findings of a rule as 'info', 'warning' or 'error', or switch them 'off'; "
+          "can be repeated")
       ->type_name("RULE=SEVERITY")
       ->allow_extra_args(false)
       ->check(isSeverityChoice());
-  subcommand().add_flag("--strict", isStrict_, "End with 1 for warnings, too");
+  subcommand().add_flag("--strict", isStrict_, "Exit with status 1 for warnings as well");
   subcommand()
-      .add_option("--explain", explained_, "Explain a rule and end")
+      .add_option("--explain", explained_, "Explain a rule and exit")
       ->type_name("RULE")
       ->check(isRule());
-  subcommand().add_flag("--list-rules", listsRules_, "List every rule with its severity and end");
+  subcommand().add_flag("--list-rules", listsRules_, "List every rule with its severity and exit");
   subcommand().final_callback([this] { checkArguments(); });
   subcommand().footer(kExamples);
 }
@@ -157,7 +158,7 @@ LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const
   LintTotals totals;
   std::size_t number = 0;
   for (const std::string& file : files_) {
-    progress.begin("linting file " + std::to_string(++number) + " of " +
+    progress.begin("checking file " + std::to_string(++number) + " of " +
                    std::to_string(files_.size()));
     Outcome outcome = lintFile(file, options, progress, err);
     progress.clear();

@@ -13,14 +13,15 @@
 
 namespace update_metadata_tool::lint {
 
-/// The subcommand `lint`: finds every fault of documents and says what the library does with them.
+/// The subcommand `lint`: finds every problem in documents and says whether the library can load
+/// them.
 class LintCommand : public command::Command {
  public:
   explicit LintCommand(CLI::App& app);
 
-  /// A file that cannot be read is told on `err`: the first line is the exception's text,
+  /// A file that cannot be read is reported on `err`: the first line is the exception's text,
   /// escaped for a terminal, the second one says which file it is about and what to do. The others
-  /// are linted all the same.
+  /// are still checked.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:

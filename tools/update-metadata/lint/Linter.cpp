@@ -22,7 +22,7 @@ void reportProgress(const LintOptions& options) {
   }
 }
 
-void checkDocument(const MendedText& text, const LintOptions& options, FindingList& findings) {
+void checkDocument(const RepairedText& text, const LintOptions& options, FindingList& findings) {
   const source::SourceTree& tree = text.tree;
   checkEncoding(tree, findings);
   if (!text.isNestingSure) {
@@ -43,7 +43,7 @@ void checkDocument(const MendedText& text, const LintOptions& options, FindingLi
     checkFiles(document, *sections.files, findings);
   }
   reportProgress(options);
-  // Half a document says nothing of what does not fit together.
+  // References cannot be checked in an incomplete document.
   if (tree.isWhole()) {
     const std::vector<ProductWork> products = checkReferences(document, sections, findings);
     if (options.productData) {
@@ -62,20 +62,20 @@ FileReport lintDocument(std::string file, std::string text, const LintOptions& o
   report.loads = !report.exception;
   reportProgress(options);
   FindingList findings;
-  std::string mended;
-  const MendedText read = readMending(report.text, mended, report.readerMessage, findings);
+  std::string repaired;
+  const RepairedText read = readRepairing(report.text, repaired, report.readerMessage, findings);
   reportProgress(options);
   if (!read.tree.nodes().empty()) {
     checkDocument(read, options, findings);
   }
   if (report.exception && !findings.hasErrors()) {
-    // The library reports a lack of memory as a text that it cannot parse, but this one it can.
+    // The library reports a lack of memory as malformed text, but this text is well-formed.
     if (report.exception->text.rfind("Error while parsing ", 0) == 0) {
       throw std::bad_alloc();
     }
     findings.addAt(Rule::kRefused, 0, 1,
-                   {"the library refuses the document: " + report.exception->text,
-                    "report this, with the document, to those who maintain this program"});
+                   {"the library rejects the document: " + report.exception->text,
+                    "report this and the document to the maintainers of this program"});
   }
   report.findings = findings.take(read.tree);
   report.omitted = findings.omitted();

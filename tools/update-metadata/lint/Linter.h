@@ -9,19 +9,19 @@
 namespace update_metadata_tool::lint {
 
 struct LintOptions {
-  /// Where the product data are, to look the document's products up in; not looked up without it.
+  /// The product data in which the document's products are looked up, if any.
   std::optional<std::u16string> productData;
 
-  /// Called again and again while a document is checked, if there is something to call.
+  /// Called repeatedly while a document is checked, unless it is empty.
   std::function<void()> onProgress;
 };
 
-/// Finds every fault of one document and asks the library what it will do with it.
+/// Finds every problem in one document and has the library load it.
 ///
-/// At their default severities, and without product data, the findings hold an error exactly if the
-/// library refuses the document.
+/// At the default severities and without product data, the findings contain an error exactly if the
+/// library rejects the document.
 ///
-/// \param file  the path as the user named it, UTF-8; it is not opened
+/// \param file  the path as the user gave it, UTF-8; it is not opened
 /// \param text  the document's bytes
 ///
 /// Memory is linear in the text; time is n log n in it, and a small multiple of the library's load.

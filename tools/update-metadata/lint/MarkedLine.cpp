@@ -44,7 +44,7 @@ std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size
   constexpr std::size_t kMostContinuations = 3;
   std::size_t position = offset > bytesAround ? offset - bytesAround : 0;
   if (position != 0) {
-    // Not into the middle of a character, if these bytes make characters at all.
+    // Do not start in the middle of a character if the bytes are UTF-8.
     const std::size_t most = position + kMostContinuations;
     while (position != most && output::continuesCharacter(line[position])) {
       ++position;
@@ -61,8 +61,8 @@ std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size
 
 using CellIterator = std::vector<Cell>::const_iterator;
 
-// Steps over as many cells as `columns` have room for, at most to `last`; tells how many columns
-// they take.
+// Steps over as many cells as fit in `columns`, at most to `last`; returns how many columns they
+// take.
 template <class Iterator>
 std::size_t advanceOver(Iterator& cell, Iterator last, std::size_t columns) {
   std::size_t used = 0;
@@ -79,7 +79,7 @@ MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t lengt
   const std::size_t shown = columns - 2 * kLeftOut.size();
   const std::size_t shownFromPlaceOn = shown / 2 + 3;  // a little more than what comes before
   if (!line.empty() && line.back() == '\r' && offset + 1 < line.size()) {
-    line.remove_suffix(1);  // the half of a line's end that some systems write
+    line.remove_suffix(1);  // a carriage return before the line feed
   }
   const std::vector<Cell> cells = takeCells(line, offset, columns);
   const CellIterator place = std::find_if(cells.begin(), cells.end(),
@@ -87,7 +87,7 @@ MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t lengt
   const bool isFromTheBeginning = cells.empty() || cells.front().begin == 0;
   const CellIterator begin =
       isFromTheBeginning ? std::find_if_not(cells.begin(), place, isBlank) : cells.begin();
-  // First what is marked, then what comes before it, then what there is room for.
+  // First the marked part, then what comes before it, then as much as fits.
   CellIterator last = place;
   std::size_t used = advanceOver(last, cells.end(), shownFromPlaceOn);
   auto reversedFirst = std::make_reverse_iterator(place);

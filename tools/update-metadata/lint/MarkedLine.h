@@ -6,25 +6,24 @@
 
 namespace update_metadata_tool::lint {
 
-/// As wide as a marked line is made where nothing else limits it.
+/// The width of a marked line where nothing else limits it.
 constexpr std::size_t kColumnsOfMarkedLine = 80;
 
-/// The part of a line around a place, and what is written below it to mark that place.
+/// The part of a line around a place, and the marks to print below it.
 struct MarkedLine {
   std::string line;
-  std::string marks;  ///< blanks, then a caret, then as many tildes as there is more to mark
+  std::string marks;  ///< blanks, a caret, and a tilde for each further marked column
 };
 
-/// Shows `length` bytes, at least one, of `line` from `offset` on, so that the marks stand below
-/// them on a terminal.
+/// Shows `length` bytes of `line` at `offset`, at least one, with marks below them.
 ///
-/// Characters are shown as toVisible() does, tabs as blanks. The blanks at the beginning are left
-/// out, and of a long line what is far from the place, which "..." replaces. Neither text is wider
-/// than `columns`, so that a terminal breaks neither. Takes no longer for a longer line.
+/// Characters are shown as toVisible() does, tabs as blanks. Leading blanks are left out, and "..."
+/// replaces what is far from the place in a long line. Neither text is wider than `columns`, so a
+/// terminal does not wrap them. The time does not depend on the length of the line.
 ///
 /// \param line     without its line feed
-/// \param offset   at most the size of the line, behind which there is a place, too
-/// \param columns  from 16 on
+/// \param offset   at most the size of the line, where there is one more place
+/// \param columns  at least 16
 MarkedLine markLine(std::string_view line, std::size_t offset, std::size_t length,
                     std::size_t columns = kColumnsOfMarkedLine);
 

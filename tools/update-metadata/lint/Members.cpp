@@ -13,7 +13,7 @@ namespace {
 
 using source::SourceKind;
 
-// The listed member that a name resembles, if any; of those that are not there anyway.
+// The missing listed member that a name resembles, if any.
 const ListedMember* findResembling(std::string_view name, const ListedMember* listed,
                                    std::size_t count, const std::vector<bool>& isThere) {
   if (name.size() > kLongestResembling) {
@@ -39,11 +39,13 @@ std::string quotedName(const ListedMember& member) {
 // `meant` is the listed member that the name resembles, if any.
 void reportUnlisted(const SourceDocument& document, std::size_t key, std::string_view name,
                     const ListedMember* meant, const DescribeItem& item, FindingList& findings) {
-  std::string message = quote(name) + " is not read";
-  std::string advice = "remove it if it is not meant for another reader";
+  std::string message = "unknown member " + quote(name);
+  std::string advice = "remove it, unless another program reads it";
   if (meant != nullptr) {
-    message += "; it resembles " + quotedName(*meant);
-    advice = "write " + quotedName(*meant) + " if that is meant";
+    message += "; did you mean " + quotedName(*meant) + '?';
+    advice = "correct the name, or remove the member";
+  } else {
+    message += ": the library ignores it";
   }
   findings.add(Rule::kUnlistedMember, document.tree(), key,
                {std::move(message), std::move(advice), item()});
@@ -59,8 +61,8 @@ void reportMissing(const SourceDocument& document, std::size_t object, const Lis
       item()};
   if (similar) {
     words.advice = "rename " + quote(document.nameOf(*similar)) + " to " + quotedName(member) +
-                   " if that is meant, else " + words.advice;
-    words.related = {{document.tree()[*similar].begin, "the name that resembles it"}};
+                   " if that is what you mean; otherwise " + words.advice;
+    words.related = {{document.tree()[*similar].begin, "the similar name"}};
   }
   findings.add(member.ifMissing, document.tree(), object, std::move(words));
 }
@@ -76,7 +78,7 @@ bool checkKind(const SourceDocument& document, std::size_t value, SourceKind kin
   }
   const bool isNull = actual == SourceKind::kNull;
   findings.add(isNull ? Rule::kNullValue : Rule::kWrongKind, document.tree(), value,
-               {name + " is " + describeKind(actual) + " and must be " + describeKind(kind),
+               {name + " must be " + describeKind(kind) + ", not " + describeKind(actual),
                 std::string("write ") + describeKind(kind) + " here: " + meaning, item()});
   return false;
 }
@@ -104,8 +106,8 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
     }
     if (document.isA(SourceKind::kNull, value) && member->ifNull != Rule::kNullValue) {
       findings.add(member->ifNull, tree, value,
-                   {quotedName(*member) + " is null and is read as if it were empty",
-                    std::string("leave it so if the document says nothing of it, else write ") +
+                   {quotedName(*member) + " is null, which is read as empty",
+                    std::string("keep null if that is intended; otherwise write ") +
                         describeKind(member->kind) + ": " + member->meaning,
                     item()});
     } else if (checkKind(document, value, member->kind, quotedName(*member), member->meaning, item,

@@ -19,14 +19,14 @@ struct ListedMember {
   const char* meaning;  ///< for advice: "the size of the package in bytes"
   source::SourceKind kind;
   Rule ifMissing = Rule::kMissingMember;
-  Rule ifNull = Rule::kNullValue;  ///< an error, unless a null is read as nothing
-  bool isRead = true;              ///< else it may be there, and nobody looks at it
+  Rule ifNull = Rule::kNullValue;  ///< an error, unless null is read as empty
+  bool isRead = true;              ///< if false, allowed but ignored
 };
 
-/// Tells what a value is, in words. Asked only when something is found.
+/// Describes a value in words. Called only for a finding.
 using DescribeItem = std::function<std::string()>;
 
-/// Reports that `value` is not of the kind that it must be; true if it is.
+/// Reports a value that is not of the required kind; returns whether it is.
 ///
 /// \param name  how the message calls the value: "'size'", "the component"
 bool checkKind(const SourceDocument& document, std::size_t value, source::SourceKind kind,
@@ -36,9 +36,9 @@ bool checkKind(const SourceDocument& document, std::size_t value, source::Source
 /// Reports members of an object that are missing or of the wrong kind, and those that the library
 /// does not read. Linear in its members.
 ///
-/// Members that the text breaks off before are not missing.
+/// If the text ends inside the object, no member is reported as missing.
 ///
-/// \param values  takes the values of the listed members, those that are there and right
+/// \param values  receives the values of the listed members that are of the right kind
 void checkMembers(const SourceDocument& document, std::size_t object, const ListedMember* listed,
                   std::size_t count, std::optional<std::size_t>* values, const DescribeItem& item,
                   FindingList& findings);

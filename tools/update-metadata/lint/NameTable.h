@@ -9,11 +9,11 @@
 
 namespace update_metadata_tool::lint {
 
-/// In place of an index or a node: there is none.
+/// No index, or no node.
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
-/// The names of the members of objects and the nodes of their keys, in order for look-ups. Of equal
-/// names the first in the order in which the library walks objects comes first.
+/// The names of the members of objects and the nodes of their keys, sorted for look-ups. Equal
+/// names are in the order in which the library visits objects.
 class NameTable {
  public:
   struct Entry {
@@ -26,7 +26,7 @@ class NameTable {
   /// The members of one object. n log n in them.
   NameTable(const SourceDocument& document, std::size_t object);
 
-  /// The members of several objects, `forEachObject(visit)` calls `visit(object)` for each.
+  /// The members of several objects; `forEachObject(visit)` calls `visit(object)` for each.
   template <class ForEachObject>
   static NameTable ofObjects(const SourceDocument& document, ForEachObject forEachObject) {
     NameTable table;

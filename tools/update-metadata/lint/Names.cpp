@@ -18,7 +18,7 @@ bool isControl(char32_t character) {
   return character < 0x20 || (character >= 0x7F && character <= 0x9F);
 }
 
-// The first character of a text that cannot be seen, and the first control character.
+// The first control character of a text, and its first other invisible character.
 struct Suspects {
   std::optional<char32_t> control;
   std::optional<char32_t> unseen;
@@ -57,7 +57,7 @@ char escapeOf(char16_t unit) {
   return unit >= u'\b' && unit <= u'\r' ? kEscapes[unit - u'\b'] : '\0';
 }
 
-// Tells whether a string is written with the escape of that letter.
+// Whether a string is written with the escape of that letter.
 bool hasEscape(std::string_view written, char letter) {
   for (std::size_t at = written.find('\\'); at != std::string_view::npos;
        at = written.find('\\', at + 2)) {
@@ -73,7 +73,7 @@ void reportControl(const SourceDocument& document, std::size_t node, const std::
   const source::SourceTree& tree = document.tree();
   const char letter = escapeOf(control);
   std::string message = "the " + what + " contains the control character " + codeOf(control);
-  std::string advice = "remove the character, which can be neither seen nor typed";
+  std::string advice = "remove the character, which is invisible";
   if (letter != '\0' && tree[node].hasEscapes && hasEscape(tree.written(node), letter)) {
     const std::string escape = std::string("\\") + letter;
     message += ", written as " + escape;
@@ -81,8 +81,8 @@ void reportControl(const SourceDocument& document, std::size_t node, const std::
     advice =
         (what == "path"
              ? std::string("write /") + letter + " if a folder's name ends here, or " + twoSigns
-             : "write " + twoSigns + " if a backslash and '" + letter + "' are meant") +
-        ", else remove the character";
+             : "write " + twoSigns + " if you mean a backslash and '" + letter + '\'') +
+        "; otherwise remove the character";
   }
   findings.add(Rule::kControlCharacter, tree, node,
                {std::move(message), std::move(advice), item()});
@@ -118,28 +118,28 @@ struct PathRule {
 
 const PathRule kPathRules[] = {
     {Rule::kFilePathAbsolute, [](std::string_view path) { return isSeparator(path[0]); },
-     "the path begins at the root of the file system",
-     "write it relative to the folder that the package is installed in"},
+     "the path is absolute", "write it relative to the folder where the package is installed"},
     {Rule::kFilePathDrive,
      [](std::string_view path) { return path.size() > 1 && isLetter(path[0]) && path[1] == ':'; },
-     "the path names a drive", "write it relative to the folder that the package is installed in"},
-    {Rule::kFilePathClimbs, climbs, "the path leads upward with '..'",
-     "name a file inside the folder that the package is installed in"},
+     "the path starts with a drive letter",
+     "write it relative to the folder where the package is installed"},
+    {Rule::kFilePathClimbs, climbs, "the path contains '..'",
+     "name a file inside the folder where the package is installed"},
     {Rule::kFilePathNul,
      [](std::string_view path) { return path.find('\0') != std::string_view::npos; },
-     "the path contains a NUL, where a file system ends it",
-     "remove the character: otherwise another file is deleted than the one that is shown"},
+     "the path contains a NUL character, at which system calls stop",
+     "remove the character; otherwise a different file is deleted"},
     {Rule::kFilePathTrailingSeparator,
      [](std::string_view path) { return isSeparator(path.back()); },
-     "the path ends in a separator, as that of a folder does", "name a file"},
+     "the path ends with a separator, so it names a folder", "name a file"},
     {Rule::kFilePathMixedSeparators,
      [](std::string_view path) {
        return path.find('/') != std::string_view::npos && path.find('\\') != std::string_view::npos;
      },
-     "the path has both '/' and '\\' in it", "write one kind of separator, best '/'"},
+     "the path contains both '/' and '\\'", "use one kind of separator, preferably '/'"},
 };
 
-// A text with all letters small, where the system's table of characters knows how.
+// Converts a text to lower case by the system's table of characters, or else only ASCII.
 class Folding {
  public:
   Folding() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
@@ -184,8 +184,8 @@ void checkCase(const SourceDocument& document, std::vector<FoldedPath>& paths,
     const FoldedPath& later = paths[index];
     if (first.folded == later.folded && first.path != later.path) {
       findings.add(Rule::kFilePathCase, document.tree(), later.node,
-                   {"the path differs from " + quote(first.path) + " only in the case of letters",
-                    "check which of the two is meant: on some file systems they are one file",
+                   {"the path differs from " + quote(first.path) + " only in case",
+                    "check which one is right; on some file systems both are the same file",
                     item(),
                     {{document.tree()[first.node].begin, "the other path"}}});
     }
@@ -196,7 +196,7 @@ bool isReserved(std::string_view name) {
   return name == "qztype" || name == "qzdata";
 }
 
-// Keys whose bytes differ are read alike only if there are ill-formed ones among them.
+// Keys with different bytes are read as the same name only if some of them are ill-formed.
 void checkSameNames(SourceDocument& document, std::size_t object, const char* what,
                     FindingList& findings) {
   struct Name {
@@ -218,12 +218,13 @@ void checkSameNames(SourceDocument& document, std::size_t object, const char* wh
   std::sort(names.begin(), names.end(), isBefore);
   for (std::size_t index = 1; index < names.size(); ++index) {
     if (names[index].read == names[index - 1].read) {
-      findings.add(Rule::kSameName, document.tree(), names[index].key,
-                   {std::string("this ") + what + " is read by the same name as another one, " +
-                        quote(names[index].read),
-                    "correct the bytes of the two names",
-                    "",
-                    {{document.tree()[names[index - 1].key].begin, "the other one"}}});
+      findings.add(
+          Rule::kSameName, document.tree(), names[index].key,
+          {std::string("this ") + what + " and another one are both read as " +
+               quote(names[index].read),
+           "correct the bytes of the two names",
+           "",
+           {{document.tree()[names[index - 1].key].begin, std::string("the other ") + what}}});
     }
   }
 }
@@ -234,8 +235,9 @@ void checkName(SourceDocument& document, std::size_t node, const char* what,
                const DescribeItem& item, FindingList& findings) {
   const std::string_view name = document.nameOf(node);
   if (name.empty()) {
-    findings.add(Rule::kEmptyName, document.tree(), node,
-                 {std::string("the ") + what + " is empty", "write what is meant", item()});
+    findings.add(
+        Rule::kEmptyName, document.tree(), node,
+        {std::string("the ") + what + " is empty", "write a value that is not empty", item()});
     return;
   }
   const Suspects suspects = findSuspects(name);
@@ -244,9 +246,9 @@ void checkName(SourceDocument& document, std::size_t node, const char* what,
   }
   if (suspects.unseen) {
     findings.add(Rule::kUnseenCharacter, document.tree(), node,
-                 {std::string("the ") + what + " contains the character " +
-                      codeOf(*suspects.unseen) + ", which cannot be seen",
-                  "remove the character: without it the name looks the same", item()});
+                 {std::string("the ") + what + " contains the invisible character " +
+                      codeOf(*suspects.unseen),
+                  "remove the character; the text looks the same without it", item()});
   }
 }
 
@@ -257,10 +259,11 @@ void checkNames(SourceDocument& document, std::size_t object, const char* what,
     checkName(
         document, key, nameOfWhat.c_str(), [] { return std::string(); }, findings);
     if (const std::string_view name = document.nameOf(key); isReserved(name)) {
-      findings.add(Rule::kReservedName, document.tree(), key,
-                   {"the name " + quote(name) + " has a meaning of its own in every object",
-                    std::string("give the ") + what + " another name",
-                    std::string(what) + ' ' + quote(name)});
+      findings.add(
+          Rule::kReservedName, document.tree(), key,
+          {"the name " + quote(name) + " is reserved: it has a special meaning in every object",
+           std::string("give the ") + what + " another name",
+           std::string(what) + ' ' + quote(name)});
     }
   });
   checkSameNames(document, object, what, findings);

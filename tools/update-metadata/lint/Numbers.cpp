@@ -16,18 +16,18 @@ namespace {
 constexpr double kTwoTo53 = 9007199254740992.0;
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
-// Packers rarely make a package that many times smaller.
+// Compression rarely makes a package that many times smaller.
 constexpr std::int64_t kLargestRatio = 1'000;
 constexpr std::int64_t kLargestPlausibleSize = std::int64_t{1} << 36;  // 64 GiB
 
-// The next integer, which no double holds, is read as 2^53 itself.
+// The next integer, which no double represents, is read as 2^53 itself.
 bool isBeyondTwoTo53(double number, std::string_view written) {
   const std::size_t digits = written.find_first_not_of("-0");
   return std::abs(number) > kTwoTo53 ||
          (std::abs(number) == kTwoTo53 && written.substr(digits) == "9007199254740993");
 }
 
-// Tells whether a number as it is written is no integer, also where the nearest double is one.
+// Whether a number, as it is written, is not an integer, even if the nearest double is one.
 bool hasFraction(std::string_view written) {
   const std::size_t exponentSign = std::min(written.find_first_of("eE"), written.size());
   const std::string_view mantissa = written.substr(0, exponentSign);
@@ -36,10 +36,10 @@ bool hasFraction(std::string_view written) {
   if (lastDigit == std::string_view::npos) {
     return false;  // zero
   }
-  // How many places the last digit that is not 0 stands behind the point.
+  // The decimal places up to the last digit that is not 0.
   const auto places =
       static_cast<double>(lastDigit) - static_cast<double>(point) + (lastDigit > point ? 0.0 : 1.0);
-  // An exponent of any length is a double, if an infinite one.
+  // An exponent of any length can be read as a double, which may be infinite.
   const double exponent =
       exponentSign == written.size()
           ? 0.0
@@ -61,8 +61,7 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
     findings.add(rule, tree, number, {'\'' + std::string(name) + "' " + message, advice, item()});
   };
   if (!(written >= -kTwoTo63 && written < kTwoTo63)) {
-    report(Rule::kSizeOutOfRange,
-           "does not fit into 64 bits and is read as " + std::to_string(read),
+    report(Rule::kSizeOutOfRange, "does not fit in 64 bits and is read as " + std::to_string(read),
            "write a number of bytes below 9223372036854775808");
     return std::nullopt;
   }
@@ -71,14 +70,14 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
            "write a whole number of bytes");
   }
   if (read < 0) {
-    report(Rule::kNegativeSize, "is negative and is kept so: " + std::to_string(read),
-           "write a number of bytes from 0 on");
+    report(Rule::kNegativeSize, "is negative and is read as " + std::to_string(read),
+           "write 0 or a positive number of bytes");
   }
   if (isBeyondTwoTo53(written, tree.written(number))) {
-    report(Rule::kImpreciseSize,
-           "is beyond 2^53, where not every integer can be read; it is read as " +
-               std::to_string(read),
-           "check whether that is the size that is meant");
+    report(
+        Rule::kImpreciseSize,
+        "is beyond 2^53, where not every integer is exact, and is read as " + std::to_string(read),
+        "check the number");
   }
   return isSound ? std::optional(read) : std::nullopt;
 }
@@ -87,11 +86,11 @@ void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unp
                    const DescribeItem& item, FindingList& findings) {
   if (unpacked.bytes < packed.bytes) {
     findings.add(Rule::kUnpackedSmaller, document.tree(), unpacked.node,
-                 {"unpacked, the package has " + std::to_string(unpacked.bytes) +
-                      " bytes, packed " + std::to_string(packed.bytes),
-                  "check whether the two numbers have been exchanged", item()});
+                 {"the package is smaller unpacked, " + std::to_string(unpacked.bytes) +
+                      " bytes, than packed, " + std::to_string(packed.bytes) + " bytes",
+                  "check whether the two sizes were swapped", item()});
   }
-  // A packed size of 0 is one that is not known.
+  // A packed size of 0 means that it is not known.
   const bool isPlausible = packed.bytes > 0 && packed.bytes < kLargestPlausibleSize &&
                            unpacked.bytes < kLargestPlausibleSize;
   if (isPlausible && unpacked.bytes > packed.bytes * kLargestRatio) {
@@ -105,7 +104,7 @@ void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unp
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings) {
   const source::SourceTree& tree = document.tree();
   const double written = tree.number(number);
-  // The handler of the library tells what is left of a level.
+  // The library's handler determines the level that is read back.
   const install::update_metadata_parser::UpdateMetaDataHandler handler;
   handler.initializeReleaseData();
   handler.initializeTargetRelease();
@@ -114,7 +113,7 @@ void checkUpdateLevel(const SourceDocument& document, std::size_t number, Findin
   if (static_cast<double>(read) != written || hasFraction(tree.written(number))) {
     findings.add(Rule::kUpdateLevel, tree, number,
                  {"the update level is read back as " + std::to_string(read),
-                  "write a whole number from -128 to 127", "target release"});
+                  "write an integer from -128 to 127", "target release"});
   }
 }
 

@@ -11,8 +11,8 @@
 
 namespace update_metadata_tool::lint {
 
-/// Reports what a number of bytes loses when the library reads it, and negative ones. Returns what
-/// it is read as, if nothing is to be said of it.
+/// Reports a size that is negative or that the library reads as another number. Returns the size as
+/// it is read if nothing is reported.
 std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_t number,
                                       const char* name, const DescribeItem& item,
                                       FindingList& findings);
@@ -23,12 +23,12 @@ struct ReadSize {
   std::int64_t bytes;
 };
 
-/// Reports two sizes of a package that do not go together: it is smaller unpacked than packed, or
+/// Reports two sizes of a package that do not fit together: it is smaller unpacked than packed, or
 /// so much larger that the packed size may be in kilobytes.
 void checkSizePair(const SourceDocument& document, ReadSize packed, ReadSize unpacked,
                    const DescribeItem& item, FindingList& findings);
 
-/// Reports an update level that is not read back as it is written.
+/// Reports an update level that is read back as another number.
 void checkUpdateLevel(const SourceDocument& document, std::size_t number, FindingList& findings);
 
 }  // namespace update_metadata_tool::lint

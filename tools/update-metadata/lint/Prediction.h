@@ -7,8 +7,8 @@
 
 namespace update_metadata_tool::lint {
 
-/// Asks the library what it makes of a file with this text: the exception that it throws, nothing
-/// if it loads. Only the lack of memory passes through.
+/// Has the library load a file with this text. Returns the exception that it throws, or nothing if
+/// it loads the file. Only a lack of memory passes through as an exception.
 std::optional<ThrownException> predictLoading(const std::string& file, const std::string& text);
 
 }  // namespace update_metadata_tool::lint

@@ -23,7 +23,7 @@ namespace {
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using output::toUtf8;
 
-// Opens the product data. False if they are faulty, which is reported.
+// Opens the product data. Reports an error in them and returns false if there is one.
 bool open(UpdateMetaDataHandler& handler, const std::u16string& productData,
           FindingList& findings) {
   try {
@@ -34,13 +34,13 @@ bool open(UpdateMetaDataHandler& handler, const std::u16string& productData,
   } catch (const std::exception& fault) {
     findings.addAt(Rule::kProductData, 0, 1,
                    {std::string("the product data cannot be read: ") + fault.what(),
-                    "correct the product data; the products have not been looked up"});
+                    "correct the product data; the names of products were not checked"});
     return false;
   }
 }
 
-// The names of the products in the table, its second column. None if the product data are kept in
-// another form.
+// The names of the products, which are the second column of the table. None if the product data
+// have another form.
 std::vector<std::string> readProductNames(const std::u16string& productData) {
   std::filesystem::path path(toUtf8(productData));
   std::error_code error;
@@ -61,7 +61,7 @@ std::vector<std::string> readProductNames(const std::u16string& productData) {
   return names;
 }
 
-/// Reports products that the product data do not know.
+/// Reports products that are not in the product data.
 class UnknownProducts {
  public:
   UnknownProducts(const SourceDocument& document, UpdateMetaDataHandler& handler,
@@ -70,17 +70,16 @@ class UnknownProducts {
 
   void report(std::size_t key) {
     const std::string_view product = document_.nameOf(key);
-    std::string message = "the product data do not know the product " + quote(product);
-    std::string advice =
-        "correct the name, or add the product to the product data: without a base code it has the "
-        "empty one";
+    std::string message =
+        "product " + quote(product) + " is not in the product data, so its base code is empty";
+    std::string advice = "correct the name, or add the product to the product data";
     const std::u16string meant = handler_.getProductName(output::toUtf16(product), productData_);
     if (!meant.empty()) {
-      message += "; that is the base code of " + quote(toUtf8(meant));
+      message += "; " + quote(product) + " is the base code of " + quote(toUtf8(meant));
       advice = "write the name of the product, " + quote(toUtf8(meant));
     } else if (const std::optional<std::string_view> nearest = findNearest(product)) {
-      advice = "write " + quote(*nearest) + " if that is meant, else add the product to the " +
-               "product data: without a base code it has the empty one";
+      advice = "write " + quote(*nearest) +
+               " if that is what you mean; otherwise add the product to the product data";
     }
     findings_.add(Rule::kUnknownProduct, document_.tree(), key,
                   {std::move(message), std::move(advice), describeProduct(product)});
@@ -115,7 +114,7 @@ void checkProductData(SourceDocument& document, const std::vector<ProductWork>& 
   }
   const source::SourceTree& tree = document.tree();
   UnknownProducts unknown(document, handler, productData, findings);
-  // The first product of each base code that an answer has packages of.
+  // The first product of each base code that has packages in an answer.
   std::map<std::u16string, std::size_t> firstToDelete;
   std::map<std::u16string, std::size_t> firstToExtract;
   for (const ProductWork& work : products) {
@@ -126,13 +125,14 @@ void checkProductData(SourceDocument& document, const std::vector<ProductWork>& 
       continue;
     }
     const auto report = [&](std::size_t first, const char* what) {
-      findings.add(Rule::kSharedBaseCode, tree, work.key,
-                   {"the base code " + quote(toUtf8(code)) + " is that of the product " +
-                        quote(document.nameOf(first)) + " as well; the packages to " + what +
-                        " by base code are those of that one alone",
-                    "give each product a base code of its own",
-                    describeProduct(product),
-                    {{tree[first].begin, "the product that is answered"}}});
+      findings.add(
+          Rule::kSharedBaseCode, tree, work.key,
+          {"this product has the same base code, " + quote(toUtf8(code)) + ", as product " +
+               quote(document.nameOf(first)) +
+               "; answers by base code contain only the packages to " + what + " of that product",
+           "give each product its own base code",
+           describeProduct(product),
+           {{tree[first].begin, "the product that is used"}}});
     };
     if (work.hasPackagesToDelete) {
       const auto [first, isNew] = firstToDelete.try_emplace(code, work.key);

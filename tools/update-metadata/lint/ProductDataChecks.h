@@ -9,9 +9,10 @@
 
 namespace update_metadata_tool::lint {
 
-/// Finds products, in the order of the model, of a document that the product data do not know, or
-/// know by one base code. The first fault of the product data themselves is one finding, in the
-/// catalogue's own words.
+/// Finds products of a document that are not in the product data or have the same base code there.
+/// The first error in the product data is one finding, with the catalogue's text.
+///
+/// \param products  in the order of the model
 void checkProductData(SourceDocument& document, const std::vector<ProductWork>& products,
                       const std::u16string& productData, FindingList& findings);
 

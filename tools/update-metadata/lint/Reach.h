@@ -9,13 +9,12 @@
 
 namespace update_metadata_tool::lint {
 
-/// Reports a component that no product names.
+/// Reports a component that no product uses.
 ///
 /// \param component  its key
 void reportUnused(const SourceDocument& document, std::size_t component, FindingList& findings);
 
-/// Reports packages that are in no answer because products name their component on the other side
-/// only.
+/// Reports packages that are ignored because products list their component only on the other side.
 ///
 /// \param component  its key
 /// \param packages   the object with the packages, which is a member's value
@@ -23,13 +22,13 @@ void reportUnused(const SourceDocument& document, std::size_t component, Finding
 void reportUnreachable(const SourceDocument& document, std::size_t component, std::size_t packages,
                        const std::string& side, FindingList& findings);
 
-/// Reports a product that deletes a component which has packages to extract only.
+/// Reports a product that deletes a component that only has packages to extract.
 ///
 /// \param element  the component's name in the product's list
 void reportNothingToDelete(const SourceDocument& document, std::size_t element,
                            std::string_view product, FindingList& findings);
 
-/// Reports a component with files to delete that is not described, while one of a similar name is.
+/// Reports a component with files to delete that is not described while a similar one is.
 ///
 /// \param component  its key in the section of files
 void reportSimilar(const SourceDocument& document, std::size_t component, std::string_view similar,

@@ -42,7 +42,7 @@ class ReferenceChecks {
       checkProducts();
     }
     if (sections_.components) {
-      // A null section says nothing of which components are used; neither does a broken one.
+      // A null or malformed section does not show which components are used.
       if (sections_.products && isEveryNameKnown_) {
         checkUnused();
       }
@@ -59,7 +59,8 @@ class ReferenceChecks {
   }
 
  private:
-  // When a component is first named, to be deleted and to be extracted: so it comes into the model.
+  // The positions of the first mention of a component to delete and to extract, which are its
+  // positions in the model.
   struct Use {
     std::size_t toDelete = kNever;
     std::size_t toExtract = kNever;
@@ -71,7 +72,7 @@ class ReferenceChecks {
     std::size_t toExtract;
   };
 
-  // The value of a member of an object that is of the right kind; kNever if there is none.
+  // The value of a member of an object if it is of the given kind; otherwise kNever.
   std::size_t memberOf(std::size_t object, std::string_view name, SourceKind kind) const {
     std::size_t found = kNever;
     if (document_.isA(SourceKind::kObject, object)) {
@@ -84,8 +85,8 @@ class ReferenceChecks {
     return found;
   }
 
-  // The library walks products in the order of their keys' bytes, and each one's arrays as they
-  // stand: that order decides which of two packages with one key is answered.
+  // The library visits products in the order of their keys' bytes, and the elements of each array
+  // in the order of the text. This order decides which of two packages with the same key is used.
   void checkProducts() {
     std::vector<std::pair<std::string_view, std::size_t>> products;
     document_.forEachMember(*sections_.products, [&](std::size_t key) {
@@ -106,13 +107,13 @@ class ReferenceChecks {
                         namesPackages(toExtract, &Packages::toExtract)});
       if (isEmpty(toDelete) && isEmpty(toExtract)) {
         findings_.add(Rule::kProductWithoutWork, tree_, key,
-                      {"the product names no component and does not come into the model",
-                       "remove the product, or name its components", describeProduct(product)});
+                      {"the product lists no component, so the library skips it",
+                       "list its components, or remove the product", describeProduct(product)});
       }
     }
   }
 
-  // Tells whether one of the components that an array names has packages.
+  // Whether any of the components in an array has packages.
   bool namesPackages(std::size_t array, std::size_t Packages::*member) {
     bool isAny = false;
     document_.forEachElement(array, [&](std::size_t element) {
@@ -145,7 +146,7 @@ class ReferenceChecks {
       names.push_back({name, element});
       const std::size_t component = components_.find(name);
       if (component == kNever) {
-        // A section that is missing or broken might describe it.
+        // A section that is missing or malformed might describe it.
         if (sections_.components || sections_.areComponentsNull) {
           reportUnknown(element, name, product);
         }
@@ -168,11 +169,11 @@ class ReferenceChecks {
     for (std::size_t index = 1; index < names.size(); ++index) {
       if (names[index].name == names[index - 1].name) {
         findings_.add(Rule::kComponentNamedTwice, tree_, names[index].element,
-                      {"the component " + quote(names[index].name) + " is in this '" + key +
-                           "' already; the model has it twice, the answers once",
-                       "remove one of the two",
+                      {"duplicate component " + quote(names[index].name) + " in '" + key +
+                           "': it counts once in the answers",
+                       "remove the duplicate",
                        describeProduct(product),
-                       {{tree_[names[index - 1].element].begin, "the name before it"}}});
+                       {{tree_[names[index - 1].element].begin, "the previous mention"}}});
       }
     }
   }
@@ -181,13 +182,14 @@ class ReferenceChecks {
     const std::optional<std::string_view> nearest = nearest_.find(name, mostEdits(name));
     findings_.add(
         Rule::kUnknownComponent, tree_, element,
-        {"the component " + quote(name) + " is not described in \"components\" and has no packages",
-         nearest ? "write " + quote(*nearest) + " if that is meant, else describe the component"
+        {"component " + quote(name) + " is not described in \"components\", so it has no packages",
+         nearest ? "write " + quote(*nearest) +
+                       " if that is what you mean; otherwise describe the component"
                  : "correct the name, or describe the component",
          describeProduct(product)});
   }
 
-  // Components with files need no description, so only those are reported that resemble one.
+  // Components with files need no description, so only those with a similar name are reported.
   void checkSimilar(const NameTable& files) {
     constexpr std::size_t kBytesForAnEdit = 8;
     for (const NameTable::Entry& withFiles : files.entries()) {
@@ -231,7 +233,7 @@ class ReferenceChecks {
                      use == &Use::toDelete ? Answer::kToDelete : Answer::kToExtract);
   }
 
-  // Every component with files comes into the model, in the order of their names.
+  // Every component with files is in the model, in the order of names.
   void checkCollisionsOfFiles(const NameTable& files) {
     std::vector<KeyedComponent> components;
     components.reserve(files.entries().size());
@@ -244,9 +246,10 @@ class ReferenceChecks {
 
   enum class Answer { kToDelete, kToExtract, kFiles };
 
-  // Reports all packages of one key but the one that the answers keep, the first in the model.
+  // Reports all packages with the same key except the one that the answers use, the first in the
+  // model.
   //
-  // `ranks` are the places of the components in the model; kNever if one does not come into it.
+  // `ranks` are the positions of the components in the model; kNever if a component is not in it.
   void reportCollisions(const std::vector<KeyedComponent>& components,
                         const std::vector<std::size_t>& ranks, Answer answer) {
     std::deque<CollidingPackage> packages = findKeyCollisions(document_, components);
@@ -260,9 +263,9 @@ class ReferenceChecks {
       if (kept == nullptr || package.group != kept->group) {
         kept = &package;
       } else {
-        reportLost({*kept, components[kept->component].name},
-                   {package, components[package.component].name},
-                   ranks[package.component] != kNever, answer);
+        reportCollision({*kept, components[kept->component].name},
+                        {package, components[package.component].name},
+                        ranks[package.component] != kNever, answer);
       }
     }
   }
@@ -272,30 +275,31 @@ class ReferenceChecks {
     std::string_view component;
   };
 
-  void reportLost(const PackageOf& kept, const PackageOf& lost, bool isInModel, Answer answer) {
+  void reportCollision(const PackageOf& used, const PackageOf& ignored, bool isInModel,
+                       Answer answer) {
     const char* const what = answer == Answer::kFiles      ? "with files to delete"
                              : answer == Answer::kToDelete ? "to delete"
                                                            : "to extract";
-    std::string message = "this package has the same key as " +
-                          describePackage(kept.package.name, what, kept.component) + ", " +
-                          quoteKey(lost.component, lost.package.name);
+    std::string message = "this package has the same key, " +
+                          quoteKey(ignored.component, ignored.package.name) + ", as " +
+                          describePackage(used.package.name, what, used.component);
     if (!isInModel) {
-      message += "; no product names both components yet";
+      message += "; no product uses both components yet";
     } else if (answer == Answer::kFiles) {
-      message += "; the answers keep the files and the size of that one and lose these";
+      message += "; the answers contain the files and size of that package, not of this one";
     } else if (answer == Answer::kToDelete) {
-      message += "; the answers hold one key for both";
+      message += "; the answers contain the key once";
     } else {
-      message += "; the answers keep the sizes of that one and lose these";
+      message += "; the answers contain the sizes of that package, not of this one";
     }
-    findings_.add(Rule::kPackageKeyCollision, tree_, lost.package.key,
+    findings_.add(Rule::kPackageKeyCollision, tree_, ignored.package.key,
                   {std::move(message),
-                   "rename one of the components or packages",
-                   describePackage(lost.package.name, what, lost.component),
-                   {{tree_[kept.package.key].begin, "the package that comes first"}}});
+                   "rename a component or a package",
+                   describePackage(ignored.package.name, what, ignored.component),
+                   {{tree_[used.package.key].begin, "the package that is used"}}});
   }
 
-  // Components whose names are read alike follow one another, and have one table.
+  // Components with equal names are adjacent and share one table.
   void checkChangedPackages(const NameTable& files) {
     std::size_t last = kNever;
     NameTable toDelete;
@@ -329,9 +333,9 @@ class ReferenceChecks {
       if (found != kNever) {
         findings_.add(
             Rule::kFileOfChangedPackage, tree_, key,
-            {std::string("single files of this package are to be deleted, and the package is ") +
-                 change + ", too",
-             "check whether both are meant",
+            {std::string("this package has files to delete, but the whole package is also ") +
+                 change,
+             "check that both are intended",
              describePackage(package, "with files to delete", withFiles.name),
              {{tree_[changed.entries()[found].key].begin,
                std::string("the package that is ") + change}}});
@@ -345,11 +349,11 @@ class ReferenceChecks {
   FindingList& findings_;
   NameTable components_;
   NearestNames nearest_;            // of the components
-  std::vector<Use> uses_;           // by the components' places in their table
+  std::vector<Use> uses_;           // by the components' positions in their table
   std::vector<Packages> packages_;  // likewise
   std::vector<ProductWork> works_;
-  std::size_t named_ = 0;         // how many components have been named
-  bool isEveryNameKnown_ = true;  // no product is broken, so that it might name any component
+  std::size_t named_ = 0;         // the number of components mentioned so far
+  bool isEveryNameKnown_ = true;  // false if a malformed product might name any component
 };
 
 }  // namespace

@@ -15,14 +15,15 @@ struct ProductWork {
   bool hasPackagesToExtract;
 };
 
-/// Finds what does not fit together between the sections of a whole document: components that no
-/// product names or that are not described, repeats, packages with one key, products without work.
+/// Checks the references between the sections of a complete document: components that no product
+/// uses or that are not described, duplicates, packages with the same key, products without
+/// components.
 ///
-/// Memory is linear in the text; n log n comparisons for n names of the document and underscores in
-/// them together.
+/// Memory is linear in the text; n log n comparisons, where n is the number of names in the
+/// document and of underscores in them.
 ///
-/// Returns the products in the order in which the library takes them into the model; without those
-/// whose members are not as they must be.
+/// Returns the products in the order in which the library adds them to the model, without those
+/// that lack a list of components.
 std::vector<ProductWork> checkReferences(SourceDocument& document, const Sections& sections,
                                          FindingList& findings);
 

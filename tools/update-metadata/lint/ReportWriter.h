@@ -8,7 +8,7 @@
 
 namespace update_metadata_tool::lint {
 
-/// A file that could not be read, so that nothing is known of its content.
+/// A file that could not be read, so nothing is known about its content.
 struct UnreadableFile {
   std::string file;  ///< as the user named it
   ThrownException exception;
@@ -23,13 +23,13 @@ struct LintTotals {
   std::size_t warnings = 0;
   std::size_t infos = 0;
 
-  /// Counts a file with its findings, also those that are omitted, whose severities are
-  /// `settings`'.
+  /// Counts a file with its findings, including the omitted ones, to which `settings` give their
+  /// severities.
   void count(const FileReport& report, const SeveritySettings& settings);
   void count(const UnreadableFile& file);
 };
 
-/// Writes what was found in one form, file by file, so that no file's text is kept for another.
+/// Writes the findings in one form, file by file, so only one file's text is in memory.
 class ReportWriter {
  public:
   ReportWriter() = default;

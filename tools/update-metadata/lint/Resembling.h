@@ -8,28 +8,28 @@
 
 namespace update_metadata_tool::lint {
 
-/// Names of more bytes resemble none.
+/// A name of more bytes resembles no other name.
 constexpr std::size_t kLongestResembling = 64;
 
-/// The most edits after which a name still resembles another: a quarter of its bytes, but one of a
-/// name of up to four and two of a longer one.
+/// The most edits with which a name still resembles another: one for up to four bytes, two for up
+/// to eleven, then a quarter of its bytes.
 std::size_t mostEdits(std::string_view name);
 
-/// Finds the name among known ones that a wrong name resembles most.
+/// Finds the known name that a wrong name resembles most.
 ///
-/// A document may have any number of both, so all look-ups together take a limited time: once it is
-/// used up, nothing is found any more.
+/// All look-ups together take a limited time, because a document can have many names. Once the
+/// limit is reached, nothing is found.
 class NearestNames {
  public:
   NearestNames() = default;
   explicit NearestNames(std::vector<std::string_view> names) : names_(std::move(names)) {}
 
-  /// The nearest of the names within `most` edits, the first of several; mostEdits() as a rule.
+  /// The nearest of the names within `most` edits, usually mostEdits(); of several, the first.
   std::optional<std::string_view> find(std::string_view name, std::size_t most);
 
  private:
   std::vector<std::string_view> names_;
-  std::size_t steps_ = 0;  ///< that look-ups have taken
+  std::size_t steps_ = 0;  ///< taken by look-ups so far
 };
 
 }  // namespace update_metadata_tool::lint

@@ -9,7 +9,7 @@
 
 namespace update_metadata_tool::lint {
 
-/// What the linter looks for. Each rule has a description of the same place in allRules().
+/// What the linter looks for. The number of a rule is the index of its description in allRules().
 enum class Rule {
   // What keeps a document from being loaded.
   kMalformedText,
@@ -24,7 +24,7 @@ enum class Rule {
   kAbsentRelease,
   kNonStringElement,
   kRefused,
-  // Members and sections that are not taken as they stand.
+  // Members and sections that are not read as they are written.
   kRepeatedKey,
   kUnlistedMember,
   kReservedName,
@@ -71,19 +71,22 @@ enum class Rule {
 
 constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::kProductData) + 1;
 
-/// What users are told of a rule.
+/// What users see of a rule in lists and findings.
 struct RuleDescription {
   Rule rule;
-  const char* id;           ///< never changes: users write it into their settings
-  Severity severity;        ///< unless the user chooses another one
-  const char* summary;      ///< one line, without a full stop at the end
-  const char* explanation;  ///< paragraphs of lines of at most 80 characters; examples are indented
+  const char* id;       ///< never changes: users write it into their settings
+  Severity severity;    ///< unless the user chooses another one
+  const char* summary;  ///< one line, without a full stop at the end
 };
 
 /// Every rule, in the order of Rule.
 const std::array<RuleDescription, kRuleCount>& allRules();
 
 const RuleDescription& describe(Rule rule);
+
+/// What the rule finds, why that matters and what to do: paragraphs of lines of at most 80
+/// characters, in which examples are indented.
+const char* explain(Rule rule);
 
 /// The rule of that id, if there is one.
 std::optional<Rule> findRule(std::string_view id);

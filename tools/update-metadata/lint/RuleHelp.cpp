@@ -34,18 +34,18 @@ void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream&
   const RuleDescription& description = describe(rule);
   out << description.id << " (" << nameOf(settings.severityOf(rule)) << "): " << description.summary
       << "\n\n"
-      << description.explanation << '\n';
+      << explain(rule) << '\n';
 }
 
 void writeRulePage(std::ostream& out) {
   out << "# The rules of lint\n\n"
-         "Each rule has an id, by which 'update-metadata lint --explain' shows the same text, and "
-         "the\n"
-         "severity that '--severity' changes.\n";
+         "'update-metadata lint --explain RULE' prints the same text. '--severity' changes the "
+         "severity\n"
+         "of a rule.\n";
   for (const RuleDescription& description : allRules()) {
     out << "\n## " << description.id << "\n\n"
         << nameOf(description.severity) << ": " << description.summary << ".\n\n"
-        << description.explanation << '\n';
+        << explain(description.rule) << '\n';
   }
 }
 

@@ -38,12 +38,12 @@ std::string toUri(std::string_view path) {
   return uri;
 }
 
-// A capital at the beginning, a full stop at the end.
+// An initial capital, and a full stop at the end unless there is a question mark.
 std::string toSentence(std::string text) {
   if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') {
     text.front() = static_cast<char>(text.front() - 'a' + 'A');
   }
-  return text + '.';
+  return !text.empty() && text.back() == '?' ? text : text + '.';
 }
 
 const char* levelOf(Severity severity) {
@@ -63,7 +63,7 @@ void writeText(const char* name, std::string_view text, JsonWriter& json) {
   json.name(name).beginObject().member("text", text).endObject();
 }
 
-// In a message, brackets make links, braces make placeholders, and a backslash escapes brackets.
+// In a message, brackets are links, braces are placeholders, and a backslash escapes brackets.
 std::string toMessageText(std::string_view text) {
   std::string escaped;
   escaped.reserve(text.size());
@@ -86,8 +86,8 @@ void writeMessage(std::string_view text, JsonWriter& json) {
 void writeRule(const RuleDescription& description, JsonWriter& json) {
   json.beginObject().member("id", description.id);
   writeText("shortDescription", std::string(description.summary) + '.', json);
-  writeText("fullDescription", description.explanation, json);
-  writeText("help", description.explanation, json);
+  writeText("fullDescription", explain(description.rule), json);
+  writeText("help", explain(description.rule), json);
   json.name("defaultConfiguration")
       .beginObject()
       .member("level", levelOf(description.severity))
@@ -210,7 +210,7 @@ SarifReport::SarifReport(std::ostream& out) : out_(out), json_(out) {
 
 void SarifReport::write(const FileReport& report) {
   const std::string uri = toUri(report.file);
-  // A file may be linted twice, but no artifact may stand there twice.
+  // A file may be checked twice, but must be only one artifact.
   const auto [known, isNew] = artifactsByUri_.try_emplace(uri, artifacts_.size());
   const std::size_t artifact = known->second;
   if (isNew) {

@@ -13,12 +13,12 @@
 
 namespace update_metadata_tool::lint {
 
-/// Writes findings for code-review systems, as one SARIF 2.1.0 log in one line.
+/// Writes findings for code-review systems, as one SARIF 2.1.0 log on one line.
 ///
-/// Columns count characters, as that format wants them. Whether the library loads a file, the
-/// exception if not, and how many findings are omitted are properties of its artifact; a file that
-/// could not be read is a notification. What is not UTF-8 becomes U+FFFD. Memory does not grow with
-/// the number of findings.
+/// Columns count characters. Whether the library loads a file, the exception if it does not, and
+/// the numbers of omitted findings are properties of its artifact; a file that could not be read is
+/// a notification. Bytes that are not UTF-8 become U+FFFD. Memory does not grow with the number of
+/// findings.
 class SarifReport : public ReportWriter {
  public:
   explicit SarifReport(std::ostream& out);

@@ -5,7 +5,7 @@
 
 namespace update_metadata_tool::lint {
 
-/// How much a finding matters. A rule that is off has no findings.
+/// How serious a finding is. A rule that is off has no findings.
 enum class Severity { kOff, kInfo, kWarning, kError };
 
 /// The name of a severity as users write and read it: "off", "info", "warning" or "error".

@@ -16,12 +16,11 @@ std::string SeveritySettings::add(std::string_view choice) {
   const std::string_view name = choice.substr(sign + 1);
   const std::optional<Rule> rule = findRule(id);
   if (!rule) {
-    return "'" + output::toVisible(id) + "' is no rule; --list-rules lists them";
+    return "'" + output::toVisible(id) + "' is not a rule; --list-rules lists them";
   }
   const std::optional<Severity> severity = findSeverity(name);
   if (!severity) {
-    return "'" + output::toVisible(name) +
-           "' is no severity; it is one of off, info, warning and error";
+    return "'" + output::toVisible(name) + "' is not a severity; use off, info, warning or error";
   }
   chosen_[static_cast<std::size_t>(*rule)] = severity;
   return {};

@@ -9,18 +9,18 @@
 
 namespace update_metadata_tool::lint {
 
-/// The severities that the user has chosen for rules, in place of their own.
+/// The severities that the user has set for rules instead of their defaults.
 class SeveritySettings {
  public:
-  /// Takes one choice, written as RULE=SEVERITY; a later one for the same rule replaces it.
+  /// Adds one setting, written as RULE=SEVERITY; a later one for the same rule replaces it.
   ///
-  /// Returns what is wrong with it and what to do, or an empty text if it was taken.
+  /// Returns what is wrong with it and what to do, or an empty text if it was added.
   std::string add(std::string_view choice);
 
   Severity severityOf(Rule rule) const;
 
-  /// Gives each finding the chosen severity of its rule, if there is one, and removes those of
-  /// rules that are off, the omitted ones, too.
+  /// Gives each finding the severity that is set for its rule, if any, and removes the findings of
+  /// rules that are off, including the counts of omitted ones.
   void applyTo(FileReport& report) const;
 
  private:

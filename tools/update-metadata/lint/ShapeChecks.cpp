@@ -18,6 +18,7 @@ using source::SourceKind;
 using source::SourceTree;
 
 constexpr const char* kPackageSize = "the size of the package in bytes";
+constexpr const char* kUnused = "the library requires it but does not use it";
 
 const ListedMember kSections[] = {
     {"metadata", "the architecture and the two releases", SourceKind::kObject,
@@ -26,14 +27,14 @@ const ListedMember kSections[] = {
      Rule::kNullSection},
     {"products", "the components of each product", SourceKind::kObject, Rule::kMissingSection,
      Rule::kNullSection},
-    {"componentsWithFilesDeleted", "the packages that lose single files, by component",
+    {"componentsWithFilesDeleted", "the packages that have files to delete, by component",
      SourceKind::kObject, Rule::kMissingSection, Rule::kNullSection},
     {"$schema", "the schema for editors", SourceKind::kString, Rule::kUnlistedMember,
      Rule::kUnlistedMember, false},
 };
 
 const ListedMember kMetadata[] = {
-    {"arch", "the architecture that the document is made for", SourceKind::kString},
+    {"arch", "the architecture that the update is for", SourceKind::kString},
     {"target", "the release that the update leads to", SourceKind::kObject, Rule::kAbsentRelease,
      Rule::kNullRelease},
     {"base", "the release that the update starts from", SourceKind::kObject, Rule::kAbsentRelease,
@@ -44,13 +45,13 @@ constexpr std::size_t kVersion = 2;
 constexpr std::size_t kFamily = 4;
 constexpr std::size_t kUpdate = 7;
 const ListedMember kRelease[] = {
-    {"zelvan_version", "checked, but not kept", SourceKind::kString},
-    {"date", "checked, but not kept", SourceKind::kString},
+    {"zelvan_version", kUnused, SourceKind::kString},
+    {"date", kUnused, SourceKind::kString},
     {"version", "the version of the release", SourceKind::kString},
-    {"prerelease", "checked, but not kept", SourceKind::kBoolean},
+    {"prerelease", kUnused, SourceKind::kBoolean},
     {"release", "the family of the release", SourceKind::kString},
-    {"checksum", "checked, but not kept", SourceKind::kString},
-    {"description", "checked, but not kept", SourceKind::kString},
+    {"checksum", kUnused, SourceKind::kString},
+    {"description", kUnused, SourceKind::kString},
     {"update", "the update level", SourceKind::kNumber},
 };
 
@@ -80,7 +81,7 @@ std::string nothing() {
   return "";
 }
 
-// A string of a release that names it.
+// A string that is part of the name of a release.
 void checkReleaseText(SourceDocument& document, const std::optional<std::size_t>& value,
                       const char* what, const DescribeItem& item, FindingList& findings) {
   if (value) {
@@ -152,16 +153,15 @@ void checkPackageWithFiles(SourceDocument& document, std::size_t package, const 
     ++index;
     if (!document.isA(SourceKind::kString, element)) {
       findings.add(Rule::kNonStringElement, document.tree(), element,
-                   {"element " + std::to_string(index) + " of 'files' is " +
-                        describeKind(document.tree()[element].kind) + " and must be a string",
+                   {"element " + std::to_string(index) + " of 'files' must be a string, not " +
+                        describeKind(document.tree()[element].kind),
                     "write the path of a file", item()});
     }
   });
   checkPaths(document, *files, item, findings);
 }
 
-// Reports a member of a package that has taken the place of the package itself; false if it is not
-// one.
+// Reports a member of a package that is where the package should be; returns whether it is one.
 bool reportMissingPackage(const SourceDocument& document, std::size_t key, const DescribeItem& item,
                           FindingList& findings) {
   const std::string_view name = document.nameOf(key);
@@ -173,10 +173,9 @@ bool reportMissingPackage(const SourceDocument& document, std::size_t key, const
   }
   findings.add(
       kind == SourceKind::kNull ? Rule::kNullValue : Rule::kWrongKind, document.tree(), value,
-      {"the package " + quote(name) + " is " + describeKind(kind) +
-           " and must be an object; the name of a package seems to be missing above it",
-       "put the name of the package in between: {\"NAME\": {\"" + std::string(name) + "\": ...}}",
-       item()});
+      {"package " + quote(name) + " must be an object, not " + describeKind(kind) +
+           "; the name of a package seems to be missing around it",
+       "add the name of the package: {\"NAME\": {\"" + std::string(name) + "\": ...}}", item()});
   return true;
 }
 
@@ -199,8 +198,8 @@ void checkPackages(SourceDocument& document, std::size_t packages, std::string_v
   });
 }
 
-// Reports a product's list, or the packages of a component, in the place of the product or
-// component itself; false if they are not.
+// Reports a product's list, or the packages of a component, where the product or component should
+// be; returns whether that is so.
 bool reportMissingName(const SourceDocument& document, std::size_t key, const std::string& what,
                        SourceKind kind, const DescribeItem& item, FindingList& findings) {
   const SourceTree& tree = document.tree();
@@ -220,12 +219,12 @@ bool reportMissingName(const SourceDocument& document, std::size_t key, const st
     return false;
   }
   const bool isObject = kind == SourceKind::kObject;
-  findings.add(isObject ? Rule::kMissingMember : Rule::kWrongKind, tree, value,
-               {quote(name) + " is read as the name of a " + what + "; the name of the " + what +
-                    " seems to be missing above it",
-                "put the name of the " + what + " in between: {\"NAME\": {\"" + std::string(name) +
-                    "\": ...}}",
-                item()});
+  findings.add(
+      isObject ? Rule::kMissingMember : Rule::kWrongKind, tree, value,
+      {quote(name) + " is read as the name of a " + what + "; the name of the " + what +
+           " seems to be missing around it",
+       "add the name of the " + what + ": {\"NAME\": {\"" + std::string(name) + "\": ...}}",
+       item()});
   return true;
 }
 
@@ -236,14 +235,14 @@ void checkComponentNames(SourceDocument& document, std::size_t array, const char
     ++index;
     if (!document.isA(SourceKind::kString, element)) {
       findings.add(Rule::kNonStringElement, document.tree(), element,
-                   {"element " + std::to_string(index) + " of '" + key + "' is " +
-                        describeKind(document.tree()[element].kind) + " and must be a string",
+                   {"element " + std::to_string(index) + " of '" + key +
+                        "' must be a string, not " + describeKind(document.tree()[element].kind),
                     "write the name of a component", item()});
     }
   });
 }
 
-// Tells whether a member at the top is null.
+// Whether a member at the top is null.
 bool isNullMember(const SourceDocument& document, std::string_view name) {
   bool isNull = false;
   std::string buffer;
@@ -260,9 +259,9 @@ Sections checkTop(SourceDocument& document, FindingList& findings) {
   const SourceTree& tree = document.tree();
   if (!document.isA(SourceKind::kObject, SourceTree::kRoot)) {
     findings.add(Rule::kNotAnObject, tree, SourceTree::kRoot,
-                 {std::string("the document is ") + describeKind(tree[SourceTree::kRoot].kind) +
-                      " and must be an object",
-                  "write the four sections between '{' and '}'"});
+                 {std::string("the document must be an object, not ") +
+                      describeKind(tree[SourceTree::kRoot].kind),
+                  "put the four sections between '{' and '}'"});
     return {};
   }
   const auto [metadata, components, products, files, schema] =

@@ -5,12 +5,11 @@
 
 namespace update_metadata_tool::lint {
 
-/// Finds members that are missing, of the wrong kind or unlisted in the top of a document and in
-/// "metadata", and tells which sections there are.
+/// Finds members that are missing, of the wrong kind or unlisted at the top of a document and in
+/// "metadata", and returns the sections.
 Sections checkTop(SourceDocument& document, FindingList& findings);
 
-/// Does the same in the sections that say which packages there are, and looks at their numbers,
-/// names and paths.
+/// The same in the other sections, whose numbers, names and paths are also checked.
 void checkComponents(SourceDocument& document, std::size_t components, FindingList& findings);
 void checkProducts(SourceDocument& document, std::size_t products, FindingList& findings);
 void checkFiles(SourceDocument& document, std::size_t components, FindingList& findings);

@@ -8,7 +8,7 @@
 namespace update_metadata_tool::lint {
 
 SourceDocument::SourceDocument(const source::SourceTree& tree)
-    : tree_(tree), isLost_(tree.nodes().size()), isUtf8_(output::isUtf8(tree.text())) {
+    : tree_(tree), isIgnored_(tree.nodes().size()), isUtf8_(output::isUtf8(tree.text())) {
   std::string buffer;
   for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
     const bool isText =

@@ -46,7 +46,7 @@ struct Encoding {
   const char* name;
 };
 
-// UTF-32 begins as UTF-16 does and goes on with zeros.
+// UTF-32 begins like UTF-16, followed by zeros.
 constexpr Encoding kEncodings[] = {
     {std::string_view("\xFF\xFE\0\0", 4), "UTF-32"},
     {std::string_view("\0\0\xFE\xFF", 4), "UTF-32"},
@@ -61,8 +61,7 @@ constexpr Encoding kEncodings[] = {
 std::optional<KnownMistake> findEncoding(std::string_view text) {
   for (const auto& [beginning, name] : kEncodings) {
     if (startsWith(text, beginning)) {
-      return KnownMistake{0, beginning.size(),
-                          std::string("the file is ") + name + " and must be UTF-8",
+      return KnownMistake{0, beginning.size(), std::string("the file must be UTF-8, not ") + name,
                           "save it as UTF-8 without a byte-order mark"};
     }
   }
@@ -80,14 +79,14 @@ std::optional<KnownMistake> findQuote(std::string_view text, std::size_t offset)
   for (const std::string_view quote : kCurlyQuotes) {
     if (startsWith(text.substr(offset), quote)) {
       return KnownMistake{offset, quote.size(),
-                          "a curly or angled quotation mark does not begin a string",
-                          "write straight double quotation marks (\") around names and texts"};
+                          "a curly or angled quotation mark cannot start a string",
+                          "put names and strings in straight double quotation marks (\")"};
     }
   }
   const char byte = byteAt(text, offset);
   if (byte == '\'' || byte == '`') {
-    return KnownMistake{offset, 1, std::string("a string does not begin with ") + byte,
-                        "write strings between double quotation marks"};
+    return KnownMistake{offset, 1, std::string("a string cannot start with ") + byte,
+                        "put strings in double quotation marks"};
   }
   return std::nullopt;
 }
@@ -95,7 +94,7 @@ std::optional<KnownMistake> findQuote(std::string_view text, std::size_t offset)
 // --- words ------------------------------------------------------------------------------------
 
 struct ForeignWord {
-  std::string_view word;  ///< in small letters
+  std::string_view word;  ///< in lower case
   const char* meant;
 };
 
@@ -123,10 +122,10 @@ std::string adviseOnWord(std::string_view word) {
   if (small == "nan" || small == "infinity" || small == "inf") {
     return "write a number: JSON has no " + std::string(word);
   }
-  return "put texts between double quotation marks; the other words are true, false and null";
+  return "put strings in double quotation marks; the only other words are true, false and null";
 }
 
-// A word without quotation marks, of which the fault may be the first or a later byte.
+// A word without quotation marks, in which the fault can be at the first or a later byte.
 std::optional<KnownMistake> findWord(std::string_view text, const SyntaxFault& fault) {
   std::size_t begin = fault.offset;
   if (!isOfWord(text[begin])) {
@@ -146,7 +145,7 @@ std::optional<KnownMistake> findWord(std::string_view text, const SyntaxFault& f
   const std::string_view word = text.substr(begin, end - begin);
   if (byteAt(text, source::skipSpace(text, end)) == ':') {
     return KnownMistake{begin, word.size(), "the name " + quote(word) + " has no quotation marks",
-                        "put names between double quotation marks"};
+                        "put names in double quotation marks"};
   }
   if (begin == fault.offset && !isExpected(fault, "value") && !isExpected(fault, "digit")) {
     return std::nullopt;  // a value comes before this word
@@ -183,7 +182,7 @@ std::optional<KnownMistake> findTailOfNumber(std::string_view text, const Syntax
   const bool isSeparated = behind != offset;
   if (isDigit(byte) && offset > 1 && text[offset - 1] == ',' && isDigit(text[offset - 2])) {
     return KnownMistake{offset - 1, 1, "the digits of this number are grouped with ','",
-                        "write the digits of a number without separators"};
+                        "write the number without separators"};
   }
   if (behind == 0 || !isDigit(text[behind - 1])) {
     return std::nullopt;
@@ -199,10 +198,10 @@ std::optional<KnownMistake> findTailOfNumber(std::string_view text, const Syntax
   }
   if (!isSeparated && byte == '_') {
     return KnownMistake{offset, 1, "the digits of this number are grouped with '_'",
-                        "write the digits of a number without separators"};
+                        "write the number without separators"};
   }
   if (isUnit(word)) {
-    return KnownMistake{offset, word.size(), "a unit, " + quote(word) + ", follows the number",
+    return KnownMistake{offset, word.size(), "the number is followed by a unit, " + quote(word),
                         "write the number of bytes, without a unit"};
   }
   return std::nullopt;
@@ -214,12 +213,12 @@ std::optional<KnownMistake> findPunctuation(std::string_view text, const SyntaxF
     const std::size_t length = byteAt(text, fault.offset + 1) == '>' ? 2 : 1;
     return KnownMistake{
         fault.offset, length,
-        "a name and its value are separated with " + quote(text.substr(fault.offset, length)),
+        "a name and its value are separated by " + quote(text.substr(fault.offset, length)),
         "write ':' between a name and its value"};
   }
   if (byte == ';' && isExpected(fault, "','")) {
-    return KnownMistake{fault.offset, 1, "two values are separated with ';'",
-                        "write ',' between two values, nothing after the last"};
+    return KnownMistake{fault.offset, 1, "two values are separated by ';'",
+                        "write ',' between two values, and nothing after the last one"};
   }
   return std::nullopt;
 }
@@ -252,23 +251,24 @@ std::optional<KnownMistake> findKnownMistake(std::string_view text, const Syntax
 
 std::string adviseOnSyntax(std::string_view text, std::size_t begin, const SyntaxFault& fault) {
   if (text.empty()) {
-    return "write the document into the file, which is empty";
+    return "write a document to the file, which is empty";
   }
   if (source::skipSpace(text, begin) == text.size()) {
-    return "write the document into the file, which contains white space only";
+    return "write a document to the file, which contains only white space";
   }
   if (fault.offset >= text.size()) {
-    return "add what is missing: the text ends within a string, an array or an object";
+    return "complete the text, which ends inside a string, an array or an object";
   }
   if (fault.isInEscape) {
-    return "write a backslash as \\\\; only \" \\ / b f n r t may follow one, and u with four "
-           "hexadecimal digits, in pairs for characters beyond \\uffff";
+    return "write a backslash as \\\\; an escape is a backslash and one of \" \\ / b f n r t, or u "
+           "with "
+           "four hexadecimal digits, in pairs for characters beyond \\uffff";
   }
   const char byte = text[fault.offset];
   if (byte == '+' || byte == '.') {
-    return "begin a number with a digit or a minus sign";
+    return "start the number with a digit or a minus sign";
   }
-  return "correct the text here or right before";
+  return "correct the text here or just before";
 }
 
 bool hasCurlyQuote(std::string_view text) {

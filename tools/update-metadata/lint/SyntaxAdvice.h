@@ -9,7 +9,7 @@
 
 namespace update_metadata_tool::lint {
 
-/// A mistake that has a name, and what to write instead.
+/// A common mistake, and what to write instead.
 struct KnownMistake {
   std::size_t offset;
   std::size_t length;
@@ -17,19 +17,18 @@ struct KnownMistake {
   std::string advice;
 };
 
-/// Recognizes what people write who know another notation: True, yes, 5 MB, 0x1F, curly quotation
-/// marks, '=' and the like, or a whole file in UTF-16. Each is a fault of one name or value, not of
-/// a bracket.
+/// Recognizes notations other than JSON: True, yes, 5 MB, 0x1F, curly quotation marks, '=' and the
+/// like, or a whole file in UTF-16. Each is an error in one name or value, not in a bracket.
 std::optional<KnownMistake> findKnownMistake(std::string_view text,
                                              const source::SyntaxFault& fault);
 
-/// Says what to do about any other fault.
+/// Returns what to do about any other error.
 ///
 /// \param begin  where the document begins
 std::string adviseOnSyntax(std::string_view text, std::size_t begin,
                            const source::SyntaxFault& fault);
 
-/// Whether a text contains a quotation mark that is none in JSON.
+/// Whether a text contains a quotation mark that JSON does not have.
 bool hasCurlyQuote(std::string_view text);
 
 }  // namespace update_metadata_tool::lint

@@ -18,7 +18,7 @@ using source::SourceTree;
 using source::SyntaxFault;
 
 // The text is read again after each.
-constexpr int kMostMendings = 20;
+constexpr int kMostRepairs = 20;
 
 bool startsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
@@ -36,34 +36,35 @@ std::string lowered(std::string_view why) {
 
 std::string describeSpace(std::string_view space) {
   if (space == "\n" || space == "\r\n") {
-    return "a line feed";
+    return "line feed";
   }
   return "white space";
 }
 
-// What stands behind a value inside an object or array: the document has been closed too early.
+// Whether a byte can follow a value inside an object or array, which means that the document was
+// closed too early.
 bool isOfObject(char byte) {
   return std::string_view(",}]:\"").find(byte) != std::string_view::npos;
 }
 
-// Tells whether a fault lies in a single value, so that no bracket can be its reason.
+// Whether a fault is inside a single value, so that no bracket can be its cause.
 bool isInsideValue(const SyntaxFault& fault) {
   return fault.isTypeNotString || fault.isInPayload || fault.isInEscape || fault.isInNumber;
 }
 
-/// Reads one text, mending it.
-class Mending {
+/// Reads one text and repairs it.
+class Repair {
  public:
-  Mending(std::string_view text, std::string& mended, FindingList& findings)
-      : text_(text), mended_(mended), findings_(findings) {}
+  Repair(std::string_view text, std::string& repaired, FindingList& findings)
+      : text_(text), repaired_(repaired), findings_(findings) {}
 
-  MendedText read(std::string& readerMessage) {
+  RepairedText read(std::string& readerMessage) {
     if (SourceTree untouched(text_); !untouched.fault()) {
       return {std::move(untouched), true};
     } else {
       readerMessage = untouched.fault()->message;
     }
-    begin_ = skipWhatStandsBefore();
+    begin_ = skipTextBefore();
     for (int round = 0;; ++round) {
       SourceTree tree(text_, begin_, allowComments_);
       if (!tree.fault()) {
@@ -71,11 +72,11 @@ class Mending {
       }
       const SyntaxFault fault = *tree.fault();
       if (tree.isWhole()) {
-        checkWhatStandsBehind(fault.offset);
+        checkTextAfter(fault.offset);
         const std::size_t next = skipSpace(text_, fault.offset);
         return {std::move(tree), next == text_.size() || !isOfObject(text_[next])};
       }
-      if (round == kMostMendings || !mend(fault)) {
+      if (round == kMostRepairs || !repair(fault)) {
         const bool isNestingSure = report(fault, tree);
         return {std::move(tree), isNestingSure};
       }
@@ -92,10 +93,10 @@ class Mending {
   void reportComment(std::size_t offset) {
     allowComments_ = true;
     findings_.addAt(Rule::kMalformedText, offset, 2,
-                    {"JSON has no comments", "remove this comment and any other"});
+                    {"JSON has no comments", "remove this and all other comments"});
   }
 
-  // Replaces a comment that goes on to the end of its line with blanks.
+  // Replaces a comment up to the end of its line with blanks.
   void blankComment(std::size_t offset) {
     findings_.addAt(Rule::kMalformedText, offset, 1,
                     {"JSON has no comments", "remove this comment"});
@@ -108,23 +109,23 @@ class Mending {
     }
   }
 
-  std::size_t skipWhatStandsBefore() {
+  std::size_t skipTextBefore() {
     std::size_t offset = 0;
     if (startsWith(text_, source::kByteOrderMark)) {
       offset = source::kByteOrderMark.size();
       findings_.addAt(Rule::kTextAroundValue, 0, offset,
-                      {"a byte-order mark comes before the document",
+                      {"byte-order mark before the document",
                        "save the file as UTF-8 without a byte-order mark, or run "
                        "'update-metadata fmt'"});
     }
     const std::size_t behindSpace = skipSpace(text_, offset);
     if (behindSpace == text_.size()) {
-      return offset;  // no document at all, which is another fault
+      return offset;  // there is no document, which is another fault
     }
     if (behindSpace != offset) {
       findings_.addAt(Rule::kTextAroundValue, offset, 1,
-                      {"white space comes before the document",
-                       "begin the file with '{', or run 'update-metadata fmt'"});
+                      {"white space before the document",
+                       "start the file with '{', or run 'update-metadata fmt'"});
     }
     if (isCommentAt(behindSpace)) {
       reportComment(behindSpace);
@@ -133,23 +134,23 @@ class Mending {
     return behindSpace;
   }
 
-  void checkWhatStandsBehind(std::size_t offset) {
+  void checkTextAfter(std::size_t offset) {
     const std::string_view rest = text_.substr(offset);
     if (isWhiteSpace(rest)) {
       findings_.addAt(Rule::kTextAroundValue, offset, 1,
-                      {describeSpace(rest) + " follows the document",
-                       "end the file with the document's last '}' (many editors add a line feed by "
-                       "themselves), or run 'update-metadata fmt'"});
+                      {describeSpace(rest) + " after the document",
+                       "end the file with the last '}' of the document (many editors add a line "
+                       "feed), or run 'update-metadata fmt'"});
       return;
     }
     const std::size_t place = skipSpace(text_, offset);
     findings_.addAt(Rule::kTextAroundValue, place, 1,
-                    {"the document is complete before this, and nothing may follow it",
-                     "remove what follows, or the bracket that closes the document too early"});
+                    {"text after the end of the document",
+                     "remove it, or the bracket that closes the document too early"});
   }
 
-  // Mends a fault that has one obvious remedy. False if it is none.
-  bool mend(const SyntaxFault& fault) {
+  // Repairs a fault that has one obvious remedy; returns whether it has one.
+  bool repair(const SyntaxFault& fault) {
     const std::size_t offset = fault.offset;
     if (fault.isTypeNotString || fault.isInPayload) {
       return false;
@@ -162,10 +163,10 @@ class Mending {
       blankComment(offset);
       return true;
     }
-    return mendTrailingComma(offset) || mendMissingComma(fault);
+    return repairTrailingComma(offset) || repairMissingComma(fault);
   }
 
-  bool mendTrailingComma(std::size_t offset) {
+  bool repairTrailingComma(std::size_t offset) {
     const char closing = byteAt(offset);
     if ((closing != '}' && closing != ']') || offset == begin_ || allowComments_) {
       return false;
@@ -178,13 +179,14 @@ class Mending {
       return false;
     }
     findings_.addAt(Rule::kMalformedText, comma, 1,
-                    {std::string("a comma comes before the closing '") + closing + '\'',
-                     "remove the comma, or add what is missing after it"});
+                    {std::string("trailing comma before '") + closing + '\'',
+                     std::string("remove it, or add the missing ") +
+                         (closing == '}' ? "member" : "element") + " after it"});
     replace(comma, ' ');
     return true;
   }
 
-  bool mendMissingComma(const SyntaxFault& fault) {
+  bool repairMissingComma(const SyntaxFault& fault) {
     const bool isExpected = fault.why.find("','") != std::string_view::npos;
     const bool isSpaceBefore =
         fault.offset > begin_ && isWhiteSpace(text_.substr(fault.offset - 1, 1));
@@ -192,40 +194,41 @@ class Mending {
       return false;
     }
     findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                    {"a comma is missing before this", "put a comma after the value before it"});
+                    {"missing comma before this", "add a comma after the previous value"});
     replace(fault.offset - 1, ',');
     return true;
   }
 
   void replace(std::size_t offset, char byte) {
-    if (mended_.empty()) {
-      mended_ = text_;
-      text_ = mended_;
+    if (repaired_.empty()) {
+      repaired_ = text_;
+      text_ = repaired_;
     }
-    mended_[offset] = byte;
+    repaired_[offset] = byte;
   }
 
-  // Reports a fault that ends the reading. Tells whether what comes before it is nested as it is
-  // meant to be.
+  // Reports a fault at which reading stops. Returns whether the nesting of what comes before it is
+  // sure.
   bool report(const SyntaxFault& fault, const SourceTree& tree) {
-    constexpr const char* kNotChecked = "; what follows has not been checked";
+    constexpr const char* kNotChecked = "; the rest was not checked";
     if (fault.isTypeNotString) {
-      findings_.addAt(Rule::kTypeNameNotAString, fault.offset, 1,
-                      {"the value of \"qztype\" is not a string",
-                       std::string("write the name of an integer type, such as \"int64\", or give "
-                                   "the member another name") +
-                           kNotChecked});
+      findings_.addAt(
+          Rule::kTypeNameNotAString, fault.offset, 1,
+          {"the value of \"qztype\" is not a string",
+           std::string("write the name of an integer type, such as \"int64\", or rename "
+                       "the member") +
+               kNotChecked});
       return true;
     }
     if (fault.isInPayload) {
       findings_.addAt(
           Rule::kTypedPayload, fault.offset, 1,
-          {"\"qzdata\" is not an array of integers, as its \"qztype\" says: " + lowered(fault.why),
-           std::string("write integers only, or remove \"qztype\"") + kNotChecked});
+          {"\"qzdata\" must be an array of integers because of \"qztype\": " + lowered(fault.why),
+           std::string("write only integers, or remove \"qztype\"") + kNotChecked});
       return true;
     }
-    if (const std::optional<std::size_t> string = findOverrunning(tree)) {
-      reportOverrunning(fault, tree, *string);
+    if (const std::optional<std::size_t> string = findMultilineString(tree)) {
+      reportMultilineString(fault, tree, *string);
       return false;
     }
     if (const std::optional<KnownMistake> mistake = findKnownMistake(text_, fault)) {
@@ -243,19 +246,19 @@ class Mending {
     return false;
   }
 
-  void reportOverrunning(const SyntaxFault& fault, const SourceTree& tree, std::size_t string) {
+  void reportMultilineString(const SyntaxFault& fault, const SourceTree& tree, std::size_t string) {
     const char* const mark = hasCurlyQuote(tree.written(tree.nodes().size() - 1))
                                  ? "with a straight quotation mark, not a curly one"
                                  : "with a quotation mark";
     findings_.addAt(Rule::kMalformedText, fault.offset, 1,
                     {lowered(fault.why),
-                     std::string("close the string before this on its line, ") + mark +
-                         "; nothing else has been checked",
+                     std::string("close the previous string on its line ") + mark +
+                         "; nothing else was checked",
                      "",
-                     {{string, "the string that continues past the end of its line begins here"}}});
+                     {{string, "this string continues past the end of its line"}}});
   }
 
-  // Reports a fault whose reason may be a bracket that is not closed.
+  // Reports a fault whose cause may be an unclosed bracket.
   void reportBracket(const SyntaxFault& fault, const SourceTree& tree, std::string advice) {
     std::vector<RelatedPlace> related;
     if (const auto unclosed = findUnclosedByIndentation(tree)) {
@@ -269,12 +272,12 @@ class Mending {
     }
     findings_.addAt(
         Rule::kMalformedText, fault.offset, 1,
-        {lowered(fault.why), advice + "; nothing else has been checked", "", std::move(related)});
+        {lowered(fault.why), advice + "; nothing else was checked", "", std::move(related)});
   }
 
-  // Where the string begins that was read last, if it goes on over the end of its line: most often
-  // its own quotation mark is missing, and the next one has been taken for it.
-  std::optional<std::size_t> findOverrunning(const SourceTree& tree) const {
+  // The beginning of the last string if it continues on another line: usually its closing quotation
+  // mark is missing, and the next one was read instead.
+  std::optional<std::size_t> findMultilineString(const SourceTree& tree) const {
     if (tree.nodes().empty() || tree.nodes().back().kind != source::SourceKind::kString ||
         tree.written(tree.nodes().size() - 1).find('\n') == std::string_view::npos) {
       return std::nullopt;
@@ -282,7 +285,7 @@ class Mending {
     return tree.nodes().back().begin;
   }
 
-  // The innermost bracket that is not closed.
+  // The innermost unclosed bracket.
   std::vector<RelatedPlace> findOpen(const SourceTree& tree) const {
     const auto& nodes = tree.nodes();
     const auto open = std::find_if(nodes.rbegin(), nodes.rend(),
@@ -290,12 +293,11 @@ class Mending {
     if (open == nodes.rend()) {
       return {};
     }
-    return {{open->begin,
-             std::string("the innermost '") + text_[open->begin] + "' that is not closed"}};
+    return {{open->begin, std::string("the innermost unclosed '") + text_[open->begin] + '\''}};
   }
 
   std::string_view text_;
-  std::string& mended_;
+  std::string& repaired_;
   FindingList& findings_;
   std::size_t begin_ = 0;
   bool allowComments_ = false;
@@ -303,9 +305,9 @@ class Mending {
 
 }  // namespace
 
-MendedText readMending(std::string_view text, std::string& mended, std::string& readerMessage,
-                       FindingList& findings) {
-  return Mending(text, mended, findings).read(readerMessage);
+RepairedText readRepairing(std::string_view text, std::string& repaired, std::string& readerMessage,
+                           FindingList& findings) {
+  return Repair(text, repaired, findings).read(readerMessage);
 }
 
 }  // namespace update_metadata_tool::lint

@@ -8,24 +8,24 @@
 
 namespace update_metadata_tool::lint {
 
-/// A text that has been read as far as that is sound.
-struct MendedText {
+/// A text that has been read as far as its meaning is clear.
+struct RepairedText {
   source::SourceTree tree;
 
-  /// Whether every value stands inside what it is meant to stand in. Not so where a bracket too
-  /// many or too few may be the fault: then nobody can tell what belongs to what.
+  /// False if an extra or missing bracket may be the cause of an error: then it is unclear which
+  /// value belongs to which container.
   bool isNestingSure;
 };
 
-/// Finds what keeps a text from being read, and reads it nevertheless as far as that is sound.
+/// Finds the syntax errors of a text, and reads it as far as its meaning is clear.
 ///
-/// What is obvious is mended, in place, so that all offsets stay: a comma before a closing bracket,
-/// a missing comma before a string, comments, text around the value. What is not ends the reading;
-/// the tree then holds what stands before.
+/// Obvious errors are repaired in place, so that offsets stay the same: a comma before a closing
+/// bracket, a missing comma before a string, comments, text around the value. Reading stops at any
+/// other error; the tree then contains what comes before it.
 ///
-/// \param mended         takes the mended text if there is one, which the tree then refers to
-/// \param readerMessage  takes the library's message about the text as it is, if it cannot be read
-MendedText readMending(std::string_view text, std::string& mended, std::string& readerMessage,
-                       FindingList& findings);
+/// \param repaired       receives the repaired text if there is one; the tree then refers to it
+/// \param readerMessage  receives the library's message about the original text if it is malformed
+RepairedText readRepairing(std::string_view text, std::string& repaired, std::string& readerMessage,
+                           FindingList& findings);
 
 }  // namespace update_metadata_tool::lint

@@ -18,7 +18,7 @@ using source::SourceTree;
 
 // --- repeated keys ----------------------------------------------------------------------------
 
-/// A key and its bytes, which may be the buffer's of an escaped one.
+/// A key and its bytes, which are in a buffer if the key has escapes.
 struct Key {
   std::string_view bytes;
   std::size_t node;
@@ -68,18 +68,19 @@ class RepeatedKeys {
   }
 
   void report(const Key& first, const Key& later) {
-    document_.lose(later.node);
+    document_.ignore(later.node);
     std::string message = "duplicate key " + quote(later.bytes) + ": ";
     if (later.bytes == "qzdata") {
-      message += "the first value is used, unless a later \"qztype\" has this one read instead";
+      message +=
+          "the first value is used, unless a later \"qztype\" makes the library read this one";
     } else if (later.bytes == "qztype") {
-      message += "the first value is used, but this one, too, says what \"qzdata\" must be";
+      message += "the first value is used, but this one also determines what \"qzdata\" must be";
     } else {
       message += "the first value is used, this one is ignored";
     }
     findings_.add(Rule::kRepeatedKey, tree_, later.node,
                   {std::move(message),
-                   "remove one of the two, or give it another name",
+                   "remove or rename one of the two",
                    "",
                    {{tree_[first.node].begin, "the value that is used"}}});
   }
@@ -95,7 +96,7 @@ class RepeatedKeys {
 // --- encoding ---------------------------------------------------------------------------------
 
 constexpr const char* kReplacementRead =
-    "; it is read as U+FFFD, so that names that differ may become equal";
+    " and is read as U+FFFD, so different names can become equal";
 
 void checkBytes(const SourceTree& tree, std::size_t node, FindingList& findings) {
   const std::string_view bytes = tree.written(node);
@@ -110,7 +111,7 @@ void checkBytes(const SourceTree& tree, std::size_t node, FindingList& findings)
 
 enum class Surrogate { kNone, kHigh, kLow };
 
-// What the four hexadecimal digits of an escape stand for.
+// The kind of UTF-16 unit that four hexadecimal digits represent.
 Surrogate classify(std::string_view digits) {
   unsigned unit = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), unit, 16);
@@ -124,12 +125,12 @@ void reportSurrogate(const SourceTree& tree, std::size_t node, std::size_t offse
                      FindingList& findings) {
   constexpr std::size_t kEscapeLength = 6;
   findings.addInside(Rule::kUnpairedSurrogate, tree, node, offset, kEscapeLength,
-                     {std::string("this escape is half a character") + kReplacementRead,
+                     {std::string("this escape is half of a character") + kReplacementRead,
                       "write both halves, the high one (\\ud800 to \\udbff) first, or the "
                       "character itself"});
 }
 
-// The text reader demands an escape behind a high surrogate, but takes any.
+// The text reader requires an escape after a high surrogate, but accepts any.
 void checkEscapes(const SourceTree& tree, std::size_t node, FindingList& findings) {
   constexpr std::size_t kDigits = 4;
   constexpr std::size_t kEscape = 2 + kDigits;
@@ -170,7 +171,7 @@ void checkRepeatedKeys(SourceDocument& document, FindingList& findings) {
 }
 
 void checkEncoding(const SourceTree& tree, FindingList& findings) {
-  // Nearly always the whole text is UTF-8, which is told at once.
+  // Nearly always the whole text is UTF-8, which one check finds out.
   const bool isText = output::isUtf8(tree.text());
   for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
     const source::SourceNode& place = tree[node];

@@ -5,11 +5,11 @@
 
 namespace update_metadata_tool::lint {
 
-/// Finds keys that are repeated in one object, wherever it stands, and has `document` lose their
-/// later values. n log n in the members of an object.
+/// Finds repeated keys in every object, and makes `document` ignore their later values. n log n in
+/// the members of an object.
 void checkRepeatedKeys(SourceDocument& document, FindingList& findings);
 
-/// Finds strings and keys that are not text: ill-formed UTF-8 and surrogates without a partner.
+/// Finds strings and keys that are not text: ill-formed UTF-8 and unpaired surrogates.
 void checkEncoding(const source::SourceTree& tree, FindingList& findings);
 
 }  // namespace update_metadata_tool::lint

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 #include <string_view>
+#include <utility>
 
 #include "lint/MarkedLine.h"
 #include "output/Count.h"
@@ -26,7 +27,7 @@ std::string placeIn(const std::string& file, const LineIndex& lines, std::size_t
   return file + ':' + std::to_string(position.line) + ':' + std::to_string(position.column) + ':';
 }
 
-// The columns that a line of the document has behind an indent.
+// The columns that are left for a line of the document after an indent.
 std::size_t columnsBehind(std::string_view indent, std::size_t columns) {
   return std::min(columns - indent.size(), kColumnsOfMarkedLine);
 }
@@ -40,27 +41,27 @@ std::string_view takeLine(std::string_view& text) {
 
 }  // namespace
 
-TextReport::Colour TextReport::colourOf(Severity severity) {
+TextReport::Color TextReport::colorOf(Severity severity) {
   switch (severity) {
     case Severity::kError:
-      return Colour::kError;
+      return Color::kError;
     case Severity::kWarning:
-      return Colour::kWarning;
+      return Color::kWarning;
     default:
-      return Colour::kInfo;
+      return Color::kInfo;
   }
 }
 
-std::string TextReport::painted(const std::string& text, Colour colour) const {
-  if (!isColoured_) {
+std::string TextReport::painted(const std::string& text, Color color) const {
+  if (!isColored_) {
     return text;
   }
-  // In the order of Colour: bold, red, magenta, cyan, green.
+  // In the order of Color: bold, red, magenta, cyan, green.
   constexpr const char* kCodes[] = {"1", "1;31", "1;35", "1;36", "1;32"};
-  return std::string("\x1B[") + kCodes[static_cast<std::size_t>(colour)] + 'm' + text + "\x1B[m";
+  return std::string("\x1B[") + kCodes[static_cast<std::size_t>(color)] + 'm' + text + "\x1B[m";
 }
 
-void TextReport::writeHeading(const std::string& place, const std::string& label, Colour colour,
+void TextReport::writeHeading(const std::string& place, const std::string& label, Color color,
                               const std::string& message) {
   FlowingLine line(columns_, kFurtherIndent);
   line.name(place);
@@ -70,14 +71,14 @@ void TextReport::writeHeading(const std::string& place, const std::string& label
   line.words(' ' + message);
   const std::string& text = line.text();
   const std::size_t labelBegin = text.find_first_not_of(" \n", placeEnd);
-  out_ << painted(text.substr(0, placeEnd), Colour::kPlace)
+  out_ << painted(text.substr(0, placeEnd), Color::kPlace)
        << text.substr(placeEnd, labelBegin - placeEnd)
-       << painted(text.substr(labelBegin, labelEnd - labelBegin), colour) << text.substr(labelEnd)
+       << painted(text.substr(labelBegin, labelEnd - labelBegin), color) << text.substr(labelEnd)
        << '\n';
 }
 
-// The message has lines of its own, with a tab at their beginning. Its caret is below the right
-// byte as long as every other byte is one column wide.
+// The message has several lines, which start with a tab. Its caret is below the right byte if every
+// byte is one column wide.
 void TextReport::writeReaderMessage(std::string_view message) {
   const std::string indent = std::string(kIndent) + kIndent;
   while (!message.empty()) {
@@ -106,12 +107,12 @@ void TextReport::writeMarkedLine(const LineIndex& lines, std::size_t offset, std
   const MarkedLine marked = markLine(lines.lineText(position.line), position.column - 1, length,
                                      columnsBehind(kIndent, columns_));
   if (marked.line.empty()) {
-    return;  // nothing to be seen
+    return;  // nothing visible
   }
   const std::size_t caret = marked.marks.find('^');
   out_ << kIndent << marked.line << '\n'
        << kIndent << marked.marks.substr(0, caret)
-       << painted(marked.marks.substr(caret), Colour::kMark) << '\n';
+       << painted(marked.marks.substr(caret), Color::kMark) << '\n';
 }
 
 FlowingLine TextReport::beginDetail(const char* label) const {
@@ -121,7 +122,7 @@ FlowingLine TextReport::beginDetail(const char* label) const {
 void TextReport::writeFinding(const std::string& file, const LineIndex& lines,
                               const Finding& finding) {
   writeHeading(placeIn(file, lines, finding.offset), std::string(nameOf(finding.severity)) + ':',
-               colourOf(finding.severity),
+               colorOf(finding.severity),
                toVisible(finding.message) + " [" + describe(finding.rule).id + ']');
   writeMarkedLine(lines, finding.offset, finding.length);
   if (!finding.item.empty()) {
@@ -132,7 +133,7 @@ void TextReport::writeFinding(const std::string& file, const LineIndex& lines,
   }
   out_ << beginDetail("help: ").words(toVisible(finding.advice)) << '\n';
   for (const RelatedPlace& related : finding.related) {
-    writeHeading(placeIn(file, lines, related.offset), "note:", Colour::kInfo,
+    writeHeading(placeIn(file, lines, related.offset), "note:", Color::kInfo,
                  toVisible(related.message));
     writeMarkedLine(lines, related.offset, 1);
   }
@@ -146,11 +147,11 @@ void TextReport::writeVerdict(const std::string& file, const FileReport& report)
     out_ << line.words(": the library loads this document") << '\n';
     return;
   }
-  out_ << line.words(": the library refuses this document with " + report.exception->type + ": \"" +
+  out_ << line.words(": the library rejects this document with " + report.exception->type + ": \"" +
                      toVisible(report.exception->text) + '"')
        << '\n';
   if (!report.readerMessage.empty()) {
-    out_ << beginDetail("the text reader's own message, which the library leaves out:") << '\n';
+    out_ << beginDetail("message of the library's text reader:") << '\n';
     writeReaderMessage(report.readerMessage);
   }
 }
@@ -179,17 +180,27 @@ void TextReport::write(const FileReport& report) {
 void TextReport::write(const UnreadableFile& /*file*/) {}
 
 void TextReport::finish(const LintTotals& totals) {
-  const std::size_t refused = totals.files - totals.loads - totals.unreadable;
-  std::string text = count(totals.files, "file") + ": " + std::to_string(totals.loads) +
-                     (totals.loads == 1 ? " loads" : " load");
-  if (refused != 0) {
-    text += ", " + std::to_string(refused) + (refused == 1 ? " does" : " do") + " not load";
+  std::string problems;
+  for (const auto& [findings, what] :
+       {std::pair(totals.errors, "error"), {totals.warnings, "warning"}, {totals.infos, "info"}}) {
+    if (findings != 0) {
+      problems += (problems.empty() ? "" : ", ") + count(findings, what);
+    }
   }
+  const std::size_t checked = totals.files - totals.unreadable;
+  const std::size_t rejected = checked - totals.loads;
+  std::string text = count(checked, "file") + " checked";
   if (totals.unreadable != 0) {
     text += ", " + std::to_string(totals.unreadable) + " could not be read";
   }
-  text += "; " + count(totals.errors, "error") + ", " + count(totals.warnings, "warning") + ", " +
-          count(totals.infos, "info");
+  if (rejected != 0) {
+    text += ": " + std::to_string(rejected) + " cannot be loaded";
+  }
+  if (!problems.empty()) {
+    text += (rejected != 0 ? "; " : ": ") + problems;
+  } else if (checked != 0 && rejected == 0) {
+    text += ": no problems found";
+  }
   out_ << FlowingLine(columns_, kFurtherIndent).words(text) << '\n';
 }
 

@@ -15,33 +15,33 @@ class LineIndex;
 
 namespace update_metadata_tool::lint {
 
-/// Writes findings for people, in the form of a compiler's, so that editors understand it:
+/// Writes findings for people, in the form of compiler messages, which editors understand:
 ///
 ///     update.json:31:7: warning: no product deletes this component, so its packages to delete are
-///     in no answer [unreachable-packages]
+///     ignored [unreachable-packages]
 ///       "delete": {
 ///       ^~~~~~~~
 ///       in: component 'core'
 ///       at: /components/core/delete
 ///       help: add the component to 'delete' of a product, or remove these packages
 ///
-/// A finding that speaks of a second place shows it as a note:
+/// A finding that refers to a second place shows it as a note:
 ///
-///     update.json:39:19: note: the name before it
+///     update.json:39:19: note: the previous mention
 ///       "extract": ["core", "core"]
 ///                   ^
 ///
-/// Lines that a terminal has no room for go on in further lines at a deeper indent; of a source
-/// line only what is around the place is shown, so that the marks stay below it.
+/// Long lines are wrapped to the width of a terminal, with a deeper indent; a long source line is
+/// cut around the place, so that the marks stay below it.
 ///
-/// Then, for each file, what the library does with it, and in the end one line for all files. What
-/// comes from a document is shown as toVisible() does.
+/// After the findings of each file comes what the library does with it, and at the end one line for
+/// all files. Text of a document is shown as toVisible() does.
 class TextReport : public ReportWriter {
  public:
-  /// \param isColoured  whether `out` is a terminal that shall show colours
-  /// \param columns     as many as lines should have at most, from 20 on
-  TextReport(std::ostream& out, bool isColoured, std::size_t columns = terminal::kUnlimitedColumns)
-      : out_(out), isColoured_(isColoured), columns_(columns) {}
+  /// \param isColored  whether `out` is a terminal that shows colors
+  /// \param columns    the most columns that lines should have, at least 20
+  TextReport(std::ostream& out, bool isColored, std::size_t columns = terminal::kUnlimitedColumns)
+      : out_(out), isColored_(isColored), columns_(columns) {}
 
   void write(const FileReport& report) override;
 
@@ -51,13 +51,13 @@ class TextReport : public ReportWriter {
   void finish(const LintTotals& totals) override;
 
  private:
-  enum class Colour { kPlace, kError, kWarning, kInfo, kMark };
+  enum class Color { kPlace, kError, kWarning, kInfo, kMark };
 
-  static Colour colourOf(Severity severity);
-  std::string painted(const std::string& text, Colour colour) const;
+  static Color colorOf(Severity severity);
+  std::string painted(const std::string& text, Color color) const;
   void writeFinding(const std::string& file, const source::LineIndex& lines,
                     const Finding& finding);
-  void writeHeading(const std::string& place, const std::string& label, Colour colour,
+  void writeHeading(const std::string& place, const std::string& label, Color color,
                     const std::string& message);
   terminal::FlowingLine beginDetail(const char* label) const;
   void writeReaderMessage(std::string_view message);
@@ -65,7 +65,7 @@ class TextReport : public ReportWriter {
   void writeVerdict(const std::string& file, const FileReport& report);
 
   std::ostream& out_;
-  bool isColoured_;
+  bool isColored_;
   std::size_t columns_;
 };
 

@@ -11,7 +11,7 @@ using source::SourceKind;
 
 constexpr std::size_t kLongestQuote = 60;
 
-// The names that a pointer leads through, at most the first four.
+// The names in a pointer, at most the first four.
 std::vector<std::string> firstNames(std::string_view pointer) {
   constexpr std::size_t kMost = 4;
   std::vector<std::string> names;
@@ -45,7 +45,7 @@ std::string quote(std::string_view name) {
 }
 
 std::string quoteKey(std::string_view component, std::string_view package) {
-  // More than is quoted is enough of either.
+  // One byte more than is quoted is enough of either name.
   constexpr std::size_t kEnough = kLongestQuote + 1;
   std::string key(component.substr(0, kEnough));
   return quote(key.append(1, '_').append(package.substr(0, kEnough)));

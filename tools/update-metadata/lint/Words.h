@@ -8,13 +8,13 @@
 
 namespace update_metadata_tool::lint {
 
-/// A name of the document as messages quote it: 'name', cut to about sixty bytes. Any bytes.
+/// A name of the document, of any bytes, as messages quote it: 'name', cut to about sixty bytes.
 std::string quote(std::string_view name);
 
-/// The key of a package, "component_package", as quote() shows it. The key itself is not made.
+/// The key of a package, "component_package", as quote() shows it. The whole key is not composed.
 std::string quoteKey(std::string_view component, std::string_view package);
 
-/// A kind as people call it: "a number", "an object".
+/// A kind in words: "a number", "an object".
 const char* describeKind(source::SourceKind kind);
 
 /// What a value is, in words.
@@ -24,8 +24,8 @@ std::string describeProduct(std::string_view product);
 /// \param what  "to delete", "to extract" or "with files to delete"
 std::string describePackage(std::string_view package, const char* what, std::string_view component);
 
-/// What the value at a JSON Pointer is or belongs to, in words, as far as the pointer tells; empty
-/// for the document itself and for what is not read.
+/// What the value at a JSON Pointer is or belongs to, in words, as far as the pointer shows it;
+/// empty for the document itself and for members that are not read.
 std::string describePlace(std::string_view pointer);
 
 }  // namespace update_metadata_tool::lint

@@ -27,7 +27,7 @@ constexpr std::string_view kBefore = R"(_update_metadata() {
   case "$subcommand" in
 )";
 
-// An action is what completes beside the words: files and folders, which is bash's default.
+// `action` selects what completes besides the words: by default, files and folders.
 constexpr std::string_view kBehind = R"(  esac
   case "$action" in
     folder) mapfile -t COMPREPLY < <(compgen -d -- "$current") && compopt -o filenames ;;
@@ -61,7 +61,8 @@ std::string actionOf(const OptionOutline& option) {
   return "action=nothing";
 }
 
-// What completes after one subcommand; without one, other words than options do, too.
+// The completion after one subcommand; without a subcommand, words other than options also
+// complete.
 void writeCase(const CommandOutline& command, const std::string& pattern,
                const std::vector<std::string>& words, std::string& script) {
   script += "    " + pattern + ")\n      case \"$option\" in\n";

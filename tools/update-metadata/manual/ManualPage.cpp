@@ -15,8 +15,8 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
 }
 
-// Text that the formatter shows as it stands: hyphens that can be typed, and no line that begins
-// with a mark of the formatter.
+// Text that the formatter shows literally: with hyphens that can be copied, and without a line that
+// begins with a request of the formatter.
 std::string escaped(std::string_view text) {
   std::string result;
   bool isAtStart = true;
@@ -59,7 +59,7 @@ void writeHead(const CommandOutline& command, const std::string& version, std::s
   page += ".TH " + toUpper(escaped(pageName(command))) + " 1 \"\" \"update\\-metadata " + version +
           "\" \"User Commands\"\n";
   writeSection("NAME", page);
-  // What the pages are searched by begins small and has no full stop.
+  // The text by which pages are searched has no initial capital and no full stop.
   std::string purpose = command.description;
   if (!purpose.empty()) {
     purpose[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(purpose[0])));
@@ -113,12 +113,12 @@ void writeOptions(const CommandOutline& command, std::string& page) {
   }
 }
 
-// The lines of a paragraph as they stand.
+// The lines of a paragraph without reformatting.
 void writeUnfilled(std::string_view text, std::string& page) {
   page += ".nf\n" + escaped(text) + "\n.fi\n";
 }
 
-// A paragraph: lines that are indented stand as they are.
+// A paragraph, which is not reformatted if it has indented lines.
 void writeParagraph(std::string_view text, std::string& page) {
   page += ".PP\n";
   if (text.find("\n  ") != std::string_view::npos) {
@@ -159,7 +159,7 @@ std::string makeProgramPage(const ProgramOutline& program, const std::string& ve
   page += bold(program.program.name) + ' ' + italic("SUBCOMMAND") + " [" + italic("OPTIONS") +
           "] " + italic("ARGUMENTS") + '\n';
   writeSection("DESCRIPTION", page);
-  page += "Each subcommand has a page of its own.\n";
+  page += "Each subcommand has its own page.\n";
   for (const CommandOutline& subcommand : program.subcommands) {
     page += ".TP\n" + linkTo(subcommand) + '\n' + escaped(subcommand.description) + ".\n";
   }

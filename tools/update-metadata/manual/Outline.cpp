@@ -20,7 +20,7 @@ std::vector<std::string> split(std::string_view text, std::string_view mark) {
   return parts;
 }
 
-// A type as the help shows it is the name of the value and, behind a colon, its choices in braces.
+// A type in the help is the name of the value and, after a colon, its choices in braces.
 void readType(const std::string& type, OptionOutline& option) {
   option.argument = type.substr(0, type.find(':'));
   const std::size_t begin = type.find(":{");
@@ -69,7 +69,7 @@ CommandOutline outlineOf(const CLI::App& app, const std::string& name) {
 ProgramOutline outlineOf(const CLI::App& app) {
   ProgramOutline outline;
   outline.program = outlineOf(app, app.get_name());
-  // Without a filter only the subcommands that were parsed.
+  // Without a filter, only the subcommands that were parsed.
   for (const CLI::App* subcommand : app.get_subcommands([](const CLI::App*) { return true; })) {
     outline.subcommands.push_back(
         outlineOf(*subcommand, app.get_name() + ' ' + subcommand->get_name()));

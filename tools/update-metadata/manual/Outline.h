@@ -9,13 +9,13 @@ namespace update_metadata_tool::manual {
 
 /// One option or positional argument, as the help of the program describes it.
 struct OptionOutline {
-  std::vector<std::string> names;    ///< with their hyphens; of a positional, its name alone
-  std::string argument;              ///< what its value is called; empty if it takes none
-  std::vector<std::string> choices;  ///< every value that it takes, if they are known
-  std::string initial;               ///< the value without it; may be empty
+  std::vector<std::string> names;    ///< with their hyphens; for a positional, only its name
+  std::string argument;              ///< the name of its value; empty if it has none
+  std::vector<std::string> choices;  ///< every value that it accepts, if known
+  std::string initial;               ///< the default value; may be empty
   std::string description;
   bool isRequired = false;
-  bool isRepeated = false;  ///< takes more than one value
+  bool isRepeated = false;  ///< accepts more than one value
 };
 
 /// The program or one subcommand of it.
@@ -33,10 +33,10 @@ struct ProgramOutline {
   std::vector<CommandOutline> subcommands;  ///< in the order of its help
 };
 
-/// Tells what `app` knows of itself and of its subcommands.
+/// Describes `app` and its subcommands.
 ProgramOutline outlineOf(const CLI::App& app);
 
-/// What completes a value that is called `argument`.
+/// What completes a value with the name `argument`.
 enum class Completion { kFolder, kFile, kNothing };
 Completion completionOf(const std::string& argument);
 

@@ -1,6 +1,6 @@
-// Writes the manual pages and the completion of the program into one folder, as they are installed,
-// and the pages of the documentation that are made from the program into another: write-manual
-// SHARE DOCS
+// write-manual SHARE DOCS: writes the manual pages and completions of the program to SHARE, in the
+// layout of an installation, and the pages of the documentation that are generated from the program
+// to DOCS.
 
 #include <exception>
 #include <filesystem>
@@ -47,7 +47,7 @@ void writeAll(const manual::ProgramOutline& program, const fs::path& folder) {
         manual::makeBashCompletion(program));
   write(folder / "zsh" / "vendor-completions" / "_update-metadata",
         manual::makeZshCompletion(program));
-  // Last, because the build takes this one for all of them.
+  // Last, because the build treats this page as the output for all of them.
   write(pages / (manual::pageName(program.program) + ".1"),
         manual::makeProgramPage(program, version));
 }

@@ -6,19 +6,19 @@
 
 namespace update_metadata_tool::source {
 
-/// A place in a text as people and the library count: only line feeds end a line.
+/// A place in a text; only line feeds end a line.
 struct Position {
   std::size_t line;    ///< from 1
   std::size_t column;  ///< in bytes, from 1
 };
 
-/// Finds the lines of a text, which must stay where it is.
+/// Finds the lines of a text, which must outlive the index.
 class LineIndex {
  public:
   /// Linear in the size of the text.
   explicit LineIndex(std::string_view text);
 
-  /// Where the byte of that offset stands. The end of the text is a place, too; an offset beyond it
+  /// The place of the byte at `offset`. The end of the text is also a place; an offset beyond it
   /// counts as the end. Takes logarithmic time.
   Position positionOf(std::size_t offset) const;
 

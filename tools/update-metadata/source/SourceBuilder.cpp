@@ -5,7 +5,7 @@
 namespace update_metadata_tool::source {
 
 void SourceBuilder::breakOff(std::size_t offset) {
-  // Only what is read again begins before what stands in front of it.
+  // Only a payload that is being read again begins before the node in front of it.
   if (open_ != kNone && open_ != 0 && nodes_[open_].begin < nodes_[open_ - 1].begin) {
     const std::size_t outer = nodes_[open_].next;
     nodes_.resize(open_);

@@ -11,10 +11,10 @@
 
 namespace update_metadata_tool::source {
 
-/// What the text reader tells of a text, as nodes in the order of the text: its sink.
+/// A sink of the text reader that stores a text as nodes in the order of the text.
 class SourceBuilder {
  public:
-  /// A payload that is read as integers of another type stands where it stands.
+  /// A payload that is read again, as integers, keeps its nodes, so nothing is stored of it.
   struct Kept {};
 
   explicit SourceBuilder(const char* text) : text_(text) {}
@@ -44,7 +44,7 @@ class SourceBuilder {
   void open(std::uint8_t note = 0) {
     const std::size_t outer = open_;
     open_ = nodes_.size();
-    // Until it is closed, a container keeps the one around it in place of what follows it.
+    // Until a container is closed, its `next` is the container around it.
     const auto kind = text_[begin_] == '{' ? SourceKind::kObject : SourceKind::kArray;
     nodes_.push_back({begin_, 0, outer, kind, false, false, note});
   }
@@ -63,8 +63,8 @@ class SourceBuilder {
   }
   void replace(std::size_t /*place*/, Kept /*kept*/) {}
 
-  /// Closes what is open after a failure at `offset`, and leaves out a payload that was being read
-  /// again, which stands there already.
+  /// Closes all open containers after a failure at `offset`, and leaves out a payload that was
+  /// being read again, because its nodes already exist.
   void breakOff(std::size_t offset);
 
   /// Offset of the value or key that was added or closed last.

@@ -45,8 +45,8 @@ SyntaxFault describe(std::string_view text, const json::ReadOutcome& outcome, bo
           why};
 }
 
-// Tells whether the reading of an array of integers ended with `code`. Other arrays have the code
-// for what is neither comma nor bracket, too.
+// Whether the reading of an array of integers ended with `code`. The code for text that is neither
+// comma nor bracket also occurs in other arrays.
 bool isOfPayload(int code, const SourceBuilder& builder) {
   return code == json::kNoOpeningBracket || code == json::kNoInteger ||
          (code == json::kNoArraySeparator && builder.isLastInteger());

@@ -26,46 +26,44 @@ const char* nameOf(SourceKind kind);
 /// One value or key of a text.
 struct SourceNode {
   std::size_t begin;  ///< offset of its first byte in the text
-  std::size_t end;    ///< offset behind its last byte
-  std::size_t next;   ///< index of the node behind it and everything in it
+  std::size_t end;    ///< offset after its last byte
+  std::size_t next;   ///< index of the node after it and all its content
   SourceKind kind;
   bool hasEscapes;    ///< a string or key that is written with a backslash
-  bool isClosed;      ///< false for a container that the text breaks off in
-  std::uint8_t note;  ///< the text reader's own
+  bool isClosed;      ///< false for a container in which the text ends
+  std::uint8_t note;  ///< used by the text reader
 };
 
-/// Why a text is no JSON that the library reads, and where.
+/// Why and where the library cannot read a text.
 struct SyntaxFault {
   int code;            ///< the text reader's; 0 if a whole value was read
-  std::size_t offset;  ///< of the first byte that was not accepted
+  std::size_t offset;  ///< of the first byte that the reader does not accept
   bool isInEscape;     ///< in an escape of a string
-  bool isInNumber;     ///< in a number that has begun
-  bool isInPayload;    ///< what should be an array of integers, as a "qztype" says, is none
-  bool
-      isTypeNotString;  ///< a "qztype" that is not a string; the library's exception says only that
-  std::string message;  ///< of the library's exception, also behind a NUL, which ends its what()
-  std::string_view why;  ///< what was expected, which the message says for malformed text
+  bool isInNumber;     ///< in a number after its beginning
+  bool isInPayload;    ///< in a "qzdata" that must be an array of integers because of its "qztype"
+  bool isTypeNotString;  ///< a "qztype" is not a string
+  std::string message;   ///< the library's message, even after a NUL, at which what() ends
+  std::string_view why;  ///< what was expected
 };
 
-/// A JSON text as it is written: where each value and key of it stands, repeated keys included.
+/// A JSON text as it is written: the place of each value and key, including repeated keys.
 ///
-/// It is read by the library's text reader, so that it is understood as the library understands it.
-/// Nodes stand in the order of the text: a container, then everything in it, then what follows. An
-/// array's elements begin at the node behind it, an object's keys and values take turns. The text
-/// itself is not kept.
+/// The library's text reader reads it, so both understand it in the same way. Nodes are in the
+/// order of the text: a container, then its content, then what follows. The first element of an
+/// array is the node after it; in an object, keys and values alternate. The text is not copied.
 class SourceTree {
  public:
-  /// Reads the value that begins at the offset `begin` of a text, which must stay where it is while
-  /// it is asked for. Memory is linear in its size, and so is the time.
+  /// Reads the value that begins at the offset `begin` of a text, which must outlive the tree.
+  /// Memory and time are linear in its size.
   ///
-  /// \param allowComments  lets // and /* */ comments stand wherever white space may
+  /// \param allowComments  accept // and /* */ comments wherever white space is allowed
   explicit SourceTree(std::string_view text, std::size_t begin = 0, bool allowComments = false);
 
-  /// What the library cannot read, if anything. The nodes are then those up to it, with every open
-  /// container ending there.
+  /// Why the library cannot read the text, if it cannot. The nodes are then those before the fault,
+  /// where every open container ends.
   const std::optional<SyntaxFault>& fault() const { return fault_; }
 
-  /// Tells whether the first value of the text is whole, though something else may stand behind it.
+  /// Whether the first value of the text is complete; other text may follow it.
   bool isWhole() const { return !nodes_.empty() && nodes_.front().isClosed; }
 
   const std::deque<SourceNode>& nodes() const { return nodes_; }
@@ -76,37 +74,37 @@ class SourceTree {
   /// The value of the text. \pre It has a node.
   static constexpr std::size_t kRoot = 0;
 
-  /// The bytes of a node as they are written, a string's quotation marks included.
+  /// The bytes of a node as they are written, including the quotation marks of a string.
   std::string_view written(std::size_t index) const {
     const SourceNode& node = nodes_[index];
     return text_.substr(node.begin, node.end - node.begin);
   }
 
-  /// The bytes that a string or key stands for, its escapes resolved.
+  /// The bytes of a string or key, its escapes resolved.
   std::string decoded(std::size_t index) const;
 
-  /// As decoded(), for comparing many: refers into the text where there are no escapes, else into
+  /// Like decoded(), but without a copy: refers to the text if there are no escapes, otherwise to
   /// `buffer`.
   std::string_view decodedInto(std::size_t index, std::string& buffer) const;
 
   /// The value of a number as the library reads it.
   double number(std::size_t index) const;
 
-  /// The same number as the library takes it for a size in bytes, and for an update level.
+  /// The same number as the library reads it as a size in bytes, and as an update level.
   std::int64_t byteCount(std::size_t index) const;
   int updateLevel(std::size_t index) const;
 
  private:
   std::string_view text_;
-  std::deque<SourceNode> nodes_;  // grows without ever being there twice
+  std::deque<SourceNode> nodes_;  // grows without a second copy
   std::optional<SyntaxFault> fault_;
 };
 
 /// U+FEFF in UTF-8.
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// The offset of the first byte from `offset` on that is not white space; nor in a comment, if
-/// those are to be left out as well.
+/// The offset of the first byte at or after `offset` that is not white space, nor in a comment if
+/// `andComments` is true.
 std::size_t skipSpace(std::string_view text, std::size_t offset, bool andComments = false);
 
 /// The text that the library reads from bytes of a document: as UTF-8, with each maximal ill-formed
