@@ -1,7 +1,7 @@
 # The contents of an installation.
 #
-# Components: runtime (the shared library), development (public headers, CMake package, pkg-config file, link for the
-# linker), platform (headers of the model, of the JSON value and of the platform libraries that the library was built
+# Components: runtime (the shared library), development (public headers, static library, CMake package, pkg-config file,
+# link for the linker), platform (headers of the model, of the JSON value and of the platform libraries that the library was built
 # with), tool (the companion command with its manual pages and completion, and the schema of the document), documentation
 # (pages, examples and, if it is built, the reference), python (the Python module, if it is built).
 include(CMakePackageConfigHelpers)
@@ -9,11 +9,12 @@ include(CMakePackageConfigHelpers)
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
 
 install(
-  TARGETS update_metadata_parser
+  TARGETS update_metadata_parser update_metadata_parser_static
   EXPORT update_metadata_parser-targets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
           COMPONENT runtime
-          NAMELINK_COMPONENT development)
+          NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
 
 if(TARGET update-metadata)
   install(TARGETS update-metadata RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
