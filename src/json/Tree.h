@@ -30,6 +30,9 @@ class Tree final : public Storage {
 
   /// Returns memory for the nodes of a container, values or members. It lives as long as the tree.
   void* allocateNodes(std::size_t bytes) {
+    if constexpr (sizeof(Member) % kUnitAlignment != 0) {
+      bytes = (bytes + kUnitAlignment - 1) & ~(kUnitAlignment - 1);
+    }
     if (bytes > static_cast<std::size_t>(end_ - position_)) {
       return allocateFromNewUnit(bytes);
     }
@@ -60,9 +63,6 @@ class Tree final : public Storage {
   }
 
  private:
-  static_assert(sizeof(Value) % kUnitAlignment == 0 && sizeof(Member) % kUnitAlignment == 0,
-                "memory after nodes is aligned as they are");
-
   ~Tree() override = default;
 
   void dismantle(Storage*&) noexcept override { delete this; }

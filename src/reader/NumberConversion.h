@@ -6,7 +6,8 @@
 
 namespace install::update_metadata_parser {
 
-static_assert(std::is_same_v<std::int64_t, long>, "byte counts are of type long on the target");
+static_assert(sizeof(long) < sizeof(std::int64_t) || std::is_same_v<std::int64_t, long>,
+              "byte counts are of type long where it has 64 bits");
 
 /// Truncates a number of a document toward zero. A number that the result cannot represent, such as
 /// an infinity or NaN, becomes the minimum, whatever its sign.

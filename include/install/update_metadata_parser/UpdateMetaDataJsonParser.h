@@ -67,7 +67,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataJsonParser {
   /// handler and the two tables, as far as they were filled.
   ///
   /// Linear in the size of the text, except O(n log n) where n members have to be sorted, and
-  /// linear in the number of elements made: one for each package of each component of each product.
+  /// linear in the packages named, those of each component of each product. Memory is linear in the
+  /// text and in the components named: the packages of a component are stored once.
   virtual std::shared_ptr<UpdateMetaData> parseUpdateMetaDataJson();
 
   /// Reads the whole file at `path` and returns its bytes, unchanged.

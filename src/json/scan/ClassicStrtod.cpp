@@ -5,10 +5,6 @@
 #include <new>
 #include <string>
 
-#ifdef __APPLE__
-#include <xlocale.h>
-#endif
-
 namespace foundation::json::detail {
 namespace {
 

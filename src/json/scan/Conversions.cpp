@@ -6,8 +6,12 @@
 #include <limits>
 #include <system_error>
 
+#include "json/scan/ClassicStrtod.h"
+
 namespace foundation::json::detail {
 namespace {
+
+#ifdef __cpp_lib_to_chars
 
 // For the magnitude of a number that no double can represent: whether it is too large rather than
 // too small, by the power of ten of its first nonzero digit.
@@ -34,13 +38,17 @@ bool isTooLarge(std::string_view number) noexcept {
   return power > 0;
 }
 
+#endif
+
 }  // namespace
 
 std::string get_utf8_string(const char* begin, const char* end) {
   return {begin, end};
 }
 
-double string_to_double(std::string_view number) noexcept {
+#ifdef __cpp_lib_to_chars
+
+double string_to_double(std::string_view number) {
   double result = 0;
   const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), result);
   if (error == std::errc::result_out_of_range) {
@@ -51,6 +59,14 @@ double string_to_double(std::string_view number) noexcept {
   }
   return result;
 }
+
+#else
+
+double string_to_double(std::string_view number) {
+  return classicStrtod(number);
+}
+
+#endif
 
 std::string u16_to_u8(std::u16string_view units) {
   std::string text(kUtf8BytesOfUnit * units.size(), '\0');

@@ -12,10 +12,10 @@ std::string get_utf8_string(const char* begin, const char* end);
 /// Converts a number in JSON's form to the nearest double, ties to even, whatever the locale.
 ///
 /// Leading zeros are accepted. Too large a magnitude becomes infinity and too small a one zero,
-/// both with the number's sign. Linear.
+/// both with the number's sign. Linear. May throw std::bad_alloc.
 ///
 /// \pre `number` is an optional "-", digits, and optionally a fraction and an exponent
-double string_to_double(std::string_view number) noexcept;
+double string_to_double(std::string_view number);
 
 /// The maximum number of UTF-8 bytes for one UTF-16 unit.
 constexpr std::size_t kUtf8BytesOfUnit = 3;

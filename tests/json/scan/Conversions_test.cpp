@@ -16,6 +16,9 @@
 
 #include <gtest/gtest.h>
 
+#include "json/scan/ClassicStrtod.h"
+#include "support/Locales.h"
+
 namespace foundation::json::detail {
 namespace {
 
@@ -63,10 +66,12 @@ class StringToDouble : public ::testing::TestWithParam<Number> {};
 TEST_P(StringToDouble, RoundsToTheNearest) {
   EXPECT_EQ(bitsOf(string_to_double(GetParam().text)), bitsOf(GetParam().value))
       << string_to_double(GetParam().text);
+  EXPECT_EQ(bitsOf(classicStrtod(GetParam().text)), bitsOf(GetParam().value));
 }
 
 TEST_P(StringToDouble, RoundsANegativeNumberAsItsOpposite) {
   EXPECT_EQ(bitsOf(string_to_double("-" + GetParam().text)), bitsOf(-GetParam().value));
+  EXPECT_EQ(bitsOf(classicStrtod("-" + GetParam().text)), bitsOf(-GetParam().value));
 }
 
 const Number kOrdinaryNumbers[] = {
@@ -221,6 +226,14 @@ TEST_F(DecimalCommas, OfTheStreamsChangeNothing) {
   };
   std::locale::global(std::locale(std::locale::classic(), new Commas));
   EXPECT_EQ(string_to_double("1234567.25"), 1234567.25);
+  EXPECT_EQ(classicStrtod("1234567.25"), 1234567.25);
+}
+
+TEST(ClassicStrtod, IgnoresTheLocaleOfTheProgram) {
+  for (const char* name : test_support::localesOfTests()) {
+    const test_support::LocaleScope scope(name);
+    EXPECT_EQ(classicStrtod("1234567.25"), 1234567.25) << name;
+  }
 }
 
 // -------------------------------------------------------------------------------------------------

@@ -28,16 +28,16 @@ void Storage::drop(const Value& value, Storage*& pending) noexcept {
 }
 
 void* NodeStorage::create(std::size_t bytes) {
-  // The link ends halfway between two multiples of the units' alignment; the nodes begin there.
-  constexpr std::size_t kHead =
-      (sizeof(NodeStorage) + kUnitAlignment - 1) / kUnitAlignment * kUnitAlignment;
-  static_assert(sizeof(Storage*) == kUnitAlignment / 2);
-  static_assert(alignof(Value) <= sizeof(Storage*) && alignof(Member) <= sizeof(Storage*));
-  static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= kUnitAlignment);
-  char* const memory = static_cast<char*>(::operator new(kHead + sizeof(Storage*) + bytes));
+  // The nodes begin halfway between two multiples of the units' alignment, right after the link.
+  constexpr std::size_t kHalf = kUnitAlignment / 2;
+  static_assert(alignof(Value) <= kHalf && alignof(Member) <= kHalf);
+  constexpr std::size_t kHead = sizeof(NodeStorage) + sizeof(Storage*);
+  char* const memory = static_cast<char*>(::operator new(kHead + kUnitAlignment - 1 + bytes));
   auto* const storage = new (memory) NodeStorage;
-  auto* const link = new (memory + kHead) Storage*(storage);
-  return link + 1;
+  const std::uintptr_t least = reinterpret_cast<std::uintptr_t>(memory + kHead);
+  char* const nodes = memory + kHead + (kHalf - least) % kUnitAlignment;
+  new (nodes - sizeof(Storage*)) Storage*(storage);
+  return nodes;
 }
 
 void NodeStorage::own(const void* nodes, const Value* first, std::size_t count,

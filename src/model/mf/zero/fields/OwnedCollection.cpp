@@ -13,7 +13,7 @@ AbstractOwnedCollection::AbstractOwnedCollection(ElementImpl& owner,
     : distance_(static_cast<std::uint8_t>(reinterpret_cast<const char*>(this) -
                                           reinterpret_cast<const char*>(&owner))),
       propertyNumber_(propertyNumber) {
-  static_assert(sizeof(AbstractOwnedCollection) == 16,
+  static_assert(sizeof(AbstractOwnedCollection) <= 16,
                 "every component has lists, so they are small");
   // The list is not a part of its owner, or lies too far from its start.
   if (&this->owner() != &owner) {

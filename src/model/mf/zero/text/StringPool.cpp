@@ -13,6 +13,8 @@
 #include <unistd.h>
 #endif
 
+#include "mf/zero/text/WideNumber.h"
+
 namespace mf::zero {
 namespace {
 
@@ -23,8 +25,6 @@ constexpr std::size_t kFirstTable = 64;
 // unpredictable, and a misprediction costs more than the extra steps.
 constexpr std::size_t kUnitsPerWord = 4;
 constexpr std::size_t kUnitsPerBlock = 32;
-
-__extension__ using Wide = unsigned __int128;
 
 std::uint64_t wordAt(const char16_t* units) noexcept {
   std::uint64_t word;
@@ -44,8 +44,10 @@ struct WordPlaces {
 
 // Both halves of the product, folded: each bit depends on all bits of both factors.
 std::uint64_t multiplyAndFold(std::uint64_t left, std::uint64_t right) noexcept {
-  const Wide product = Wide{left} * right;
-  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+  WideNumber product;
+  product.addProduct(left, right);
+  const PlainWideNumber halves = product.halves();
+  return halves.low ^ halves.high;
 }
 
 // The sum of the products of pairs of words, each with its word of the key added. Two different
@@ -62,17 +64,17 @@ class KeyedSum {
 
   template <std::size_t kPair>
   void add(std::uint64_t left, std::uint64_t right) noexcept {
-    sum_ += Wide{left + key_.words[2 * kPair]} * (right + key_.words[2 * kPair + 1]);
+    sum_.addProduct(left + key_.words[2 * kPair], right + key_.words[2 * kPair + 1]);
   }
 
   std::uint64_t foldedInto(std::uint64_t state) const noexcept {
-    return multiplyAndFold(static_cast<std::uint64_t>(sum_) ^ state,
-                           static_cast<std::uint64_t>(sum_ >> 64) ^ key_.high);
+    const PlainWideNumber halves = sum_.halves();
+    return multiplyAndFold(halves.low ^ state, halves.high ^ key_.high);
   }
 
  private:
   const StringPool::HashKey& key_;
-  Wide sum_ = 0;
+  WideNumber sum_;
 };
 
 std::uint64_t hashOfBlock(const char16_t* units, std::uint64_t state,

@@ -47,8 +47,7 @@ constexpr Product kProducts[] = {
     {"LowHalves", 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFE00000001, 0},
     {"HighHalves", 0x100000000, 0x100000000, 0, 1},
     {"TheLargest", kMost, kMost, 1, kMost - 1},
-    {"CarriesInTheMiddle", 0xFFFFFFFF00000001, 0x00000001FFFFFFFF, 0x2FFFFFFFF,
-     0x1FFFFFFFD},
+    {"CarriesInTheMiddle", 0xFFFFFFFF00000001, 0x00000001FFFFFFFF, 0x2FFFFFFFF, 0x1FFFFFFFD},
 };
 
 INSTANTIATE_TEST_SUITE_P(Numbers, ProductOf, ::testing::ValuesIn(kProducts),
