@@ -41,6 +41,7 @@ ump_install_headers(
   development
   "${PROJECT_SOURCE_DIR}/include"
   install/update_metadata_parser/Export.h
+  install/update_metadata_parser/Limits.h
   install/update_metadata_parser/UpdateMetaData.h
   install/update_metadata_parser/UpdateMetaDataHandler.h
   install/update_metadata_parser/UpdateMetaDataJsonParser.h

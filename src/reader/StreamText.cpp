@@ -47,21 +47,21 @@ bool readUpTo(std::string& text, std::streambuf& buffer, std::size_t bytes) {
 
 }  // namespace
 
-std::string readToEnd(std::streambuf& buffer) {
+std::string readText(std::streambuf& buffer, std::size_t atMost) {
   std::string text;
   for (const std::size_t room : kRooms) {
-    if (!readUpTo(text, buffer, room)) {
+    if (!readUpTo(text, buffer, std::min(room, atMost)) || text.size() == atMost) {
       return text;
     }
   }
+  std::size_t size = text.size();
   std::vector<std::string> pieces;
-  do {
+  pieces.push_back(std::move(text));
+  bool isEnd = false;
+  while (!isEnd && size != atMost) {
     pieces.emplace_back();
-  } while (readUpTo(pieces.back(), buffer, kPiece));
-  pieces.insert(pieces.begin(), std::move(text));
-  std::size_t size = 0;
-  for (const std::string& piece : pieces) {
-    size += piece.size();
+    isEnd = !readUpTo(pieces.back(), buffer, std::min(kPiece, atMost - size));
+    size += pieces.back().size();
   }
   std::string whole;  // a string that grows may double its capacity
   makeRoom(whole, size);

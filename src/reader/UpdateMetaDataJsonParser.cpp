@@ -1,26 +1,21 @@
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
 #include <exception>
-#include <ios>
 #include <stdexcept>
 #include <utility>
 
-#include "fl/filesystem.h"
 #include "fl/i18n.h"
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "json/JsonText.h"
-#include "reader/StreamText.h"
+#include "reader/DocumentFile.h"
 
 namespace install::update_metadata_parser {
 namespace {
 
 using foundation::json::Object;
 
-// The final blank belongs to the message: callers compare the whole text.
-constexpr const char* kMissingFile = "Update MetaData Json file does not exist ";
-constexpr const char* kUnopenedFile = "Error opening Update MetaData Json File";
 constexpr const char* kParseFailure = "Error while parsing ";
 
 }  // namespace
@@ -44,14 +39,7 @@ std::shared_ptr<UpdateMetaData> UpdateMetaDataJsonParser::parseUpdateMetaDataJso
 }
 
 std::string UpdateMetaDataJsonParser::readFile(const std::u16string& path) {
-  if (!fl::filesystem::exists(path)) {
-    throw std::runtime_error(kMissingFile);
-  }
-  fl::filesystem::basic_ifstream<char> stream(path, std::ios_base::in);
-  if (!stream.is_open()) {
-    throw std::runtime_error(kUnopenedFile);
-  }
-  return readToEnd(*stream.rdbuf());
+  return readDocument(path);
 }
 
 std::shared_ptr<UpdateMetaDataHandler> UpdateMetaDataJsonParser::getUpdateMetaDataHandler() const {

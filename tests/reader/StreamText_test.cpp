@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, StreamOf, ::testing::ValuesIn(kStretches),
 TEST_P(StreamOf, IsReadToItsEndWithoutASeek) {
   for (const std::size_t atATime : {std::size_t{1000}, 3 * kMegabyte}) {
     ForwardBuffer buffer(GetParam().size, atATime);
-    const std::string text = readToEnd(buffer);
+    const std::string text = readText(buffer);
     ASSERT_EQ(text.size(), GetParam().size);
     for (std::size_t offset = 0; offset < text.size(); offset += 3 * kMegabyte) {
       const std::string_view part = std::string_view(text).substr(offset, 3 * kMegabyte);
