@@ -17,7 +17,11 @@ class DocumentWriter {
         json_(sink, shape.indent),
         components_(componentNames(shape.names, shape.components)),
         packages_(packageNames(shape.names,
-                               shape.packages + std::max<std::size_t>(1, shape.packages / 10))) {}
+                               shape.packages + std::max<std::size_t>(1, shape.packages / 10))) {
+    if (shape.continued != 0) {
+      continueNames(components_, shape.continued, shape.chain);
+    }
+  }
 
   void write() {
     json_.beginObject();
@@ -51,13 +55,14 @@ class DocumentWriter {
     }
   }
 
-  // Returns a whole number of 3 to 11 digits.
+  // Returns a whole number of 3 to 11 digits, or one more than that in a revised package.
   std::uint64_t size() {
+    const bool isRevised = shape_.revised != 0 && ++sizes_ % shape_.revised == 0;
     std::uint64_t low = 100;
     for (std::uint64_t digits = dice_.below(9); digits != 0; --digits) {
       low *= 10;
     }
-    return low + dice_.below(9 * low);
+    return low + dice_.below(9 * low) + (isRevised ? 1 : 0);
   }
 
   void writeMetaData() {
@@ -209,6 +214,7 @@ class DocumentWriter {
   JsonWriter json_;
   std::vector<std::string> components_;
   std::vector<std::string> packages_;
+  std::size_t sizes_ = 0;  // how many have been written
   std::size_t fileSerial_ = 0;
 };
 

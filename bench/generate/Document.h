@@ -18,6 +18,9 @@ struct DocumentShape {
   std::size_t fileComponents = 0;        ///< components with single files to delete
   std::size_t files = 0;                 ///< files to delete in each of their packages
   std::size_t repeats = 1;               ///< how often each product's lists are repeated
+  std::size_t continued = 0;  ///< of so many names of components, the last form a chain; 0: none
+  std::size_t chain = 2;      ///< names in a chain, each continuing the one before: a, a_docs
+  std::size_t revised = 0;    ///< one package in so many has another size than without; 0: none
   std::uint64_t seed = 1;
   std::size_t indent = 0;      ///< blanks per level; 0 for the compact form
   std::size_t pathBytes = 62;  ///< approximate length of a file's path

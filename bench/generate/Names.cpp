@@ -118,6 +118,14 @@ std::vector<std::string> componentNames(NameStyle style, std::size_t count) {
   return names;
 }
 
+void continueNames(std::vector<std::string>& names, std::size_t oneIn, std::size_t chain) {
+  for (std::size_t end = oneIn; end <= names.size(); end += oneIn) {
+    for (std::size_t i = end - chain + 1; i < end; ++i) {
+      names[i] = names[i - 1] + "_docs";
+    }
+  }
+}
+
 std::vector<std::string> packageNames(NameStyle style, std::size_t count) {
   std::vector<std::string> names;
   names.reserve(count);

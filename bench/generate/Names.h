@@ -19,6 +19,13 @@ enum class NameStyle {
 /// Returns `count` different names of components.
 std::vector<std::string> componentNames(NameStyle style, std::size_t count);
 
+/// Renames components so that names continue each other: of every `oneIn` names in a row, the last
+/// ones become a chain of `chain` names a, a_docs, a_docs_docs and so on, where a is the first of
+/// the chain. Names remain different, and keys too, because no package's name begins with "docs".
+///
+/// \pre oneIn is at least chain, which is at least 1
+void continueNames(std::vector<std::string>& names, std::size_t oneIn, std::size_t chain);
+
 /// Returns `count` different names of packages, the same for every component.
 std::vector<std::string> packageNames(NameStyle style, std::size_t count);
 

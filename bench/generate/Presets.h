@@ -14,7 +14,7 @@ struct Preset {
   DocumentShape shape;
 };
 
-/// The presets small, medium, large, shared and repeated, in this order.
+/// All presets, in the order in which they are measured.
 const std::vector<Preset>& presets();
 
 /// Returns the preset with that name, or null.

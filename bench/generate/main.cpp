@@ -65,6 +65,11 @@ constexpr Count kCounts[] = {
      &DocumentShape::fileComponents},
     {"--files", "files to delete in each of their packages", &DocumentShape::files},
     {"--repeats", "how often each product's lists are repeated", &DocumentShape::repeats},
+    {"--continued", "of so many components, the last are named in a chain: a, a_docs; 0 for none",
+     &DocumentShape::continued},
+    {"--chain", "components in such a chain, from 1 to --continued", &DocumentShape::chain},
+    {"--revised", "one package in so many has another size than without this option",
+     &DocumentShape::revised},
     {"--indent", "blanks per level; 0 for the compact form", &DocumentShape::indent},
     {"--path-bytes", "approximate length of paths", &DocumentShape::pathBytes},
 };
@@ -129,6 +134,10 @@ int run(int argc, char** argv) {
   if (app.get_option("--file-components")->count() == 0 &&
       app.get_option("--components")->count() != 0) {
     options.shape.fileComponents = (options.shape.components + 3) / 4;
+  }
+  if (options.shape.continued != 0 &&
+      (options.shape.chain == 0 || options.shape.chain > options.shape.continued)) {
+    throw std::invalid_argument("--chain must be from 1 to --continued");
   }
 
   if (options.output.empty()) {
