@@ -67,13 +67,11 @@ std::uint64_t parse(const std::string& path, Probe& probe) {
   return digest;
 }
 
-template <class Builder>
+template <BuildAnswers build>
 answers::Answers load(const std::string& path) {
   boost::json::monotonic_resource resource;
   const boost::json::value tree = boost::json::parse(readFile(path), &resource);
-  Builder builder;
-  feed<Tree>(tree, builder);
-  return builder.finish();
+  return build(flatDocumentOf<Tree>(tree));
 }
 
 }  // namespace
@@ -83,8 +81,8 @@ Peer boostJson() {
           "Boost.JSON " BENCH_BOOST_JSON_VERSION,
           parse,
           nullptr,
-          load<answers::PlainAnswers>,
-          load<answers::TunedAnswers>};
+          load<answers::plainAnswers>,
+          load<answers::tunedAnswers>};
 }
 
 }  // namespace bench::peers

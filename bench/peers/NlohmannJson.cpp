@@ -71,12 +71,10 @@ std::uint64_t read(const std::string& path, Probe& probe) {
   return size;
 }
 
-template <class Builder>
+template <BuildAnswers build>
 answers::Answers load(const std::string& path) {
   const nlohmann::json tree = nlohmann::json::parse(readFile(path));
-  Builder builder;
-  feed<Tree>(tree, builder);
-  return builder.finish();
+  return build(flatDocumentOf<Tree>(tree));
 }
 
 }  // namespace
@@ -86,8 +84,8 @@ Peer nlohmannJson() {
           "nlohmann/json " BENCH_NLOHMANN_JSON_VERSION,
           parse,
           read,
-          load<answers::PlainAnswers>,
-          load<answers::TunedAnswers>};
+          load<answers::plainAnswers>,
+          load<answers::tunedAnswers>};
 }
 
 }  // namespace bench::peers

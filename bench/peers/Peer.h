@@ -40,7 +40,7 @@ const std::vector<std::string_view>& missingPeers();
 /// Returns the peer with that name. \throws std::invalid_argument if there is none
 const Peer& peerOf(std::string_view name);
 
-/// Reads a file at once into a text with exactly enough capacity.
-std::string readFile(const std::string& path);
+/// Reads a file at once into a text with exactly enough capacity, followed by `padding` NULs.
+std::string readFile(const std::string& path, std::size_t padding = 0);
 
 }  // namespace bench::peers

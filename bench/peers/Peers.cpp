@@ -21,6 +21,11 @@ Found findPeers() {
 #else
   found.missing.push_back("simdjson");
 #endif
+#ifdef BENCH_YYJSON_VERSION
+  found.peers.push_back(yyjson());
+#else
+  found.missing.push_back("yyjson");
+#endif
 #ifdef BENCH_RAPIDJSON_VERSION
   found.peers.push_back(rapidJson());
 #else
@@ -63,12 +68,12 @@ const Peer& peerOf(std::string_view name) {
   return *found;
 }
 
-std::string readFile(const std::string& path) {
+std::string readFile(const std::string& path, std::size_t padding) {
   std::ifstream file(path, std::ios_base::binary | std::ios_base::ate);
   const std::streamoff size = file.tellg();
-  std::string text(static_cast<std::size_t>(size < 0 ? 0 : size), '\0');
+  std::string text(static_cast<std::size_t>(size < 0 ? 0 : size) + padding, '\0');
   file.seekg(0);
-  if (!file.read(text.data(), static_cast<std::streamsize>(text.size()))) {
+  if (!file.read(text.data(), static_cast<std::streamsize>(text.size() - padding))) {
     throw std::runtime_error("cannot read " + path);
   }
   return text;

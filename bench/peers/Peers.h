@@ -12,5 +12,6 @@ Peer nlohmannJson();
 Peer rapidJson();
 Peer simdjsonDom();
 Peer simdjsonOnDemand();
+Peer yyjson();
 
 }  // namespace bench::peers

@@ -58,13 +58,11 @@ std::uint64_t parse(const std::string& path, Probe& probe) {
   return digest;
 }
 
-template <class Builder>
+template <BuildAnswers build>
 answers::Answers load(const std::string& path) {
   simdjson::dom::parser parser;
   const Tree::Value tree = parser.load(path);
-  Builder builder;
-  feed<Tree>(tree, builder);
-  return builder.finish();
+  return build(flatDocumentOf<Tree>(tree));
 }
 
 }  // namespace
@@ -74,8 +72,8 @@ Peer simdjsonDom() {
           "simdjson " BENCH_SIMDJSON_VERSION " DOM",
           parse,
           nullptr,
-          load<answers::PlainAnswers>,
-          load<answers::TunedAnswers>};
+          load<answers::plainAnswers>,
+          load<answers::tunedAnswers>};
 }
 
 }  // namespace bench::peers

@@ -13,6 +13,8 @@ namespace bench::peers {
 namespace {
 
 namespace ondemand = simdjson::ondemand;
+using answers::FlatDocument;
+using answers::rangeOf;
 
 // Reads every value and every key once, in the order of the text.
 void count(ondemand::value value, Census& census) {
@@ -55,65 +57,117 @@ std::uint64_t parse(const std::string& path, Probe& probe) {
   return census.digest();
 }
 
-template <class Builder>
-void readComponent(ondemand::object component, Builder& builder) {
-  for (ondemand::field package : component["delete"].get_object()) {
-    builder.addPackageToDelete(package.unescaped_key());
-  }
-  for (ondemand::field package : component["extract"].get_object()) {
-    const std::string_view name = package.unescaped_key();
-    ondemand::object members = package.value();
-    const std::int64_t size = toBytes(members["size"].get_double());
-    builder.addPackageToExtract(name, size, toBytes(members["uncompressedBytes"].get_double()));
-  }
+// The functions below take members in the order of the text, which costs least: a look-up would
+// skip members and come back for them.
+
+answers::Range readPackages(ondemand::object packages, std::vector<FlatDocument::Package>& list) {
+  return rangeOf(list, [&] {
+    for (ondemand::field package : packages) {
+      FlatDocument::Package row;
+      row.name = package.unescaped_key();
+      for (ondemand::field member : package.value().get_object()) {
+        const std::string_view key = member.unescaped_key();
+        if (key == "size") {
+          row.size = toBytes(member.value().get_double());
+        } else if (key == "uncompressedBytes") {
+          row.uncompressedBytes = toBytes(member.value().get_double());
+        }
+      }
+      list.push_back(row);
+    }
+  });
 }
 
-template <class Builder>
-void readProduct(ondemand::object product, Builder& builder) {
-  for (ondemand::value component : product["delete"].get_array()) {
-    builder.addComponentToDelete(component.get_string());
-  }
-  for (ondemand::value component : product["extract"].get_array()) {
-    builder.addComponentToExtract(component.get_string());
-  }
+answers::Range readTexts(ondemand::array texts, std::vector<std::string_view>& list) {
+  return rangeOf(list, [&] {
+    for (ondemand::value text : texts) {
+      list.push_back(text.get_string());
+    }
+  });
 }
 
-template <class Builder>
-void readPackageWithFiles(ondemand::field package, Builder& builder) {
-  const std::string_view name = package.unescaped_key();
-  ondemand::object members = package.value();
-  builder.beginPackageWithFiles(name, toBytes(members["size"].get_double()));
-  for (ondemand::value file : members["files"].get_array()) {
-    builder.addFile(file.get_string());
+FlatDocument::Component readComponent(ondemand::field component, FlatDocument& document) {
+  FlatDocument::Component row;
+  row.name = component.unescaped_key();
+  for (ondemand::field member : component.value().get_object()) {
+    const std::string_view key = member.unescaped_key();
+    if (key == "delete") {
+      row.toDelete = readPackages(member.value(), document.packages);
+    } else if (key == "extract") {
+      row.toExtract = readPackages(member.value(), document.packages);
+    }
   }
-  builder.endPackageWithFiles();
+  return row;
 }
 
-// Members may be in any order: each look-up continues after the last one, wraps around, and skips
-// other members quickly.
-template <class Builder>
+FlatDocument::Product readProduct(ondemand::field product, FlatDocument& document) {
+  FlatDocument::Product row;
+  row.name = product.unescaped_key();
+  for (ondemand::field member : product.value().get_object()) {
+    const std::string_view key = member.unescaped_key();
+    if (key == "delete") {
+      row.toDelete = readTexts(member.value(), document.namings);
+    } else if (key == "extract") {
+      row.toExtract = readTexts(member.value(), document.namings);
+    }
+  }
+  return row;
+}
+
+FlatDocument::PackageWithFiles readPackageWithFiles(ondemand::field package,
+                                                    FlatDocument& document) {
+  FlatDocument::PackageWithFiles row;
+  row.name = package.unescaped_key();
+  for (ondemand::field member : package.value().get_object()) {
+    const std::string_view key = member.unescaped_key();
+    if (key == "size") {
+      row.size = toBytes(member.value().get_double());
+    } else if (key == "files") {
+      row.files = readTexts(member.value(), document.files);
+    }
+  }
+  return row;
+}
+
+FlatDocument::ComponentWithFiles readComponentWithFiles(ondemand::field component,
+                                                        FlatDocument& document) {
+  FlatDocument::ComponentWithFiles row;
+  row.name = component.unescaped_key();
+  row.packages = rangeOf(document.packagesWithFiles, [&] {
+    for (ondemand::field package : component.value().get_object()) {
+      document.packagesWithFiles.push_back(readPackageWithFiles(package, document));
+    }
+  });
+  return row;
+}
+
+FlatDocument readDocument(ondemand::object sections) {
+  FlatDocument document;
+  for (ondemand::field section : sections) {
+    const std::string_view key = section.unescaped_key();
+    if (key == "components") {
+      for (ondemand::field component : section.value().get_object()) {
+        document.components.push_back(readComponent(component, document));
+      }
+    } else if (key == "products") {
+      for (ondemand::field product : section.value().get_object()) {
+        document.products.push_back(readProduct(product, document));
+      }
+    } else if (key == "componentsWithFilesDeleted") {
+      for (ondemand::field component : section.value().get_object()) {
+        document.componentsWithFiles.push_back(readComponentWithFiles(component, document));
+      }
+    }
+  }
+  return document;
+}
+
+template <BuildAnswers build>
 answers::Answers load(const std::string& path) {
   const simdjson::padded_string text = simdjson::padded_string::load(path);
   ondemand::parser parser;
   ondemand::document document = parser.iterate(text);
-  Builder builder;
-  for (ondemand::field component : document["components"].get_object()) {
-    builder.beginComponent(component.unescaped_key());
-    readComponent(component.value(), builder);
-    builder.endComponent();
-  }
-  for (ondemand::field product : document["products"].get_object()) {
-    builder.beginProduct(product.unescaped_key());
-    readProduct(product.value(), builder);
-    builder.endProduct();
-  }
-  for (ondemand::field component : document["componentsWithFilesDeleted"].get_object()) {
-    builder.beginComponentWithFiles(component.unescaped_key());
-    for (ondemand::field package : component.value().get_object()) {
-      readPackageWithFiles(package, builder);
-    }
-  }
-  return builder.finish();
+  return build(readDocument(document.get_object()));
 }
 
 }  // namespace
@@ -123,8 +177,8 @@ Peer simdjsonOnDemand() {
           "simdjson " BENCH_SIMDJSON_VERSION " on demand",
           parse,
           nullptr,
-          load<answers::PlainAnswers>,
-          load<answers::TunedAnswers>};
+          load<answers::plainAnswers>,
+          load<answers::tunedAnswers>};
 }
 
 }  // namespace bench::peers

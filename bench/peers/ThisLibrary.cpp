@@ -1,5 +1,7 @@
 // This library: parseJsonText() for text to tree, the public classes for file to answers.
 
+#include "peers/ThisLibrary.h"
+
 #include <memory>
 #include <utility>
 
@@ -35,6 +37,7 @@ struct Tree {
   }
   static std::string_view text(const Value& value) { return value.as<std::string_view>(); }
   static double number(const Value& value) { return value.as<double>(); }
+  static const Value& member(const Value& object, const char* key) { return object[key]; }
   template <class Visit>
   static void forEachMember(const Value& object, Visit visit) {
     for (const foundation::json::Member& member : object.as<Object>()) {
@@ -91,6 +94,10 @@ answers::Answers load(const std::string& path) {
 }
 
 }  // namespace
+
+answers::FlatDocument flatDocumentOf(const foundation::json::Value& document) {
+  return flatDocumentOf<Tree>(document);
+}
 
 Peer thisLibrary() {
   return {"ours", "this library", parse, read, load, nullptr};

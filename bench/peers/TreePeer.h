@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "answers/Answers.h"
+#include "answers/FlatDocument.h"
 #include "peers/Census.h"
 
 namespace bench::peers {
@@ -20,52 +22,73 @@ enum class Kind { literal, number, text, array, object };
 //     void forEachMember(const Value&, f(std::string_view key, const Value&));
 //     void forEachElement(const Value&, f(const Value&));
 
+/// One way from a decoded document to the answers.
+using BuildAnswers = answers::Answers (*)(answers::FlatDocument document);
+
 /// Converts a number to a byte count, truncating toward zero.
 inline std::int64_t toBytes(double number) {
   return static_cast<std::int64_t>(number);
 }
 
-/// Passes the sections of a document to `answers`: components first, then products, then files.
-template <class Tree, class Answers>
-void feed(const typename Tree::Value& document, Answers& answers) {
+/// Reads the sections of a document.
+template <class Tree>
+answers::FlatDocument flatDocumentOf(const typename Tree::Value& document) {
   using Value = typename Tree::Value;
-  Tree::forEachMember(
-      Tree::member(document, "components"), [&](std::string_view name, const Value& component) {
-        answers.beginComponent(name);
-        Tree::forEachMember(
-            Tree::member(component, "delete"),
-            [&](std::string_view package, const Value&) { answers.addPackageToDelete(package); });
-        Tree::forEachMember(
-            Tree::member(component, "extract"), [&](std::string_view package, const Value& value) {
-              const std::int64_t size = toBytes(Tree::number(Tree::member(value, "size")));
-              answers.addPackageToExtract(
-                  package, size, toBytes(Tree::number(Tree::member(value, "uncompressedBytes"))));
-            });
-        answers.endComponent();
+  using answers::FlatDocument;
+  using answers::rangeOf;
+  FlatDocument flat;
+  Tree::forEachMember(Tree::member(document, "components"), [&](std::string_view name,
+                                                                const Value& component) {
+    FlatDocument::Component row;
+    row.name = name;
+    row.toDelete = rangeOf(flat.packages, [&] {
+      Tree::forEachMember(Tree::member(component, "delete"),
+                          [&](std::string_view package, const Value&) {
+                            flat.packages.push_back({package, 0, 0});
+                          });
+    });
+    row.toExtract = rangeOf(flat.packages, [&] {
+      Tree::forEachMember(Tree::member(component, "extract"), [&](std::string_view package,
+                                                                  const Value& value) {
+        flat.packages.push_back({package, toBytes(Tree::number(Tree::member(value, "size"))),
+                                 toBytes(Tree::number(Tree::member(value, "uncompressedBytes")))});
       });
-  Tree::forEachMember(
-      Tree::member(document, "products"), [&](std::string_view name, const Value& product) {
-        answers.beginProduct(name);
-        Tree::forEachElement(Tree::member(product, "delete"), [&](const Value& component) {
-          answers.addComponentToDelete(Tree::text(component));
-        });
-        Tree::forEachElement(Tree::member(product, "extract"), [&](const Value& component) {
-          answers.addComponentToExtract(Tree::text(component));
-        });
-        answers.endProduct();
-      });
+    });
+    flat.components.push_back(row);
+  });
+  const auto namingsIn = [&flat](const Value& list) {
+    return rangeOf(flat.namings, [&] {
+      Tree::forEachElement(
+          list, [&](const Value& component) { flat.namings.push_back(Tree::text(component)); });
+    });
+  };
+  Tree::forEachMember(Tree::member(document, "products"),
+                      [&](std::string_view name, const Value& product) {
+                        FlatDocument::Product row;
+                        row.name = name;
+                        row.toDelete = namingsIn(Tree::member(product, "delete"));
+                        row.toExtract = namingsIn(Tree::member(product, "extract"));
+                        flat.products.push_back(row);
+                      });
+  const auto filesIn = [&flat](const Value& list) {
+    return rangeOf(flat.files, [&] {
+      Tree::forEachElement(list,
+                           [&](const Value& file) { flat.files.push_back(Tree::text(file)); });
+    });
+  };
   Tree::forEachMember(
       Tree::member(document, "componentsWithFilesDeleted"),
       [&](std::string_view name, const Value& component) {
-        answers.beginComponentWithFiles(name);
-        Tree::forEachMember(component, [&](std::string_view package, const Value& value) {
-          answers.beginPackageWithFiles(package,
-                                        toBytes(Tree::number(Tree::member(value, "size"))));
-          Tree::forEachElement(Tree::member(value, "files"),
-                               [&](const Value& file) { answers.addFile(Tree::text(file)); });
-          answers.endPackageWithFiles();
+        const answers::Range packages = rangeOf(flat.packagesWithFiles, [&] {
+          Tree::forEachMember(component, [&](std::string_view package, const Value& value) {
+            flat.packagesWithFiles.push_back({package,
+                                              toBytes(Tree::number(Tree::member(value, "size"))),
+                                              filesIn(Tree::member(value, "files"))});
+          });
         });
+        flat.componentsWithFiles.push_back({name, packages});
       });
+  return flat;
 }
 
 /// Counts `value` and all values below it.

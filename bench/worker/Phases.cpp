@@ -1,7 +1,6 @@
 #include "worker/Phases.h"
 
 #include <memory>
-#include <ostream>
 #include <utility>
 
 #include "answers/Answers.h"
@@ -9,29 +8,11 @@
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
 #include "peers/IdentityParser.h"
-#include "peers/Stopwatch.h"
+#include "worker/StepList.h"
 
 namespace bench::worker {
-namespace {
-
 using foundation::json::Value;
 using install::update_metadata_parser::UpdateMetaData;
-
-class PhaseList {
- public:
-  explicit PhaseList(std::ostream& out) : out_(out) {}
-
-  template <class Task>
-  void add(const char* name, Task task) {
-    const peers::Duration duration = peers::durationOf(task);
-    out_ << name << '\t' << duration.wallSeconds << ' ' << duration.cpuSeconds << '\n';
-  }
-
- private:
-  std::ostream& out_;
-};
-
-}  // namespace
 
 // The steps of parseUpdateMetaDataJson(), in order, one at a time.
 void printPhases(const std::string& path, std::ostream& out) {
@@ -43,7 +24,7 @@ void printPhases(const std::string& path, std::ostream& out) {
   Value document;
   answers::Answers answers;
 
-  PhaseList phases(out);
+  StepList phases(out);
   phases.add("read the file", [&] { text = parser->readFile(location); });
   phases.add("parse the text",
              [&] { document = foundation::json::parseJsonText(std::move(text)); });

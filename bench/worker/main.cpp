@@ -3,6 +3,7 @@
 //   bench-worker parse|read|load|load-tuned PEER FILE   prints the findings, one per line
 //   bench-worker verify FILE                            compares the answers of all peers
 //   bench-worker phases FILE                            times each stage of this library
+//   bench-worker floor FILE                             times what no implementation can avoid
 //   bench-worker facts FILE                             prints the counts of the document
 //   bench-worker peers                                  lists the peers, one per line
 
@@ -19,6 +20,7 @@
 #include "json/JsonText.h"
 #include "peers/Peer.h"
 #include "peers/Probe.h"
+#include "worker/Floor.h"
 #include "worker/Phases.h"
 
 namespace {
@@ -139,6 +141,8 @@ void run(const std::vector<std::string>& words) {
     verify(words[1]);
   } else if (words.size() == 2 && words[0] == "phases") {
     bench::worker::printPhases(words[1], std::cout);
+  } else if (words.size() == 2 && words[0] == "floor") {
+    bench::worker::printFloor(words[1], std::cout);
   } else if (words.size() == 2 && words[0] == "facts") {
     printFacts(words[1]);
   } else if (words.size() == 3) {
@@ -146,7 +150,7 @@ void run(const std::vector<std::string>& words) {
   } else {
     throw std::invalid_argument(
         "expected: parse|read|load|load-tuned PEER FILE, "
-        "verify FILE, phases FILE, facts FILE, or peers");
+        "verify FILE, phases FILE, floor FILE, facts FILE, or peers");
   }
 }
 
