@@ -12,6 +12,7 @@
 #include "driver/Process.h"
 #include "generate/Document.h"
 #include "generate/Family.h"
+#include "generate/Names.h"
 #include "generate/Presets.h"
 
 namespace bench::driver {
@@ -90,11 +91,15 @@ class PlanRunner {
       throw std::invalid_argument("unknown preset: " + name);
     }
     const bool isPlain = name == "small" || name == "medium" || name == "large";
-    measureDocument(make(name, preset->shape), isPlain);
+    const Document document = make(name, preset->shape);
+    measureDocument(document, isPlain);
     if (isPlain && name != "small" && includes("parse")) {
       DocumentShape indented = preset->shape;
       indented.indent = 2;
       measureParse(make(name + ", indented", indented));
+    }
+    if (name == "medium" && includes("command")) {
+      measureCommand(document, preset->shape);
     }
   }
 
@@ -104,6 +109,9 @@ class PlanRunner {
     }
     if (includes("load")) {
       measureLoad(document);
+    }
+    if (includes("floor")) {
+      measureFloor(document);
     }
     if (includes("phases")) {
       measurePhases(document);
@@ -158,20 +166,112 @@ class PlanRunner {
     }
   }
 
+  void measureFloor(const Document& document) {
+    announce("FLOOR", document.name);
+    std::vector<double> loads;
+    std::vector<double> floors;
+    Series steps;
+    for (std::size_t round = 0; round < roundsFor(document); ++round) {
+      loads.push_back(worker_.measure("load", kOurs, document.file).seconds);
+      const Figures figures = worker_.steps("floor", document.file);
+      append(steps, figures);
+      double floor = 0;
+      for (const auto& [name, seconds] : figures) {
+        floor += seconds;
+      }
+      floors.push_back(floor);
+      std::cerr << '.' << std::flush;
+    }
+    rows_.emplace_back("LOAD+QUERY, beside the floor", document.name, "times the floor",
+                       medianOf(loads) / medianOf(floors));
+    addRows("FLOOR ", document, steps);
+  }
+
   void measurePhases(const Document& document) {
     announce("PHASES", document.name);
-    std::vector<std::pair<std::string, std::vector<double>>> phases;
+    Series phases;
     for (std::size_t round = 0; round < roundsFor(document); ++round) {
-      const Figures figures = worker_.phases(document.file);
-      phases.resize(figures.size());
-      for (std::size_t i = 0; i < figures.size(); ++i) {
-        phases[i].first = figures[i].first;
-        phases[i].second.push_back(figures[i].second);
+      append(phases, worker_.steps("phases", document.file));
+      std::cerr << '.' << std::flush;
+    }
+    addRows("PHASE ", document, phases);
+  }
+
+  // The figures of several rounds, each with its name.
+  using Series = std::vector<std::pair<std::string, std::vector<double>>>;
+
+  static void append(Series& series, const Figures& figures) {
+    series.resize(figures.size());
+    for (std::size_t i = 0; i < figures.size(); ++i) {
+      series[i].first = figures[i].first;
+      series[i].second.push_back(figures[i].second);
+    }
+  }
+
+  void addRows(const std::string& prefix, const Document& document, const Series& seconds) {
+    for (const auto& [name, values] : seconds) {
+      rows_.emplace_back(prefix + name, document.name, "ms", medianOf(values) * 1e3);
+    }
+  }
+
+  // Writes product data that have the base code of every product of the shape, and returns their
+  // folder.
+  std::string makeProductData(const DocumentShape& shape) const {
+    const auto folder = std::filesystem::path(plan_.documents) / "product-data";
+    std::filesystem::create_directories(folder);
+    std::ofstream table(folder / "products.tsv", std::ios_base::binary);
+    table << "base code\tname\tnumber\tcontrolling product\n";
+    for (std::size_t i = 0; i < shape.products; ++i) {
+      table << 'P' << i << '\t' << generate::productName(shape.names, i) << '\t' << i << "\t\n";
+    }
+    table.close();
+    if (!table) {
+      throw std::runtime_error("cannot write " + folder.string());
+    }
+    return folder.string();
+  }
+
+  // Measures whole runs of the command, as multiples of loading and querying by the library.
+  void measureCommand(const Document& document, const DocumentShape& shape) {
+    if (!std::filesystem::exists(plan_.command)) {
+      std::cerr << "\nSkipped the command, which is not built.";
+      return;
+    }
+    announce("COMMAND", document.name);
+    DocumentShape revised = shape;
+    revised.revised = 10;
+    const std::string other = make(document.name + ", revised", revised).file;
+    const std::string productData = makeProductData(shape);
+    struct Subcommand {
+      std::string label;
+      std::vector<std::string> words;
+      double documents;
+      std::vector<double> seconds;
+    };
+    Subcommand subcommands[] = {
+        {"lint", {"lint", document.file}, 1, {}},
+        {"show", {"show", document.file}, 1, {}},
+        {"plan", {"plan", document.file}, 1, {}},
+        {"diff, each document", {"diff", document.file, other}, 2, {}},
+        {"report", {"report", document.file, "--output", "-"}, 1, {}},
+    };
+    for (Subcommand& subcommand : subcommands) {
+      subcommand.words.insert(subcommand.words.begin(), plan_.command);
+      subcommand.words.insert(subcommand.words.end(), {"--product-data", productData});
+    }
+    std::vector<double> loads;
+    for (std::size_t round = 0; round < plan_.rounds; ++round) {
+      loads.push_back(worker_.measure("load", kOurs, document.file).seconds);
+      for (Subcommand& subcommand : subcommands) {
+        const Usage usage = usageOf(subcommand.words);
+        subcommand.seconds.push_back(worker_.clock() == Clock::wall ? usage.wallSeconds
+                                                                    : usage.cpuSeconds);
       }
       std::cerr << '.' << std::flush;
     }
-    for (const auto& [name, seconds] : phases) {
-      rows_.emplace_back("PHASE " + name, document.name, "ms", medianOf(seconds) * 1e3);
+    for (const Subcommand& subcommand : subcommands) {
+      rows_.emplace_back("COMMAND " + subcommand.label, document.name, "times LOAD+QUERY",
+                         medianOf(subcommand.seconds) / subcommand.documents / medianOf(loads));
     }
   }
 

@@ -64,8 +64,8 @@ Run Worker::measure(const std::string& task, const std::string& peer,
   return run;
 }
 
-Figures Worker::phases(const std::string& file) const {
-  std::istringstream lines(output({"phases", file}));
+Figures Worker::steps(const std::string& task, const std::string& file) const {
+  std::istringstream lines(output({task, file}));
   Figures figures;
   for (std::string line; std::getline(lines, line);) {
     const std::size_t tab = line.find('\t');

@@ -35,8 +35,8 @@ class Worker {
   /// Runs one task of a peer on a file.
   Run measure(const std::string& task, const std::string& peer, const std::string& file) const;
 
-  /// Times the stages of loading a file and querying it.
-  Figures phases(const std::string& file) const;
+  /// Times the steps of a task of this library: "phases" or "floor".
+  Figures steps(const std::string& task, const std::string& file) const;
 
   /// Checks that all peers give the same answers about a file. \throws std::runtime_error if they
   /// differ

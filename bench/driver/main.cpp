@@ -31,10 +31,10 @@ constexpr std::size_t kRounds = 7;
 // The limits of --quick: how many presets, tasks and rounds, and the divisor for the sizes of
 // hostile texts. Documents given by name get the first kFileTasks tasks.
 constexpr std::size_t kQuickPresets = 2;
-constexpr std::size_t kQuickTasks = 5;
+constexpr std::size_t kQuickTasks = 7;
 constexpr std::size_t kQuickRounds = 3;
 constexpr std::size_t kQuickDivisor = 8;
-constexpr std::size_t kFileTasks = 3;
+constexpr std::size_t kFileTasks = 4;
 
 #ifdef __clang__
 constexpr const char* kCompiler = "Clang " __clang_version__;
@@ -66,8 +66,8 @@ void writeCircumstances(std::ostream& out, const Plan& plan, const Worker& worke
 
 int run(int argc, char** argv) {
   const std::filesystem::path here = std::filesystem::path(argv[0]).parent_path();
-  const std::vector<std::string> allTasks = {"parse",   "load",   "phases",
-                                             "hostile", "growth", "micro"};
+  const std::vector<std::string> allTasks = {"parse",   "load",    "floor",  "phases",
+                                             "command", "hostile", "growth", "micro"};
   Plan plan;
   Clock clock = Clock::wall;
   bool isQuick = false;
@@ -93,7 +93,8 @@ int run(int argc, char** argv) {
   CLI11_PARSE(app, argc, argv);
 
   if (plan.presets.empty() && plan.files.empty()) {
-    plan.presets = {"small", "medium", "large", "shared", "repeated"};
+    plan.presets = {"small",  "medium",           "medium-continued", "large",
+                    "shared", "shared-continued", "repeated"};
     plan.presets.resize(isQuick ? kQuickPresets : plan.presets.size());
   }
   if (plan.tasks.empty()) {
@@ -105,6 +106,7 @@ int run(int argc, char** argv) {
   }
   plan.hostileDivisor = isQuick ? kQuickDivisor : 1;
   plan.micro = (here / "bench-micro").string();
+  plan.command = (here.parent_path() / "tools/update-metadata/update-metadata").string();
 
   const Worker worker((here / "bench-worker").string(), clock);
   const std::vector<Row> rows = carryOut(plan, worker);
