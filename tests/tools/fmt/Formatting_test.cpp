@@ -58,7 +58,7 @@ std::string squeezed(std::string_view text) {
   return result;
 }
 
-// --- what stays -----------------------------------------------------------------------------
+// --- what is kept ---------------------------------------------------------------------------
 
 // \param text  loads
 void expectTheSameIsRead(const std::string& text) {
@@ -111,7 +111,7 @@ TEST(Formatting, NeedsNoStackForADeepDocument) {
   });
 }
 
-// --- what goes ------------------------------------------------------------------------------
+// --- what is stripped ----------------------------------------------------------------------
 
 struct SurroundedText {
   const char* name;

@@ -132,13 +132,14 @@ TEST(LayoutOfADeepText, NeedsNoStackAndGrowsByABoundedFactor) {
 }
 
 TEST(LayoutOfALongText, GrowsInProportionToIt) {
+  constexpr std::size_t kElements = 1000000;
   std::string compact = "[0";
-  for (int count = 1; count < 5000000; ++count) {
+  for (std::size_t count = 1; count < kElements; ++count) {
     compact += ",0";
   }
   compact += ']';
   std::string spread = laidOut(compact, kTwoBlanks);
-  EXPECT_EQ(spread.size(), 1 + 5000000 * 5 + 1U);
+  EXPECT_EQ(spread.size(), 1 + kElements * 5 + 1);
   EXPECT_TRUE(laidOut(spread, kCompact) == compact);
 }
 

@@ -13,6 +13,16 @@ namespace {
 
 using ::testing::HasSubstr;
 
+TEST(Explanation, HasTheIdTheSeverityTheSummaryAndTheText) {
+  for (const RuleDescription& description : allRules()) {
+    std::ostringstream explanation;
+    writeExplanation(description.rule, {}, explanation);
+    EXPECT_EQ(explanation.str(), std::string(description.id) + " (" + nameOf(description.severity) +
+                                     "): " + description.summary + "\n\n" +
+                                     explain(description.rule) + '\n');
+  }
+}
+
 TEST(RulePage, ExplainsEveryRuleUnderItsId) {
   std::ostringstream page;
   writeRulePage(page);

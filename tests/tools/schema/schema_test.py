@@ -2,7 +2,7 @@
 
 schema_test.py SCHEMA COMMAND SOURCES
 
-The schema must accept a document exactly if `COMMAND query` loads it.
+The schema must accept a document exactly if the library loads it, as `COMMAND lint` says.
 """
 
 import copy
@@ -103,14 +103,17 @@ class SchemaTest(unittest.TestCase):
         return sorted({tuple(error.absolute_path) for error in self.validator.iter_errors(document)},
                       key=str)
 
-    def loads(self, document):
-        """Whether the library loads it."""
-        path = os.path.join(self.folder.name, "document.json")
-        with open(path, "w", encoding="utf-8") as file:
-            json.dump(document, file)
-        run = subprocess.run([COMMAND, "query", path], capture_output=True, check=False)
-        self.assertIn(run.returncode, (0, 1), run.stderr)
-        return run.returncode == 0
+    def loads(self, documents):
+        """Whether the library loads each of some documents, which one run of the command says."""
+        paths = [os.path.join(self.folder.name, "%d.json" % number)
+                 for number in range(len(documents))]
+        for path, document in zip(paths, documents):
+            with open(path, "w", encoding="utf-8") as file:
+                json.dump(document, file)
+        run = subprocess.run([COMMAND, "lint", "--format", "json", *paths], stdout=subprocess.PIPE,
+                             check=False)
+        self.assertIn(run.returncode, (0, 1))
+        return [file["loads"] for file in json.loads(run.stdout.decode("utf-8"))["files"]]
 
     def test_is_a_valid_schema_of_its_draft(self):
         Draft202012Validator.check_schema(self.schema)
@@ -186,11 +189,11 @@ class SchemaTest(unittest.TestCase):
             "a typed payload": (("history",), {"qztype": "int8", "qzdata": [300, -1]}),
             "a payload of an unknown type": (("history",), {"qztype": "no type", "qzdata": {}}),
         }
-        for name, (path, value) in rows.items():
+        documents = [changed(path, value) for path, value in rows.values()]
+        for name, document, loads in zip(rows, documents, self.loads(documents)):
             with self.subTest(name):
-                document = changed(path, value)
                 self.assertEqual(self.faults_of(document), [])
-                self.assertTrue(self.loads(document))
+                self.assertTrue(loads)
 
     def test_rejects_a_fault_at_its_place(self):
         package = ("components", "core", "extract", "new")
@@ -240,18 +243,19 @@ class SchemaTest(unittest.TestCase):
             "a typed payload with a fraction": (
                 ("history",), {"qztype": "uint8", "qzdata": [1, 1.5]}, ("history", "qzdata", 1)),
         }
-        for name, (path, value, place) in rows.items():
+        documents = [changed(path, value) for path, value, _ in rows.values()]
+        for name, document, loads in zip(rows, documents, self.loads(documents)):
             with self.subTest(name):
-                document = changed(path, value)
-                self.assertEqual(self.faults_of(document), [place])
-                self.assertFalse(self.loads(document))
+                self.assertEqual(self.faults_of(document), [rows[name][2]])
+                self.assertFalse(loads)
 
     def test_agrees_with_the_library_on_every_document_with_one_change(self):
-        for path in paths_of(DOCUMENT):
-            for value in KINDS if path else KINDS[1:]:
-                document = changed(path, value)
-                with self.subTest(path=path, value="absent" if value is ABSENT else value):
-                    self.assertEqual(self.faults_of(document) == [], self.loads(document))
+        changes = [(path, value) for path in paths_of(DOCUMENT)
+                   for value in (KINDS if path else KINDS[1:])]
+        documents = [changed(path, value) for path, value in changes]
+        for (path, value), document, loads in zip(changes, documents, self.loads(documents)):
+            with self.subTest(path=path, value="absent" if value is ABSENT else value):
+                self.assertEqual(self.faults_of(document) == [], loads)
 
 
 if __name__ == "__main__":

@@ -29,7 +29,7 @@ class RejectedText : public std::runtime_error {
 ///
 /// \param path  where the document is, for the text of the library's exceptions
 ///
-/// \throws RejectedText       the library does not load the text even after stripping
+/// \throws RejectedText      the library does not load the text even after stripping
 /// \throws std::logic_error  the library would read something else from the result, which is a bug
 ///                           in this function
 std::string format(const std::u16string& path, const std::string& text, const Layout& layout);

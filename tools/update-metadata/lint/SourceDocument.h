@@ -14,7 +14,7 @@ namespace update_metadata_tool::lint {
 /// A document as the library reads it: without the later values of repeated keys.
 class SourceDocument {
  public:
-  /// Decodes every string and key that is not read byte by byte, each once. Linear in the text.
+  /// Decodes every string and key with escapes or ill-formed UTF-8 once. Linear in the text.
   explicit SourceDocument(const source::SourceTree& tree);
 
   const source::SourceTree& tree() const { return tree_; }
@@ -54,7 +54,7 @@ class SourceDocument {
   std::string_view nameOf(std::size_t node) const;
 
  private:
-  // A string or key that is not read byte by byte.
+  // A string or key with escapes or ill-formed UTF-8.
   struct Decoded {
     std::size_t node;
     std::string_view bytes;

@@ -1,5 +1,6 @@
 #include "lint/Words.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "output/Text.h"
@@ -11,22 +12,24 @@ using source::SourceKind;
 
 constexpr std::size_t kLongestQuote = 60;
 
+// A name in a pointer, its escapes resolved.
+std::string nameOfToken(std::string_view token) {
+  std::string name(token);
+  for (std::size_t at = name.find('~'); at < name.size(); at = name.find('~', at + 1)) {
+    name.replace(at, 2, 1, name[at + 1] == '1' ? '/' : '~');
+  }
+  return name;
+}
+
 // The names in a pointer, at most the first four.
 std::vector<std::string> firstNames(std::string_view pointer) {
   constexpr std::size_t kMost = 4;
   std::vector<std::string> names;
-  for (std::size_t at = 0; at < pointer.size(); ++at) {
-    if (pointer[at] == '/') {
-      if (names.size() == kMost) {
-        break;
-      }
-      names.emplace_back();
-    } else if (pointer[at] == '~' && at + 1 < pointer.size()) {
-      ++at;
-      names.back() += pointer[at] == '1' ? '/' : '~';
-    } else {
-      names.back() += pointer[at];
-    }
+  while (!pointer.empty() && names.size() != kMost) {
+    pointer.remove_prefix(1);
+    const std::size_t end = std::min(pointer.find('/'), pointer.size());
+    names.push_back(nameOfToken(pointer.substr(0, end)));
+    pointer.remove_prefix(end);
   }
   return names;
 }
