@@ -23,10 +23,10 @@ void reportUnwrittenOutput(int error) {
   if (error != 0) {
     std::cerr << ": " << std::generic_category().message(error);
   }
-  std::cerr << "; what was written is not complete\n";
+  std::cerr << "; the output is incomplete\n";
 }
 
-// Runs `action`. What it throws is reported on standard error and ends it with `troubleCode`.
+// Runs `action`. If it throws, reports the exception on standard error and returns `troubleCode`.
 template <class Action>
 ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
   try {
@@ -39,7 +39,7 @@ ExitCode runGuarded(const Action& action, ExitCode troubleCode) {
     std::cout.exceptions(std::ios_base::goodbit);
     reportUnwrittenOutput(error);
   } catch (const std::bad_alloc&) {
-    std::cerr << "update-metadata: there is not enough memory\n";
+    std::cerr << "update-metadata: not enough memory\n";
   } catch (const std::exception& failure) {
     std::cerr << "update-metadata: " << update_metadata_tool::output::toVisible(failure.what())
               << '\n';
@@ -59,12 +59,12 @@ ExitCode runCommand(int argc, const char* const* argv) {
         chosen = command.get();
       }
     }
-    // Not left to the parser, which would complain of this rather than of a misspelt subcommand.
+    // Not left to the parser, which would report this instead of a misspelled subcommand.
     if (chosen == nullptr) {
       throw CLI::RequiredError("A subcommand");
     }
   } catch (const CLI::ParseError& end) {
-    // Also the way in which --help and --version end, with the code 0.
+    // --help and --version end here too, with status 0.
     const int code = app.exit(end, std::cout, std::cerr);
     std::cout.flush();
     return code == 0 ? ExitCode::kDone : ExitCode::kTrouble;
@@ -75,13 +75,13 @@ ExitCode runCommand(int argc, const char* const* argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader of our output that goes away, or a file that may not grow, shall be a failed write
-  // with a message, not a silent end.
+  // A closed pipe or a file at its size limit must be a failed write with a message, not a signal
+  // that ends the program silently.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   std::ios_base::sync_with_stdio(false);
   std::cout.exceptions(std::ios_base::badbit);
-  // Also before a subcommand is known, as while the help is written.
+  // Guards also what happens before a subcommand is known, such as printing the help.
   return static_cast<int>(
       runGuarded([argc, argv] { return runCommand(argc, argv); }, ExitCode::kFailed));
 }

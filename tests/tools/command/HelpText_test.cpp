@@ -25,24 +25,23 @@ std::ostream& operator<<(std::ostream& out, const Fitting& row) {
 
 class FittingText : public ::testing::TestWithParam<Fitting> {};
 
-TEST_P(FittingText, HasNoLongerLinesThanThereIsRoomFor) {
+TEST_P(FittingText, FitsTheColumns) {
   EXPECT_EQ(fitToColumns(GetParam().text, GetParam().columns), GetParam().fitting);
 }
 
 const Fitting kFittings[] = {
     {"ShortLinesStay", "one two\n\n  three\n", 20, "one two\n\n  three\n"},
     {"LineBreaksAtABlank", "one two three four five", 20, "one two three four\n  five"},
-    {"FurtherLinesAreDeeper", "  one two three four", 20, "  one two three four"},
+    {"ShortIndentedLineStays", "  one two three four", 20, "  one two three four"},
     {"IndentedLine", "  one two three four five", 20, "  one two three four\n    five"},
-    {"LongWordStaysWhole", "a 123456789012345678901234567890 b", 20,
-     "a\n  123456789012345678901234567890\n  b"},
-    {"TableGoesOnInItsSecondColumn", "  --option     one two three four five six seven", 45,
+    {"LongWordBreaks", "a bcdefghijklmnopqrstuvwxyz b", 20, "a\nbcdefghijklmnopqrstu\n  vwxyz b"},
+    {"TableContinuesInItsSecondColumn", "  --option     one two three four five six seven", 45,
      "  --option     one two three four five six\n               seven"},
-    {"TableWithoutRoomGoesOnBelow", "  --option     one two three four", 30,
+    {"TableWithoutRoomContinuesBelow", "  --option     one two three four", 30,
      "  --option     one two three\n    four"},
-    {"DeepLineKeepsItsDepth", std::string(15, ' ') + "one two three four five six seven eight", 45,
+    {"DeepLineKeepsItsIndent", std::string(15, ' ') + "one two three four five six seven eight", 45,
      std::string(15, ' ') + "one two three four five six\n" + std::string(15, ' ') + "seven eight"},
-    {"DeepLineWithoutRoomBeginsFartherLeft", std::string(30, ' ') + "one two three four", 24,
+    {"DeepLineWithoutRoomLosesItsIndent", std::string(30, ' ') + "one two three four", 24,
      std::string(10, ' ') + "one two three\n" + std::string(10, ' ') + "four"},
 };
 INSTANTIATE_TEST_SUITE_P(Texts, FittingText, ::testing::ValuesIn(kFittings),

@@ -4,10 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <optional>
-#include <random>
-#include <sstream>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -15,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include "diff/JsonOutput.h"
 #include "output/Text.h"
 #include "summary/Document.h"
 #include "support/PlainDocument.h"
@@ -26,7 +22,6 @@ namespace {
 
 using summary::ByteSum;
 using summary::Contents;
-using test_support::makeRandomDocument;
 using test_support::PlainDocument;
 using test_support::TemporaryFolder;
 
@@ -40,7 +35,7 @@ std::string textOf(const std::optional<ByteSum>& sum) {
   return sum ? std::to_string(sum->value().value()) : "-";
 }
 
-// "name fetch>fetch", of every product or component that changed, in their order.
+// "name fetch>fetch" for every product or component that changed.
 template <class Item>
 std::vector<std::string> changesOf(const std::vector<Item>& items) {
   std::vector<std::string> texts;
@@ -79,7 +74,7 @@ PlainDocument makeBase() {
   return document;
 }
 
-// What makeBase() and a document that was made of it differ in.
+// The difference between makeBase() and a changed copy.
 Difference differenceOf(const std::function<void(PlainDocument&)>& change) {
   PlainDocument after = makeBase();
   change(after);
@@ -90,7 +85,7 @@ TEST(Difference, IsEmptyIfNothingDiffers) {
   EXPECT_TRUE(differenceOf([](PlainDocument&) {}).isEmpty());
 }
 
-TEST(Difference, TakesNoNoticeOfOrdersRepeatsAndWhatNoProductNames) {
+TEST(Difference, IgnoresOrderRepetitionAndWhatNoProductNames) {
   const Difference difference = differenceOf([](PlainDocument& after) {
     after.products["Editor"].toExtract = {"core", "core"};
     after.componentsWithFiles["core"]["manual"].files = {"b", "a", "b"};
@@ -100,7 +95,7 @@ TEST(Difference, TakesNoNoticeOfOrdersRepeatsAndWhatNoProductNames) {
   EXPECT_TRUE(difference.isEmpty());
 }
 
-TEST(Difference, IsOfAPackageThatHasAnotherSizeAndOfAllThatHoldIt) {
+TEST(Difference, ContainsAPackageWithAnotherSizeAndWhatContainsIt) {
   const Difference difference = differenceOf(
       [](PlainDocument& after) { after.components["core"].toExtract["engine"].size = 130; });
   EXPECT_EQ(changesOf(difference.packagesToExtract), Texts{"core_engine 100/200>130/200"});
@@ -112,7 +107,7 @@ TEST(Difference, IsOfAPackageThatHasAnotherSizeAndOfAllThatHoldIt) {
   EXPECT_EQ(difference.totals.after.bytesToFetch, ByteSum(147));
 }
 
-TEST(Difference, IsSeenThoughAllSumsAreTheSame) {
+TEST(Difference, IsFoundEvenIfAllSumsAreEqual) {
   const Difference difference = differenceOf([](PlainDocument& after) {
     std::swap(after.components["core"].toExtract["engine"],
               after.components["core"].toExtract["fonts"]);
@@ -121,7 +116,7 @@ TEST(Difference, IsSeenThoughAllSumsAreTheSame) {
   EXPECT_EQ(changesOf(difference.products), Texts{"Editor 110>110"});
 }
 
-TEST(Difference, OfWhatIsDeletedIsNoneOfAProductThatOnlyExtracts) {
+TEST(Difference, InPackagesToDeleteDoesNotAffectAProductThatOnlyExtracts) {
   const Difference difference = differenceOf([](PlainDocument& after) {
     after.components["view"].toDelete["show"].size = 3;
     after.products["Editor"].toDelete = {"core", "view"};
@@ -132,7 +127,7 @@ TEST(Difference, OfWhatIsDeletedIsNoneOfAProductThatOnlyExtracts) {
   EXPECT_EQ(difference.products[0].componentsToDelete.added, std::vector<std::u16string>{u"view"});
 }
 
-TEST(Difference, TellsWhatWasAddedAndRemovedWithTheLargestFirst) {
+TEST(Difference, ListsAdditionsAndRemovalsLargestFirst) {
   const Difference difference = differenceOf([](PlainDocument& after) {
     after.components["draw"] = {{}, {{"canvas", {60, 1}}}};
     after.products["Draw"] = {{}, {"draw"}};
@@ -149,7 +144,7 @@ TEST(Difference, TellsWhatWasAddedAndRemovedWithTheLargestFirst) {
   EXPECT_EQ(changeOf(difference.products[2]), Change::kRemoved);
 }
 
-TEST(Difference, OrdersChangesOfOneExtentByName) {
+TEST(Difference, OrdersEqualChangesByName) {
   const Difference difference = differenceOf([](PlainDocument& after) {
     after.components["view"].toExtract = {
         {"show", {7, 8}}, {"z", {1, 0}}, {"a", {-1, 0}}, {"m", {1, 0}}, {"b", {1, 1}}};
@@ -158,7 +153,7 @@ TEST(Difference, OrdersChangesOfOneExtentByName) {
             (Texts{"view_b ->1/1", "view_a ->-1/0", "view_m ->1/0", "view_z ->1/0"}));
 }
 
-TEST(Difference, TellsFilesByTheirPackage) {
+TEST(Difference, ListsFilesByPackage) {
   const Difference difference = differenceOf([](PlainDocument& after) {
     after.componentsWithFiles["core"]["manual"] = {51, {"b", "c", "d"}};
     after.componentsWithFiles["view"]["tips"] = {1, {}};
@@ -179,8 +174,8 @@ TEST(Difference, TellsFilesByTheirPackage) {
   EXPECT_TRUE(difference.products.empty());
 }
 
-// Which of the packages with one key counts depends on the products that are chosen.
-TEST(Difference, TellsTheFilesOfEveryComponentThatHasTheKey) {
+// The chosen products decide which of the packages with one key counts.
+TEST(Difference, ListsTheFilesOfEveryComponentWithTheKey) {
   PlainDocument document;
   document.componentsWithFiles["a"]["b_c"] = {1, {"x"}};
   document.componentsWithFiles["a_b"]["c"] = {2, {"y"}};
@@ -199,7 +194,7 @@ TEST(Difference, TellsTheFilesOfEveryComponentThatHasTheKey) {
   EXPECT_EQ(difference.filesToDelete.after, 1U);
 }
 
-TEST(Difference, TellsThatAnotherComponentHasTheFilesOfAKey) {
+TEST(Difference, ShowsThatAnotherComponentHasTheFilesOfAKey) {
   PlainDocument before;
   before.componentsWithFiles["a"]["b_c"] = {1, {"x"}};
   PlainDocument after;
@@ -248,9 +243,9 @@ TEST(Difference, ComparesProductsOfOneNameInTheirOrder) {
   EXPECT_EQ(difference.products[0].componentsToExtract.added, std::vector<std::u16string>{u"c"});
 }
 
-// Every product is held against the changes of its own components alone: with all changes for each
-// of them, this takes minutes.
-TEST(Difference, OfManyProductsAndManyChangesTellsEachProductByItsOwnComponents) {
+// Each product is compared with the changes of its own components only. Comparing it with all
+// changes would take minutes.
+TEST(Difference, OfManyProductsListsEachByItsOwnComponents) {
   constexpr std::size_t kProducts = 40'000;
   const auto makeContents = [](std::int64_t oddSize) {
     Contents contents;
@@ -259,7 +254,7 @@ TEST(Difference, OfManyProductsAndManyChangesTellsEachProductByItsOwnComponents)
       const bool isOdd = number % 2 != 0;
       contents.packagesToExtract.push_back({name + u"_p", isOdd ? oddSize : 1, 1});
       contents.components.push_back({name, {}, {number}});
-      // The names of the products do not go with those of the components.
+      // Products are not in the order of their components.
       contents.products.push_back({u"P" + name, std::nullopt, {}, {kProducts - 1 - number}});
     }
     return contents;
@@ -278,109 +273,6 @@ TEST(Difference, OfManyProductsAndManyChangesTellsEachProductByItsOwnComponents)
   std::sort(expected.begin(), expected.end());
   EXPECT_EQ(products, expected);
   EXPECT_EQ(difference.components.size(), kProducts / 2);
-}
-
-// --- made-up documents ----------------------------------------------------------------------
-
-// The sizes of packages to extract by key, by the rule that the first counts.
-std::map<std::string, std::pair<std::int64_t, std::int64_t>> extractedBy(
-    const PlainDocument& document) {
-  std::map<std::string, std::pair<std::int64_t, std::int64_t>> packages;
-  for (const auto& product : document.products) {
-    for (const std::string& name : product.second.toExtract) {
-      const auto component = document.components.find(name);
-      if (component == document.components.end()) {
-        continue;
-      }
-      for (const auto& [package, sizes] : component->second.toExtract) {
-        packages.emplace(name + '_' + package, std::pair(sizes.size, sizes.uncompressedBytes));
-      }
-    }
-  }
-  return packages;
-}
-
-std::string jsonOf(const Difference& difference) {
-  std::ostringstream out;
-  writeJson(difference, std::nullopt, out);
-  return out.str();
-}
-
-TEST(DifferenceOfMadeUpDocuments, IsEmptyOfADocumentAndItself) {
-  std::mt19937 random(3);
-  for (int round = 0; round != 300; ++round) {
-    const Contents contents = contentsOf(makeRandomDocument(random));
-    EXPECT_TRUE(compare(contents, contents).isEmpty());
-  }
-}
-
-TEST(DifferenceOfMadeUpDocuments, ListsEveryPackageThatDiffersAndAddsUpToTheTotals) {
-  std::mt19937 random(4);
-  for (int round = 0; round != 300; ++round) {
-    const PlainDocument old = makeRandomDocument(random);
-    const PlainDocument recent = makeRandomDocument(random);
-    const Difference difference = compare(contentsOf(old), contentsOf(recent));
-    const auto before = extractedBy(old);
-    const auto after = extractedBy(recent);
-    std::map<std::string, int> expected;
-    for (const auto& [key, sizes] : before) {
-      const auto found = after.find(key);
-      if (found == after.end() || found->second != sizes) {
-        ++expected[key];
-      }
-    }
-    for (const auto& entry : after) {
-      expected[entry.first] += before.count(entry.first) == 0 ? 1 : 0;
-    }
-    std::map<std::string, int> listed;
-    ByteSum fetch;
-    ByteSum unpacked;
-    for (const PackageChange& package : difference.packagesToExtract) {
-      ++listed[output::toUtf8(package.key)];
-      const PackageSizes none;
-      fetch +=
-          ByteSum(package.after.value_or(none).size) - ByteSum(package.before.value_or(none).size);
-      unpacked += ByteSum(package.after.value_or(none).uncompressedBytes) -
-                  ByteSum(package.before.value_or(none).uncompressedBytes);
-    }
-    for (const auto& entry : after) {
-      listed[entry.first] += 0;  // what is the same on both sides is in none of the lists
-    }
-    EXPECT_EQ(listed, expected);
-    const Sides<summary::Totals>& totals = difference.totals;
-    EXPECT_EQ(fetch, totals.after.bytesToFetch - totals.before.bytesToFetch);
-    EXPECT_EQ(unpacked, totals.after.bytesUnpacked - totals.before.bytesUnpacked);
-  }
-}
-
-TEST(DifferenceOfMadeUpDocuments, IsTheSameTheOtherWayRoundWithItsSidesExchanged) {
-  std::mt19937 random(5);
-  for (int round = 0; round != 300; ++round) {
-    const Contents one = contentsOf(makeRandomDocument(random));
-    const Contents other = contentsOf(makeRandomDocument(random));
-    Difference there = compare(one, other);
-    const Difference back = compare(other, one);
-    const auto exchange = [](auto& items) {
-      for (auto& item : items) {
-        std::swap(item.before, item.after);
-      }
-    };
-    exchange(there.products);
-    exchange(there.components);
-    exchange(there.packagesToDelete);
-    exchange(there.packagesToExtract);
-    exchange(there.packagesWithFiles);
-    std::swap(there.totals.before, there.totals.after);
-    std::swap(there.filesToDelete.before, there.filesToDelete.after);
-    for (ProductChange& product : there.products) {
-      std::swap(product.componentsToDelete.added, product.componentsToDelete.removed);
-      std::swap(product.componentsToExtract.added, product.componentsToExtract.removed);
-    }
-    for (FilesChange& package : there.packagesWithFiles) {
-      std::swap(package.files.added, package.files.removed);
-    }
-    EXPECT_EQ(jsonOf(there), jsonOf(back));
-  }
 }
 
 }  // namespace

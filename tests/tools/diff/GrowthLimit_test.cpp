@@ -17,7 +17,7 @@ using summary::ByteSum;
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
-// More than 64 bits hold.
+// More than fits into 64 bits.
 const ByteSum kVast = ByteSum(kMax) + ByteSum(kMax);
 
 ByteSum tenThousandTimes(const ByteSum& sum) {
@@ -41,7 +41,7 @@ std::ostream& operator<<(std::ostream& out, const AllowedGrowth& row) {
 
 class GrowthLimits : public ::testing::TestWithParam<AllowedGrowth> {};
 
-TEST_P(GrowthLimits, AllowSoManyBytes) {
+TEST_P(GrowthLimits, AllowThisManyBytes) {
   const std::optional<GrowthLimit> limit = GrowthLimit::parse(GetParam().limit);
   ASSERT_TRUE(limit.has_value());
   EXPECT_EQ(limit->allowedGrowth(GetParam().before), GetParam().allowed);
@@ -76,7 +76,7 @@ const AllowedGrowth kAllowedGrowths[] = {
 INSTANTIATE_TEST_SUITE_P(Limits, GrowthLimits, ::testing::ValuesIn(kAllowedGrowths),
                          [](const auto& row) { return row.param.name; });
 
-TEST(GrowthLimit, RefusesEverythingElse) {
+TEST(GrowthLimit, RejectsAnythingElse) {
   for (const char* text : {"",
                            "%",
                            ".%",
@@ -132,7 +132,7 @@ TEST(Growth, IsExactBeyondSixtyFourBits) {
   EXPECT_TRUE(measureGrowth(toFetch(kVast, allowed + ByteSum(1)), half).isTooLarge());
 }
 
-TEST(Growth, MayBeNoShareOfWhatIsBelowZeroHoweverFar) {
+TEST(Growth, IsNotAllowedByAPercentageOfANegativeNumber) {
   const GrowthLimit half = GrowthLimit::parse("50%").value();
   for (const ByteSum& before : {ByteSum(-1), ByteSum(kMin), ByteSum(kMin) + ByteSum(-1)}) {
     EXPECT_FALSE(measureGrowth(toFetch(before, before), half).isTooLarge());

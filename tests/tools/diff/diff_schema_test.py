@@ -1,4 +1,4 @@
-"""Tries the schema of what "update-metadata diff --format json" writes with a public validator.
+"""Checks the schema of the output of "update-metadata diff --format json" with a public validator.
 
 diff_schema_test.py SCHEMA COMMAND SOURCES
 """

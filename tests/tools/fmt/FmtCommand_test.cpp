@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using test_support::readBytes;
-using test_support::refusedRun;
+using test_support::rejectedRun;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
@@ -206,7 +206,7 @@ TEST_F(Fmt, ReportsStandardOutputThatCannotBeWritten) {
   EXPECT_EQ(run({"-"}),
             (ToolRun{1, "",
                      "update-metadata: standard output could not be written: No space left on "
-                     "device; what was written is not complete\n"}));
+                     "device; the output is incomplete\n"}));
 }
 
 // --- files that cannot be replaced ----------------------------------------------------------
@@ -245,7 +245,7 @@ TEST_F(FmtOfAUser, LearnsThatNoFileCanBeCreatedInTheFolder) {
   setMode("", 0555);
   EXPECT_EQ(run({"other.json"}),
             (ToolRun{kTrouble, "",
-                     std::string("no file can be made in its folder: Permission denied\n") +
+                     std::string("no file can be created in its folder: Permission denied\n") +
                          "update-metadata: 'other.json' " + kCheckRights}));
   setMode("", 0755);
   EXPECT_EQ(contentOf("other.json"), "\xEF\xBB\xBF" + kCompact + "\r\n");
@@ -285,7 +285,7 @@ TEST_F(Fmt, DoesNotReadAPipe) {
 class WrongUsages : public Fmt, public ::testing::WithParamInterface<WrongUsage> {};
 
 TEST_P(WrongUsages, ChangeNothing) {
-  EXPECT_EQ(run(GetParam().arguments), refusedRun(GetParam()));
+  EXPECT_EQ(run(GetParam().arguments), rejectedRun(GetParam()));
   EXPECT_EQ(contentOf("other.json"), "\xEF\xBB\xBF" + kCompact + "\r\n");
 }
 

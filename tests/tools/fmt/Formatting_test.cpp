@@ -203,8 +203,9 @@ const Rejection kRejections[] = {
      "Invalid data provided for 'arch'; correct the document: that member is missing somewhere or "
      "has a value of the wrong kind; 'update-metadata lint update.json' shows where"},
     {"NullMember", R"({"metadata":{"arch":null}})",
-     "invalid conversion: null to string; correct the document: some value, maybe a missing one, "
-     "has the first kind and must have the second; 'update-metadata lint update.json' shows where"},
+     "invalid conversion: null to string; correct the document: a value, possibly a missing "
+     "one, has the first kind but must have the second; 'update-metadata lint update.json' shows "
+     "where"},
 };
 INSTANTIATE_TEST_SUITE_P(Texts, Rejections, ::testing::ValuesIn(kRejections),
                          [](const auto& row) { return row.param.name; });

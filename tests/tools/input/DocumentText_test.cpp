@@ -29,7 +29,7 @@ const std::string kDocument =
     R"("components":{"c":{"delete":{},"extract":{"e":{"size":1,"uncompressedBytes":1}}}},)"
     R"("products":{"p":{"delete":[],"extract":["c"]}},"componentsWithFilesDeleted":{}})";
 
-/// A folder with two documents, one of which is what the standard input leads to.
+/// A folder with two documents, one of which is standard input.
 class StandardInput : public ::testing::Test {
  protected:
   StandardInput() {
@@ -49,7 +49,7 @@ class StandardInput : public ::testing::Test {
 struct Use {
   const char* name;
   std::vector<std::string> before;  ///< the arguments before the document
-  std::vector<std::string> after;   ///< and behind it
+  std::vector<std::string> after;   ///< and after it
 };
 
 std::ostream& operator<<(std::ostream& out, const Use& row) {
@@ -65,7 +65,7 @@ std::vector<std::string> argumentsOf(const Use& use, const std::string& document
 
 class UsesOfStandardInput : public StandardInput, public ::testing::WithParamInterface<Use> {};
 
-TEST_P(UsesOfStandardInput, TellWhatTheyTellOfAFile) {
+TEST_P(UsesOfStandardInput, PrintTheSameAsForAFile) {
   const ToolRun run = runTool(argumentsOf(GetParam(), "-"), around_);
   EXPECT_NE(run.out, "");
   EXPECT_EQ(run, runTool(argumentsOf(GetParam(), "update.json"), around_));
@@ -76,8 +76,8 @@ const Use kUses[] = {
     {"QueryWithProductData", {"query", "--product-data", "."}, {"--format=json"}},
     {"Show", {"show"}, {}},
     {"Plan", {"plan", "--product-data", "."}, {}},
-    {"DiffOfTheOldOne", {"diff"}, {"empty.json"}},
-    {"DiffOfTheNewOne", {"diff", "empty.json"}, {}},
+    {"DiffOfTheOldDocument", {"diff"}, {"empty.json"}},
+    {"DiffOfTheNewDocument", {"diff", "empty.json"}, {}},
 };
 INSTANTIATE_TEST_SUITE_P(Commands, UsesOfStandardInput, ::testing::ValuesIn(kUses),
                          [](const auto& row) { return row.param.name; });
@@ -87,7 +87,7 @@ struct UnreadableUse {
   std::vector<std::string> arguments;
   int exitCode;
   const char* out;
-  const char* outcome;  ///< what has become of the document
+  const char* outcome;  ///< what could not be done with the document
 };
 
 std::ostream& operator<<(std::ostream& out, const UnreadableUse& row) {
@@ -101,16 +101,17 @@ class UnreadableStandardInput : public StandardInput,
     return {GetParam().exitCode, GetParam().out,
             "standard input cannot be read: " + reason + "\nupdate-metadata: '-' could not be " +
                 GetParam().outcome +
-                "; give it a document: a file, '< update.json', or what another command writes\n"};
+                "; name a file, redirect one with '< update.json', or pipe in another command's "
+                "output\n"};
   }
 };
 
-TEST_P(UnreadableStandardInput, IsToldOfIfItIsAFolder) {
+TEST_P(UnreadableStandardInput, IsReportedIfItIsAFolder) {
   around_.inFile = folder_.nativePath();
   EXPECT_EQ(runTool(GetParam().arguments, around_), expected("Is a directory"));
 }
 
-TEST_P(UnreadableStandardInput, IsToldOfIfItIsClosed) {
+TEST_P(UnreadableStandardInput, IsReportedIfItIsClosed) {
   around_.isInClosed = true;
   EXPECT_EQ(runTool(GetParam().arguments, around_), expected("Bad file descriptor"));
 }
@@ -127,7 +128,7 @@ const UnreadableUse kUnreadableUses[] = {
 INSTANTIATE_TEST_SUITE_P(Commands, UnreadableStandardInput, ::testing::ValuesIn(kUnreadableUses),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(StandardInput, ThatIsNoDocumentHasTheNameThatStandsForIt) {
+TEST_F(StandardInput, ThatIsNotADocumentIsReportedAsADash) {
   around_.inFile = "/dev/null";
   for (const char* command : {"query", "show"}) {
     EXPECT_EQ(runTool({command, "-"}, around_).err,
@@ -138,7 +139,7 @@ TEST_F(StandardInput, ThatIsNoDocumentHasTheNameThatStandsForIt) {
   }
 }
 
-/// A terminal at which a text has been typed.
+/// A terminal with typed input.
 class Typed {
  public:
   explicit Typed(const std::string& text) : keyboard_(::posix_openpt(O_RDWR | O_NOCTTY)) {
@@ -168,8 +169,8 @@ class Typed {
 
 class TypedDocument : public StandardInput, public ::testing::WithParamInterface<Use> {};
 
-TEST_P(TypedDocument, IsAskedForAtOnce) {
-  // The first one hands over the line that was begun, the second one ends the input.
+TEST_P(TypedDocument, IsPromptedForAtOnce) {
+  // The first Ctrl-D submits the unfinished line, the second one ends the input.
   const Typed typed(kDocument + "\x04\x04");
   around_.inFile = typed.file();
   const ToolRun run = runTool(argumentsOf(GetParam(), "-"), around_);
@@ -191,8 +192,8 @@ const Use kTypedUses[] = {
 INSTANTIATE_TEST_SUITE_P(Commands, TypedDocument, ::testing::ValuesIn(kTypedUses),
                          [](const auto& row) { return row.param.name; });
 
-// More than is read at a time, through a pipe's worth of reads.
-TEST_F(StandardInput, IsReadToItsEnd) {
+// It is longer than one read.
+TEST_F(StandardInput, IsReadCompletely) {
   std::string document = kDocument;
   document.insert(document.size() - 1, ",\"unlisted\":\"" + std::string(200'000, 'x') + '"');
   folder_.writeFile("long.json", document);

@@ -268,7 +268,7 @@ TEST_P(OutputOfLint, ThatCannotBeWrittenIsNoticed) {
   EXPECT_EQ(lint({"good.json", "--format", GetParam()}),
             (ToolRun{kFailed, "",
                      "update-metadata: standard output could not be written: No space left on "
-                     "device; what was written is not complete\n"}));
+                     "device; the output is incomplete\n"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, OutputOfLint, ::testing::Values("text", "json", "sarif"),

@@ -5,14 +5,14 @@
 namespace update_metadata_tool::output {
 namespace {
 
-TEST(EditDistance, CountsChangedInsertedAndRemovedBytesAndNoCase) {
+TEST(EditDistance, CountsChangedInsertedAndRemovedBytesIgnoringCase) {
   EXPECT_EQ(editDistance("", "abc"), 3U);
   EXPECT_EQ(editDistance("size", "Size"), 0U);
   EXPECT_EQ(editDistance("componentsWithFilesToDelete", "componentsWithFilesDeleted"), 3U);
   EXPECT_EQ(editDistance("extract", "extrakt"), 1U);
 }
 
-TEST(EditDistance, CountsUnitsOfUtf16AsWell) {
+TEST(EditDistance, CountsUnitsOfUtf16) {
   EXPECT_EQ(editDistance(u"\u00e9d", u"ED"), 1U);
   EXPECT_EQ(editDistance(u"ED-1", u"ed1"), 1U);
 }

@@ -25,7 +25,7 @@ using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
 
-// What `write` writes.
+// The text that `write` writes.
 template <class Write>
 std::string written(Write write) {
   std::ostringstream out;
@@ -46,7 +46,7 @@ std::ostream& operator<<(std::ostream& out, const WrittenString& row) {
 
 class WrittenStrings : public ::testing::TestWithParam<WrittenString> {};
 
-TEST_P(WrittenStrings, HaveEscapesForWhatNoTerminalShallGet) {
+TEST_P(WrittenStrings, HaveEscapesForWhatIsUnsafeForATerminal) {
   const std::string& text = GetParam().text;
   EXPECT_EQ(written([&text](JsonWriter& json) { json.value(text); }),
             '"' + GetParam().written + '"');
@@ -73,7 +73,7 @@ const WrittenString kWrittenStrings[] = {
 INSTANTIATE_TEST_SUITE_P(Strings, WrittenStrings, ::testing::ValuesIn(kWrittenStrings),
                          [](const auto& row) { return row.param.name; });
 
-TEST(WrittenJson, MeansTheSame) {
+TEST(WrittenJson, HasTheSameMeaning) {
   std::vector<std::string> strings;
   for (char32_t code = 0; code < 0x10000; ++code) {
     if (code < 0xD800 || code > 0xDFFF) {
@@ -84,7 +84,7 @@ TEST(WrittenJson, MeansTheSame) {
   EXPECT_EQ(nlohmann::json::parse(json), nlohmann::json(strings));
 }
 
-TEST(WrittenJson, HasMembersInTheOrderOfWritingAndEscapesTheirNames) {
+TEST(WrittenJson, KeepsTheOrderOfMembersAndEscapesTheirNames) {
   EXPECT_EQ(written([](JsonWriter& json) {
               json.beginObject().member("z\xC2\x9B", 1).name(u"a\"").beginArray();
               json.value(true).value(nullptr).endArray().endObject();
@@ -92,7 +92,7 @@ TEST(WrittenJson, HasMembersInTheOrderOfWritingAndEscapesTheirNames) {
             R"({"z\u009b":1,"a\"":[true,null]})");
 }
 
-TEST(WrittenJson, PartsValuesWithCommasWhateverStandsBeforeThem) {
+TEST(WrittenJson, SeparatesValuesWithCommas) {
   EXPECT_EQ(written([](JsonWriter& json) {
               json.beginArray().beginArray().endArray().beginObject().endObject();
               json.value("").value(u"\xD800").value(false).endArray();
@@ -100,7 +100,7 @@ TEST(WrittenJson, PartsValuesWithCommasWhateverStandsBeforeThem) {
             "[[],{},\"\",\"\xEF\xBF\xBD\",false]");
 }
 
-TEST(WrittenJson, HasNumbersWhole) {
+TEST(WrittenJson, KeepsEveryDigitOfNumbers) {
   EXPECT_EQ(written([](JsonWriter& json) {
               json.array(std::vector{std::numeric_limits<std::int64_t>::min(), std::int64_t{0},
                                      std::numeric_limits<std::int64_t>::max()});
@@ -127,10 +127,10 @@ std::ostream& operator<<(std::ostream& out, const Writer& row) {
   return out << row.name;
 }
 
-class WhatIsWrittenForPrograms : public ::testing::TestWithParam<Writer> {};
+class OutputForPrograms : public ::testing::TestWithParam<Writer> {};
 
-// A document whose every name, and whose own, has a C1 control, an override and a line separator.
-TEST_P(WhatIsWrittenForPrograms, HasNothingThatNoTerminalShallGet) {
+// Every name, including the file's, contains a C1 control, an override and a line separator.
+TEST_P(OutputForPrograms, IsSafeForATerminal) {
   const std::string odd = "\xC2\x9B\xE2\x80\xAE\xE2\x80\xA8";
   const std::string name = '"' + odd + '"';
   const TemporaryFolder folder;
@@ -159,7 +159,7 @@ const Writer kWriters[] = {
     {"Plan", {"plan", "--format=json"}},   {"Diff", {"diff", "--format=json", "empty.json"}},
     {"Lint", {"lint", "--format=json"}},   {"LintForReviews", {"lint", "--format=sarif"}},
 };
-INSTANTIATE_TEST_SUITE_P(Commands, WhatIsWrittenForPrograms, ::testing::ValuesIn(kWriters),
+INSTANTIATE_TEST_SUITE_P(Commands, OutputForPrograms, ::testing::ValuesIn(kWriters),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

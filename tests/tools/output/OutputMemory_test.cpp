@@ -1,4 +1,4 @@
-// What becomes of every output for programs when memory runs out while it is made.
+// Every output for programs when memory runs out while it is being written.
 
 #include <array>
 #include <cstddef>
@@ -24,7 +24,7 @@ using command::Command;
 using test_support::FailingAllocation;
 using test_support::MemoryLimit;
 
-/// Keeps what is written without asking for memory.
+/// Stores written text without allocating memory.
 class FixedBuffer : public std::streambuf {
  public:
   FixedBuffer() { setp(bytes_.data(), bytes_.data() + bytes_.size()); }
@@ -37,8 +37,8 @@ class FixedBuffer : public std::streambuf {
 
 enum class End { kDone, kFailed, kThrown };
 
-// Runs a subcommand while a `Shortage` lasts that begins with the `nth` allocation. Its output goes
-// to `text`. `isReached` gets whether memory was short.
+// Runs a subcommand during a `Shortage` that begins with the `nth` allocation. Writes its output to
+// `text`. Sets `isReached` if an allocation failed.
 template <class Shortage>
 End runShort(const Command& command, std::size_t nth, FixedBuffer& text, bool& isReached) {
   FixedBuffer complaint;
@@ -55,10 +55,10 @@ End runShort(const Command& command, std::size_t nth, FixedBuffer& text, bool& i
   return end;
 }
 
-// With the first allocation failing, then with the second, and so on: the output is whole, or the
-// beginning of it with an exception, or the command says that it failed.
+// If the first allocation fails, then the second, and so on, the output is complete, or an
+// exception ends it early, or the command returns a failure.
 template <class Shortage>
-void expectNothingFalse(const Command& command) {
+void expectNoSilentFailure(const Command& command) {
   FixedBuffer whole;
   bool isReached = true;
   constexpr std::size_t kNever = std::size_t{1} << 30U;
@@ -108,11 +108,11 @@ class OutputsForPrograms : public ::testing::TestWithParam<Output> {
 };
 
 TEST_P(OutputsForPrograms, EndCleanlyWhenOneAllocationFails) {
-  expectNothingFalse<FailingAllocation>(command());
+  expectNoSilentFailure<FailingAllocation>(command());
 }
 
 TEST_P(OutputsForPrograms, EndCleanlyWhenMemoryRunsOut) {
-  expectNothingFalse<MemoryLimit>(command());
+  expectNoSilentFailure<MemoryLimit>(command());
 }
 
 #define SAMPLE UMP_SOURCE_DIR "/examples/documents/small/update.json"

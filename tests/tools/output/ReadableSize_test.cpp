@@ -22,11 +22,11 @@ std::ostream& operator<<(std::ostream& out, const ShownSize& row) {
 
 class ReadableSize : public ::testing::TestWithParam<ShownSize> {};
 
-TEST_P(ReadableSize, PutsTheLargestFittingUnitBesideTheBytes) {
+TEST_P(ReadableSize, ShowsBytesAndTheLargestFittingUnit) {
   EXPECT_EQ(toReadableSize(GetParam().bytes), GetParam().shown);
 }
 
-TEST_P(ReadableSize, IsTheUnitAloneInItsShortForm) {
+TEST_P(ReadableSize, ShowsOnlyTheUnitInItsShortForm) {
   EXPECT_EQ(toShortSize(GetParam().bytes), GetParam().shownShort);
 }
 

@@ -20,7 +20,7 @@ std::ostream& operator<<(std::ostream& out, const VisibleText& row) {
 
 class VisibleTextOf : public ::testing::TestWithParam<VisibleText> {};
 
-TEST_P(VisibleTextOf, SendsNothingButTextToATerminal) {
+TEST_P(VisibleTextOf, IsSafeForATerminal) {
   EXPECT_EQ(toVisible(GetParam().text), GetParam().shown);
 }
 
@@ -98,7 +98,7 @@ std::ostream& operator<<(std::ostream& out, const VisibleBytes& row) {
 
 class VisibleTextOfBytes : public ::testing::TestWithParam<VisibleBytes> {};
 
-TEST_P(VisibleTextOfBytes, SendsNothingButTextToATerminal) {
+TEST_P(VisibleTextOfBytes, IsSafeForATerminal) {
   EXPECT_EQ(toVisible(GetParam().bytes), GetParam().shown);
 }
 
@@ -126,11 +126,11 @@ TEST(Utf8OfUtf16, KeepsControlCharactersAndReplacesUnpairedSurrogates) {
             std::string("a\0\x1B\xF0\x9F\x97\xBA\xEF\xBF\xBD", 10));
 }
 
-TEST(Utf16OfUtf8, TakesCharactersOfEveryLength) {
+TEST(Utf16OfUtf8, AcceptsCharactersOfEveryLength) {
   EXPECT_EQ(toUtf16("a\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA"), u"a\u00FC\uFB01\U0001F5FA");
 }
 
-TEST(Utf8Check, RefusesWhatIsNotWellFormed) {
+TEST(Utf8Check, RejectsMalformedText) {
   EXPECT_TRUE(isUtf8("a\xC3\xBC\xF0\x9F\x97\xBA"));
   EXPECT_FALSE(isUtf8("\xFF"));
   EXPECT_FALSE(isUtf8("a\xC3"));
@@ -138,7 +138,7 @@ TEST(Utf8Check, RefusesWhatIsNotWellFormed) {
   EXPECT_FALSE(isUtf8("\xED\xA0\x80"));
 }
 
-TEST(Utf16Check, RefusesUnpairedSurrogates) {
+TEST(Utf16Check, RejectsUnpairedSurrogates) {
   EXPECT_TRUE(isUtf16(u""));
   EXPECT_TRUE(isUtf16(std::u16string(u"a\0\U0001F5FA", 4)));
   EXPECT_FALSE(isUtf16(std::u16string{0xD83D}));

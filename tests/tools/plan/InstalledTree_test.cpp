@@ -15,8 +15,7 @@ static bool operator==(const InstalledFile& left, const InstalledFile& right) {
 }
 
 static std::ostream& operator<<(std::ostream& out, const InstalledFile& file) {
-  constexpr const char* kStates[] = {"present", "missing", "folder", "outside", "unknown"};
-  return out << kStates[static_cast<int>(file.state)] << " '" << file.detail << '\'';
+  return out << nameOf(file.state) << " '" << file.detail << '\'';
 }
 
 namespace {
@@ -61,38 +60,38 @@ class Installation : public ::testing::Test {
   TemporaryFolder folder_;
 };
 
-struct LookedFor {
+struct SearchedFile {
   const char* name;
   std::u16string path;
   FileState state;
-  std::string detail = {};  ///< of an outside file, below the folder that holds the tree
+  std::string detail = {};  ///< of an outside file, relative to the folder that contains the tree
 };
 
-std::ostream& operator<<(std::ostream& out, const LookedFor& row) {
+std::ostream& operator<<(std::ostream& out, const SearchedFile& row) {
   return out << row.name;
 }
 
-class FilesLookedFor : public Installation, public ::testing::WithParamInterface<LookedFor> {
+class SearchedFiles : public Installation, public ::testing::WithParamInterface<SearchedFile> {
  protected:
   InstalledFile expected() const {
-    const LookedFor& row = GetParam();
+    const SearchedFile& row = GetParam();
     return {row.state, row.state == kOutside ? real(row.detail) : row.detail};
   }
 };
 
-TEST_P(FilesLookedFor, AreFoundWhereLinksAndDotsLead) {
+TEST_P(SearchedFiles, AreFoundWhereLinksAndDotsLead) {
   EXPECT_EQ(InstalledTree(folder_.nativePath("tree")).find(GetParam().path), expected());
 }
 
-TEST_P(FilesLookedFor, AreFoundInATreeThatIsReachedThroughALink) {
+TEST_P(SearchedFiles, AreFoundInATreeThatIsReachedThroughALink) {
   EXPECT_EQ(InstalledTree(folder_.nativePath("linked-tree/.")).find(GetParam().path), expected());
 }
 
 const std::string kNoName = "no file can have this name";
-const std::string kBackslash = "a backslash parts no folders here";
+const std::string kBackslash = "a backslash does not separate folders here";
 const std::string kTooManyLinks = "Too many levels of symbolic links";
 
-const LookedFor kFilesLookedFor[] = {
+const SearchedFile kSearchedFiles[] = {
     {"File", u"a.txt", kPresent},
     {"FileBelow", u"docs/b.txt", kPresent},
     {"FileWithAnyName", u"docs/\u00FC \U0001F5FA.txt", kPresent},
@@ -137,10 +136,10 @@ const LookedFor kFilesLookedFor[] = {
     {"LongName", std::u16string(300, u'x'), kMissing},
     {"LongPath", u"docs" + std::u16string(100'000, u'/'), kMissing},
 };
-INSTANTIATE_TEST_SUITE_P(Paths, FilesLookedFor, ::testing::ValuesIn(kFilesLookedFor),
+INSTANTIATE_TEST_SUITE_P(Paths, SearchedFiles, ::testing::ValuesIn(kSearchedFiles),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(Installation, TakesAbsolutePathsAsTheyStand) {
+TEST_F(Installation, AcceptsAbsolutePaths) {
   const InstalledTree tree(folder_.nativePath("tree"));
   EXPECT_EQ(tree.find(folder_.path("tree/a.txt")), (InstalledFile{kPresent}));
   EXPECT_EQ(tree.find(folder_.path("tree/none")), (InstalledFile{kMissing}));
@@ -154,7 +153,7 @@ TEST_F(Installation, CanBeTheWholeFileSystem) {
   EXPECT_EQ(tree.find(u"../.."), (InstalledFile{kOutside, "/"}));
 }
 
-// Each part costs constant time, also where nothing is there and where names lead up and down.
+// Each part takes constant time, even below a missing folder and where the path leads up and down.
 TEST_F(Installation, IsSearchedForPathsOfAnyLength) {
   const InstalledTree tree(folder_.nativePath("tree"));
   std::u16string down;

@@ -1,5 +1,5 @@
-// Nothing that the command writes for people holds what a terminal must not be sent, whatever it is
-// given.
+// Nothing that the command writes for people contains characters that are unsafe for a terminal,
+// whatever its input.
 
 #include <filesystem>
 #include <ostream>
@@ -21,7 +21,7 @@ using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
 
-// What a terminal must not be sent, the first of it; empty if there is nothing.
+// The text starting at the first unsafe character; empty if there is none.
 std::string firstUnsafe(std::string_view text) {
   while (!text.empty()) {
     const output::Character character = output::firstCharacter(text);
@@ -68,7 +68,7 @@ const Unsafe kUnsafe[] = {
      "b\xE2\x81\xA6"},
 };
 
-// In JSON, where controls have to be written as escapes.
+// A JSON string, in which controls must be escaped.
 std::string jsonString(const std::string& text) {
   std::string json = "\"";
   for (const char byte : text) {
@@ -85,7 +85,7 @@ std::string jsonString(const std::string& text) {
   return json + '"';
 }
 
-// A document whose every name, and every other text, is `name`.
+// A document in which every text is `name`.
 std::string documentOf(const std::string& name) {
   const std::string release = "{\"release\":" + name + ",\"version\":" + name +
                               ",\"zelvan_version\":" + name + ",\"date\":" + name +

@@ -17,28 +17,21 @@ using test_support::kRealistic;
 using test_support::kRealisticProducts;
 using test_support::kSmall;
 using test_support::kSmallProducts;
-using test_support::readBytes;
-using test_support::runSample;
+using test_support::runOnDocument;
+using test_support::runOnSamples;
 using test_support::runTool;
 using test_support::SampleRun;
-using test_support::storedRun;
+using test_support::SampleRuns;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
-
-const std::string kSourceDir = UMP_SOURCE_DIR;
 
 ToolRun answered(const std::string& out) {
   return {0, out, ""};
 }
 
-// --- the sample documents -------------------------------------------------------------------
-
-class SampleDocuments : public ::testing::TestWithParam<SampleRun> {};
-
-TEST_P(SampleDocuments, AreAnsweredAsStored) {
-  const ToolRun run = runSample(GetParam());
-  EXPECT_EQ(run, storedRun(GetParam(), run));
+TEST_P(SampleRuns, PrintTheStoredAnswers) {
+  expectStored(GetParam());
 }
 
 const SampleRun kSampleQuestions[] = {
@@ -74,7 +67,7 @@ const SampleRun kSampleQuestions[] = {
      "80",
      "realistic-one-code.json"},
 };
-INSTANTIATE_TEST_SUITE_P(Samples, SampleDocuments, ::testing::ValuesIn(kSampleQuestions),
+INSTANTIATE_TEST_SUITE_P(Samples, SampleRuns, ::testing::ValuesIn(kSampleQuestions),
                          [](const auto& row) { return row.param.name; });
 
 // --- single properties of the answers -------------------------------------------------------
@@ -91,25 +84,21 @@ std::string makeDocument(const std::string& sections) {
 const std::string kNoSections =
     R"("components":null,"products":null,"componentsWithFilesDeleted":null)";
 
-ToolRun ask(const std::string& document, std::vector<std::string> options) {
-  const TemporaryFolder folder;
-  folder.writeFile("update.json", document);
-  folder.writeFile("products.tsv", "\n");
-  options.insert(options.begin(), {"query", "update.json"});
-  ToolSurroundings around;
-  around.folder = folder.nativePath();
-  return runTool(options, around);
+ToolRun ask(const std::string& document, std::vector<std::string> options,
+            const std::string& products = "") {
+  options.insert(options.begin(), "query");
+  return runOnDocument(options, document, products);
 }
 
-TEST(QueryForPeople, SaysNoneForEveryEmptyAnswer) {
-  EXPECT_EQ(ask(R"({"metadata":{"arch":"","base":null,"target":null},)" + kNoSections + "}",
-                {"--product-data", "."}),
-            answered("Base release:   none\n"
-                     "Target release: none, update level 0\n"
-                     "\nPackages to delete: none\n"
-                     "\nPackages to extract: none\n"
-                     "\nSizes of the packages to extract: none\n"
-                     "\nPackages with single files to delete: none\n"));
+TEST(QueryForPeople, PrintsNoneForEveryEmptyAnswer) {
+  EXPECT_EQ(
+      ask(R"({"metadata":{"arch":"","base":null,"target":null},)" + kNoSections + "}", {}, "\n"),
+      answered("Base release:   none\n"
+               "Target release: none, update level 0\n"
+               "\nPackages to delete: none\n"
+               "\nPackages to extract: none\n"
+               "\nSizes of the packages to extract: none\n"
+               "\nPackages with single files to delete: none\n"));
 }
 
 TEST(QueryForPrograms, WritesEveryMemberOfAnEmptyAnswer) {
@@ -127,22 +116,22 @@ TEST(QueryForPrograms, WritesEveryMemberOfAnEmptyAnswer) {
   EXPECT_EQ(ask(makeDocument(kNoSections), {"--format", "json", "--base-code", "none"}), none);
 }
 
-TEST(QueryForOneProduct, NotesACodeThatNoProductHasWithTheNearestOnes) {
-  const ToolRun run = runSample(
-      {"", {"query", kSmall, "--product-data", kSmallProducts, "--base-code=FX"}, "", ""});
+TEST(QueryForOneProduct, NotesAnUnknownCodeWithTheNearestOnes) {
+  const ToolRun run =
+      runOnSamples({"query", kSmall, "--product-data", kSmallProducts, "--base-code=FX"});
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.err,
             "update-metadata: note: 'small/update.json' has no product with the base code 'FX'; "
             "the nearest in the document: FE (Fernlight Editor), FV (Fernlight Viewer); check "
             "--base-code\n");
-  const ToolRun byName = runSample({"", {"query", kSmall, "--base-code=Fernlight Veiwer"}, "", ""});
+  const ToolRun byName = runOnSamples({"query", kSmall, "--base-code=Fernlight Veiwer"});
   EXPECT_EQ(byName.err,
             "update-metadata: note: 'small/update.json' has no product with the base code "
             "'Fernlight Veiwer'; the nearest in the document: Fernlight Viewer (Fernlight Viewer), "
             "Fernlight Editor (Fernlight Editor); check --base-code\n");
 }
 
-TEST(QueryForOneProduct, NotesNothingOfAProductWithoutPackages) {
+TEST(QueryForOneProduct, NotesNothingAboutAProductWithoutPackages) {
   const ToolRun run = ask(
       makeDocument(
           R"("components":{"c":{"delete":{},"extract":{}}},"products":{"P":{"delete":["c"],"extract":[]}},)"
@@ -159,13 +148,13 @@ const std::string kOddNames =
     R"("products":{"p\n":{"delete":["c\u001b[2J"],"extract":["c\u001b[2J"]}},)"
     R"("componentsWithFilesDeleted":{"d":{"e":{"size":2048,"files":["\u007f",""]}}})";
 
-TEST(QueryForPeople, ShowsControlCharactersByTheirCode) {
+TEST(QueryForPeople, ShowsControlCharactersAsCodes) {
   EXPECT_EQ(
       ask(makeDocument(kOddNames), {}),
       answered("Base release:   F, version V\n"
                "Target release: F, version V, update level -56\n"
-               "\nNote: no product data were given (--product-data DIR), so each product's name "
-               "stands for its base code.\n"
+               "\nNote: no product data were given (--product-data DIR), so product names are used "
+               "as base codes.\n"
                "\nPackages to delete: for 1 base code\n"
                "  p<U+000A>: 1 package\n"
                "    c<U+001B>[2J_\n"
@@ -181,7 +170,7 @@ TEST(QueryForPeople, ShowsControlCharactersByTheirCode) {
                "    <U+007F>\n"));
 }
 
-TEST(QueryForPrograms, EscapesOnlyWhatJsonRequiresAndWhatNoTerminalShallGet) {
+TEST(QueryForPrograms, EscapesOnlyWhatJsonRequiresAndWhatIsUnsafeForATerminal) {
   const std::string key = "\"c\\u001b[2J_\\\"\\\\\\u0085\xF0\x9F\x98\x80\"";
   EXPECT_EQ(ask(makeDocument(kOddNames), {"--format", "json", "--base-code", "p\n"}),
             answered(R"({"base":{"family":"F","version":"V"},)"
@@ -198,13 +187,13 @@ const std::string kTwoProducts =
     R"("products":{"p":{"delete":[],"extract":["c"]},"q":{"delete":[],"extract":["c"]}},)"
     R"("componentsWithFilesDeleted":{})";
 
-TEST(QueryForPeople, NotesThatTheProductDataDoNotKnowAProduct) {
-  EXPECT_EQ(ask(makeDocument(kTwoProducts), {"--product-data", "."}),
+TEST(QueryForPeople, NotesThatTheProductDataDoNotContainAProduct) {
+  EXPECT_EQ(ask(makeDocument(kTwoProducts), {}, "\n"),
             answered("Base release:   F, version V\n"
                      "Target release: F, version V, update level -56\n"
-                     "\nNote: the product data at . do not know every product of the "
-                     "document. An unknown product has the empty base code;\n"
-                     "of several, only the first is listed.\n"
+                     "\nNote: the product data at . do not contain every product of the "
+                     "document. A missing product has an empty base code;\n"
+                     "if there are several, only the first is listed.\n"
                      "\nPackages to delete: none\n"
                      "\nPackages to extract: for 1 base code\n"
                      "  (empty): 1 package\n"
@@ -214,7 +203,7 @@ TEST(QueryForPeople, NotesThatTheProductDataDoNotKnowAProduct) {
                      "\nPackages with single files to delete: none\n"));
 }
 
-// Takes what an answer says under one member.
+// The text of one member of an answer.
 std::string takeMember(const ToolRun& run, const std::string& name, const std::string& next) {
   const std::size_t begin = run.out.find('"' + name + "\":");
   const std::size_t end = run.out.find(",\"" + next + "\":");
@@ -233,7 +222,7 @@ std::ostream& operator<<(std::ostream& out, const BaseCode& row) {
 
 class BaseCodeOption : public ::testing::TestWithParam<BaseCode> {};
 
-TEST_P(BaseCodeOption, IsTakenAsItStands) {
+TEST_P(BaseCodeOption, IsUsedVerbatim) {
   const std::string sections =
       R"("components":{"c":{"delete":{},"extract":{"e":{"size":1,"uncompressedBytes":1}}}},)"
       R"("products":{"":{"delete":[],"extract":["c"]},"[a,b]":{"delete":[],"extract":["c"]},)"
@@ -255,7 +244,7 @@ const BaseCode kBaseCodes[] = {
 INSTANTIATE_TEST_SUITE_P(Codes, BaseCodeOption, ::testing::ValuesIn(kBaseCodes),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Query, TakesAPathThatIsNotAscii) {
+TEST(Query, AcceptsAPathThatIsNotAscii) {
   const TemporaryFolder folder;
   folder.writeFile("\xC3\xBC/\xF0\x9F\x97\xBA.json", makeDocument(kNoSections));
   ToolSurroundings around;

@@ -8,23 +8,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "install/update_metadata_parser/Version.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
-#include "support/ToolCases.h"
 
 namespace update_metadata_tool::query {
 namespace {
 
-using test_support::refusedRun;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
-using test_support::WrongUsage;
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 constexpr int kFailed = static_cast<int>(command::ExitCode::kFailed);
 
@@ -50,7 +44,7 @@ class QueryFailure : public ::testing::Test {
 
 // --- documents ------------------------------------------------------------------------------
 
-struct RefusedDocument {
+struct RejectedDocument {
   const char* name;
   const char* file;
   std::string text;  ///< written to the file if not empty
@@ -58,15 +52,15 @@ struct RefusedDocument {
   const char* err;
 };
 
-std::ostream& operator<<(std::ostream& out, const RefusedDocument& row) {
+std::ostream& operator<<(std::ostream& out, const RejectedDocument& row) {
   return out << row.name;
 }
 
-class RefusedDocuments : public QueryFailure,
-                         public ::testing::WithParamInterface<RefusedDocument> {};
+class RejectedDocuments : public QueryFailure,
+                          public ::testing::WithParamInterface<RejectedDocument> {};
 
-TEST_P(RefusedDocuments, LeaveTheReasonThenTheFileAndWhatToDo) {
-  const RefusedDocument& row = GetParam();
+TEST_P(RejectedDocuments, AreReportedByReasonThenByFileWithAdvice) {
+  const RejectedDocument& row = GetParam();
   if (!row.text.empty()) {
     folder_.writeFile(row.file, row.text);
   }
@@ -75,7 +69,7 @@ TEST_P(RefusedDocuments, LeaveTheReasonThenTheFileAndWhatToDo) {
   EXPECT_EQ(runTool(arguments, around_), (ToolRun{kFailed, "", row.err}));
 }
 
-const RefusedDocument kRefusedDocuments[] = {
+const RejectedDocument kRejectedDocuments[] = {
     {"MissingFile",
      "none.json",
      "",
@@ -87,15 +81,15 @@ const RefusedDocument kRefusedDocuments[] = {
      "",
      {},
      "Error opening Update MetaData Json File\n"
-     "update-metadata: 'folder' could not be loaded; it is there, but is no file that can be read: "
-     "check what it is and its permissions\n"},
+     "update-metadata: 'folder' could not be loaded; it exists but cannot be read as a file: check "
+     "its type and permissions\n"},
     {"Socket",
      "socket",
      "",
      {"--format", "json"},
      "Error opening Update MetaData Json File\n"
-     "update-metadata: 'socket' could not be loaded; it is there, but is no file that can be read: "
-     "check what it is and its permissions\n"},
+     "update-metadata: 'socket' could not be loaded; it exists but cannot be read as a file: check "
+     "its type and permissions\n"},
     {"FinalLineFeed",
      "x.json",
      kGoodDocument + '\n',
@@ -132,16 +126,16 @@ const RefusedDocument kRefusedDocuments[] = {
      R"({"metadata":{"arch":null}})",
      {},
      "invalid conversion: null to string\n"
-     "update-metadata: 'x.json' could not be loaded; correct the document: some value, maybe a "
-     "missing one, has the first kind and must have the second; 'update-metadata lint x.json' "
+     "update-metadata: 'x.json' could not be loaded; correct the document: a value, possibly a "
+     "missing one, has the first kind but must have the second; 'update-metadata lint x.json' "
      "shows where\n"},
     {"BadProductData",
      "good.json",
      "",
      {"--product-data", "bad-data"},
      "bad-data/products.tsv:2: expected 4 tab-separated fields, found 1\n"
-     "update-metadata: 'good.json' was loaded, but the questions about it could not be answered; "
-     "check the product data at 'bad-data'\n"},
+     "update-metadata: 'good.json' was loaded but could not be queried; check the product data at "
+     "'bad-data'\n"},
     {"ControlCharactersInItsName",
      "a\033[31m\nb",
      "",
@@ -149,123 +143,24 @@ const RefusedDocument kRefusedDocuments[] = {
      "Update MetaData Json file does not exist \n"
      "update-metadata: 'a<U+001B>[31m<U+000A>b' could not be loaded; check the path\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Documents, RefusedDocuments, ::testing::ValuesIn(kRefusedDocuments),
+INSTANTIATE_TEST_SUITE_P(Documents, RejectedDocuments, ::testing::ValuesIn(kRejectedDocuments),
                          [](const auto& row) { return row.param.name; });
 
-// The first line is the standard library's.
-TEST_F(QueryFailure, OfADocumentThatCannotBeReadToItsEndIsToldFromOneThatCannotBeOpened) {
+// The first line comes from the standard library.
+TEST_F(QueryFailure, OfADocumentThatCannotBeReadCompletelyDiffersFromOneThatCannotBeOpened) {
   const ToolRun run = runTool({"query", "/proc/self/mem"}, around_);
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_EQ(run.out, "");
   EXPECT_THAT(run.err,
               EndsWith("Input/output error\n"
                        "update-metadata: '/proc/self/mem' could not be loaded; it could be "
-                       "opened, but not be read to its end: check the device that it is "
-                       "on\n"));
+                       "opened but not read completely: check the device it is on\n"));
 }
 
-// --- usage ----------------------------------------------------------------------------------
+// --- memory --------------------------------------------------------------------------------
 
-class WrongUsages : public QueryFailure, public ::testing::WithParamInterface<WrongUsage> {};
-
-TEST_P(WrongUsages, EndWithTheCodeTwoAndAPointerToTheHelp) {
-  EXPECT_EQ(runTool(GetParam().arguments, around_), refusedRun(GetParam()));
-}
-
-const WrongUsage kWrongUsages[] = {
-    {"NoCommand", {}, "A subcommand is required"},
-    {"UnknownCommand", {"ask"}, "The following argument was not expected: ask"},
-    {"MistypedCommand",
-     {"qurey"},
-     "The following argument was not expected: qurey\nDid you mean 'query'?"},
-    {"MistypedCommandWithArguments",
-     {"--color", "Lnit", "good.json"},
-     "The following arguments were not expected: good.json Lnit --color\nDid you mean 'lint'?"},
-    {"ControlsInAnArgument",
-     {"query", "good.json", "a\x1B[31m\n\x9B"},
-     "The following argument was not expected: a<U+001B>[31m<U+000A><9B>"},
-    {"NoFile", {"query"}, "FILE is required"},
-    {"TwoFiles",
-     {"query", "good.json", "other.json"},
-     "The following argument was not expected: other.json"},
-    {"UnknownOption",
-     {"query", "good.json", "--colour"},
-     "The following argument was not expected: --colour"},
-    {"UnknownFormat",
-     {"query", "good.json", "--format", "xml"},
-     "--format: xml not in {text,json}"},
-    {"FormatWithoutValue",
-     {"query", "good.json", "--format"},
-     "--format: 1 required FORMAT:{text,json} missing"},
-    {"FileNotUtf8", {"query", "\xFF"}, "FILE: the argument is not UTF-8"},
-    {"ProductDataNotUtf8",
-     {"query", "good.json", "--product-data", "a\xC3"},
-     "--product-data: the argument is not UTF-8"},
-    {"BaseCodeNotUtf8",
-     {"query", "good.json", "--base-code", "\xED\xA0\x80"},
-     "--base-code: the argument is not UTF-8"},
-};
-INSTANTIATE_TEST_SUITE_P(Usages, WrongUsages, ::testing::ValuesIn(kWrongUsages),
-                         [](const auto& row) { return row.param.name; });
-
-TEST(Version, IsTheLibrarysOwn) {
-  const std::string version = install::update_metadata_parser::version();
-  EXPECT_EQ(runTool({"--version"}), (ToolRun{0, "update-metadata " + version + "\n", ""}));
-}
-
-TEST(Help, ShowsTheOptionsExamplesAndExitCodes) {
-  const ToolRun help = runTool({"query", "--help"});
-  EXPECT_EQ(help.exitCode, 0);
-  EXPECT_EQ(help.err, "");
-  EXPECT_THAT(help.out, HasSubstr("Usage: update-metadata query [OPTIONS] FILE\n"));
-  EXPECT_THAT(help.out, HasSubstr("Examples:\n"
-                                  "  update-metadata query update.json\n"
-                                  "  update-metadata query update.json --product-data "));
-  EXPECT_THAT(help.out, HasSubstr("Exit status: 0 answered, 1 "));
-  EXPECT_THAT(runTool({"--help"}).out, StartsWith("Answers questions about update metadata"));
-}
-
-// --- output and memory ----------------------------------------------------------------------
-
-struct UnwrittenOutput {
-  const char* name;
-  std::vector<std::string> arguments;
-};
-
-std::ostream& operator<<(std::ostream& out, const UnwrittenOutput& row) {
-  return out << row.name;
-}
-
-class UnwrittenOutputs : public QueryFailure,
-                         public ::testing::WithParamInterface<UnwrittenOutput> {};
-
-TEST_P(UnwrittenOutputs, AreNoticedOnAFullDisk) {
-  around_.outFile = "/dev/full";
-  EXPECT_EQ(runTool(GetParam().arguments, around_),
-            (ToolRun{kFailed, "",
-                     "update-metadata: standard output could not be written: No space left on "
-                     "device; what was written is not complete\n"}));
-}
-
-TEST_P(UnwrittenOutputs, AreNoticedOnAPipeThatNobodyReads) {
-  around_.isOutClosedPipe = true;
-  EXPECT_EQ(runTool(GetParam().arguments, around_),
-            (ToolRun{kFailed, "",
-                     "update-metadata: standard output could not be written: Broken pipe; what was "
-                     "written is not complete\n"}));
-}
-
-const UnwrittenOutput kUnwrittenOutputs[] = {
-    {"Text", {"query", "good.json"}},
-    {"Json", {"query", "good.json", "--format=json"}},
-    {"Version", {"--version"}},
-    {"Help", {"query", "--help"}},
-};
-INSTANTIATE_TEST_SUITE_P(Outputs, UnwrittenOutputs, ::testing::ValuesIn(kUnwrittenOutputs),
-                         [](const auto& row) { return row.param.name; });
-
-// The address sanitizer needs more address space than any useful limit. GCC and Clang tell of it in
-// two ways.
+// The address sanitizer needs more address space than any useful limit. GCC and Clang indicate it
+// in two ways.
 #if defined(__has_feature)
 #define UMP_HAS_FEATURE(feature) __has_feature(feature)
 #else

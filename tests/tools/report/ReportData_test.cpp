@@ -121,8 +121,8 @@ TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
   const Json data = Json::parse(makeReportData(u"", contents, faultless()));
   EXPECT_EQ(data["doubtfulSizes"],
             "'!' marks doubtful sizes: 1 package with a negative size, 1 package with a size that "
-            "does not fit into 64 bits and was taken for -9223372036854775808. Sums take sizes "
-            "as they stand.");
+            "does not fit into 64 bits and is read as -9223372036854775808. Totals include "
+            "these sizes.");
 }
 
 TEST(ReportData, ReplaceUnpairedSurrogatesAndKeepEverythingElse) {

@@ -35,7 +35,7 @@ TEST(Schema, ReportsThatItWasNotPrintedCompletely) {
   EXPECT_EQ(runTool({"schema"}, around),
             (ToolRun{1, "",
                      "update-metadata: standard output could not be written: No space left on "
-                     "device; what was written is not complete\n"}));
+                     "device; the output is incomplete\n"}));
 }
 
 TEST(Schema, HasAHelpThatShowsHowADocumentRefersToIt) {

@@ -36,7 +36,7 @@ std::ostream& operator<<(std::ostream& out, const Sum& row) {
 
 class ByteSums : public ::testing::TestWithParam<Sum> {};
 
-TEST_P(ByteSums, AreToldIfTheyFitIntoSixtyFourBits) {
+TEST_P(ByteSums, HaveAValueIfTheyFitIntoSixtyFourBits) {
   EXPECT_EQ(sumOf(GetParam().summands).value(), GetParam().value);
 }
 
@@ -46,7 +46,7 @@ TEST_P(ByteSums, DoNotDependOnTheOrder) {
   EXPECT_EQ(sumOf(reversed), sumOf(GetParam().summands));
 }
 
-TEST_P(ByteSums, AreTakenBackBySubtraction) {
+TEST_P(ByteSums, AreUndoneBySubtraction) {
   ByteSum difference;
   for (const std::int64_t summand : GetParam().summands) {
     difference -= ByteSum(summand);
@@ -95,14 +95,14 @@ TEST(ByteSum, MayBeAddedToItself) {
   EXPECT_EQ(sum, sumOf({kMax, kMax, kMax, kMax}));
 }
 
-TEST(ByteSum, TellsItsSignAlsoWhenItDoesNotFit) {
+TEST(ByteSum, HasASignEvenIfItDoesNotFit) {
   EXPECT_TRUE(sumOf({kMin, kMin}).isNegative());
   EXPECT_TRUE(ByteSum(-1).isNegative());
   EXPECT_FALSE(ByteSum(0).isNegative());
   EXPECT_FALSE(sumOf({kMax, kMax}).isNegative());
 }
 
-TEST(ByteSum, AgreesWithPlainArithmeticWhereThatIsExact) {
+TEST(ByteSum, AgreesWithExactPlainArithmetic) {
   std::mt19937_64 random(2024);
   for (int round = 0; round < 1000; ++round) {
     std::int64_t plain = 0;

@@ -25,11 +25,11 @@ TEST(DoubtfulSizes, AreCountedByPackageAndByKind) {
   EXPECT_FALSE(DoubtfulSizes().any());
 }
 
-TEST(DoubtfulSizes, AreDescribedByTheKindsThatThereAre) {
+TEST(DoubtfulSizes, AreDescribedByKind) {
   const std::string beginning = "'!' marks doubtful sizes: ";
-  const std::string end = ". Sums take sizes as they stand.";
+  const std::string end = ". Totals include these sizes.";
   const std::string truncated =
-      " with a size that does not fit into 64 bits and was taken for -9223372036854775808";
+      " with a size that does not fit into 64 bits and is read as -9223372036854775808";
   EXPECT_EQ(describe({1, 0}), beginning + "1 package with a negative size" + end);
   EXPECT_EQ(describe({0, 2}), beginning + "2 packages" + truncated + end);
   EXPECT_EQ(describe({1, 0}, false),

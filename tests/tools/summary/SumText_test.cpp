@@ -12,27 +12,27 @@ namespace {
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
-struct ToldSum {
+struct FormattedSum {
   const char* name;
   ByteSum sum;
   const char* plain;
-  const char* shortly;
+  const char* brief;
   const char* readable;
 };
 
-std::ostream& operator<<(std::ostream& out, const ToldSum& row) {
+std::ostream& operator<<(std::ostream& out, const FormattedSum& row) {
   return out << row.name;
 }
 
-class ToldSums : public ::testing::TestWithParam<ToldSum> {};
+class FormattedSums : public ::testing::TestWithParam<FormattedSum> {};
 
-TEST_P(ToldSums, SayByWhichBoundTheyAreTooLarge) {
+TEST_P(FormattedSums, ShowTheBoundThatTheyExceed) {
   EXPECT_EQ(toPlainNumber(GetParam().sum), GetParam().plain);
-  EXPECT_EQ(toShortSize(GetParam().sum), GetParam().shortly);
+  EXPECT_EQ(toShortSize(GetParam().sum), GetParam().brief);
   EXPECT_EQ(toReadableSize(GetParam().sum), GetParam().readable);
 }
 
-const ToldSum kToldSums[] = {
+const FormattedSum kFormattedSums[] = {
     {"Zero", ByteSum(), "0", "0 B", "0 bytes"},
     {"One", ByteSum(1), "1", "1 B", "1 byte"},
     {"Negative", ByteSum(-1536), "-1536", "-1.5 KiB", "-1536 bytes (-1.5 KiB)"},
@@ -43,7 +43,7 @@ const ToldSum kToldSums[] = {
     {"TooSmall", ByteSum(kMin) - ByteSum(1), "<-9223372036854775808", "<-8.0 EiB",
      "less than -9223372036854775808 bytes (-8.0 EiB)"},
 };
-INSTANTIATE_TEST_SUITE_P(Sums, ToldSums, ::testing::ValuesIn(kToldSums),
+INSTANTIATE_TEST_SUITE_P(Sums, FormattedSums, ::testing::ValuesIn(kFormattedSums),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

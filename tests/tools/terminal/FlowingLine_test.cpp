@@ -40,7 +40,7 @@ std::ostream& operator<<(std::ostream& out, const Flow& row) {
 
 class Flows : public ::testing::TestWithParam<Flow> {};
 
-TEST_P(Flows, KeepToTwentyColumns) {
+TEST_P(Flows, FitTwentyColumns) {
   FlowingLine line(20, 2);
   for (const Piece& piece : GetParam().pieces) {
     piece.kind == Piece::kName ? line.name(piece.text) : line.words(piece.text);
@@ -57,10 +57,12 @@ const Flow kFlows[] = {
     {"NoWords", {words("")}, ""},
     {"OnlyBlanks", {words("  ")}, ""},
     {"WordsThatFit", {words("just as wide as that")}, "just as wide as that"},
-    {"WordsBreakAtBlanks", {words("one more than as wide")}, "one more than as\n  wide"},
-    {"BlanksGoWhereWordsBreak", {words("one more than as    wide")}, "one more than as\n  wide"},
+    {"WordsWrapAtBlanks", {words("one more than as wide")}, "one more than as\n  wide"},
+    {"BlanksAreDroppedWhereWordsWrap",
+     {words("one more than as    wide")},
+     "one more than as\n  wide"},
     {"BlanksBetweenWordsStay", {words("a:   b")}, "a:   b"},
-    {"BlanksInFrontStay", {words("    a b")}, "    a b"},
+    {"LeadingBlanksStay", {words("    a b")}, "    a b"},
     {"IndentCounts",
      {words("a bcdefghijklmnopqrst"), words(" uv")},
      "a\n bcdefghijklmnopqrst\n  uv"},
@@ -72,9 +74,7 @@ const Flow kFlows[] = {
     {"NumbersKeepTheirUnits", {words("this would be at 17 bytes")}, "this would be at\n  17 bytes"},
     {"NumbersKeepTheirMark", {words("this would be at ! -5 B")}, "this would be at\n  ! -5 B"},
     {"NumbersAtTheEnd", {words("this would be: 17  ")}, "this would be: 17"},
-    {"NumbersBehindEachOther",
-     {words("1 2 3 4 5 6 7 8 9 0 1 2 3")},
-     "1 2 3 4\n  5 6 7 8 9 0 1 2 3"},
+    {"NumbersInARow", {words("1 2 3 4 5 6 7 8 9 0 1 2 3")}, "1 2 3 4\n  5 6 7 8 9 0 1 2 3"},
     {"LongNumbersLoseTheirUnits",
      {words("at 123456789012345678 bytes (8.0 EiB)")},
      "at\n  123456789012345678\n  bytes (8.0 EiB)"},
@@ -87,12 +87,12 @@ const Flow kFlows[] = {
     {"NumbersThatFillALineLoseTheirBound",
      {words("    Deleted <-9223372036854775808")},
      "    Deleted <\n-9223372036854775808"},
-    {"NumbersInFrontLoseTheirIndent", {words("    " + kNineteen)}, " " + kNineteen},
-    {"NamesBreakAnywhere",
+    {"NumbersAtTheBeginningLoseTheirIndent", {words("    " + kNineteen)}, " " + kNineteen},
+    {"NamesWrapAnywhere",
      {words("    "), name("one more than as wide as that")},
      "    one more than as\n   wide as that"},
     {"NamesLoseNoBlanks", {name(kTwenty + "   y")}, kTwenty + "\n     y"},
-    {"NamesThatFitALineOfTheirOwn",
+    {"NamesThatFitIntoTheNextLine",
      {words("  + kind: "), name("just as wide here")},
      "  + kind:\n  just as wide here"},
     {"NamesThatFitNoLine",
@@ -101,10 +101,8 @@ const Flow kFlows[] = {
     {"NamesWithoutRoomForTheirBeginning",
      {words("these are 19 columns "), name(kTwenty)},
      "these are 19 columns\n  xxxxxxxxxxxxxxxxxx\n  xx"},
-    {"WordsBehindAName",
-     {name("abc"), words(": 17 bytes (1.0 KiB)")},
-     "abc: 17 bytes\n  (1.0 KiB)"},
-    {"WordsBehindANameThatFillsItsLine",
+    {"WordsAfterAName", {name("abc"), words(": 17 bytes (1.0 KiB)")}, "abc: 17 bytes\n  (1.0 KiB)"},
+    {"WordsAfterANameThatFillsItsLine",
      {name(kTwenty), words(": 17 bytes")},
      kTwenty + "\n  : 17 bytes"},
     {"MarksStayWithTheirCharacters",

@@ -12,12 +12,12 @@
 namespace update_metadata_tool::terminal {
 namespace {
 
-/// A progress line on a terminal whose clock the test moves.
+/// A progress line with a clock that the test advances.
 class Progress : public ::testing::Test {
  protected:
   void letPass(int milliseconds) { time_ += std::chrono::milliseconds(milliseconds); }
 
-  // What has been written since the last call.
+  // The text written since the last call.
   std::string takeWritten() {
     const std::string written = err_.str();
     err_.str("");
@@ -44,7 +44,7 @@ TEST_F(Progress, IsShownWhenASecondHasPassed) {
   EXPECT_EQ(takeWritten(), "\r\x1B[Kreading, 1 s");
 }
 
-TEST_F(Progress, IsWrittenAnewFourTimesASecondAtMost) {
+TEST_F(Progress, ChangesAtMostFourTimesASecond) {
   progress_.begin("reading");
   letPass(1900);
   progress_.update();
@@ -57,7 +57,7 @@ TEST_F(Progress, IsWrittenAnewFourTimesASecondAtMost) {
   EXPECT_EQ(takeWritten(), "\r\x1B[Kcomparing, 2 s");
 }
 
-TEST_F(Progress, OfWorkThatWillBeSilentIsShownAtOnce) {
+TEST_F(Progress, OfSilentWorkIsShownAtOnce) {
   progress_.beginSilent("parsing");
   EXPECT_EQ(takeWritten(), "\r\x1B[Kparsing");
   letPass(249);
@@ -75,7 +75,7 @@ TEST_F(Progress, IsDueWhenASecondHasPassed) {
   EXPECT_TRUE(progress_.isDue());
 }
 
-TEST_F(Progress, IsRemovedOnceBeforeSomethingElseIsWritten) {
+TEST_F(Progress, IsRemovedOnlyOnce) {
   progress_.begin("reading");
   letPass(1000);
   progress_.update();
@@ -92,7 +92,7 @@ TEST_F(Progress, RemovesNothingThatWasNeverShown) {
   EXPECT_EQ(takeWritten(), "");
 }
 
-TEST(ProgressLine, IsRemovedInTheEnd) {
+TEST(ProgressLine, IsRemovedAtTheEnd) {
   ProgressLine::Clock::time_point time;
   std::ostringstream err;
   {
@@ -115,7 +115,7 @@ std::ostream& operator<<(std::ostream& out, const NarrowTerminal& row) {
 
 class NarrowTerminals : public ::testing::TestWithParam<NarrowTerminal> {};
 
-TEST_P(NarrowTerminals, HaveTheLineInOneRow) {
+TEST_P(NarrowTerminals, ShowTheLineInOneRow) {
   ProgressLine::Clock::time_point time;
   std::ostringstream err;
   ProgressLine progress(err, GetParam().columns, [&time] { return time; });
@@ -135,7 +135,7 @@ const NarrowTerminal kNarrowTerminals[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Terminals, NarrowTerminals, ::testing::ValuesIn(kNarrowTerminals));
 
-TEST(ProgressLine, WritesNothingWhereThereIsNoTerminal) {
+TEST(ProgressLine, WritesNothingWithoutATerminal) {
   ProgressLine::Clock::time_point time;
   std::ostringstream err;
   {

@@ -39,7 +39,7 @@ std::ostream& operator<<(std::ostream& out, const WrittenTable& row) {
 
 class WrittenTables : public ::testing::TestWithParam<WrittenTable> {};
 
-TEST_P(WrittenTables, KeepToTheWidth) {
+TEST_P(WrittenTables, FitTheWidth) {
   EXPECT_EQ(written(makeTable(), GetParam().width), GetParam().text);
 }
 
@@ -49,7 +49,7 @@ const std::string kWhole =
     "  code-of-many-letters, 1 item            1024\n" +
     kIdeograph + "                              12345\n";
 
-const std::string kOneBelowTheOther =
+const std::string kAsList =
     "Name\n"
     "  a rather long name\n"
     "    code-of-many-letters, 1 item\n"
@@ -69,20 +69,20 @@ const WrittenTable kWrittenTables[] = {
      "  code-of-m" +
          kEllipsis + "y-letters, 1 item            1024\n" + kIdeograph +
          "                             12345\n"},
-    {"NamesCutAsFarAsIsUseful", 42,
+    {"NamesCutAsMuchAsIsUseful", 42,
      "Name                        Count     Size\n"
      "a rather long name              1  1.0 KiB\n"
      "  code-of-" +
          kEllipsis + "letters, 1 item            1024\n" + kIdeograph +
          "                          12345\n"},
-    {"TooNarrowForColumns", 41, kOneBelowTheOther},
+    {"TooNarrowForColumns", 41, kAsList},
     {"NarrowerStill", 20,
      "Name\n"
      "  a rather long name\n"
      "    code-of" +
          kEllipsis +
          "letters,\n"
-         "      1 item\n"
+         "        1 item\n"
          "    Count        1\n"
          "    Size   1.0 KiB\n"
          "      1024\n"
@@ -103,7 +103,7 @@ TEST(Table, LeavesOneVeryLongNameOutOfTheColumns) {
                                       std::string(100, ' ') + "2\n");
 }
 
-TEST(Table, PutsNumbersBelowEachOtherIfTwoHaveNoRoom) {
+TEST(Table, WrapsNumbersThatHaveNoRoomSideBySide) {
   Table table("Name", {"Size"});
   table.addRow({{"long-name"}}, {{"-8.0 EiB", "-9223372036854775808"}});
   EXPECT_EQ(written(table, 30),
@@ -125,7 +125,7 @@ TEST(Table, CutsNoWordsAndNoHeading) {
   EXPECT_EQ(written(table, 20),
             "Quite a long heading\n"
             "  and 1234 more of\n"
-            "    them\n");
+            "      them\n");
   Table words("Quite a long heading", {"Size"});
   words.addRow({{"x", ""}}, {{"1"}});
   EXPECT_EQ(written(words, 26),
@@ -137,8 +137,34 @@ TEST(Table, CutsNoWordsAndNoHeading) {
             "    Size  1\n");
 }
 
-TEST(Table, WritesNothingWithoutRows) {
-  EXPECT_EQ(written(Table("Name", {"Size"}), 80), "");
+TEST(Table, WrapsLongNamesOnRequest) {
+  Table table("Name", {"Size"}, LongNames::kWrap);
+  table.addRow({{"a name of twenty-one"}}, {{"1"}});
+  table.addRow({{"a name of twenty-three."}}, {{"2"}});
+  EXPECT_EQ(written(table, 26),
+            "Name                  Size\n"
+            "a name of twenty-one     1\n"
+            "a name of twenty-three.\n"
+            "                         2\n");
+  EXPECT_EQ(written(table, 22),
+            "Name              Size\n"
+            "a name of twenty-one\n"
+            "                     1\n"
+            "a name of twenty-three\n"
+            "    .\n"
+            "                     2\n");
+  EXPECT_EQ(written(table, 20),
+            "Name\n"
+            "  a name of twenty-o\n"
+            "      ne\n"
+            "    Size  1\n"
+            "  a name of twenty-t\n"
+            "      hree.\n"
+            "    Size  2\n");
+}
+
+TEST(Table, WritesItsHeadingAloneWithoutRows) {
+  EXPECT_EQ(written(Table("Name", {"Size"}), 80), "Name\n");
 }
 
 }  // namespace

@@ -30,10 +30,10 @@ constexpr std::string_view kMissingSection = "map::at";
 
 constexpr Advice kAdvice[] = {
     {"standard input cannot be read",
-     "give it a document: a file, '< update.json', or what another command writes", false},
+     "name a file, redirect one with '< update.json', or pipe in another command's output", false},
     {"Update MetaData Json file does not exist ", "check the path", false},
     {"Error opening Update MetaData Json File",
-     "it is there, but is no file that can be read: check what it is and its permissions", false},
+     "it exists but cannot be read as a file: check its type and permissions", false},
     {"Error while parsing ",
      "its text is not one JSON object; nothing may come before or after the object, not even a "
      "byte-order mark or a final line feed",
@@ -42,12 +42,12 @@ constexpr Advice kAdvice[] = {
      "correct the document: that member is missing somewhere or has a value of the wrong kind",
      true},
     {"invalid conversion: ",
-     "correct the document: some value, maybe a missing one, has the first kind and must have the "
+     "correct the document: a value, possibly a missing one, has the first kind but must have the "
      "second",
      true},
     {kMissingSection,
-     "add what is missing of \"metadata\", \"components\", \"products\" and "
-     "\"componentsWithFilesDeleted\" at the top of the document",
+     "add whichever of \"metadata\", \"components\", \"products\" and "
+     "\"componentsWithFilesDeleted\" is missing at the top of the document",
      true},
 };
 
@@ -60,7 +60,7 @@ std::string adviseOnAnswering(const std::exception& failure, const std::u16strin
     return kOutOfMemory;
   }
   if (productData.empty()) {
-    return "the reason is above";
+    return "see the reason above";
   }
   return "check the product data at '" + toVisible(productData) + "'";
 }
@@ -71,8 +71,7 @@ void report(const std::exception& failure, const std::u16string& file, const std
       << '\n';
 }
 
-// The first section that an object does not have, in the order in which the library asks for them;
-// null if it has all.
+// The first missing section, in the order in which the library reads them; null if none is missing.
 const char* findMissingSection(const SourceTree& tree) {
   std::set<std::string> names;
   if (tree.isWhole() && tree[SourceTree::kRoot].kind == source::SourceKind::kObject) {
@@ -89,7 +88,8 @@ const char* findMissingSection(const SourceTree& tree) {
   return nullptr;
 }
 
-// The same for a file, which may have changed or be gone by now. Standard input is read only once.
+// The same for a file, which may have changed or disappeared since. Standard input cannot be read
+// again.
 const char* findMissingSection(const std::u16string& file) {
   const std::string name = output::toUtf8(file);
   if (name == input::kStandardInput) {
@@ -136,7 +136,7 @@ std::string adviseOnLoading(const std::exception& failure, const std::u16string&
     }
   }
   if (dynamic_cast<const std::ios_base::failure*>(&failure) != nullptr) {
-    return "it could be opened, but not be read to its end: check the device that it is on";
+    return "it could be opened but not read completely: check the device it is on";
   }
   return "check that it is a complete update metadata document; " + pointToLint(file, "more");
 }
@@ -148,9 +148,7 @@ void reportUnloaded(const std::exception& failure, const std::u16string& file, s
 void reportUnanswered(const std::exception& failure, const std::u16string& file,
                       const std::u16string& productData, std::ostream& err) {
   report(failure, file,
-         "was loaded, but the questions about it could not be answered; " +
-             adviseOnAnswering(failure, productData),
-         err);
+         "was loaded but could not be queried; " + adviseOnAnswering(failure, productData), err);
 }
 
 }  // namespace update_metadata_tool::command

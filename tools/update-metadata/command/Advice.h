@@ -10,30 +10,30 @@ class SourceTree;
 
 namespace update_metadata_tool::command {
 
-/// That lint shows `what`, "where" or "more": "'update-metadata lint update.json' shows where".
+/// Points to lint for `what`, "where" or "more": "'update-metadata lint update.json' shows where".
 std::string pointToLint(const std::u16string& file, const char* what);
 
 /// What to do about a document that could not be loaded.
 ///
-/// The library's texts say what went wrong and are fixed; this adds what usually helps, by the text
-/// and by the kind of `failure`. Where the document is at fault, it says which section is missing,
-/// if one is, and that `lint` shows the place. Never empty, without a line feed and without a final
-/// full stop. Escaped for a terminal.
+/// The library's fixed texts say what went wrong; this adds what usually helps, chosen by the text
+/// and type of `failure`. If the document is at fault, the advice names the missing section, if
+/// any, and points to lint. Never empty, without a line feed or a final period. Escaped for a
+/// terminal.
 ///
 /// \param file  as the user named it; read again to find a missing section
-/// \param tree  the document, if it is at hand: the file is not read then
+/// \param tree  the document, if available; the file is not read then
 std::string adviseOnLoading(const std::exception& failure, const std::u16string& file,
                             const source::SourceTree* tree = nullptr);
 
-/// Writes why a document could not be loaded, and what to do.
+/// Writes why a document could not be loaded, and what to do about it.
 ///
-/// The first line is the text of `failure`, with escapes for what a terminal must not be sent; the
-/// second line says which file it is about and gives the advice.
+/// The first line is the text of `failure`, escaped for a terminal; the second line names the file
+/// and gives the advice.
 void reportUnloaded(const std::exception& failure, const std::u16string& file, std::ostream& err);
 
-/// Writes why a loaded document could not be answered, and what to do, in the same form.
+/// Writes why a loaded document could not be queried, and what to do about it, in the same form.
 ///
-/// \param productData  what the user named as the product data; empty if nothing
+/// \param productData  the product data as the user named them; empty if none
 void reportUnanswered(const std::exception& failure, const std::u16string& file,
                       const std::u16string& productData, std::ostream& err);
 

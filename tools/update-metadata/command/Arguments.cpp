@@ -24,7 +24,7 @@ CLI::Validator isCountArgument() {
     const auto [stop, error] = std::from_chars(argument.data(), end, count);
     return error == std::errc() && stop == end
                ? std::string()
-               : "'" + argument + "' is no whole number, or is too large";
+               : "'" + argument + "' is not a whole number, or is too large";
   };
   return CLI::Validator(refuse, "");
 }

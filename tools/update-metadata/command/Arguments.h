@@ -7,15 +7,15 @@
 
 namespace update_metadata_tool::command {
 
-/// Refuses an argument that is not UTF-8.
+/// Rejects an argument that is not UTF-8.
 CLI::Validator isUtf8Argument();
 
-/// Refuses an argument that is not the decimal digits of a number that a std::size_t holds.
+/// Rejects an argument that is not a decimal number that fits into a std::size_t.
 CLI::Validator isCountArgument();
 
-/// The argument in UTF-16, if there is one.
+/// Converts an optional argument to UTF-16.
 ///
-/// \pre isUtf8Argument() has let it pass
+/// \pre the argument has passed isUtf8Argument()
 std::optional<std::u16string> toOptionalUtf16(const std::optional<std::string>& argument);
 
 }  // namespace update_metadata_tool::command

@@ -8,28 +8,27 @@
 
 namespace update_metadata_tool::command {
 
-/// One subcommand of the program: its options, and what it does with them.
+/// One subcommand of the program: its options and its action.
 ///
-/// A derived class adds its options to subcommand() when it is made. They write into the object
-/// when the arguments are parsed, so it stays where it is until then.
+/// A derived class adds its options to subcommand() in its constructor. Parsing the arguments
+/// writes into the object, so it must not move before that.
 class Command {
  public:
   virtual ~Command() = default;
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
 
-  /// Tells whether the parsed arguments name this subcommand.
+  /// Returns whether the parsed arguments name this subcommand.
   bool isChosen() const;
 
-  /// Does its work, with its results on `out`, which is flushed, and its complaints on `err`.
+  /// Runs the subcommand: writes results to `out`, which is flushed, and messages to `err`.
   ///
   /// \pre isChosen()
   ///
-  /// What `out` throws passes through.
+  /// Exceptions of `out` pass through.
   virtual ExitCode run(std::ostream& out, std::ostream& err) const = 0;
 
-  /// How the program ends if run() throws: the output could not be written, or the memory does not
-  /// suffice.
+  /// The exit status if run() throws: output could not be written, or memory ran out.
   virtual ExitCode troubleCode() const { return ExitCode::kFailed; }
 
  protected:

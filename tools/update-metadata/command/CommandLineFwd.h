@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// The names of the argument parser that headers of the command need. Its own header takes seconds
-/// to compile, so only the sources that call it include it.
+/// Forward declarations of the argument parser for headers. Its own header takes seconds to
+/// compile, so only the sources that call it include it.
 
 namespace CLI {
 class App;

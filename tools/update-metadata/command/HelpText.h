@@ -8,13 +8,13 @@
 
 namespace update_metadata_tool::command {
 
-/// Breaks the lines of an ASCII text that are longer than `columns`, from 20 on, at their blanks.
+/// Breaks the lines of an ASCII text that are longer than `columns`, at least 20, at their blanks.
 ///
-/// A further line begins two columns deeper than its first; below the second column of a table, if
-/// a gap of two blanks leads to one and there is room for it. A word that is longer stays whole.
+/// Further lines are indented two columns deeper than the first, or, in a table whose columns are
+/// separated by two blanks, start below the second column if there is room.
 std::string fitToColumns(std::string_view text, std::size_t columns);
 
-/// Lets the help of `app`, and of the subcommands that are added later, fit the terminal.
+/// Makes the help of `app` and of subcommands added later fit the terminal.
 void fitHelpToTerminal(CLI::App& app);
 
 }  // namespace update_metadata_tool::command

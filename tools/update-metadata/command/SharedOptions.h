@@ -1,40 +1,57 @@
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
 #include "command/CommandLineFwd.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::command {
 
-/// What --format takes.
+/// The values of --format.
 constexpr const char* kTextFormat = "text";
 constexpr const char* kJsonFormat = "json";
 
-/// What the product data are for in most subcommands.
-constexpr const char* kForBaseCodes = "from which the base codes of the products come";
+/// The purpose of the product data in most subcommands.
+constexpr const char* kForBaseCodes = "which gives the products' base codes";
 
-/// Adds an argument that has to be given: a document, or - for standard input.
+/// Adds a required argument: a document, or - for standard input.
 void addDocument(CLI::App& subcommand, const std::string& name, std::string& file,
                  const std::string& help = "The update metadata document (JSON)");
 
-/// Adds the argument FILE, which may be given several times; that standard input is named once is
-/// for checkStandardInput() to see to.
+/// Adds the argument FILE, which may be repeated. checkStandardInput() rejects a second standard
+/// input.
 CLI::Option& addDocuments(CLI::App& subcommand, std::vector<std::string>& files);
 
-/// Adds --product-data. `purpose` goes on behind "Folder with the product data, ".
+/// Adds --product-data. `purpose` completes "Folder with the product data, ".
 CLI::Option& addProductData(CLI::App& subcommand, std::optional<std::string>& location,
                             const std::string& purpose = kForBaseCodes);
 
-/// Adds --format, which takes the two formats above.
+/// Adds --format with the two values above.
 void addFormat(CLI::App& subcommand, std::string& format);
 
-/// Refuses files of which two are standard input, which can be read only once.
+/// Writes `results` to `out`, which is flushed, in the form that --format asks for: calls
+/// writeJson(results..., out) or writeText(results..., out) of the namespace of `results`.
+template <class... Results>
+void writeResults(const std::string& format, terminal::ProgressLine& progress, std::ostream& out,
+                  const Results&... results) {
+  terminal::beginOutput(progress);
+  if (format == kJsonFormat) {
+    writeJson(results..., out);
+  } else {
+    writeText(results..., out);
+  }
+  out.flush();
+  progress.clear();
+}
+
+/// Rejects a second standard input among `files`, because it can be read only once.
 ///
-/// \param argument  what the user is told of
+/// \param argument  the argument that the message names
 ///
-/// \throws CLI::ValidationError  as a wrong usage does
+/// \throws CLI::ValidationError  as for any usage error
 void checkStandardInput(const std::string& argument, const std::vector<std::string>& files);
 
 }  // namespace update_metadata_tool::command

@@ -10,10 +10,9 @@
 #include "diff/Growth.h"
 #include "diff/JsonOutput.h"
 #include "diff/TextOutput.h"
-#include "input/ProductData.h"
 #include "output/Text.h"
 #include "summary/Document.h"
-#include "summary/UnknownProducts.h"
+#include "summary/ProductData.h"
 #include "terminal/ProgressLine.h"
 #include "terminal/Terminal.h"
 
@@ -27,16 +26,16 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata diff old.json new.json --product-data /srv/product-data --format json
   update-metadata diff old.json new.json --fail-if-larger 5%
 
-Exit status: 0 both say the same, 1 they differ, 2 wrong usage, or a document could not be loaded or
-compared, or the output could not be written. With --fail-if-larger, 1 says that the bytes to fetch
-grow by more than is allowed, and 0 that they do not.)";
+Exit status: 0 no differences, 1 differences, 2 usage error, or a document could not be loaded or
+compared, or the output could not be written. With --fail-if-larger, 1 means that the bytes to fetch
+grow by more than the limit, 0 that they do not.)";
 
 CLI::Validator isGrowthLimit() {
   const auto refuse = [](const std::string& argument) {
     return GrowthLimit::parse(argument) ? std::string()
                                         : std::string(
-                                              "give a number of bytes, 1048576, or a percentage of "
-                                              "the bytes to fetch of OLD, 2.5%");
+                                              "give a number of bytes, such as 1048576, or a "
+                                              "percentage of OLD's bytes to fetch, such as 2.5%");
   };
   return CLI::Validator(refuse, "");
 }
@@ -44,16 +43,13 @@ CLI::Validator isGrowthLimit() {
 }  // namespace
 
 DiffCommand::DiffCommand(CLI::App& app)
-    : command::Command(app, "diff", "Tell in what two documents differ") {
-  command::addDocument(subcommand(), "OLD", old_,
-                       "The update metadata document (JSON) to compare with");
-  command::addDocument(subcommand(), "NEW", new_, "The document that is compared");
+    : command::Command(app, "diff", "Show the differences between two documents") {
+  command::addDocument(subcommand(), "OLD", old_, "The old update metadata document (JSON)");
+  command::addDocument(subcommand(), "NEW", new_, "The new one");
   command::addProductData(subcommand(), productData_);
   subcommand()
-      .add_option(
-          "--fail-if-larger", limit_,
-          "Fail only if the bytes to fetch grow by more than so many bytes, or by more than "
-          "so many percent of the bytes to fetch of OLD")
+      .add_option("--fail-if-larger", limit_,
+                  "Fail only if the download grows by more than this many bytes or this percentage")
       ->type_name("BYTES|N%")
       ->check(isGrowthLimit());
   command::addFormat(subcommand(), format_);
@@ -72,21 +68,12 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   progress.begin("comparing");
   const Difference difference = compare(*before, *after);
   progress.clear();
-  if (!input::noteMissingProductData(productData_, err)) {
-    summary::noteUnknownProducts(productData_, old_, *before, err);
-    summary::noteUnknownProducts(productData_, new_, *after, err);
-  }
+  summary::noteProductData(productData_, {{old_, *before}, {new_, *after}}, err);
   std::optional<Growth> growth;
   if (limit_) {
     growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());
   }
-  terminal::beginOutput(progress);
-  if (format_ == command::kJsonFormat) {
-    writeJson(difference, growth, out);
-  } else {
-    writeText(difference, growth, terminal::outputColumns(), out);
-  }
-  out.flush();
+  command::writeResults(format_, progress, out, difference, growth);
   const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();
   return isFailed ? ExitCode::kFailed : ExitCode::kDone;
 }

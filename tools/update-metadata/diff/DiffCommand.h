@@ -9,16 +9,16 @@
 
 namespace update_metadata_tool::diff {
 
-/// The subcommand `diff`: tells in what two documents differ.
+/// The subcommand `diff`: shows the differences between two documents.
 class DiffCommand : public command::Command {
  public:
   explicit DiffCommand(CLI::App& app);
 
-  /// Nothing is written on `out` before everything is known. A document that cannot be loaded is
-  /// told of on `err` as by readContents(); the other one is looked at, too.
+  /// Completes the comparison before writing any of it. Documents that cannot be loaded are
+  /// reported as by readContents(), both of them if necessary.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
-  /// Not the code of documents that differ.
+  /// Differs from the status for documents that differ.
   command::ExitCode troubleCode() const override { return command::ExitCode::kTrouble; }
 
  private:

@@ -1,169 +1,40 @@
 #include "diff/Difference.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <tuple>
 #include <utility>
+
+#include "diff/FilesDifference.h"
+#include "diff/Matching.h"
 
 namespace update_metadata_tool::diff {
 namespace {
 
 using summary::ByteSum;
-using summary::ComponentWithFiles;
+using summary::Component;
 using summary::Contents;
 using summary::Package;
-using summary::PackageWithFiles;
 using summary::Product;
 using summary::Tally;
 using summary::Totals;
 using Names = std::vector<std::u16string_view>;
 using Numbers = std::vector<std::size_t>;
 
-// --- matching what has one name -------------------------------------------------------------
-
-const std::u16string& nameOf(const Product& product) {
-  return product.name;
-}
-
-const std::u16string& nameOf(const summary::Component& component) {
-  return component.name;
-}
-
-const std::u16string& nameOf(const Package& package) {
-  return package.key;
-}
-
-/// A package with files, and where it is.
-struct LocatedPackage {
-  const PackageWithFiles* package;
-  const ComponentWithFiles* component;
-};
-
-std::pair<std::u16string_view, std::u16string_view> nameOf(const LocatedPackage& located) {
-  return {located.package->key, located.component->name};
-}
-
-// The places of the items in the order of their names, of one name in their own order.
-template <class Item>
-Numbers orderByName(const std::vector<Item>& items) {
-  Numbers order(items.size());
-  for (std::size_t place = 0; place != order.size(); ++place) {
-    order[place] = place;
-  }
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
-    return nameOf(items[left]) < nameOf(items[right]);
-  });
-  return order;
-}
-
-// The places of one item in both documents.
-struct Match {
-  std::optional<std::size_t> before;
-  std::optional<std::size_t> after;
-};
-
-// Puts together what has one name, in the order of the names.
-template <class Item>
-std::vector<Match> match(const std::vector<Item>& before, const std::vector<Item>& after) {
-  const Numbers old = orderByName(before);
-  const Numbers recent = orderByName(after);
-  std::vector<Match> matches;
-  for (std::size_t i = 0, j = 0; i != old.size() || j != recent.size();) {
-    int order = 0;
-    if (i == old.size()) {
-      order = 1;
-    } else if (j == recent.size()) {
-      order = -1;
-    } else {
-      const auto& left = nameOf(before[old[i]]);
-      const auto& right = nameOf(after[recent[j]]);
-      order = left < right ? -1 : right < left ? 1 : 0;
-    }
-    Match found;
-    if (order <= 0) {
-      found.before = old[i++];
-    }
-    if (order >= 0) {
-      found.after = recent[j++];
-    }
-    matches.push_back(found);
-  }
-  return matches;
-}
-
-// The item of a match, of the new document if that has it.
-template <class Item>
-const Item& eitherOf(const Match& found, const std::vector<Item>& before,
-                     const std::vector<Item>& after) {
-  return found.after ? after[*found.after] : before[*found.before];
-}
-
-// The names of the one list that the other does not hold. Both are in order.
-template <class Name>
-std::vector<std::u16string> subtract(const std::vector<Name>& names,
-                                     const std::vector<Name>& others) {
-  std::vector<Name> left;
-  std::set_difference(names.begin(), names.end(), others.begin(), others.end(),
-                      std::back_inserter(left));
-  return std::vector<std::u16string>(left.begin(), left.end());
-}
-
-template <class Name>
-NameChanges compareNames(const std::vector<Name>& before, const std::vector<Name>& after) {
-  return {subtract(after, before), subtract(before, after)};
-}
-
-// --- the largest first ----------------------------------------------------------------------
-
-// How large a change is. What counts more comes first.
-using Extent = std::tuple<ByteSum, ByteSum, ByteSum>;
-
-ByteSum magnitude(const ByteSum& sum) {
-  return sum.isNegative() ? ByteSum() - sum : sum;
-}
-
 // Of a product or a component.
 template <class Item>
 Extent extentOf(const Item& item) {
   const Totals before = item.before.value_or(Totals());
   const Totals after = item.after.value_or(Totals());
-  return {magnitude(after.bytesToFetch - before.bytesToFetch),
-          magnitude(after.bytesUnpacked - before.bytesUnpacked),
-          magnitude(after.bytesDeleted - before.bytesDeleted)};
+  return {after.bytesToFetch - before.bytesToFetch, after.bytesUnpacked - before.bytesUnpacked,
+          after.bytesDeleted - before.bytesDeleted};
 }
 
-Extent extentOf(const PackageChange& package) {
+Extent extentOfPackage(const PackageChange& package) {
   const PackageSizes before = package.before.value_or(PackageSizes());
   const PackageSizes after = package.after.value_or(PackageSizes());
-  return {magnitude(ByteSum(after.size) - ByteSum(before.size)),
-          magnitude(ByteSum(after.uncompressedBytes) - ByteSum(before.uncompressedBytes)),
-          ByteSum()};
-}
-
-Extent extentOf(const FilesChange& package) {
-  const std::size_t files = package.files.added.size() + package.files.removed.size();
-  return {ByteSum(static_cast<std::int64_t>(files)),
-          magnitude(ByteSum(package.after.value_or(0)) - ByteSum(package.before.value_or(0))),
-          ByteSum()};
-}
-
-// The items are in the order of their names, which stays among those of one extent.
-template <class Item>
-void putLargestFirst(std::vector<Item>& items) {
-  std::vector<std::pair<Extent, std::size_t>> extents;
-  extents.reserve(items.size());
-  for (const Item& item : items) {
-    extents.emplace_back(extentOf(item), extents.size());
-  }
-  std::stable_sort(extents.begin(), extents.end(),
-                   [](const auto& left, const auto& right) { return right.first < left.first; });
-  std::vector<Item> ordered;
-  ordered.reserve(items.size());
-  for (const auto& [extent, place] : extents) {
-    ordered.push_back(std::move(items[place]));
-  }
-  items = std::move(ordered);
+  return {ByteSum(after.size) - ByteSum(before.size),
+          ByteSum(after.uncompressedBytes) - ByteSum(before.uncompressedBytes)};
 }
 
 // --- releases -------------------------------------------------------------------------------
@@ -205,14 +76,14 @@ bool isSame(const std::optional<PackageSizes>& left, const std::optional<Package
 std::vector<PackageChange> comparePackages(const std::vector<Package>& before,
                                            const std::vector<Package>& after) {
   std::vector<PackageChange> changes;
-  for (const Match& found : match(before, after)) {
+  for (const Match& found : match(before, after, &Package::key)) {
     const auto old = sizesOf(before, found.before);
     const auto recent = sizesOf(after, found.after);
     if (!isSame(old, recent)) {
       changes.push_back({eitherOf(found, before, after).key, old, recent});
     }
   }
-  putLargestFirst(changes);
+  putLargestFirst(changes, extentOfPackage);
   return changes;
 }
 
@@ -232,8 +103,8 @@ SizesByKey packagesOf(const Numbers& places, const std::vector<Package>& package
   return sizes;
 }
 
-// Of which components of the new document something else is deleted, or extracted, than before.
-// Only those that both documents have are marked.
+// Marks the components of the new document whose packages to delete, or to extract, differ from
+// those in the old one. A component that only one document has is not marked.
 struct ChangedComponents {
   std::vector<bool> toDelete;
   std::vector<bool> toExtract;
@@ -249,18 +120,21 @@ ComponentComparison compareComponents(const Contents& before, const Contents& af
   ComponentComparison comparison;
   comparison.changed.toDelete.resize(after.components.size());
   comparison.changed.toExtract.resize(after.components.size());
-  for (const Match& found : match(before.components, after.components)) {
+  for (const Match& found : match(before.components, after.components, &Component::name)) {
     ComponentChange change{eitherOf(found, before.components, after.components).name, {}, {}};
     if (found.before && found.after) {
-      const summary::Component& old = before.components[*found.before];
-      const summary::Component& recent = after.components[*found.after];
-      const bool isDeletedAlike = packagesOf(old.packagesToDelete, before.packagesToDelete) ==
-                                  packagesOf(recent.packagesToDelete, after.packagesToDelete);
-      const bool isExtractedAlike = packagesOf(old.packagesToExtract, before.packagesToExtract) ==
-                                    packagesOf(recent.packagesToExtract, after.packagesToExtract);
-      comparison.changed.toDelete[*found.after] = !isDeletedAlike;
-      comparison.changed.toExtract[*found.after] = !isExtractedAlike;
-      if (isDeletedAlike && isExtractedAlike) {
+      const auto hasChanged = [&](Numbers Component::*places,
+                                  std::vector<Package> Contents::*packages) {
+        return packagesOf(before.components[*found.before].*places, before.*packages) !=
+               packagesOf(after.components[*found.after].*places, after.*packages);
+      };
+      const bool isDeletionChanged =
+          hasChanged(&Component::packagesToDelete, &Contents::packagesToDelete);
+      const bool isExtractionChanged =
+          hasChanged(&Component::packagesToExtract, &Contents::packagesToExtract);
+      comparison.changed.toDelete[*found.after] = isDeletionChanged;
+      comparison.changed.toExtract[*found.after] = isExtractionChanged;
+      if (!isDeletionChanged && !isExtractionChanged) {
         continue;
       }
     }
@@ -272,7 +146,7 @@ ComponentComparison compareComponents(const Contents& before, const Contents& af
     }
     comparison.changes.push_back(std::move(change));
   }
-  putLargestFirst(comparison.changes);
+  putLargestFirst(comparison.changes, extentOf<ComponentChange>);
   return comparison;
 }
 
@@ -298,7 +172,7 @@ std::vector<ProductChange> compareProducts(const Contents& before, const Content
                                            const ChangedComponents& changed) {
   static const Product kNoProduct;
   std::vector<ProductChange> changes;
-  for (const Match& found : match(before.products, after.products)) {
+  for (const Match& found : match(before.products, after.products, &Product::name)) {
     const Product& old = found.before ? before.products[*found.before] : kNoProduct;
     const Product& recent = found.after ? after.products[*found.after] : kNoProduct;
     const Product& either = eitherOf(found, before.products, after.products);
@@ -321,81 +195,20 @@ std::vector<ProductChange> compareProducts(const Contents& before, const Content
     }
     changes.push_back(std::move(change));
   }
-  putLargestFirst(changes);
-  return changes;
-}
-
-// --- files ----------------------------------------------------------------------------------
-
-// Every package that may count for some products: of one key, the first of each component.
-std::vector<LocatedPackage> listPackagesWithFiles(const Contents& contents) {
-  std::vector<LocatedPackage> list;
-  for (const ComponentWithFiles& component : contents.componentsWithFiles) {
-    for (const auto packages :
-         {&ComponentWithFiles::packages, &ComponentWithFiles::repeatedPackages}) {
-      for (const PackageWithFiles& package : component.*packages) {
-        list.push_back({&package, &component});
-      }
-    }
-  }
-  std::stable_sort(list.begin(), list.end(),
-                   [](const LocatedPackage& left, const LocatedPackage& right) {
-                     return nameOf(left) < nameOf(right);
-                   });
-  const auto isSameName = [](const LocatedPackage& left, const LocatedPackage& right) {
-    return nameOf(left) == nameOf(right);
-  };
-  list.erase(std::unique(list.begin(), list.end(), isSameName), list.end());
-  return list;
-}
-
-std::vector<FilesChange> compareFiles(const Contents& before, const Contents& after) {
-  static const PackageWithFiles kNoPackage;
-  const auto olds = listPackagesWithFiles(before);
-  const auto recents = listPackagesWithFiles(after);
-  const std::vector<Match> matches = match(olds, recents);
-  const auto keyAt = [&](std::size_t place) -> const std::u16string& {
-    return eitherOf(matches[place], olds, recents).package->key;
-  };
-  std::vector<FilesChange> changes;
-  for (std::size_t place = 0; place != matches.size(); ++place) {
-    const Match& found = matches[place];
-    const PackageWithFiles& old = found.before ? *olds[*found.before].package : kNoPackage;
-    const PackageWithFiles& recent = found.after ? *recents[*found.after].package : kNoPackage;
-    FilesChange change;
-    change.key = keyAt(place);
-    change.component = eitherOf(found, olds, recents).component->name;
-    // The matches are in the order of the keys.
-    change.isKeyShared = (place != 0 && keyAt(place - 1) == change.key) ||
-                         (place + 1 != matches.size() && keyAt(place + 1) == change.key);
-    change.files = compareNames(old.files, recent.files);
-    if (found.before && found.after && old.size == recent.size && change.files.isEmpty()) {
-      continue;
-    }
-    if (found.before) {
-      change.before = old.size;
-    }
-    if (found.after) {
-      change.after = recent.size;
-    }
-    changes.push_back(std::move(change));
-  }
-  putLargestFirst(changes);
+  putLargestFirst(changes, extentOf<ProductChange>);
   return changes;
 }
 
 summary::DoubtfulSizes countAllDoubtfulSizes(const Contents& contents, const Tally& tally) {
   summary::DoubtfulSizes sizes = summary::countDoubtfulSizes(contents, tally.selectAll());
-  for (const LocatedPackage& located : listPackagesWithFiles(contents)) {
-    sizes.count(located.package->size);
-  }
+  countFilesPackages(contents, sizes);
   return sizes;
 }
 
 }  // namespace
 
 bool Difference::isEmpty() const {
-  // A document without changes in these has the same totals, too.
+  // Without changes in these lists, the totals are equal.
   return releases.empty() && products.empty() && components.empty() && packagesToDelete.empty() &&
          packagesToExtract.empty() && packagesWithFiles.empty();
 }

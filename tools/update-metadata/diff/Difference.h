@@ -12,11 +12,11 @@
 
 namespace update_metadata_tool::diff {
 
-/// What became of something from the old document to the new one.
+/// How the new document differs from the old one in an item.
 enum class Change { kAdded, kRemoved, kChanged };
 
-/// Which of several names only the new document has, and which only the old one, each in the order
-/// of their code units.
+/// The names that only the new document has, and those that only the old one has, each ordered by
+/// code units.
 struct NameChanges {
   std::vector<std::u16string> added;
   std::vector<std::u16string> removed;
@@ -24,16 +24,16 @@ struct NameChanges {
   bool isEmpty() const { return added.empty() && removed.empty(); }
 };
 
-/// A text or number about the releases that differs.
+/// A member of the releases that differs.
 struct ReleaseChange {
   const char* field;  ///< "base.family", as the JSON answers name it
   std::u16string before;
   std::u16string after;
 };
 
-/// In each of the following, `before` is missing of what was added, `after` of what was removed.
-
-/// A product that only one document has, or that names other components, or whose packages differ.
+/// A product that only one document has, or whose components or packages differ.
+///
+/// In this and the following structs, an added item has no `before` and a removed one no `after`.
 struct ProductChange {
   std::u16string name;
   std::optional<std::u16string> baseCode;  ///< as Product::baseCode
@@ -43,7 +43,7 @@ struct ProductChange {
   NameChanges componentsToExtract;
 };
 
-/// A component that the products of only one document name, or whose packages differ.
+/// A component that products of only one document name, or whose packages differ.
 struct ComponentChange {
   std::u16string name;
   std::optional<summary::Totals> before;
@@ -62,48 +62,49 @@ struct PackageChange {
   std::optional<PackageSizes> after;
 };
 
-/// A package with single files to delete, by its key and the component that has it.
+/// A package with single files to delete, by its key and its component.
 struct FilesChange {
   std::u16string key;
   std::u16string component;
-  bool isKeyShared = false;            ///< by another component, of either document
+  bool isKeyShared = false;            ///< with another component of either document
   std::optional<std::int64_t> before;  ///< size of the package in bytes
   std::optional<std::int64_t> after;
   NameChanges files;
 };
 
-/// One number, of both documents.
+/// A number in both documents.
 template <class Number>
 struct Sides {
   Number before{};
   Number after{};
 };
 
-/// Everything in which two documents differ.
+/// All differences between two documents.
 ///
-/// Names and keys are compared as the library holds them; of several products with one name the
-/// first is compared with the first, and so on. Orders are not compared. In each list, the largest
-/// change comes first: by bytes to fetch, to unpack, to delete, either way; of files by their
-/// number; then by name.
+/// Names and keys are compared as the library reads them, without regard to order. If several
+/// products have one name, the first is compared with the first, and so on. In each list, the
+/// largest change of either sign comes first: by bytes to fetch, then unpacked, then deleted, for
+/// files by their number, and finally by name.
 ///
-/// Of packages with files that have one key, the products that are chosen decide which one counts.
-/// So every component's is compared, though the totals, as the library, count only the first.
+/// Among packages with files that have one key, the chosen products decide which one counts. So
+/// they are compared for every component, although the totals, like the library, count only the
+/// first.
 struct Difference {
   std::vector<ReleaseChange> releases;
   Sides<summary::Totals> totals;
   Sides<std::size_t> filesToDelete;
-  Sides<summary::DoubtfulSizes> doubtfulSizes;  ///< of all packages, also of those with files
+  Sides<summary::DoubtfulSizes> doubtfulSizes;  ///< of all packages, including those with files
   std::vector<ProductChange> products;
   std::vector<ComponentChange> components;
   std::vector<PackageChange> packagesToDelete;
   std::vector<PackageChange> packagesToExtract;
   std::vector<FilesChange> packagesWithFiles;
 
-  /// Tells whether both documents say the same.
+  /// Returns whether there are no differences.
   bool isEmpty() const;
 };
 
-/// What `item`, one of the above, is an example of.
+/// How `item`, one of the structs above, differs.
 template <class Item>
 Change changeOf(const Item& item) {
   if (!item.before) {
@@ -112,7 +113,7 @@ Change changeOf(const Item& item) {
   return item.after ? Change::kChanged : Change::kRemoved;
 }
 
-/// Compares two documents. O(n log n) in what they hold and what their products name.
+/// Compares two documents in O(n log n) time, for n entries including what their products name.
 Difference compare(const summary::Contents& before, const summary::Contents& after);
 
 }  // namespace update_metadata_tool::diff

@@ -5,15 +5,15 @@
 
 namespace update_metadata_tool::diff {
 
-/// By how much the bytes to fetch grow, beside what is allowed.
+/// The growth in bytes to fetch, and its limit.
 struct Growth {
-  summary::ByteSum bytes;  ///< below zero if there is less to fetch
+  summary::ByteSum bytes;  ///< negative if there is less to fetch
   summary::ByteSum allowed;
 
   bool isTooLarge() const { return allowed < bytes; }
 };
 
-/// Holds a limit against two documents, exactly, however much they have to fetch.
+/// Measures the growth between two documents, exactly even beyond 64 bits.
 inline Growth measureGrowth(const Sides<summary::Totals>& totals, const GrowthLimit& limit) {
   return {totals.after.bytesToFetch - totals.before.bytesToFetch,
           limit.allowedGrowth(totals.before.bytesToFetch)};

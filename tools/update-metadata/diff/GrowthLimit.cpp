@@ -21,7 +21,7 @@ std::optional<std::int64_t> parseDigits(std::string_view text) {
   return parsed.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
-// Percent with or without a point, in millionths.
+// Parses a percentage, with or without decimals, into millionths.
 std::optional<std::int64_t> parsePercent(std::string_view text) {
   const std::size_t point = text.find('.');
   std::string digits(text.substr(0, point));

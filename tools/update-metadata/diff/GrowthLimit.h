@@ -8,15 +8,15 @@
 
 namespace update_metadata_tool::diff {
 
-/// How much an update may grow: by a number of bytes, or by a share of what it was.
+/// A limit of growth: a number of bytes, or a percentage of the old size.
 class GrowthLimit {
  public:
-  /// Reads a limit as users write it: "1048576" for bytes, "2.5%" for a share. Neither has a sign;
-  /// bytes have to fit into 64 bits; a share has up to four digits behind the point and is at most
-  /// a million percent. Anything else is none.
+  /// Parses a limit: "1048576" for bytes, "2.5%" for a percentage. Neither has a sign. Bytes must
+  /// fit into 64 bits; a percentage has up to four decimals and is at most a million percent.
+  /// Returns nothing for any other text.
   static std::optional<GrowthLimit> parse(std::string_view text);
 
-  /// How many bytes `before` bytes may grow by, rounded down. A share of what is below zero is
+  /// The bytes by which `before` bytes may grow, rounded down. A percentage of a negative number is
   /// zero.
   summary::ByteSum allowedGrowth(const summary::ByteSum& before) const;
 

@@ -25,7 +25,7 @@ void write(const NameChanges& names, JsonWriter& json) {
   json.endObject();
 }
 
-// Counts are far below the largest number, so that their differences fit.
+// Counts are far below 2^63, so their differences fit.
 std::int64_t countDifference(std::size_t before, std::size_t after) {
   return static_cast<std::int64_t>(after) - static_cast<std::int64_t>(before);
 }
@@ -39,7 +39,7 @@ void writeDifferences(const Totals& before, const Totals& after, JsonWriter& jso
       .member("bytesDeleted", (after.bytesDeleted - before.bytesDeleted).value());
 }
 
-// What one document says of an item; null if it does not have it.
+// The item in one document; null if that does not have it.
 template <class Side, class WriteMembers>
 void writeSide(const char* name, const std::optional<Side>& side, WriteMembers writeMembersOf,
                JsonWriter& json) {
@@ -53,7 +53,7 @@ void writeSide(const char* name, const std::optional<Side>& side, WriteMembers w
   }
 }
 
-// Both sides of `item` and their difference; with 0 for a side that is not there.
+// Both sides of `item` and their difference, with 0 for a missing side.
 template <class Item>
 void writeTotals(const Item& item, JsonWriter& json) {
   writeSide("before", item.before, writeMembers, json);
@@ -97,8 +97,7 @@ void writePackageToExtract(const PackageChange& package, JsonWriter& json) {
       .endObject();
 }
 
-// The members of a package of which the size alone is known: of one to delete, and of one with
-// files.
+// The members of a package to delete, or with files, which has no unpacked size.
 void writeMembersOfSize(const std::u16string& key, const std::optional<std::int64_t>& before,
                         const std::optional<std::int64_t>& after, JsonWriter& json) {
   const auto writeSize = [](std::int64_t size, JsonWriter& object) { object.member("size", size); };
@@ -126,7 +125,7 @@ void writePackageWithFiles(const FilesChange& package, JsonWriter& json) {
   json.endObject();
 }
 
-// Three lists: of what was added, removed and changed.
+// Three lists: the items added, removed and changed.
 template <class Item, class WriteItem>
 void writeLists(const std::vector<Item>& items, WriteItem writeItem, JsonWriter& json) {
   constexpr std::pair<const char*, Change> kLists[] = {

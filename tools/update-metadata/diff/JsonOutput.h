@@ -8,11 +8,11 @@
 
 namespace update_metadata_tool::diff {
 
-/// Writes in what two documents differ as one line of JSON and a line feed, in UTF-8: docs/diff.md
-/// tells its members. The numbers are those of the text; one that does not fit into 64 bits is
-/// null.
+/// Writes the differences between two documents as one line of JSON and a line feed, in UTF-8.
+/// docs/diff.md documents the members. The numbers are those of the text; one that does not fit
+/// into 64 bits is null.
 ///
-/// \param growth  what became of the limit, if the user gave one
+/// \param growth  the growth if the user gave a limit
 void writeJson(const Difference& difference, const std::optional<Growth>& growth,
                std::ostream& out);
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <iosfwd>
 #include <optional>
 
@@ -9,15 +8,15 @@
 
 namespace update_metadata_tool::diff {
 
-/// Writes for people in what two documents differ, in UTF-8; one line if they say the same.
+/// Writes the differences between two documents for people, in UTF-8; one line if there are none.
 ///
-/// A plus sign marks what was added, a minus sign what was removed, a star what changed. Doubtful
-/// sizes of packages are marked, and notes count those of both documents. Names are shown by
-/// toVisible(), so that no document can send anything but text to a terminal.
+/// A plus sign marks additions, a minus sign removals, a star changes. Doubtful sizes of packages
+/// are marked, and notes count those of both documents. Lines fit into terminal::outputColumns();
+/// names wrap and are never cut. They are shown by toVisible(), so that no document can control a
+/// terminal.
 ///
-/// \param growth  what became of the limit, if the user gave one; told in the last line
-/// \param width   the columns that lines keep to: names go on in further lines, none is shortened
-void writeText(const Difference& difference, const std::optional<Growth>& growth, std::size_t width,
+/// \param growth  the growth if the user gave a limit; written in the last line
+void writeText(const Difference& difference, const std::optional<Growth>& growth,
                std::ostream& out);
 
 }  // namespace update_metadata_tool::diff

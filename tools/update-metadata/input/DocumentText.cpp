@@ -13,9 +13,9 @@ namespace {
 
 constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
 
-// Who has named standard input without leading something into it waits otherwise for a command that
-// waits for them.
-void askForTyping(terminal::ProgressLine& progress) {
+// Without this, users who name standard input but redirect nothing to it would wait for a command
+// that is waiting for them.
+void promptForTyping(terminal::ProgressLine& progress) {
   progress.clear();
   std::cerr << "update-metadata: reading the document from the terminal; end it with Ctrl-D\n"
             << std::flush;
@@ -23,7 +23,7 @@ void askForTyping(terminal::ProgressLine& progress) {
 
 std::string readStandardInput(terminal::ProgressLine& progress) {
   if (terminal::isInputTerminal()) {
-    askForTyping(progress);
+    promptForTyping(progress);
   }
   std::string text;
   try {

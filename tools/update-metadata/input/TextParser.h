@@ -7,14 +7,14 @@
 
 namespace update_metadata_tool::input {
 
-/// Has the library load a document whose text is at hand.
+/// Loads a document whose text has been read already.
 class TextParser : public install::update_metadata_parser::UpdateMetaDataJsonParser {
  public:
   using Handler = install::update_metadata_parser::UpdateMetaDataHandler;
 
-  /// \param file           the document's path, which the library's messages quote; not opened
-  /// \param text           used up by the load
-  /// \param handlerToFill  keeps the document; a handler of the library's without it
+  /// \param file           the document's path, quoted in the library's messages; not opened
+  /// \param text           consumed by loading
+  /// \param handlerToFill  receives the document; null creates the library's own handler
   TextParser(const std::u16string& file, std::string text,
              std::shared_ptr<Handler> handlerToFill = nullptr);
 

@@ -16,13 +16,13 @@
 #include "command/HelpText.h"
 #include "command/SharedOptions.h"
 #include "input/DocumentText.h"
-#include "input/ProductData.h"
 #include "lint/JsonReport.h"
 #include "lint/Linter.h"
 #include "lint/RuleHelp.h"
 #include "lint/SarifReport.h"
 #include "lint/TextReport.h"
 #include "output/Text.h"
+#include "summary/ProductData.h"
 #include "terminal/ProgressLine.h"
 #include "terminal/Terminal.h"
 
@@ -147,7 +147,7 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
   if (format_ == kSarifFormat) {
     return std::make_unique<SarifReport>(out);
   }
-  return std::make_unique<TextReport>(out, terminal::isOutputColoured(), terminal::outputColumns());
+  return std::make_unique<TextReport>(out, terminal::isOutputColored(), terminal::outputColumns());
 }
 
 LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
@@ -187,7 +187,7 @@ ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
     out.flush();
     return ExitCode::kDone;
   }
-  input::noteMissingProductData(productData_, err);
+  summary::noteMissingProductData(productData_, err);
   const std::unique_ptr<ReportWriter> writer = makeWriter(out);
   const LintTotals totals = lintFiles(*writer, err);
   writer->finish(totals);

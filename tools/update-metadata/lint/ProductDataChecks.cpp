@@ -11,11 +11,11 @@
 #include <utility>
 #include <vector>
 
-#include "input/ProductData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "lint/Resembling.h"
 #include "lint/Words.h"
 #include "output/Text.h"
+#include "summary/ProductData.h"
 
 namespace update_metadata_tool::lint {
 namespace {
@@ -45,7 +45,7 @@ std::vector<std::string> readProductNames(const std::u16string& productData) {
   std::filesystem::path path(toUtf8(productData));
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) {
-    path /= input::kProductTable;
+    path /= summary::kProductTable;
   }
   std::vector<std::string> names;
   std::ifstream table(path, std::ios::binary);

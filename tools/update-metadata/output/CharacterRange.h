@@ -12,9 +12,9 @@ struct CharacterRange {
   char32_t last;
 };
 
-/// Tells whether a character is in one of the ranges. Logarithmic time.
+/// Returns whether a character is in one of the ranges. Logarithmic time.
 ///
-/// \pre the ranges ascend
+/// \pre the ranges are in ascending order
 template <std::size_t size>
 bool isIn(const CharacterRange (&ranges)[size], char32_t character) {
   const CharacterRange* const range =

@@ -14,7 +14,7 @@ Unit lowered(Unit unit) {
 
 template <class Text>
 std::size_t distanceBetween(Text left, Text right) {
-  std::vector<std::size_t> distances(left.size() + 1);  // to the part of `right` read so far
+  std::vector<std::size_t> distances(left.size() + 1);  // from the part of `right` read so far
   std::iota(distances.begin(), distances.end(), std::size_t{0});
   for (const auto unit : right) {
     std::size_t diagonal = distances[0]++;

@@ -27,7 +27,7 @@ constexpr const char* kAccessList = "system.posix_acl_access";
 struct stat statusOf(int file) {
   struct stat status {};
   if (::fstat(file, &status) != 0) {
-    fail("the file cannot be looked at");
+    fail("the file cannot be accessed");
   }
   if (!S_ISREG(status.st_mode)) {
     fail("only a regular file can be replaced", EINVAL);
@@ -39,7 +39,7 @@ bool isSame(const timespec& left, const timespec& right) {
   return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
 }
 
-// Tells whether both are of one file that has not been written in between.
+// Returns whether both describe one file that was not written in between.
 bool isUnchanged(const struct stat& before, const struct stat& now) {
   return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
          before.st_size == now.st_size && isSame(before.st_mtim, now.st_mtim);
@@ -49,7 +49,7 @@ std::string follow(const std::string& path) {
   std::error_code error;
   std::filesystem::path target = std::filesystem::canonical(path, error);
   if (error) {
-    fail("its path cannot be followed", error.value());
+    fail("its path cannot be resolved", error.value());
   }
   return target.string();
 }
@@ -63,7 +63,7 @@ int openFolder(const std::filesystem::path& folder) {
   return opened;
 }
 
-// Without waiting for the other end of a pipe.
+// Does not wait for the other end of a pipe.
 int openIn(const Descriptor& folder, const std::string& name, int access, const char* complaint) {
   const int opened =
       ::openat(folder.get(), name.c_str(), access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
@@ -73,20 +73,20 @@ int openIn(const Descriptor& folder, const std::string& name, int access, const 
   return opened;
 }
 
-/// Lets the signals by which people and systems end a process wait while it lives.
-class SignalsHeldBack {
+/// Blocks the signals that end a process while it exists.
+class BlockedSignals {
  public:
-  SignalsHeldBack() {
-    sigset_t held;
-    ::sigemptyset(&held);
+  BlockedSignals() {
+    sigset_t blocked;
+    ::sigemptyset(&blocked);
     for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
-      ::sigaddset(&held, signal);
+      ::sigaddset(&blocked, signal);
     }
-    ::sigprocmask(SIG_BLOCK, &held, &before_);
+    ::sigprocmask(SIG_BLOCK, &blocked, &before_);
   }
-  SignalsHeldBack(const SignalsHeldBack&) = delete;
-  SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-  ~SignalsHeldBack() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  BlockedSignals(const BlockedSignals&) = delete;
+  BlockedSignals& operator=(const BlockedSignals&) = delete;
+  ~BlockedSignals() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
  private:
   sigset_t before_;
@@ -101,7 +101,7 @@ std::string makeName() {
   return name;
 }
 
-/// A new file that is gone at the end unless it was given another name.
+/// A new file that its destructor removes unless it was renamed.
 class TemporaryFile {
  public:
   TemporaryFile(const Descriptor& folder, mode_t mode)
@@ -110,7 +110,7 @@ class TemporaryFile {
         file_(
             ::openat(folder.get(), name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode)) {
     if (file_.get() < 0) {
-      fail("no file can be made in its folder");
+      fail("no file can be created in its folder");
     }
   }
   TemporaryFile(const TemporaryFile&) = delete;
@@ -132,26 +132,26 @@ class TemporaryFile {
     }
   }
 
-  // Of the open file `from`, whose status is given, too.
-  void takeRights(int from, const struct stat& status) {
+  // Copies owner, group, mode and access control list of the open file `from` with this status.
+  void copyRights(int from, const struct stat& status) {
     mode_t mode = status.st_mode & 07777U;
     if (::fchown(file_.get(), status.st_uid, status.st_gid) != 0) {
-      // Only an administrator gives files away. Special rights were meant for the old owner.
+      // Only an administrator may change the owner. Special rights were meant for the old owner.
       mode &= 0777U;
       constexpr auto kSameOwner = static_cast<uid_t>(-1);
       if (::fchown(file_.get(), kSameOwner, status.st_gid) != 0) {
         mode &= ~static_cast<mode_t>(S_IRWXG);
       }
     }
-    takeAccessList(from);
-    // With an access control list, the bits of the group bound what the list permits.
+    copyAccessList(from);
+    // With an access control list, the mode's group bits limit what the list permits.
     if (::fchmod(file_.get(), mode) != 0) {
       fail("the new file cannot be given the mode of the old one");
     }
   }
 
-  // Puts its content on the disk, which has to be there before it gets the name.
-  void finish() {
+  // Puts the content on the disk, before the file gets its final name.
+  void flush() {
     if (::fsync(file_.get()) != 0) {
       fail("the new file cannot be written");
     }
@@ -165,9 +165,9 @@ class TemporaryFile {
   }
 
  private:
-  // A folder may give a new file a list that the old one does not have.
-  void takeAccessList(int from) {
-    constexpr const char* kRefusal =
+  // Removes a list that the new file inherited from its folder if the old file has none.
+  void copyAccessList(int from) {
+    constexpr const char* kComplaint =
         "the new file cannot be given the access control list of the old one";
     const ssize_t size = ::fgetxattr(from, kAccessList, nullptr, 0);
     if (size > 0) {
@@ -175,13 +175,13 @@ class TemporaryFile {
       const ssize_t got = ::fgetxattr(from, kAccessList, list.data(), list.size());
       if (got < 0 || ::fsetxattr(file_.get(), kAccessList, list.data(),
                                  static_cast<std::size_t>(got), 0) != 0) {
-        fail(kRefusal);
+        fail(kComplaint);
       }
     } else if (size < 0 && errno != ENODATA && errno != ENOTSUP) {
-      fail(kRefusal);
+      fail(kComplaint);
     } else if (::fremovexattr(file_.get(), kAccessList) != 0 && errno != ENODATA &&
                errno != ENOTSUP) {
-      fail(kRefusal);
+      fail(kComplaint);
     }
   }
 
@@ -229,8 +229,8 @@ std::string OpenedFile::read() const {
 
 void OpenedFile::replace(std::string_view content) const {
   constexpr const char* kChanged = "the file has changed since it was read";
-  const SignalsHeldBack held;
-  // It is opened, not only asked about, because the system alone knows what may be written.
+  const BlockedSignals blocked;
+  // Opened, because only the system knows whether the file may be written.
   const int opened =
       ::openat(folder_.get(), name_.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (opened < 0 && (errno == ELOOP || errno == ENOENT || errno == ENXIO || errno == EISDIR)) {
@@ -245,9 +245,9 @@ void OpenedFile::replace(std::string_view content) const {
   if (::fstat(current.get(), &status) != 0 || !isUnchanged(status_, status)) {
     fail(kChanged, ECANCELED);
   }
-  file.takeRights(current.get(), status);
-  file.finish();
-  // The last look: what has the name now, and whether it was written while the new file was.
+  file.copyRights(current.get(), status);
+  file.flush();
+  // The last check: the name must still belong to this file, which must still be unchanged.
   if (::fstatat(folder_.get(), name_.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
       !isUnchanged(status_, status)) {
     fail(kChanged, ECANCELED);
@@ -259,10 +259,10 @@ void writeFile(const std::string& path, std::string_view content) {
   std::error_code error;
   const std::filesystem::file_status status = std::filesystem::status(path, error);
   if (!std::filesystem::status_known(status)) {
-    fail("the file cannot be looked at", error.value());
+    fail("the file cannot be accessed", error.value());
   }
   if (std::filesystem::is_other(status)) {
-    // The path of a pipe may lead nowhere that can be followed.
+    // Not left to OpenedFile: the path of a pipe may have no canonical form.
     fail("only a regular file can be replaced", EINVAL);
   }
   if (std::filesystem::exists(status)) {
@@ -270,15 +270,15 @@ void writeFile(const std::string& path, std::string_view content) {
     return;
   }
   if (std::filesystem::is_symlink(path, error)) {
-    fail("it is a link that leads nowhere", ENOENT);
+    fail("it is a dangling link", ENOENT);
   }
   const std::filesystem::path target(path);
   const Descriptor folder(openFolder(target.parent_path()));
-  const SignalsHeldBack held;
-  // The system gives it the rights of a new file.
+  const BlockedSignals blocked;
+  // The umask and the folder limit these rights.
   TemporaryFile file(folder, 0666);
   file.write(content);
-  file.finish();
+  file.flush();
   file.rename(target.filename().string());
 }
 

@@ -7,7 +7,7 @@
 
 namespace update_metadata_tool::output {
 
-/// A file descriptor that is closed at the end of its life. Negative if there is none.
+/// Owns a file descriptor and closes it. Negative if there is none.
 class Descriptor {
  public:
   explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
@@ -21,50 +21,49 @@ class Descriptor {
   int descriptor_;
 };
 
-/// A regular file that is opened now and may be replaced later, if it is still the same then.
+/// A regular file that is opened now and can be replaced later if it is unchanged by then.
 ///
-/// Symbolic links are followed when it is opened, and never again: what is replaced is a name in
-/// the folder that the file was opened in, whatever other names and links lead to by then.
+/// Symbolic links are followed only when the file is opened. Replacing it replaces its name in the
+/// folder in which it was opened, even if links lead elsewhere by then.
 class OpenedFile {
  public:
   enum class Use { kReadAndReplace, kReplace };
 
-  /// \throws std::system_error  it is missing, not a regular file or may not be opened for `use`
+  /// \throws std::system_error  it is missing, is not a regular file or cannot be opened for `use`
   explicit OpenedFile(const std::string& path, Use use = Use::kReadAndReplace);
 
-  /// All its bytes, from the beginning.
+  /// Reads the whole file.
   ///
   /// \pre opened with Use::kReadAndReplace
-  /// \throws std::ios_base::failure  they cannot be read to the end
+  /// \throws std::ios_base::failure  it cannot be read completely
   std::string read() const;
 
-  /// Replaces what the file holds, wholly or not at all, by writing a new file beside it and giving
-  /// that its name: anyone who opens it finds the old content or the new one, also after a failure.
-  /// Until that is done, signals that end the process wait, so that no other file is left.
+  /// Replaces the content, all or nothing, by writing a new file beside the old one and renaming
+  /// it: anyone who opens the file sees the old or the new content, even after a failure. Signals
+  /// that end the process are blocked meanwhile, so that no temporary file is left behind.
   ///
-  /// Mode, access control list, owner and group are kept; if the system does not permit to keep the
-  /// group, its rights are dropped, so that no other group gets them. What else belongs to the old
-  /// file, other hard links for instance, stays with the old content.
+  /// Keeps mode, access control list, owner and group. If the system does not permit keeping the
+  /// group, the group loses its rights, so that no other group gets them. Other hard links keep the
+  /// old content.
   ///
-  /// \throws std::system_error  the file is as it was: it may not be written, the new one cannot be
-  ///                            made beside it, or, with std::errc::operation_canceled, the name
-  ///                            leads to another file or the file has been written since it was
-  ///                            opened
+  /// \throws std::system_error  nothing was changed: the file may not be written, or no file can be
+  ///                            created beside it; with std::errc::operation_canceled, the file was
+  ///                            written or its name was given to another one since it was opened
   void replace(std::string_view content) const;
 
  private:
-  std::string path_;  ///< without links
+  std::string path_;  ///< without symbolic links
   Descriptor folder_;
-  std::string name_;  ///< in the folder
+  std::string name_;  ///< in that folder
   Descriptor file_;
   struct stat status_ {};
 };
 
-/// Writes a file that may be there already, wholly or not at all: one that is there is replaced as
-/// by OpenedFile, a new one has the rights that the process and the folder give new files.
+/// Writes a file, all or nothing. An existing file is replaced as by OpenedFile; a new one gets the
+/// usual rights of new files.
 ///
-/// \throws std::system_error  nothing is changed: what is there cannot be replaced, for instance a
-///                            symbolic link that leads nowhere, or no file can be made beside it
+/// \throws std::system_error  nothing was changed: the path cannot be replaced, for example a
+///                            dangling symbolic link, or no file can be created in the folder
 void writeFile(const std::string& path, std::string_view content);
 
 }  // namespace update_metadata_tool::output

@@ -10,13 +10,13 @@
 namespace update_metadata_tool::output {
 namespace {
 
-// JSON has the controls below the blank escaped.
+// Whether a byte of JSON may belong to an unseen character. JSON escapes the controls below U+0020.
 bool mayBeUnseen(char byte) {
   constexpr char kDelete = 0x7F;
   return byte == kDelete || static_cast<unsigned char>(byte) > 0x7F;
 }
 
-// Tells whether a byte of a string is written as it is, whatever stands around it.
+// Whether a byte of a string needs no escape, whatever its neighbors are.
 bool isPlain(char byte) {
   return byte >= ' ' && !mayBeUnseen(byte) && byte != '"' && byte != '\\';
 }
@@ -27,7 +27,7 @@ void writeEscape(char32_t unit, std::ostream& out) {
   out << escape;
 }
 
-// A character beyond sixteen bits takes two escapes.
+// A character beyond U+FFFF takes two escapes.
 void writeEscapes(char32_t character, std::ostream& out) {
   if (character < 0x10000) {
     writeEscape(character, out);
@@ -37,9 +37,9 @@ void writeEscapes(char32_t character, std::ostream& out) {
   }
 }
 
-// Writes JSON with escapes for what a terminal must not be sent.
+// Writes JSON with escapes for unseen characters.
 void writeVisible(std::string_view json, std::ostream& out) {
-  std::size_t plain = 0;  // bytes at the beginning that are written as they are
+  std::size_t plain = 0;  // bytes at the beginning that need no escape
   while (plain != json.size()) {
     if (!mayBeUnseen(json[plain])) {
       ++plain;
@@ -112,8 +112,8 @@ void JsonWriter::writeString(std::string_view text) {
     out_ << '"' << text << '"';
     return;
   }
-  // Of that library, strings alone: its arrays and objects need memory when they are destroyed, and
-  // end the program if there is none.
+  // Used for strings only: destroying this library's arrays and objects allocates memory, and ends
+  // the program if there is none.
   using Json = nlohmann::json;
   constexpr int kOneLine = -1;
   writeVisible(Json(text).dump(kOneLine, ' ', false, Json::error_handler_t::replace), out_);

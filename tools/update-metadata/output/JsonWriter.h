@@ -9,16 +9,16 @@
 
 namespace update_metadata_tool::output {
 
-/// Writes JSON in one line, in UTF-8, piece by piece, so that memory does not grow with its size.
+/// Writes JSON as one line of UTF-8, piece by piece, so that memory does not grow with its size.
 ///
-/// The caller writes what JSON allows: a member's name before its value, an end for each beginning.
-/// A character that a terminal must not be sent, as toVisible() has it, is written as \uXXXX, which
-/// means the same. What is not UTF-8 or UTF-16 becomes U+FFFD.
+/// The caller must make valid JSON: a member's name before its value, an end for each beginning.
+/// Characters that toVisible() escapes are written as \uXXXX. Malformed UTF-8 or UTF-16 becomes
+/// U+FFFD.
 ///
-/// Holds no memory between calls. What the stream throws, and std::bad_alloc, pass through.
+/// Holds no memory between calls. Exceptions of the stream, and std::bad_alloc, pass through.
 class JsonWriter {
  public:
-  /// \param out  has to outlive this
+  /// \param out  must outlive the writer
   explicit JsonWriter(std::ostream& out) : out_(out) {}
 
   JsonWriter& beginObject() { return begin('{'); }
@@ -26,7 +26,7 @@ class JsonWriter {
   JsonWriter& beginArray() { return begin('['); }
   JsonWriter& endArray() { return end(']'); }
 
-  /// Begins a member; its value comes next.
+  /// Begins a member; its value must follow.
   JsonWriter& name(std::string_view name);
   JsonWriter& name(std::u16string_view name);
 
@@ -44,7 +44,7 @@ class JsonWriter {
     }
   }
 
-  /// The value, null without one.
+  /// The value, or null if there is none.
   template <class Value>
   JsonWriter& value(const std::optional<Value>& value) {
     return value ? this->value(*value) : this->value(nullptr);
@@ -56,7 +56,7 @@ class JsonWriter {
     return this->name(name).value(value);
   }
 
-  /// An array with one value for each of `items`, which `writeItem(item, *this)` writes.
+  /// An array of `items`, each written by `writeItem(item, *this)`.
   template <class Items, class WriteItem>
   JsonWriter& array(const Items& items, WriteItem writeItem) {
     beginArray();
@@ -80,7 +80,7 @@ class JsonWriter {
   void writeString(std::string_view text);
 
   std::ostream& out_;
-  bool isFirst_ = true;  ///< whether the next value or name needs no comma before it
+  bool isFirst_ = true;  ///< the next value or name needs no comma before it
 };
 
 }  // namespace update_metadata_tool::output

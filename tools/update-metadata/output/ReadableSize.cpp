@@ -9,7 +9,7 @@ namespace {
 constexpr const char* kUnits[] = {"KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
 constexpr double kUnitStep = 1024.0;
 
-// The first magnitude that one decimal shows as the next unit.
+// The smallest magnitude that rounds to 1024.0 and is shown in the next unit instead.
 constexpr double kUnitEnd = 1023.95;
 
 std::string toOneDecimal(double number) {

@@ -24,7 +24,7 @@ bool isLowSurrogate(char16_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-// Takes the character at `index`, one unit or two, and steps over it.
+// Reads the character at `index`, one unit or two, and advances past it.
 char32_t takeCharacter(std::u16string_view text, std::size_t& index) {
   const char16_t unit = text[index++];
   if (isHighSurrogate(unit) && index < text.size() && isLowSurrogate(text[index])) {
@@ -109,10 +109,10 @@ std::string toVisible(std::u16string_view text) {
 std::string toVisibleName(std::u16string_view name) {
   std::string shown = toVisible(name);
   const std::size_t end = shown.find_last_not_of(' ') + 1;
-  const std::size_t blanksBehind = shown.size() - end;
+  const std::size_t blanksAfter = shown.size() - end;
   shown.erase(end);
   const std::size_t blanksBefore = std::min(shown.find_first_not_of(' '), shown.size());
-  return visibleBlanks(blanksBefore) + shown.substr(blanksBefore) + visibleBlanks(blanksBehind);
+  return visibleBlanks(blanksBefore) + shown.substr(blanksBefore) + visibleBlanks(blanksAfter);
 }
 
 std::string toVisible(std::string_view text) {

@@ -6,37 +6,37 @@
 
 namespace update_metadata_tool::output {
 
-/// Tells whether `text` is well-formed UTF-8.
+/// Returns whether `text` is well-formed UTF-8.
 bool isUtf8(std::string_view text);
 
-/// The number of bytes before the first that is not well-formed UTF-8; all if there is none.
+/// The number of bytes at the beginning of `text` that are well-formed UTF-8.
 std::size_t lengthOfUtf8(std::string_view text);
 
-/// Tells whether `text` is well-formed UTF-16: without unpaired surrogates.
+/// Returns whether `text` is well-formed UTF-16, without unpaired surrogates.
 bool isUtf16(std::u16string_view text);
 
 /// Converts UTF-8 to UTF-16.
 ///
-/// \pre isUtf8(text); anything else is an exception of the conversion library
+/// \pre isUtf8(text); otherwise the conversion library throws
 std::u16string toUtf16(std::string_view text);
 
 /// Converts UTF-16 to UTF-8. An unpaired surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 
-/// Tells whether a character controls a terminal, changes the direction or the lines of the text
-/// around it, or cannot be seen: zero-width characters, fillers, tags, variation selectors.
+/// Returns whether a character controls a terminal, breaks lines, changes the direction of the text
+/// around it, or is invisible: zero-width characters, fillers, tags, variation selectors.
 bool isUnseen(char32_t character);
 
 /// Converts UTF-16 to UTF-8 that is safe to show on a terminal.
 ///
-/// Characters that are unseen are shown as their code, <U+001B>; an empty text is shown as (empty).
+/// Shows unseen characters as their codes, <U+001B>, and an empty text as (empty).
 std::string toVisible(std::u16string_view text);
 
-/// As above, for a name: blanks at its ends are shown by their code, too, <U+0020>, so that names
-/// which differ in them look different.
+/// The same for a name. Blanks at its ends are also shown as their codes, <U+0020>, so that names
+/// that differ only in them look different.
 std::string toVisibleName(std::u16string_view name);
 
-/// As toVisible(), for bytes. Those that are not UTF-8 are shown as their value, <FF>.
+/// As toVisible(), for bytes. Bytes that are not UTF-8 are shown as their values, <FF>.
 std::string toVisible(std::string_view text);
 
 /// Returns whether a byte of UTF-8 continues the character before it.
@@ -47,18 +47,18 @@ inline bool continuesCharacter(char byte) {
 constexpr const char* kUpperCaseHexadecimal = "0123456789ABCDEF";
 constexpr const char* kLowerCaseHexadecimal = "0123456789abcdef";
 
-/// Appends the last digits of a number, as many as `digits` says, at most eight.
+/// Appends the last `digits` hexadecimal digits of a number, at most eight.
 void appendHexadecimal(char32_t number, unsigned digits, std::string& text,
                        const char* alphabet = kUpperCaseHexadecimal);
 
-/// One character of a text of bytes.
+/// One character of UTF-8, or one byte that is not part of one.
 struct Character {
-  char32_t code;      ///< or the value of the byte
-  std::size_t bytes;  ///< 1 for a byte that is not UTF-8
+  char32_t code;      ///< or the byte's value
+  std::size_t bytes;  ///< 1 for such a byte
   bool isUtf8;
 };
 
-/// The first character of `text`; a byte that begins none stands alone.
+/// The first character of `text`, or its first byte if that does not begin a character.
 ///
 /// \pre `text` is not empty
 Character firstCharacter(std::string_view text);

@@ -12,10 +12,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// As many as the system follows before it takes them for a cycle.
+// As many as Linux follows before it reports a loop.
 constexpr int kMostLinks = 40;
 
-// Puts the parts of `path` on the stack of those that are still to be followed, the first on top.
+// Pushes the parts of `path` on a stack, the first on top.
 void pushParts(std::string_view path, std::vector<std::string>& parts) {
   for (std::size_t end = path.size(); end != std::string_view::npos;) {
     const std::size_t slash = end == 0 ? std::string_view::npos : path.rfind('/', end - 1);
@@ -27,9 +27,9 @@ void pushParts(std::string_view path, std::vector<std::string>& parts) {
   }
 }
 
-// The status of what is at `path` itself, where a name that is too long is one that is not there.
+// The status of `path` itself, without following a link. A name that is too long does not exist.
 //
-// Throws std::filesystem::filesystem_error if the system does not tell.
+// Throws std::filesystem::filesystem_error if the status cannot be determined.
 fs::file_status statusOf(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::symlink_status(path, error);
@@ -37,20 +37,20 @@ fs::file_status statusOf(const std::string& path) {
     return fs::file_status(fs::file_type::not_found);
   }
   if (status.type() == fs::file_type::none) {
-    throw fs::filesystem_error("cannot look for", path, error);
+    throw fs::filesystem_error("cannot search for", path, error);
   }
   return status;
 }
 
-/// Follows a path part by part.
+/// Resolves a path part by part.
 class PathWalk {
  public:
-  /// \param start  an absolute path without links, from which a relative one leads on
+  /// \param start  an absolute path without links, where a relative one starts
   explicit PathWalk(std::string start) : resolved_(std::move(start)) { dropRootSlash(); }
 
-  /// The absolute path that `path` leads to, without links and without "..".
+  /// The absolute path that `path` leads to, without links and "..".
   ///
-  /// Throws std::filesystem::filesystem_error if the system does not let it be followed.
+  /// Throws std::filesystem::filesystem_error if it cannot be resolved.
   std::string follow(std::string_view path) {
     enter(path);
     while (!parts_.empty()) {
@@ -87,14 +87,14 @@ class PathWalk {
     const std::size_t size = resolved_.size();
     resolved_.append(1, '/').append(part);
     if (missingFrom_ != std::string::npos) {
-      return;  // nothing is below what is not there
+      return;  // nothing exists below a missing folder
     }
     const fs::file_status status = statusOf(resolved_);
     if (!fs::exists(status)) {
       missingFrom_ = resolved_.size();
     } else if (fs::is_symlink(status)) {
       if (++links_ > kMostLinks) {
-        throw fs::filesystem_error("cannot look for", resolved_,
+        throw fs::filesystem_error("cannot search for", resolved_,
                                    std::make_error_code(std::errc::too_many_symbolic_link_levels));
       }
       const std::string target = fs::read_symlink(resolved_).string();
@@ -110,16 +110,32 @@ class PathWalk {
   }
 
   std::string resolved_;                         // empty for the root
-  std::vector<std::string> parts_;               // still to be followed, the next one last
-  std::size_t missingFrom_ = std::string::npos;  // the size of the path that is not there
+  std::vector<std::string> parts_;               // still to be resolved, the next one last
+  std::size_t missingFrom_ = std::string::npos;  // size of the shortest path that does not exist
   int links_ = 0;
 };
 
 }  // namespace
 
+const char* nameOf(FileState state) {
+  switch (state) {
+    case FileState::kPresent:
+      return "present";
+    case FileState::kMissing:
+      return "missing";
+    case FileState::kFolder:
+      return "folder";
+    case FileState::kOutside:
+      return "outside";
+    case FileState::kUnknown:
+      break;
+  }
+  return "unknown";
+}
+
 InstalledTree::InstalledTree(const fs::path& folder) : root_(fs::canonical(folder).string()) {
   if (!fs::is_directory(root_)) {
-    throw fs::filesystem_error("cannot look into", folder,
+    throw fs::filesystem_error("cannot read", folder,
                                std::make_error_code(std::errc::not_a_directory));
   }
 }
@@ -151,7 +167,7 @@ InstalledFile InstalledTree::find(std::u16string_view path) const {
       return {FileState::kPresent};
     }
     const bool hasBackslash = name.find('\\') != std::string::npos;
-    return {FileState::kMissing, hasBackslash ? "a backslash parts no folders here" : ""};
+    return {FileState::kMissing, hasBackslash ? "a backslash does not separate folders here" : ""};
   } catch (const fs::filesystem_error& failure) {
     return {FileState::kUnknown, failure.code().message()};
   }

@@ -6,41 +6,44 @@
 
 namespace update_metadata_tool::plan {
 
-/// What looking for a file in an installation can come to.
+/// The result of searching an installation for a file.
 enum class FileState {
-  kPresent,  ///< it is there
-  kMissing,  ///< it is not there
-  kFolder,   ///< a folder is there, which is no file
-  kOutside,  ///< its path leads out of the tree, or to the tree's own folder
-  kUnknown,  ///< the system did not let it be looked for
+  kPresent,  ///< it exists
+  kMissing,  ///< it does not exist
+  kFolder,   ///< it is a folder, not a file
+  kOutside,  ///< its path leads out of the tree, or to the tree's root
+  kUnknown,  ///< the system does not permit the search
 };
+
+/// The name of a state, as in the plan: "present".
+const char* nameOf(FileState state);
 
 struct InstalledFile {
   FileState state = FileState::kMissing;
 
-  /// Where it leads if it is outside, why it could not be looked for if that is unknown, why there
-  /// can be no such file if it is missing for that, what may have been meant if it is missing and
-  /// its path has backslashes; else empty. Bytes as the system gives them.
+  /// Explains the state: where the path leads if it is outside; why the search failed if the state
+  /// is unknown; for a missing file, why no file can have that name, or a hint if the path has
+  /// backslashes. Otherwise empty. Bytes as the system gives them.
   std::string detail = {};
 };
 
-/// A folder with an installed product. Nothing in it is ever changed, nor is any file opened.
+/// A folder with an installed product. Never changes anything in it or opens a file.
 class InstalledTree {
  public:
   /// Resolves the folder's own path.
   ///
-  /// \throws std::filesystem::filesystem_error  there is no such folder, or it cannot be reached
+  /// \throws std::filesystem::filesystem_error  the folder does not exist or cannot be accessed
   explicit InstalledTree(const std::filesystem::path& folder);
 
-  /// Looks for the file with a path that is relative to the tree, or absolute.
+  /// Searches for a file by its path, relative to the tree or absolute.
   ///
-  /// The path is followed as the system does when it opens a file: links lead on, ".." leads up
-  /// from where the links have led. Where nothing exists, the rest of the path is taken by its
-  /// names, so that a path that leads out of the tree is told even if nothing is there. A link at
-  /// its end is followed to tell where it leads, but is a file that is there even if it leads to a
-  /// folder or to nothing. A backslash is part of a name and parts no folders.
+  /// The path is resolved as the system does to open a file: links are followed, and ".." leads up
+  /// from where they led. Below a missing folder, the rest is resolved by name alone, so that a
+  /// path out of the tree is detected even if it does not exist. A link at the end is followed to
+  /// see where it leads, but counts as an existing file even if it leads to a folder or nowhere. A
+  /// backslash is part of a name and does not separate folders.
   ///
-  /// A path that is not well-formed or holds a NUL is missing: no file can have it.
+  /// A path that is not well-formed or contains a NUL is missing: no file can have that name.
   InstalledFile find(std::u16string_view path) const;
 
  private:

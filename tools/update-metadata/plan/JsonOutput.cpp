@@ -27,23 +27,7 @@ void writePackageToExtract(const summary::Package& package, JsonWriter& json) {
       .endObject();
 }
 
-const char* nameOf(FileState state) {
-  switch (state) {
-    case FileState::kPresent:
-      return "present";
-    case FileState::kMissing:
-      return "missing";
-    case FileState::kFolder:
-      return "folder";
-    case FileState::kOutside:
-      return "outside";
-    case FileState::kUnknown:
-      break;
-  }
-  return "unknown";
-}
-
-// An array of what `valueOf` gives for each file that was looked for.
+// An array of `valueOf(file)` for each file that was searched for.
 template <class ValueOf>
 void writeFound(const char* name, const PlannedFiles& package, ValueOf valueOf, JsonWriter& json) {
   json.name(name).beginArray();
@@ -55,23 +39,23 @@ void writeFound(const char* name, const PlannedFiles& package, ValueOf valueOf, 
   json.endArray();
 }
 
-// The path that a file outside leads to, as it is; null for any other.
+// The path that a file outside leads to, unescaped; null for any other file.
 std::optional<std::string> pathOutside(const InstalledFile& file) {
   return file.state == FileState::kOutside ? std::optional(file.detail) : std::nullopt;
 }
 
-// Why a file has its state; null if there is nothing to say.
+// Why a file has its state; null if there is no explanation.
 std::optional<std::string> reasonFor(const InstalledFile& file) {
   return file.state == FileState::kOutside || file.detail.empty() ? std::nullopt
                                                                   : std::optional(file.detail);
 }
 
-// With what was found of each file, in the same order, if they were looked for.
-void writePackageWithFiles(const PlannedFiles& package, bool areLookedFor, JsonWriter& json) {
+// With the result for each file, in the same order, if they were searched for.
+void writePackageWithFiles(const PlannedFiles& package, bool areSearchedFor, JsonWriter& json) {
   json.beginObject().member("key", package.key).member("size", package.size);
   json.name("files").array(
       package.files, [](const PlannedFile& file, JsonWriter& array) { array.value(file.path); });
-  if (areLookedFor) {
+  if (areSearchedFor) {
     writeFound(
         "states", package, [](const InstalledFile& file) { return nameOf(file.state); }, json);
     writeFound("leadsTo", package, pathOutside, json);
@@ -91,13 +75,11 @@ void write(const summary::Totals& totals, JsonWriter& json) {
 }
 
 void write(const InstalledCounts& counts, JsonWriter& json) {
-  json.beginObject()
-      .member("present", counts.present)
-      .member("missing", counts.missing)
-      .member("folder", counts.folder)
-      .member("outside", counts.outside)
-      .member("unknown", counts.unknown)
-      .endObject();
+  json.beginObject();
+  for (const auto& [state, count] : counts) {
+    json.member(nameOf(state), count);
+  }
+  json.endObject();
 }
 
 }  // namespace

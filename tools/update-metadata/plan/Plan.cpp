@@ -38,7 +38,7 @@ std::vector<summary::Product> pickProducts(const Contents& contents,
   return picked;
 }
 
-// The names of the components that some product names, but none of the chosen ones.
+// The names of the components that products name, but none of the chosen ones does.
 std::set<std::u16string_view> findForeignComponents(const Contents& contents,
                                                     const summary::Selection& chosen) {
   std::set<std::u16string_view> names;
@@ -59,8 +59,8 @@ PlannedFiles planFiles(const PackageWithFiles& package) {
   return planned;
 }
 
-// The packages of the components that are not foreign, each key once. Those that the library
-// answers with come first, so that another one counts only where these belong to a foreign one.
+// The packages of the components that are not foreign, each key once. A repeated package counts
+// only if the first with its key belongs to a foreign component.
 std::vector<const PackageWithFiles*> pickPackagesWithFiles(
     const Contents& contents, const std::set<std::u16string_view>& foreign) {
   std::vector<const PackageWithFiles*> picked;
@@ -102,30 +102,18 @@ Plan makePlan(const Contents& contents, const ProductChoice& choice) {
   return plan;
 }
 
-InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree,
-                             terminal::ProgressLine& progress) {
-  InstalledCounts counts;
+InstalledCounts searchForFiles(Plan& plan, const InstalledTree& tree,
+                               terminal::ProgressLine& progress) {
+  InstalledCounts counts = {{FileState::kPresent, 0},
+                            {FileState::kMissing, 0},
+                            {FileState::kFolder, 0},
+                            {FileState::kOutside, 0},
+                            {FileState::kUnknown, 0}};
   for (PlannedFiles& package : plan.filesToDelete) {
     for (PlannedFile& file : package.files) {
       progress.update();
       file.installed = tree.find(file.path);
-      switch (file.installed->state) {
-        case FileState::kPresent:
-          ++counts.present;
-          break;
-        case FileState::kMissing:
-          ++counts.missing;
-          break;
-        case FileState::kFolder:
-          ++counts.folder;
-          break;
-        case FileState::kOutside:
-          ++counts.outside;
-          break;
-        case FileState::kUnknown:
-          ++counts.unknown;
-          break;
-      }
+      ++counts[file.installed->state];
     }
   }
   return counts;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,10 +16,10 @@
 
 namespace update_metadata_tool::plan {
 
-/// One file to delete, and what became of looking for it.
+/// One file to delete, and the result of searching for it.
 struct PlannedFile {
   std::u16string path;
-  std::optional<InstalledFile> installed;  ///< nothing before it was looked for
+  std::optional<InstalledFile> installed;  ///< nothing before the search
 };
 
 /// A package with single files to delete.
@@ -28,8 +29,8 @@ struct PlannedFiles {
   std::vector<PlannedFile> files;
 };
 
-/// What an installer would do for some products. Everything is ordered by key, and the files of a
-/// package by path, as the library's answers are.
+/// What an installer would do for some products. Packages are ordered by key and the files of each
+/// by path, as in the library's answers.
 struct Plan {
   std::vector<summary::Product> products;
   std::vector<summary::Product> leftOut;  ///< as ProductChoice::leftOut
@@ -37,29 +38,22 @@ struct Plan {
   std::vector<PlannedFiles> filesToDelete;
   std::vector<summary::Package> packagesToExtract;
   summary::Totals totals;
-  summary::DoubtfulSizes
-      doubtfulSizes;  ///< of packages with files, too, though no sum counts these
+  summary::DoubtfulSizes doubtfulSizes;  ///< includes packages with files, unlike the totals
 };
 
-/// How many of the files to delete were found how.
-struct InstalledCounts {
-  std::size_t present = 0;
-  std::size_t missing = 0;
-  std::size_t folder = 0;
-  std::size_t outside = 0;
-  std::size_t unknown = 0;
-};
+/// Numbers of the files to delete by their state, including zeros.
+using InstalledCounts = std::map<FileState, std::size_t>;
 
 /// Makes the plan for the chosen products.
 ///
-/// Files to delete belong to no product: those of a component are planned if a chosen product names
-/// that component, or if no product of the document does. Of packages with one key in several
-/// planned components the first in model order counts, as in the library's answers.
+/// Files to delete do not belong to products: those of a component are planned if a chosen product
+/// names the component, or if no product of the document does. Among packages with one key, the
+/// first in model order of the planned components counts, as in the library's answers.
 Plan makePlan(const summary::Contents& contents, const ProductChoice& choice);
 
-/// Looks for every file to delete of `plan` in `tree`, and counts what was found. Changes nothing
-/// but `plan`, and tells `progress` that it goes on.
-InstalledCounts lookForFiles(Plan& plan, const InstalledTree& tree,
-                             terminal::ProgressLine& progress);
+/// Searches `tree` for every file to delete, sets the results in `plan` and counts them. Updates
+/// `progress`.
+InstalledCounts searchForFiles(Plan& plan, const InstalledTree& tree,
+                               terminal::ProgressLine& progress);
 
 }  // namespace update_metadata_tool::plan

@@ -8,7 +8,6 @@
 
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
-#include "input/ProductData.h"
 #include "output/Count.h"
 #include "output/Text.h"
 #include "plan/InstalledTree.h"
@@ -16,7 +15,7 @@
 #include "plan/ProductChoice.h"
 #include "plan/TextOutput.h"
 #include "summary/Document.h"
-#include "summary/UnknownProducts.h"
+#include "summary/ProductData.h"
 #include "terminal/Terminal.h"
 
 namespace update_metadata_tool::plan {
@@ -32,36 +31,38 @@ constexpr const char* kExamples = R"(Examples:
 
 Nothing is ever fetched, extracted or deleted.
 
-Exit status: 0 planned, 1 a file to delete lies outside the installation or could not be
-looked for, or the output could not be written, 2 wrong usage, an unknown product, no such
-installation, or the document could not be loaded or answered.)";
+Exit status: 0 planned, 1 a file to delete lies outside the installation or could not be searched
+for, or the output could not be written, 2 usage error, an unknown product, no such installation,
+or the document could not be loaded or queried.)";
 
-// Nothing, after a complaint, if the folder cannot be looked into.
+// Nothing, after a message, if the folder cannot be accessed.
 std::optional<InstalledTree> openTree(const std::string& folder, std::ostream& err) {
   try {
     return InstalledTree(std::filesystem::path(folder));
   } catch (const std::filesystem::filesystem_error& failure) {
-    err << "update-metadata: '" << output::toVisible(folder) << "' is no folder that can be looked "
-        << "into: " << failure.code().message()
-        << "; name the folder of the installation with --installed\n";
+    err << "update-metadata: '" << output::toVisible(folder)
+        << "' cannot be read as a folder: " << failure.code().message()
+        << "; name the installation folder with --installed\n";
     return std::nullopt;
   }
 }
 
-// Tells on `err` what keeps the plan from being carried out there, if anything does.
+// Reports whether the plan can be carried out there, with the reasons on `err` if it cannot.
 ExitCode judge(const InstalledCounts& counts, const std::string& folder, std::ostream& err) {
   const std::string tree = '\'' + output::toVisible(folder) + '\'';
-  if (counts.outside != 0) {
-    err << "update-metadata: " << output::count(counts.outside, "file") << " to delete"
-        << (counts.outside == 1 ? " lies" : " lie") << " outside " << tree
+  const std::size_t outside = counts.at(FileState::kOutside);
+  const std::size_t unknown = counts.at(FileState::kUnknown);
+  if (outside != 0) {
+    err << "update-metadata: " << output::count(outside, "file") << " to delete"
+        << (outside == 1 ? " lies" : " lie") << " outside " << tree
         << " once links and '..' are resolved; do not apply this document there\n";
   }
-  if (counts.unknown != 0) {
-    err << "update-metadata: " << output::count(counts.unknown, "file") << " to delete"
-        << " could not be looked for in " << tree
-        << "; the plan tells why, check the permissions and links there\n";
+  if (unknown != 0) {
+    err << "update-metadata: " << output::count(unknown, "file") << " to delete"
+        << " could not be searched for in " << tree
+        << "; the plan shows why: check the permissions and links there\n";
   }
-  return counts.outside + counts.unknown == 0 ? ExitCode::kDone : ExitCode::kFailed;
+  return outside + unknown == 0 ? ExitCode::kDone : ExitCode::kFailed;
 }
 
 }  // namespace
@@ -72,14 +73,14 @@ PlanCommand::PlanCommand(CLI::App& app)
   command::addProductData(subcommand(), productData_).required();
   subcommand()
       .add_option("--product", baseCodes_,
-                  "Base code of a product to plan for; may be given several times; without it, the "
-                  "plan is for all products")
+                  "Base code of a product to plan for; may be repeated; without it, the plan is "
+                  "for all products")
       ->type_name("CODE")
       ->allow_extra_args(false)
       ->check(command::isUtf8Argument());
   subcommand()
       .add_option("--installed", installed_,
-                  "Folder of an installation in which the files to delete are looked for")
+                  "Installation folder to search for the files to delete")
       ->type_name("DIR");
   command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
@@ -92,7 +93,7 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
     baseCodes.push_back(output::toUtf16(code));
   }
   std::optional<PlannedDocument> planned;
-  summary::askDocument(
+  summary::queryDocument(
       {output::toUtf16(file_), command::toOptionalUtf16(productData_)},
       [&](const summary::Document& document) {
         summary::Contents contents = document.gatherContents();
@@ -117,26 +118,17 @@ ExitCode PlanCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kTrouble;
   }
   progress.clear();
-  if (!input::noteMissingProductData(productData_, err)) {
-    summary::noteUnknownProducts(productData_, file_, planned->contents, err);
-  }
+  summary::noteProductData(productData_, {{file_, planned->contents}}, err);
   std::optional<InstalledCounts> counts;
   if (installed_) {
     const std::optional<InstalledTree> tree = openTree(*installed_, err);
     if (!tree) {
       return ExitCode::kTrouble;
     }
-    progress.begin("looking for the files to delete");
-    counts = lookForFiles(planned->plan, *tree, progress);
+    progress.begin("searching for the files to delete");
+    counts = searchForFiles(planned->plan, *tree, progress);
   }
-  terminal::beginOutput(progress);
-  if (format_ == command::kJsonFormat) {
-    writeJson(planned->contents, planned->plan, counts, out);
-  } else {
-    writeText(planned->contents, planned->plan, counts, terminal::outputColumns(), out);
-  }
-  out.flush();
-  progress.clear();
+  command::writeResults(format_, progress, out, planned->contents, planned->plan, counts);
   return counts ? judge(*counts, *installed_, err) : ExitCode::kDone;
 }
 

@@ -13,15 +13,15 @@
 
 namespace update_metadata_tool::plan {
 
-/// The subcommand `plan`: lists what an installer would do for some products or for all, and looks
-/// into an installation for the files that would go.
+/// The subcommand `plan`: lists what an installer would do for some products or for all, and
+/// searches an installation for the files to delete.
 class PlanCommand : public command::Command {
  public:
   explicit PlanCommand(CLI::App& app);
 
-  /// Nothing is written on `out` before the whole plan is known. Failures are told on `err`, those
-  /// of the document as by askDocument(). A file outside the installation, or one that could not be
-  /// looked for, is a failure, but the plan is written.
+  /// Completes the plan before writing any of it. Failures of the document are reported as by
+  /// queryDocument(). A file that is outside the installation, or that could not be searched for,
+  /// is a failure, but the plan is written.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
@@ -34,7 +34,7 @@ class PlanCommand : public command::Command {
                                                      terminal::ProgressLine& progress) const;
 
   std::string file_;
-  std::optional<std::string> productData_;  ///< always given
+  std::optional<std::string> productData_;  ///< required
   std::vector<std::string> baseCodes_;
   std::optional<std::string> installed_;
   std::string format_ = "text";

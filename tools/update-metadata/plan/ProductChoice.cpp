@@ -16,18 +16,7 @@ using summary::Document;
 using summary::Product;
 using summary::shorten;
 
-// Products that their base code chooses.
-std::vector<const Product*> findChoosable(const Document& document, const Contents& contents) {
-  std::vector<const Product*> products;
-  for (const Product& product : contents.products) {
-    if (product.baseCode && document.findProductName(*product.baseCode) == product.name) {
-      products.push_back(&product);
-    }
-  }
-  return products;
-}
-
-// Says that `code`, which the product data give to `nameOfCode`, if to any, chooses nothing.
+// Reports that `code`, which belongs to the product `nameOfCode` or to none, selects nothing.
 void describeFailure(const Document& document, const Contents& contents, const std::u16string& code,
                      const std::u16string& nameOfCode, std::ostream& err) {
   const auto holder =
@@ -35,40 +24,42 @@ void describeFailure(const Document& document, const Contents& contents, const s
                    [&code](const Product& product) { return product.baseCode == code; });
   const std::string file = output::toVisible(document.source().file);
   if (holder != contents.products.end()) {
-    err << "update-metadata: '" << file << "' has no product that the base code '" << shorten(code)
-        << "' chooses: it has '" << shorten(holder->name)
-        << "' with that code, but the product data give the code to '" << shorten(nameOfCode)
+    err << "update-metadata: the base code '" << shorten(code) << "' selects no product of '"
+        << file << "': its product '" << shorten(holder->name)
+        << "' has that code, but the product data assign it to '" << shorten(nameOfCode)
         << "' first\n";
     return;
   }
   err << "update-metadata: '" << file << "' has no product with the base code '" << shorten(code)
       << "'";
   if (!nameOfCode.empty()) {
-    err << ", which is that of '" << shorten(nameOfCode) << "'";
+    err << ", which belongs to '" << shorten(nameOfCode) << "'";
   }
   err << '\n';
 }
 
-// The second line tells how to go on.
-void complain(const Document& document, const Contents& contents, const std::u16string& code,
-              const std::u16string& nameOfCode, std::ostream& err) {
+// Reports the failure; the second line says what to do.
+void reportUnselected(const Document& document, const Contents& contents,
+                      const std::u16string& code, const std::u16string& nameOfCode,
+                      std::ostream& err) {
   describeFailure(document, contents, code, nameOfCode, err);
-  const std::string nearest = summary::listNearProducts(findChoosable(document, contents), code);
+  const std::string nearest = summary::listNearProducts(
+      contents, [&](const std::u16string& other) { return document.findProductName(other); }, code);
   if (nearest.empty()) {
     const bool isAnyKnown =
         std::any_of(contents.products.begin(), contents.products.end(),
                     [](const Product& product) { return product.baseCode.has_value(); });
     err << "The product data at '"
         << output::toVisible(document.source().productData.value_or(std::u16string()))
-        << (isAnyKnown ? "' give the codes of its products to others first: correct them"
-                       : "' know none of its products: check --product-data")
-        << ", or leave out --product to plan for all\n";
+        << (isAnyKnown ? "' assign its products' codes to other products first: correct them"
+                       : "' contain none of its products: check --product-data")
+        << ", or omit --product to plan for all products\n";
     return;
   }
-  err << "Name another one with --product; the nearest in the document: " << nearest << '\n';
+  err << "Name another with --product; the nearest in the document: " << nearest << '\n';
 }
 
-// The products that share a base code with a chosen one, but not its name.
+// The products that have the base code of a chosen one, but another name.
 std::vector<std::size_t> findLeftOut(const Contents& contents,
                                      const std::vector<std::size_t>& chosen) {
   std::set<std::u16string> codes;
@@ -106,7 +97,7 @@ std::optional<ProductChoice> chooseProducts(const Document& document, const Cont
         std::any_of(contents.products.begin(), contents.products.end(),
                     [&name](const Product& product) { return product.name == name; });
     if (!isKnown) {
-      complain(document, contents, code, name, err);
+      reportUnselected(document, contents, code, name, err);
       return std::nullopt;
     }
     names.insert(name);

@@ -1,6 +1,5 @@
 #include "plan/TextOutput.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -10,10 +9,13 @@
 #include "output/Count.h"
 #include "output/ReadableSize.h"
 #include "output/Text.h"
+#include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
 #include "terminal/DisplayWidth.h"
 #include "terminal/FlowingLine.h"
+#include "terminal/Table.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool::plan {
 namespace {
@@ -23,77 +25,15 @@ using output::toVisibleName;
 using summary::Package;
 using summary::toReadableSize;
 using terminal::FlowingLine;
+using terminal::Table;
 
 constexpr const char* kIndent = "  ";
 constexpr const char* kDeepIndent = "    ";
-
-// Names that would have less room behind their sizes get lines of their own.
-constexpr std::size_t kNarrowestNames = 16;
 
 void writeTitle(const std::string& title, std::size_t width, std::ostream& out) {
   out << '\n';
   summary::writeLine(title, width, out);
 }
-
-/// Writes names with their sizes, which stand in columns in front of them, so that a name can be as
-/// long as it likes and goes on in further lines. On a narrow terminal each size stands below it.
-class SizeColumns {
- public:
-  explicit SizeColumns(std::size_t width) : width_(width) {}
-
-  /// Makes room for a size in a column. Every size has to be told before the first row is written.
-  void makeRoom(std::size_t column, std::int64_t size) {
-    columns_.resize(std::max(columns_.size(), column + 1));
-    Column& widths = columns_[column];
-    widths.shortly = std::max(widths.shortly, terminal::displayWidth(summary::toMarkedSize(size)));
-    widths.bytes = std::max(widths.bytes, std::to_string(size).size());
-  }
-
-  void writeRow(const std::u16string& name, const std::vector<std::int64_t>& sizes,
-                std::ostream& out) const {
-    std::string line;
-    for (std::size_t column = 0; column < sizes.size(); ++column) {
-      line += describeSize(columns_[column], sizes[column]);
-    }
-    if (terminal::displayWidth(line) + kNarrowestNames <= width_) {
-      out << beginRow(line + kIndent).name(toVisibleName(name)) << '\n';
-      return;
-    }
-    out << beginRow(kIndent).name(toVisibleName(name)) << '\n';
-    for (const std::int64_t size : sizes) {
-      out << beginRow(kIndent + describeSize(widest(), size)) << '\n';
-    }
-  }
-
- private:
-  struct Column {
-    std::size_t shortly = 0;
-    std::size_t bytes = 0;
-  };
-
-  FlowingLine beginRow(const std::string& words) const {
-    constexpr std::size_t kIndentOfFurtherLines = 6;
-    return FlowingLine(width_, kIndentOfFurtherLines).words(words);
-  }
-
-  static std::string describeSize(const Column& widths, std::int64_t size) {
-    return kIndent + terminal::padLeft(summary::toMarkedSize(size), widths.shortly) + kIndent +
-           terminal::padLeft(std::to_string(size), widths.bytes);
-  }
-
-  // Wide enough for the sizes of every column.
-  Column widest() const {
-    Column widths;
-    for (const Column& column : columns_) {
-      widths.shortly = std::max(widths.shortly, column.shortly);
-      widths.bytes = std::max(widths.bytes, column.bytes);
-    }
-    return widths;
-  }
-
-  std::size_t width_;
-  std::vector<Column> columns_;
-};
 
 void writeProducts(const Plan& plan, std::size_t width, std::ostream& out) {
   writeTitle("Products: " + std::to_string(plan.products.size()), width, out);
@@ -104,104 +44,93 @@ void writeProducts(const Plan& plan, std::size_t width, std::ostream& out) {
   }
 }
 
-void writePackagesToDelete(const Plan& plan, std::size_t width, std::ostream& out) {
-  const std::vector<Package>& packages = plan.packagesToDelete;
-  writeTitle("Packages to delete: " + std::to_string(packages.size()), width, out);
-  SizeColumns columns(width);
-  for (const Package& package : packages) {
-    columns.makeRoom(0, package.size);
-  }
-  for (const Package& package : packages) {
-    columns.writeRow(package.key, {package.size}, out);
-  }
-}
+/// A size of packages, with the heading of its column.
+struct SizeColumn {
+  const char* heading;
+  std::int64_t Package::*size;
+};
 
-void writePackagesToExtract(const Plan& plan, std::size_t width, std::ostream& out) {
-  const std::vector<Package>& packages = plan.packagesToExtract;
-  const std::string number = std::to_string(packages.size());
-  writeTitle("Packages to extract: " + number +
-                 (packages.empty() ? "" : ", with bytes to fetch and bytes after unpacking"),
-             width, out);
-  SizeColumns columns(width);
+// Each size takes two columns: the short size, and the exact number of bytes.
+void writePackages(const std::string& title, const std::vector<Package>& packages,
+                   const std::vector<SizeColumn>& columns, std::size_t width, std::ostream& out) {
+  std::vector<std::string> headings;
+  for (const SizeColumn& column : columns) {
+    headings.insert(headings.end(), {column.heading, "Bytes"});
+  }
+  Table table(title + ": " + std::to_string(packages.size()), std::move(headings),
+              terminal::LongNames::kWrap);
   for (const Package& package : packages) {
-    columns.makeRoom(0, package.size);
-    columns.makeRoom(1, package.uncompressedBytes);
+    std::vector<terminal::Cell> cells;
+    for (const SizeColumn& column : columns) {
+      cells.push_back({summary::toMarkedSize(package.*column.size)});
+      cells.push_back({std::to_string(package.*column.size)});
+    }
+    table.addRow({{toVisibleName(package.key)}}, std::move(cells));
   }
-  for (const Package& package : packages) {
-    columns.writeRow(package.key, {package.size, package.uncompressedBytes}, out);
-  }
-}
-
-const char* describe(FileState state) {
-  switch (state) {
-    case FileState::kPresent:
-      return "there      ";
-    case FileState::kMissing:
-      return "not there  ";
-    case FileState::kFolder:
-      return "a folder   ";
-    case FileState::kOutside:
-      return "OUTSIDE    ";
-    case FileState::kUnknown:
-      break;
-  }
-  return "unknown    ";
+  out << '\n';
+  table.write(width, out);
 }
 
 void writeFile(const PlannedFile& file, std::size_t width, std::ostream& out) {
+  constexpr std::size_t kStateWidth = 9;
   FlowingLine line = summary::beginLine(kDeepIndent, width);
+  const bool isOutside = file.installed && file.installed->state == FileState::kOutside;
   if (file.installed) {
-    line.words(describe(file.installed->state));
+    line.words(
+        terminal::padRight(isOutside ? "OUTSIDE" : nameOf(file.installed->state), kStateWidth));
   }
   line.name(toVisibleName(file.path));
   if (file.installed && !file.installed->detail.empty()) {
-    line.words(file.installed->state == FileState::kOutside ? ", leads to " : ": ");
+    line.words(isOutside ? ", leads to " : ": ");
     line.name(output::toVisible(file.installed->detail));
   }
   out << line << '\n';
 }
 
 void writeCounts(const InstalledCounts& counts, std::size_t width, std::ostream& out) {
-  summary::writeLine("In the installation: " + std::to_string(counts.present) + " there, " +
-                         std::to_string(counts.missing) + " not there, " +
-                         output::count(counts.folder, "folder") + ", " +
-                         std::to_string(counts.outside) + " outside, " +
-                         std::to_string(counts.unknown) + " unknown",
-                     width, out);
+  std::string text;
+  for (const auto& [state, count] : counts) {
+    text += (text.empty() ? "In the installation: " : ", ") +
+            (state == FileState::kFolder ? output::count(count, "folder")
+                                         : std::to_string(count) + ' ' + nameOf(state));
+  }
+  summary::writeLine(text, width, out);
 }
 
 void writeFilesToDelete(const Plan& plan, const std::optional<InstalledCounts>& counts,
                         std::size_t width, std::ostream& out) {
   std::size_t files = 0;
-  SizeColumns columns(width);
   for (const PlannedFiles& package : plan.filesToDelete) {
     files += package.files.size();
-    columns.makeRoom(0, package.size);
   }
   std::string title = "Files to delete: " + std::to_string(files);
-  if (!plan.filesToDelete.empty()) {
-    title += ", of " + output::count(plan.filesToDelete.size(), "package") + " kept otherwise";
+  if (const std::size_t packages = plan.filesToDelete.size()) {
+    title += ", from " + output::count(packages, "package") +
+             (packages == 1 ? " that is" : " that are") + " otherwise kept";
   }
   writeTitle(title, width, out);
   if (counts) {
     writeCounts(*counts, width, out);
   }
   for (const PlannedFiles& package : plan.filesToDelete) {
-    columns.writeRow(package.key, {package.size}, out);
+    const char* const mark = summary::isDoubtful(package.size) ? summary::kDoubtMark : "";
+    out << summary::beginLine(kIndent, width)
+               .name(toVisibleName(package.key))
+               .words(": " + (mark + toReadableSize(package.size)))
+        << '\n';
     for (const PlannedFile& file : package.files) {
       writeFile(file, width, out);
     }
   }
 }
 
-// The one sentence that sums up.
 void writeTotals(const summary::Totals& totals, std::size_t width, std::ostream& out) {
   out << '\n'
-      << FlowingLine(width, 0).words("This fetches " + toReadableSize(totals.bytesToFetch) +
+      << FlowingLine(width, 0).words("The update fetches " + toReadableSize(totals.bytesToFetch) +
                                      ", unpacks " + toReadableSize(totals.bytesUnpacked) +
                                      " and frees " + toReadableSize(totals.bytesDeleted) +
                                      ": a net change of " + toReadableSize(totals.netChange()) +
-                                     ", with a peak need of " + toReadableSize(totals.peakNeed()) +
+                                     ", and a peak need of " + toReadableSize(totals.peakNeed()) +
                                      " before anything is freed.")
       << '\n';
 }
@@ -209,9 +138,10 @@ void writeTotals(const summary::Totals& totals, std::size_t width, std::ostream&
 void writeNotes(const Plan& plan, std::size_t width, std::ostream& out) {
   for (const summary::Product& product : plan.leftOut) {
     FlowingLine note = summary::beginNote("The product ", width);
-    note.name(toVisibleName(product.name)).words(" is not in this plan. It has the base code ");
+    note.name(toVisibleName(product.name));
+    note.words(" is not in this plan: the product data assign its base code ");
     note.name(toVisibleName(product.baseCode.value_or(std::u16string())));
-    note.words(", too, but the product data give that code to another one.");
+    note.words(" to another product.");
     out << '\n' << note << '\n';
   }
   if (plan.doubtfulSizes.any()) {
@@ -222,12 +152,16 @@ void writeNotes(const Plan& plan, std::size_t width, std::ostream& out) {
 }  // namespace
 
 void writeText(const summary::Contents& contents, const Plan& plan,
-               const std::optional<InstalledCounts>& counts, std::size_t width, std::ostream& out) {
+               const std::optional<InstalledCounts>& counts, std::ostream& out) {
+  const std::size_t width = terminal::outputColumns();
   summary::writeReleases(contents, width, out);
   writeProducts(plan, width, out);
-  writePackagesToDelete(plan, width, out);
+  writePackages("Packages to delete", plan.packagesToDelete, {{"Size", &Package::size}}, width,
+                out);
   writeFilesToDelete(plan, counts, width, out);
-  writePackagesToExtract(plan, width, out);
+  writePackages("Packages to extract", plan.packagesToExtract,
+                {{"To fetch", &Package::size}, {"Unpacked", &Package::uncompressedBytes}}, width,
+                out);
   writeNotes(plan, width, out);
   writeTotals(plan.totals, width, out);
 }

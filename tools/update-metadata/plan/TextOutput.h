@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <iosfwd>
 #include <optional>
 
@@ -9,15 +8,14 @@
 
 namespace update_metadata_tool::plan {
 
-/// Writes a plan for people, in UTF-8: the releases, the products, what is deleted and extracted
-/// with its sizes, and one sentence with the sums.
+/// Writes a plan for people, in UTF-8: the releases, the products, the packages and files to delete
+/// and to extract with their sizes, and one sentence with the totals.
 ///
-/// \param counts  what was found if the files to delete were looked for
-/// \param width   the columns that lines keep to: names and paths go on in further lines, a plan
-///                shortens none
+/// Lines fit into terminal::outputColumns(); names and paths wrap and are never cut. They are shown
+/// by toVisible(), so that no document can control a terminal.
 ///
-/// Names are shown by toVisible(), so that no document can send anything but text to a terminal.
+/// \param counts  the results if the files to delete were searched for
 void writeText(const summary::Contents& contents, const Plan& plan,
-               const std::optional<InstalledCounts>& counts, std::size_t width, std::ostream& out);
+               const std::optional<InstalledCounts>& counts, std::ostream& out);
 
 }  // namespace update_metadata_tool::plan

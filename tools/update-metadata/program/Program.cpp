@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::size_t kLongestWord = 60;
 
-// What the first word that is no option was probably meant to be, if it is no subcommand; empty if
-// nothing comes close.
+// The subcommand that was probably meant by the first argument that is not an option. Empty if a
+// subcommand was given, or if no name is similar.
 std::string suggestSubcommand(const CLI::App& app) {
   if (!app.get_subcommands().empty()) {
     return "";
@@ -28,7 +28,7 @@ std::string suggestSubcommand(const CLI::App& app) {
     }
     const std::u16string asked = output::toUtf16(word).substr(0, kLongestWord);
     std::string nearest;
-    std::size_t least = 3;  // mistakes, of which there may be two
+    std::size_t least = 3;  // more than the two typing errors that are tolerated
     for (const CLI::App* const subcommand : app.get_subcommands(nullptr)) {
       const std::string& name = subcommand->get_name();
       const std::size_t distance = output::editDistance(asked, output::toUtf16(name));
@@ -42,7 +42,7 @@ std::string suggestSubcommand(const CLI::App& app) {
   return "";
 }
 
-// The arguments may hold anything.
+// Escapes the message, because it quotes arguments, which may contain anything.
 std::string describeUsageError(const CLI::App* app, const CLI::Error& error) {
   const std::string suggestion = suggestSubcommand(*app);
   return output::toVisible(error.what()) +
@@ -55,14 +55,13 @@ std::string describeUsageError(const CLI::App* app, const CLI::Error& error) {
 void describeProgram(CLI::App& app) {
   app.name("update-metadata");
   command::fitHelpToTerminal(app);
-  app.description(
-      "Answers questions about update metadata documents, compares, checks and lays them out.");
+  app.description("Query, compare, check and format update metadata documents.");
   app.set_version_flag(
       "--version", std::string("update-metadata ") + install::update_metadata_parser::version());
   app.require_subcommand(0, 1);
   app.failure_message(describeUsageError);
   app.footer(
-      "'update-metadata SUBCOMMAND --help' lists the options of a subcommand. Examples:\n"
+      "Run 'update-metadata SUBCOMMAND --help' for a subcommand's options. Examples:\n"
       "  update-metadata query update.json --product-data /srv/product-data\n"
       "  update-metadata lint update.json");
 }

@@ -4,8 +4,8 @@
 
 namespace update_metadata_tool::program {
 
-/// Gives `app` what the program says of itself: its name and purpose, its version, and where its
-/// help goes on. The subcommands are added by addSubcommands().
+/// Sets the program's name, purpose and version, and the text around its help. addSubcommands()
+/// adds the subcommands.
 void describeProgram(CLI::App& app);
 
 }  // namespace update_metadata_tool::program

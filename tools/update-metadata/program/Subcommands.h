@@ -8,7 +8,7 @@
 
 namespace update_metadata_tool::program {
 
-/// Adds every subcommand to `app`, in the order of its help.
+/// Adds every subcommand to `app`, in the order in which the help lists them.
 std::vector<std::unique_ptr<command::Command>> addSubcommands(CLI::App& app);
 
 }  // namespace update_metadata_tool::program

@@ -1,7 +1,6 @@
 #include "query/Answers.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "input/DocumentText.h"
 #include "input/TextParser.h"
@@ -17,7 +16,7 @@ using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using summary::Product;
 
-/// Lets a product's name stand for its base code; no catalogue is ever opened.
+/// Uses each product's name as its base code and never opens a catalogue.
 class NamesAsBaseCodes : public UpdateMetaDataHandler {
  public:
   std::u16string getProductName(const std::u16string& productBaseCode,
@@ -36,21 +35,6 @@ bool hasName(const summary::Contents& contents, const std::u16string& name) {
                      [&name](const Product& product) { return product.name == name; });
 }
 
-// Products that their base code chooses, which gets into `contents`.
-std::vector<const Product*> findChoosable(UpdateMetaDataHandler& handler,
-                                          const std::u16string& location,
-                                          summary::Contents& contents) {
-  std::vector<const Product*> products;
-  for (Product& product : contents.products) {
-    product.baseCode = handler.getProductBaseCode(product.name, location);
-    if (!product.baseCode->empty() &&
-        handler.getProductName(*product.baseCode, location) == product.name) {
-      products.push_back(&product);
-    }
-  }
-  return products;
-}
-
 }  // namespace
 
 LoadedUpdate loadUpdate(const Question& question) {
@@ -64,6 +48,7 @@ LoadedUpdate loadUpdate(const Question& question) {
 Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {
   const std::u16string location = question.productData.value_or(std::u16string());
   Answers answers;
+  answers.question = question;
   answers.base = {update.getBaseReleaseFamily(), update.getBaseReleaseVersion()};
   answers.target = {update.getTargetReleaseFamily(), update.getTargetReleaseVersion()};
   answers.targetUpdateLevel = update.getTargetUpdateLevelForQorv();
@@ -79,8 +64,8 @@ Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {
   return answers;
 }
 
-std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
-                           const Question& question) {
+std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers) {
+  const Question& question = answers.question;
   const auto isEmpty = [](const auto& packages) { return packages.empty(); };
   if (!question.baseCode || !std::visit(isEmpty, answers.packagesToDelete) ||
       !std::visit(isEmpty, answers.packagesToExtract)) {
@@ -90,11 +75,14 @@ std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
   UpdateMetaDataHandler& handler = *loaded.handler;
   summary::Contents contents;
   summary::gatherModel(handler.getProductUpdateMetaDataModel(), contents, terminal::noProgress());
-  if (hasName(contents, handler.getProductName(*question.baseCode, location))) {
+  const auto findName = [&](const std::u16string& code) {
+    return handler.getProductName(code, location);
+  };
+  if (hasName(contents, findName(*question.baseCode))) {
     return "";
   }
-  const std::string nearest =
-      summary::listNearProducts(findChoosable(handler, location, contents), *question.baseCode);
+  summary::gatherBaseCodes(handler, location, contents);
+  const std::string nearest = summary::listNearProducts(contents, findName, *question.baseCode);
   return '\'' + output::toVisible(question.file) + "' has no product with the base code '" +
          summary::shorten(*question.baseCode) + '\'' +
          (nearest.empty() ? "" : "; the nearest in the document: " + nearest);

@@ -11,29 +11,30 @@
 
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
-#include "summary/Release.h"
+#include "summary/Contents.h"
 
 namespace update_metadata_tool::query {
 
-/// What the user asks: which document, against which product data, for which product.
+/// What the user asks about.
 struct Question {
   std::u16string file;
 
-  /// Where the product data are. Without it a product's name stands for its base code.
+  /// Location of the product data. Without it, each product's name is used as its base code.
   std::optional<std::u16string> productData;
 
-  /// The one product that the packages to delete and to extract are asked for; all without it.
+  /// The product whose packages to delete and to extract are wanted; all products without it.
   std::optional<std::u16string> baseCode;
 };
 
 using PackageKeys = std::set<std::u16string>;
 using PackageKeysByBaseCode = std::map<std::u16string, PackageKeys>;
 
-/// The keys of one product if the question names one, else those of every product.
+/// The keys of one product if the question names one, otherwise those of every product.
 using Packages = std::variant<PackageKeysByBaseCode, PackageKeys>;
 
-/// Everything that the library answers about one document, in its own types and order.
+/// All answers of the library about one document, in its types and order.
 struct Answers {
+  Question question;
   summary::Release base;
   summary::Release target;
   int targetUpdateLevel = 0;
@@ -53,22 +54,21 @@ struct LoadedUpdate {
   std::shared_ptr<install::update_metadata_parser::UpdateMetaDataHandler> handler;  ///< behind it
 };
 
-/// Loads the document of `question`, which may be standard input. Whatever the library throws
-/// passes through.
+/// Loads the document of `question`, which may be standard input. Exceptions of the library pass
+/// through.
 LoadedUpdate loadUpdate(const Question& question);
 
-/// Asks everything about a loaded document. The library's and the product catalogue's exceptions
-/// pass through.
+/// Runs all queries on a loaded document. Exceptions of the library and of the catalogue pass
+/// through.
 ///
 /// \pre `update` comes from loadUpdate() with the same question
 Answers gatherAnswers(const install::update_metadata_parser::UpdateMetaData& update,
                       const Question& question);
 
-/// What to note if the question names a base code that no product of the document has: that, and
-/// the nearest ones. Empty otherwise. Exceptions pass through as above.
+/// A note with the nearest base codes if no product of the document has the one that was asked for.
+/// Empty otherwise. Exceptions pass through as above.
 ///
 /// \pre `loaded` comes from loadUpdate() and `answers` from gatherAnswers(), with the same question
-std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers,
-                           const Question& question);
+std::string noteOnBaseCode(const LoadedUpdate& loaded, const Answers& answers);
 
 }  // namespace update_metadata_tool::query

@@ -8,10 +8,11 @@
 #include "command/Advice.h"
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
-#include "input/ProductData.h"
 #include "output/Text.h"
 #include "query/JsonOutput.h"
 #include "query/TextOutput.h"
+#include "summary/ProductData.h"
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::query {
 namespace {
@@ -22,20 +23,20 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata query update.json --product-data /srv/product-data --base-code ED
   update-metadata query update.json --format json
 
-Exit status: 0 answered, 1 the document could not be loaded or answered (show, plan, diff and
-report end with 2 then), or the output could not be written, 2 wrong usage.)";
+Exit status: 0 answered, 1 the document could not be loaded or queried (show, plan, diff and
+report exit with status 2 then), or the output could not be written, 2 usage error.)";
 
 }  // namespace
 
 QueryCommand::QueryCommand(CLI::App& app)
-    : command::Command(app, "query", "Answer every question about one document") {
+    : command::Command(app, "query", "Print the library's answers about one document") {
   command::addDocument(subcommand(), "FILE", file_);
-  command::addProductData(subcommand(), productData_,
-                          std::string(command::kForBaseCodes) +
-                              "; without it, the name of a product stands for its base code");
+  command::addProductData(
+      subcommand(), productData_,
+      std::string(command::kForBaseCodes) + "; without it, product names are used as base codes");
   subcommand()
       .add_option("--base-code", baseCode_,
-                  "List the packages to delete and to extract of this product alone")
+                  "List packages to delete and extract for this product only")
       ->type_name("CODE")
       ->check(command::isUtf8Argument());
   command::addFormat(subcommand(), format_);
@@ -58,7 +59,7 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::strin
   }
   try {
     Answers answers = gatherAnswers(*loaded.update, question);
-    note = noteOnBaseCode(loaded, answers, question);
+    note = noteOnBaseCode(loaded, answers);
     return answers;
   } catch (const std::exception& failure) {
     command::reportUnanswered(failure, question.file,
@@ -68,21 +69,15 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::strin
 }
 
 command::ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {
-  const Question question = makeQuestion();
   std::string note;
-  const std::optional<Answers> answers = answer(question, note, err);
+  const std::optional<Answers> answers = answer(makeQuestion(), note, err);
   if (!answers) {
     return command::ExitCode::kFailed;
   }
-  if (!input::noteMissingProductData(productData_, err) && !note.empty()) {
+  if (!summary::noteMissingProductData(productData_, err) && !note.empty()) {
     err << "update-metadata: note: " << note << "; check --base-code\n";
   }
-  if (format_ == command::kJsonFormat) {
-    writeJson(*answers, out);
-  } else {
-    writeText(question, *answers, out);
-  }
-  out.flush();
+  command::writeResults(format_, terminal::noProgress(), out, *answers);
   return command::ExitCode::kDone;
 }
 

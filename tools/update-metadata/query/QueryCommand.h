@@ -10,16 +10,16 @@
 
 namespace update_metadata_tool::query {
 
-/// The subcommand `query`: loads one document and writes every answer about it.
+/// The subcommand `query`: prints the library's answers about one document.
 class QueryCommand : public command::Command {
  public:
   explicit QueryCommand(CLI::App& app);
 
-  /// Nothing is written on `out` before every answer is known.
+  /// Gathers all answers before writing any of them.
   ///
-  /// When the document cannot be loaded or answered, the first line on `err` is the exception's
-  /// text, escaped for a terminal; the second one says which file it is about and what to do. A
-  /// base code that no product has is noted there, but is no failure.
+  /// If the document cannot be loaded or queried, the first line on `err` is the exception's text,
+  /// escaped for a terminal; the second names the file and says what to do. A base code that no
+  /// product has causes a note, not a failure.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:

@@ -47,10 +47,10 @@ void writePackagesOfAllProducts(const char* title, const PackageKeysByBaseCode& 
   }
 }
 
-void writePackages(const char* title, const Question& question, const Packages& packages,
-                   std::ostream& out) {
+void writePackages(const char* title, const std::optional<std::u16string>& baseCode,
+                   const Packages& packages, std::ostream& out) {
   if (const auto* keys = std::get_if<PackageKeys>(&packages)) {
-    writePackagesOfOneProduct(title, question.baseCode.value_or(std::u16string()), *keys, out);
+    writePackagesOfOneProduct(title, baseCode.value_or(std::u16string()), *keys, out);
   } else {
     writePackagesOfAllProducts(title, std::get<PackageKeysByBaseCode>(packages), out);
   }
@@ -61,16 +61,17 @@ bool hasEmptyBaseCode(const Packages& packages) {
   return byBaseCode != nullptr && byBaseCode->count(std::u16string()) != 0;
 }
 
-// Says what the reader of the lists cannot see from them: where the base codes come from.
-void writeNotes(const Question& question, const Answers& answers, std::ostream& out) {
-  if (!question.productData) {
-    out << "\nNote: no product data were given (--product-data DIR), so each product's name stands "
-           "for its base code.\n";
+// Explains the base codes of the lists.
+void writeNotes(const Answers& answers, std::ostream& out) {
+  const std::optional<std::u16string>& productData = answers.question.productData;
+  if (!productData) {
+    out << "\nNote: no product data were given (--product-data DIR), so product names are used as "
+           "base codes.\n";
   } else if (hasEmptyBaseCode(answers.packagesToDelete) ||
              hasEmptyBaseCode(answers.packagesToExtract)) {
-    out << "\nNote: the product data at " << toVisible(*question.productData)
-        << " do not know every product of the document. An unknown product has the empty base "
-           "code;\nof several, only the first is listed.\n";
+    out << "\nNote: the product data at " << toVisible(*productData)
+        << " do not contain every product of the document. A missing product has an empty base "
+           "code;\nif there are several, only the first is listed.\n";
   }
 }
 
@@ -107,12 +108,12 @@ void writeFiles(const Answers& answers, std::ostream& out) {
 
 }  // namespace
 
-void writeText(const Question& question, const Answers& answers, std::ostream& out) {
+void writeText(const Answers& answers, std::ostream& out) {
   summary::writeReleases(answers.base, answers.target, answers.targetUpdateLevel,
                          terminal::kUnlimitedColumns, out);
-  writeNotes(question, answers, out);
-  writePackages("Packages to delete", question, answers.packagesToDelete, out);
-  writePackages("Packages to extract", question, answers.packagesToExtract, out);
+  writeNotes(answers, out);
+  writePackages("Packages to delete", answers.question.baseCode, answers.packagesToDelete, out);
+  writePackages("Packages to extract", answers.question.baseCode, answers.packagesToExtract, out);
   writeSizes(answers, out);
   writeFiles(answers, out);
 }

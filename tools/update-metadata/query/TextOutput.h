@@ -6,10 +6,9 @@
 
 namespace update_metadata_tool::query {
 
-/// Writes all answers for people: the two releases, then answer by answer, in UTF-8.
+/// Writes all answers for people, in UTF-8: the two releases, then answer by answer.
 ///
-/// `question` is the one that was answered. Names are shown by toVisible(), so that no document
-/// can send anything but text to a terminal.
-void writeText(const Question& question, const Answers& answers, std::ostream& out);
+/// Names are shown by toVisible(), so that no document can control a terminal.
+void writeText(const Answers& answers, std::ostream& out);
 
 }  // namespace update_metadata_tool::query

@@ -12,14 +12,13 @@
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
 #include "input/DocumentText.h"
-#include "input/ProductData.h"
 #include "lint/Linter.h"
 #include "output/FileReplacement.h"
 #include "output/Text.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"
-#include "summary/UnknownProducts.h"
+#include "summary/ProductData.h"
 #include "terminal/Terminal.h"
 
 namespace update_metadata_tool::report {
@@ -86,7 +85,7 @@ const char* ReportCommand::findReplacedInput() const {
   // The user names the folder or the table.
   if (productData_ &&
       (isSameFile(*productData_, output_) ||
-       isSameFile(std::filesystem::path(*productData_) / input::kProductTable, output_))) {
+       isSameFile(std::filesystem::path(*productData_) / summary::kProductTable, output_))) {
     return "the product data";
   }
   return nullptr;
@@ -112,9 +111,7 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
     return std::nullopt;
   }
   progress.clear();
-  if (!input::noteMissingProductData(productData_, err)) {
-    summary::noteUnknownProducts(productData_, file_, *contents, err);
-  }
+  summary::noteProductData(productData_, {{file_, *contents}}, err);
   lint::LintOptions options;
   options.productData = productData;
   options.onProgress = [&progress] { progress.update(); };

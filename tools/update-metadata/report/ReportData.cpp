@@ -134,7 +134,7 @@ void writeData(const std::u16string& file, const Contents& contents,
 std::string makeReportData(const std::u16string& file, const Contents& contents,
                            const lint::FileReport& linting) {
   std::ostringstream text;
-  // Else memory that is short would end the text early, without a word.
+  // Otherwise a lack of memory would truncate the text silently.
   text.exceptions(std::ios_base::badbit);
   JsonWriter json(text);
   writeData(file, contents, linting, json);

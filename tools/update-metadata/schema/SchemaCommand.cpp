@@ -12,18 +12,18 @@ namespace {
 constexpr const char* kExamples = R"(Example:
   update-metadata schema > update-metadata.schema.json
 
-An editor that knows JSON Schema then helps with a document that begins so:
+An editor that supports JSON Schema then helps with a document that begins like this:
   {"$schema": "./update-metadata.schema.json", "metadata": {
 
-A schema cannot see everything that keeps a document from being loaded: a
-repeated key or a final line feed, for instance, is beyond it.
+A schema cannot detect everything that keeps a document from loading, such as a repeated key or a
+final line feed.
 
-Exit status: 0 written, 1 the output could not be written, 2 wrong usage.)";
+Exit status: 0 written, 1 the output could not be written, 2 usage error.)";
 
 }  // namespace
 
 SchemaCommand::SchemaCommand(CLI::App& app)
-    : command::Command(app, "schema", "Print the JSON Schema (draft 2020-12) of the document") {
+    : command::Command(app, "schema", "Print the JSON Schema (draft 2020-12) of a document") {
   subcommand().footer(kExamples);
 }
 

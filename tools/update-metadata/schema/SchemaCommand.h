@@ -7,7 +7,7 @@
 
 namespace update_metadata_tool::schema {
 
-/// The subcommand `schema`: writes the JSON Schema of the document, for editors and validators.
+/// The subcommand `schema`: prints the JSON Schema of a document, for editors and validators.
 class SchemaCommand : public command::Command {
  public:
   explicit SchemaCommand(CLI::App& app);

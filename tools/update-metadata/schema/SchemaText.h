@@ -4,8 +4,8 @@
 
 namespace update_metadata_tool::schema {
 
-/// The text of update-metadata.schema.json, byte for byte: what a document has to look like for the
-/// library to load it, as a JSON Schema (draft 2020-12).
+/// The bytes of update-metadata.schema.json, the JSON Schema (draft 2020-12) of documents that the
+/// library loads.
 extern const std::string_view kSchemaText;
 
 }  // namespace update_metadata_tool::schema

@@ -27,7 +27,7 @@ const std::u16string& nameOf(const LargePackage& row) {
   return row.package.key;
 }
 
-// Rows that are equal in everything stay in model order.
+// Equal rows stay in model order.
 template <class Row>
 void sortRows(std::vector<Row>& rows, RowOrder order) {
   std::stable_sort(rows.begin(), rows.end(), [order](const Row& left, const Row& right) {
@@ -55,7 +55,7 @@ std::vector<LargePackage> listPackages(const summary::Contents& contents) {
   return packages;
 }
 
-/// Counts how many packages several products use.
+/// Counts the packages that several products use.
 class UseCounts {
  public:
   explicit UseCounts(std::size_t packages) : uses_(packages) {}

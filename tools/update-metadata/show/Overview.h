@@ -12,19 +12,19 @@
 
 namespace update_metadata_tool::show {
 
-/// What rows are ordered by.
+/// The order of rows.
 enum class RowOrder {
-  kSize,  ///< the largest first: by bytes to fetch, then to unpack, then to delete, then by name
-  kName,  ///< by the code units of the name; of one name, the largest first
+  kSize,  ///< largest first: by bytes to fetch, then unpacked, then deleted, then by name
+  kName,  ///< by the code units of the name; with one name, largest first
 };
 
-/// What the user wants to see.
+/// The user's choices.
 struct OverviewOptions {
   RowOrder order = RowOrder::kSize;
-  std::size_t top = 5;  ///< how many of the largest products, components and packages
+  std::size_t top = 5;  ///< number of the largest products, components and packages
 };
 
-/// One product or component, with what it names or holds.
+/// A product or component with its totals.
 struct NamedTotals {
   std::u16string name;
   std::optional<std::u16string> baseCode;  ///< of a product, as Product::baseCode
@@ -34,29 +34,30 @@ struct NamedTotals {
 /// One of the largest packages.
 struct LargePackage {
   summary::Package package;
-  bool isDeleted = false;  ///< a package to delete; else one to extract
+  bool isDeleted = false;  ///< a package to delete, not to extract
 };
 
-/// What one document does, on one screen.
+/// A summary of one document.
 struct Overview {
   summary::Totals totals;
   std::size_t filesToDelete = 0;
-  std::size_t packagesWithFiles = 0;  ///< that lose files or list none
+  std::size_t packagesWithFiles = 0;  ///< packages with single files to delete, or with none
 
-  /// Packages that several products name. In the totals each counts once.
+  /// Packages that several products name. In the totals, each counts once.
   std::size_t sharedPackagesToDelete = 0;
   std::size_t sharedPackagesToExtract = 0;
 
   summary::DoubtfulSizes doubtfulSizes;
   std::vector<NamedTotals> products;  ///< all of them
 
-  /// The largest, in the order that was asked for.
+  /// The largest, in the chosen order.
   std::vector<NamedTotals> largestProducts;
   std::vector<NamedTotals> largestComponents;
   std::vector<LargePackage> largestPackages;
 };
 
-/// Adds up and orders. Linear in what each product names, and n log n in the rows.
+/// Makes the summary of a document. Takes time linear in what its products name, and O(n log n) in
+/// the number of rows.
 Overview makeOverview(const summary::Contents& contents, const OverviewOptions& options);
 
 }  // namespace update_metadata_tool::show

@@ -6,13 +6,12 @@
 
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
-#include "input/ProductData.h"
 #include "output/Text.h"
 #include "show/JsonOutput.h"
 #include "show/Overview.h"
 #include "show/TextOutput.h"
 #include "summary/Document.h"
-#include "summary/UnknownProducts.h"
+#include "summary/ProductData.h"
 #include "terminal/ProgressLine.h"
 #include "terminal/Terminal.h"
 
@@ -28,23 +27,23 @@ constexpr const char* kExamples = R"(Examples:
   update-metadata show update.json --sort name
   update-metadata show update.json --format json | jq .totals.bytesToFetch
 
-Exit status: 0 shown, 1 the output could not be written, 2 wrong usage, or the document
-could not be loaded or answered.)";
+Exit status: 0 shown, 1 the output could not be written, 2 usage error, or the document could not
+be loaded or queried.)";
 
 }  // namespace
 
 ShowCommand::ShowCommand(CLI::App& app)
-    : command::Command(app, "show", "Tell what one document does, with totals") {
+    : command::Command(app, "show", "Summarize one document, with totals") {
   command::addDocument(subcommand(), "FILE", file_);
   command::addProductData(subcommand(), productData_);
   subcommand()
-      .add_option("--sort", sort_, "Order rows by 'size', the largest first, or by 'name'")
+      .add_option("--sort", sort_, "Sort rows by 'size', largest first, or by 'name'")
       ->type_name("ORDER")
       ->check(CLI::IsMember({kBySize, kByName}))
       ->capture_default_str();
   subcommand()
       .add_option("--top", top_,
-                  "How many of the largest products, components and packages to tell")
+                  "How many of the largest products, components and packages to list")
       ->type_name("N")
       ->check(command::isCountArgument())
       ->capture_default_str();
@@ -63,15 +62,8 @@ command::ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
   const RowOrder order = sort_ == kByName ? RowOrder::kName : RowOrder::kSize;
   const Overview overview = makeOverview(*contents, {order, top_});
   progress.clear();
-  if (!input::noteMissingProductData(productData_, err)) {
-    summary::noteUnknownProducts(productData_, file_, *contents, err);
-  }
-  if (format_ == command::kJsonFormat) {
-    writeJson(*contents, overview, out);
-  } else {
-    writeText(*contents, overview, terminal::outputColumns(), out);
-  }
-  out.flush();
+  summary::noteProductData(productData_, {{file_, *contents}}, err);
+  command::writeResults(format_, progress, out, *contents, overview);
   return command::ExitCode::kDone;
 }
 

@@ -10,13 +10,12 @@
 
 namespace update_metadata_tool::show {
 
-/// The subcommand `show`: tells on one screen what one document does and how large it is.
+/// The subcommand `show`: summarizes one document, with totals.
 class ShowCommand : public command::Command {
  public:
   explicit ShowCommand(CLI::App& app);
 
-  /// Nothing is written on `out` before everything is known. Failures are told on `err` as by
-  /// readContents().
+  /// Completes the summary before writing any of it. Failures are reported as by readContents().
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:

@@ -11,6 +11,7 @@
 #include "summary/SumText.h"
 #include "summary/SummaryText.h"
 #include "terminal/Table.h"
+#include "terminal/Terminal.h"
 
 namespace update_metadata_tool::show {
 namespace {
@@ -52,9 +53,9 @@ terminal::RowName describeProduct(const NamedTotals& product) {
   return {{toVisibleName(product.name)}, std::move(below)};
 }
 
-// "and 3 more products", or "3 products" if none is told.
-std::string describeOthers(std::size_t others, std::size_t told) {
-  return told == 0 ? count(others, "product") : "and " + count(others, "more product");
+// "and 3 more products", or "3 products" if none is listed.
+std::string describeOthers(std::size_t others, std::size_t listed) {
+  return listed == 0 ? count(others, "product") : "and " + count(others, "more product");
 }
 
 void writeProducts(const Overview& overview, std::size_t width, std::ostream& out) {
@@ -63,17 +64,17 @@ void writeProducts(const Overview& overview, std::size_t width, std::ostream& ou
   for (const NamedTotals& product : overview.largestProducts) {
     addRow(describeProduct(product), product.totals, table);
   }
-  // Without sums: these would count again what the products above hold, too.
-  const std::size_t told = overview.largestProducts.size();
-  const std::size_t others = overview.products.size() - told;
+  // Without sums, which would count packages again that belong to products above.
+  const std::size_t listed = overview.largestProducts.size();
+  const std::size_t others = overview.products.size() - listed;
   if (others != 0) {
-    table.addRow({{"", describeOthers(others, told)}}, {{}, {}, {}, {}, {}});
+    table.addRow({{"", describeOthers(others, listed)}}, {{}, {}, {}, {}, {}});
   }
-  addRow({{"", "In all"}, describeComponents(overview.totals)}, overview.totals, table);
+  addRow({{"", "Total"}, describeComponents(overview.totals)}, overview.totals, table);
   table.write(width, out);
   std::string files = "Files to delete: " + std::to_string(overview.filesToDelete);
   if (overview.packagesWithFiles != 0) {
-    files += ", of " + count(overview.packagesWithFiles, "package");
+    files += ", from " + count(overview.packagesWithFiles, "package");
   }
   summary::writeLine(files, width, out);
 }
@@ -101,7 +102,7 @@ void writeLargest(const Overview& overview, std::size_t width, std::ostream& out
   }
 }
 
-// "3 packages to delete and 1 package to extract", without what there is none of.
+// "3 packages to delete and 1 package to extract", or only one of them if the other is zero.
 std::string describeShared(const Overview& overview) {
   std::string text;
   if (overview.sharedPackagesToDelete != 0) {
@@ -114,28 +115,28 @@ std::string describeShared(const Overview& overview) {
   return text;
 }
 
-bool isOneMarked(const Overview& overview) {
+bool isAnyMarked(const Overview& overview) {
   return std::any_of(overview.largestPackages.begin(), overview.largestPackages.end(),
                      [](const LargePackage& large) { return summary::isDoubtful(large.package); });
 }
 
-// Says what the reader of the tables cannot see from them.
+// Writes what the tables do not show.
 void writeNotes(const Overview& overview, std::size_t width, std::ostream& out) {
   const std::string shared = describeShared(overview);
   if (!shared.empty()) {
-    summary::writeNote("Several products name " + shared + ": in all, each counts once.", width,
-                       out);
+    summary::writeNote("Several products name " + shared + ": each counts once in the total.",
+                       width, out);
   }
   if (overview.doubtfulSizes.any()) {
-    const std::string doubts = describe(overview.doubtfulSizes, isOneMarked(overview));
+    const std::string doubts = describe(overview.doubtfulSizes, isAnyMarked(overview));
     summary::writeNote("In this document, " + doubts, width, out);
   }
 }
 
 }  // namespace
 
-void writeText(const summary::Contents& contents, const Overview& overview, std::size_t width,
-               std::ostream& out) {
+void writeText(const summary::Contents& contents, const Overview& overview, std::ostream& out) {
+  const std::size_t width = terminal::outputColumns();
   summary::writeReleases(contents, width, out);
   writeProducts(overview, width, out);
   writeLargest(overview, width, out);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <iosfwd>
 
 #include "show/Overview.h"
@@ -9,13 +8,10 @@
 namespace update_metadata_tool::show {
 
 /// Writes an overview for people, in UTF-8: the releases, a table of the largest products with a
-/// last row for all of them, the largest components and packages, and notes on what the numbers
-/// leave open.
+/// row for the total, the largest components and packages, and notes on the numbers.
 ///
-/// \param width  the columns that lines keep to; names that have no room in a table are cut
-///
-/// Names are shown by toVisible(), so that no document can send anything but text to a terminal.
-void writeText(const summary::Contents& contents, const Overview& overview, std::size_t width,
-               std::ostream& out);
+/// Lines fit into terminal::outputColumns(); names that have no room in a table are cut. They are
+/// shown by toVisible(), so that no document can control a terminal.
+void writeText(const summary::Contents& contents, const Overview& overview, std::ostream& out);
 
 }  // namespace update_metadata_tool::show

@@ -23,7 +23,7 @@ std::optional<std::int64_t> ByteSum::value() const {
     return static_cast<std::int64_t>(low_);
   }
   if (high_ == -1 && low_ > kLargest) {
-    // Its complement is what it lies below -1, and fits.
+    // The complement, its distance from -1, fits.
     return -1 - static_cast<std::int64_t>(~low_);
   }
   return std::nullopt;
@@ -33,7 +33,8 @@ ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole) {
   constexpr std::uint64_t kMillion = 1'000'000;
   constexpr unsigned kHalf = 32;
   constexpr std::uint64_t kLowerHalf = 0xFFFF'FFFF;
-  // Millions and what is left of them are taken each by itself, so that no product grows too large.
+  // Multiplies the quotient and the remainder of a division by a million separately, so that no
+  // product overflows.
   const auto high = static_cast<std::uint64_t>(whole.high_);
   const std::uint64_t upper = high % kMillion << kHalf | whole.low_ >> kHalf;
   const std::uint64_t lower = upper % kMillion << kHalf | (whole.low_ & kLowerHalf);

@@ -7,9 +7,8 @@ namespace update_metadata_tool::summary {
 
 /// An exact sum of byte counts.
 ///
-/// Any 64-bit numbers can be added, negative ones as well, in any order: nothing wraps and nothing
-/// is lost on the way. Only when the sum is told must it fit into 64 bits. Exact for up to 2^60
-/// summands.
+/// 64-bit numbers of either sign can be added in any order without overflow; only value() requires
+/// the sum to fit into 64 bits. Exact for up to 2^60 summands.
 class ByteSum {
  public:
   constexpr ByteSum() = default;
@@ -22,7 +21,7 @@ class ByteSum {
   /// The sum in bytes; nothing if it does not fit into 64 bits.
   std::optional<std::int64_t> value() const;
 
-  /// Tells whether the sum is below zero, also when it does not fit.
+  /// Returns whether the sum is below zero, even if it does not fit into 64 bits.
   bool isNegative() const { return high_ < 0; }
 
   friend bool operator==(const ByteSum& left, const ByteSum& right) {
@@ -36,16 +35,14 @@ class ByteSum {
  private:
   friend ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole);
 
-  // The sum is 2^64 times the one plus the other.
+  // The sum is 2^64 * high_ + low_.
   std::int64_t high_ = 0;
   std::uint64_t low_ = 0;
 };
 
-/// So many millionths of `whole`, rounded down.
+/// `millionths` millionths of `whole`, rounded down. Exact for a sum of up to 2^48 numbers.
 ///
-/// \pre `whole` is not below zero, and `millionths` is 10^10, ten thousand times the whole, at
-/// most.
-///      Exact for the sum of up to 2^48 numbers.
+/// \pre `whole` is not below zero, and `millionths` is at most 10^10, ten thousand times the whole
 ByteSum takeMillionths(std::uint64_t millionths, const ByteSum& whole);
 
 inline ByteSum operator+(ByteSum left, const ByteSum& right) {

@@ -6,30 +6,33 @@
 #include <string>
 #include <vector>
 
-#include "summary/Release.h"
-
 namespace update_metadata_tool::summary {
 
-/// A package to delete or to extract, as the library's answers keep it.
+/// A release that an update starts from or leads to.
+struct Release {
+  std::u16string family;
+  std::u16string version;
+};
+
+/// A package to delete or to extract, as in the library's answers.
 struct Package {
   /// The component's name, an underscore and the package's name.
   std::u16string key;
 
-  /// In bytes, as the library holds it: to fetch, or of the package to delete. It may be negative;
-  /// the smallest number of 64 bits stands for a size that the document gives, but that fits no
-  /// number of 64 bits.
+  /// Bytes to fetch, or of the package to delete, as the library reads them. May be negative; the
+  /// smallest 64-bit number means a size in the document that does not fit into 64 bits.
   std::int64_t size = 0;
 
-  /// Bytes after unpacking, of the same kind; 0 for a package to delete.
+  /// Bytes after unpacking, with the same range; 0 for a package to delete.
   std::int64_t uncompressedBytes = 0;
 };
 
 /// A component that some product names.
 ///
-/// Its packages are numbers of Contents::packagesToDelete and Contents::packagesToExtract, each
-/// once, in model order. They are the same for every product that names the component, so they
-/// stand here and not with the products. Packages to delete are known only if some product names
-/// the component to delete, and likewise for those to extract: nothing else is ever done to them.
+/// Its packages are indices into Contents::packagesToDelete and Contents::packagesToExtract, each
+/// once, in model order. They belong to the component because every product that names it has the
+/// same ones. Packages to delete are listed only if some product names the component to delete, and
+/// likewise for packages to extract.
 struct Component {
   std::u16string name;
   std::vector<std::size_t> packagesToDelete;
@@ -40,19 +43,19 @@ struct Component {
 struct Product {
   std::u16string name;
 
-  /// Nothing without product data, and for a product that they do not know.
+  /// Nothing without product data, or if they do not contain the product.
   std::optional<std::u16string> baseCode;
 
-  /// Numbers of Contents::components, each once, in the order in which the product names them.
+  /// Indices into Contents::components, each once, in the order in which the product names them.
   std::vector<std::size_t> componentsToDelete;
   std::vector<std::size_t> componentsToExtract;
 };
 
-/// A package that stays but loses single files.
+/// A package that is kept except for single files.
 struct PackageWithFiles {
   std::u16string key;
   std::int64_t size = 0;              ///< of the package, in bytes, as Package::size
-  std::vector<std::u16string> files;  ///< paths, each once, in the order of their code units
+  std::vector<std::u16string> files;  ///< paths of the files, each once, ordered by code units
 };
 
 /// A component with such packages.
@@ -60,22 +63,22 @@ struct ComponentWithFiles {
   std::u16string name;
   std::vector<PackageWithFiles> packages;
 
-  /// Packages whose keys came before, mostly in another component. They are in none of the
-  /// library's answers, but matter where that other component is left out.
+  /// Duplicates of packages that came before, usually in another component. The library's answers
+  /// omit them, but they count where that other component is left out.
   std::vector<PackageWithFiles> repeatedPackages;
 };
 
-/// Everything that the library knows of one document, as plain data.
+/// Everything that the library knows about one document, as plain data.
 ///
-/// Names are as the library holds them and may contain anything: what goes to a terminal goes
-/// through toVisible(). The model orders products, packages and components with files by their
-/// names in UTF-8, byte by byte, and the components of a product as the document names them.
+/// Names may contain anything, so pass them through toVisible() before writing them to a terminal.
+/// The model orders products, packages and components with files by the bytes of their names in
+/// UTF-8, and the components of a product as the document does.
 ///
-/// Duplicates are resolved as by the library's queries: the first in model order counts. Of
+/// Duplicates are resolved as in the library's queries: the first in model order counts. Among
 /// packages to extract with one key ("a" with "b_c" and "a_b" with "c", or one component in two
-/// products) the first gives the sizes, for every product; the others are not kept. Packages to
-/// delete and packages with files follow the same rule, each kind for itself. A package with files
-/// belongs to the component that it was first found in; later ones with its key are kept aside.
+/// products), the first gives the sizes for every product and the others are dropped. The same
+/// holds for packages to delete and, separately, for packages with files, whose duplicates are kept
+/// in ComponentWithFiles::repeatedPackages.
 struct Contents {
   Release base;
   Release target;
@@ -84,16 +87,11 @@ struct Contents {
 
   std::vector<Package> packagesToDelete;   ///< each key once, in model order
   std::vector<Package> packagesToExtract;  ///< each key once, in model order
-  std::vector<Component> components;       ///< each name once, in the order of their first mention
+  std::vector<Component> components;       ///< each name once, in order of first mention
   std::vector<Product> products;           ///< in model order; two may have one name or base code
 
   /// In model order, each name once.
   std::vector<ComponentWithFiles> componentsWithFiles;
 };
-
-/// The package's own name: what stands behind the component's name and the underscore in its key.
-///
-/// \pre `package` is one of `component`
-std::u16string packageName(const Component& component, const Package& package);
 
 }  // namespace update_metadata_tool::summary

@@ -18,7 +18,7 @@ namespace {
 
 using terminal::ProgressLine;
 
-// What takes the library a noticeable time to parse, in which it says nothing.
+// Parsing more takes noticeable time, in which the library reports no progress.
 constexpr std::size_t kLongText = std::size_t{32} << 20U;
 
 }  // namespace
@@ -42,15 +42,10 @@ Contents Document::gatherContents() const {
   contents.target = {handler_->getTargetReleaseFamily(), handler_->getTargetReleaseVersion()};
   contents.targetUpdateLevel = handler_->getTargetUpdateLevelForQorv();
   contents.architecture = handler_->architecture();
-  progress_.begin("gathering what the document says");
+  progress_.begin("gathering the contents");
   gatherModel(handler_->getProductUpdateMetaDataModel(), contents, progress_);
   if (source_.productData) {
-    for (Product& product : contents.products) {
-      std::u16string baseCode = handler_->getProductBaseCode(product.name, *source_.productData);
-      if (!baseCode.empty()) {
-        product.baseCode = std::move(baseCode);
-      }
-    }
+    gatherBaseCodes(*handler_, *source_.productData, contents);
   }
   return contents;
 }
@@ -59,8 +54,8 @@ std::u16string Document::findProductName(const std::u16string& baseCode) const {
   return handler_->getProductName(baseCode, source_.productData.value());
 }
 
-bool askDocument(const DocumentSource& source, const std::function<void(const Document&)>& ask,
-                 std::ostream& err, ProgressLine& progress) {
+bool queryDocument(const DocumentSource& source, const std::function<void(const Document&)>& query,
+                   std::ostream& err, ProgressLine& progress) {
   std::optional<Document> document;
   try {
     document.emplace(source, progress);
@@ -70,7 +65,7 @@ bool askDocument(const DocumentSource& source, const std::function<void(const Do
     return false;
   }
   try {
-    ask(*document);
+    query(*document);
   } catch (const std::exception& failure) {
     progress.clear();
     command::reportUnanswered(failure, source.file, source.productData.value_or(std::u16string()),
@@ -83,7 +78,7 @@ bool askDocument(const DocumentSource& source, const std::function<void(const Do
 std::optional<Contents> readContents(const DocumentSource& source, std::ostream& err,
                                      ProgressLine& progress) {
   std::optional<Contents> contents;
-  askDocument(
+  queryDocument(
       source, [&](const Document& document) { contents = document.gatherContents(); }, err,
       progress);
   return contents;

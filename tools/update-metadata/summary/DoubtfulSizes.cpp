@@ -8,7 +8,7 @@
 namespace update_metadata_tool::summary {
 namespace {
 
-// What the library takes a size for that does not fit.
+// How the library reads a size that does not fit into 64 bits.
 constexpr std::int64_t kTruncated = std::numeric_limits<std::int64_t>::min();
 
 void countAmong(const std::vector<Package>& packages, const std::vector<std::size_t>& numbers,
@@ -50,10 +50,10 @@ std::string describe(const DoubtfulSizes& sizes, bool areMarked) {
   }
   if (sizes.truncated != 0) {
     text += (sizes.negative == 0 ? "" : ", ") + output::count(sizes.truncated, "package") +
-            " with a size that does not fit into 64 bits and was taken for " +
+            " with a size that does not fit into 64 bits and is read as " +
             std::to_string(kTruncated);
   }
-  return text + ". Sums take sizes as they stand.";
+  return text + ". Totals include these sizes.";
 }
 
 }  // namespace update_metadata_tool::summary

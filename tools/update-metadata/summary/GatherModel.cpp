@@ -37,7 +37,7 @@ std::u16string makeKey(Name component, Name package) {
   return key;
 }
 
-/// Which of the two things that an update does to packages is gathered.
+/// Where packages to delete, or to extract, are in the model and in the contents.
 struct Side {
   const OwnedCollection<ComponentDeltaData>& (ProductDeltaData::Impl::*components)() const noexcept;
   const OwnedCollection<PkgDeltaData>& (ComponentDeltaData::Impl::*packages)() const noexcept;
@@ -53,12 +53,12 @@ constexpr Side kExtract = {
     &ProductDeltaData::Impl::getCompsToExtract, &ComponentDeltaData::Impl::getPkgsToExtract,
     &Contents::packagesToExtract, &Product::componentsToExtract, &Component::packagesToExtract};
 
-/// Adds components by their names, in the order in which they come, the first of each.
+/// Lists each component once, by its name.
 class ComponentTable {
  public:
   explicit ComponentTable(std::vector<Component>& components) : components_(components) {}
 
-  /// The number of the component with that name, which may be a new one.
+  /// The index of the component with that name, added if it is new.
   std::size_t add(Name name) {
     const auto [place, isNew] = numbers_.try_emplace(name.identity(), components_.size());
     if (isNew) {
@@ -72,12 +72,12 @@ class ComponentTable {
   std::unordered_map<const mf::zero::InternedString*, std::size_t> numbers_;
 };
 
-/// Adds packages by their keys, in the order in which they come, the first of each.
+/// Lists each package once, by its key; the first one counts.
 class PackageTable {
  public:
   explicit PackageTable(std::vector<Package>& packages) : packages_(packages) {}
 
-  /// The number of the package with that key, which may be a new one.
+  /// The index of the package with that key, added if it is new.
   std::size_t add(std::u16string key, const PkgDeltaData::Impl& package) {
     const auto [place, isNew] = numbers_.try_emplace(std::move(key), packages_.size());
     if (isNew) {
@@ -86,7 +86,7 @@ class PackageTable {
     return place->second;
   }
 
-  /// Hands the keys over to the packages. No package can be added any more.
+  /// Moves the keys to the packages. No package can be added afterwards.
   void finish() {
     while (!numbers_.empty()) {
       auto place = numbers_.extract(numbers_.begin());
@@ -96,13 +96,13 @@ class PackageTable {
 
  private:
   std::vector<Package>& packages_;
-  std::map<std::u16string, std::size_t> numbers_;  // a tree: no made-up keys can slow it down
+  std::map<std::u16string, std::size_t> numbers_;  // a tree, which crafted keys cannot slow down
 };
 
-/// Remembers which user of each number was the last one.
+/// Remembers the last user of each number.
 class LastUsers {
  public:
-  /// Returns whether the last user of `number` was not `user`, a number from 1.
+  /// Makes `user`, at least 1, the last user of `number`. Returns whether another one was before.
   bool isNew(std::size_t number, std::size_t user) {
     if (users_.size() <= number) {
       users_.resize(number + 1);
@@ -110,7 +110,7 @@ class LastUsers {
     return std::exchange(users_[number], user) != user;
   }
 
-  /// Returns whether `number` has had no user yet.
+  /// Returns whether `number` has no user yet.
   bool isUnused(std::size_t number) const { return users_.size() <= number || users_[number] == 0; }
 
  private:
@@ -226,6 +226,16 @@ void gatherModel(const ProductUpdateMetaData& root, Contents& contents,
                  terminal::ProgressLine& progress) {
   gatherProducts(root, contents, progress);
   gatherComponentsWithFiles(root, contents, progress);
+}
+
+void gatherBaseCodes(install::update_metadata_parser::UpdateMetaDataHandler& handler,
+                     const std::u16string& productData, Contents& contents) {
+  for (Product& product : contents.products) {
+    std::u16string baseCode = handler.getProductBaseCode(product.name, productData);
+    if (!baseCode.empty()) {
+      product.baseCode = std::move(baseCode);
+    }
+  }
 }
 
 }  // namespace update_metadata_tool::summary

@@ -1,17 +1,25 @@
 #pragma once
 
+#include <string>
+
 #include "install/datamodels/product_update/ProductUpdateMetaData.h"
+#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "summary/Contents.h"
 #include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::summary {
 
-/// Fills the products, the components and all packages of `contents`, which holds none yet, from
-/// the library's model. Base codes stay unset.
+/// Adds the model's products, components and packages to `contents`, which must have none. Base
+/// codes remain unset.
 ///
-/// Walks the model front to back. A component is read where it is first mentioned: the elements
-/// that later products have for it hold the same packages. `progress` is told that it goes on.
+/// Walks the model front to back and reads each component where it is first named, because all
+/// products have the same packages of it. Updates `progress`.
 void gatherModel(const install::datamodels::product_update::ProductUpdateMetaData& root,
                  Contents& contents, terminal::ProgressLine& progress);
+
+/// Sets the base codes of the products of `contents`, as `handler` finds them in the product data.
+/// Its exceptions pass through.
+void gatherBaseCodes(install::update_metadata_parser::UpdateMetaDataHandler& handler,
+                     const std::u16string& productData, Contents& contents);
 
 }  // namespace update_metadata_tool::summary

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "output/EditDistance.h"
 #include "output/Text.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMostSuggestions = 5;
 
-// Longer texts are compared, and shown, by their beginnings: no code or name that people type is.
+// Longer texts are compared and shown by their beginnings; nobody types codes or names that long.
 constexpr std::size_t kMostUnits = 60;
 
 std::u16string_view beginningOf(std::u16string_view text) {
@@ -22,7 +23,7 @@ std::u16string_view beginningOf(std::u16string_view text) {
   return isCharacterParted ? text.substr(0, kMostUnits + 1) : beginning;
 }
 
-// How far the beginnings of two texts are from each other.
+// The edit distance of the beginnings of two texts.
 std::size_t distanceOf(std::u16string_view left, std::u16string_view right) {
   return output::editDistance(beginningOf(left), beginningOf(right));
 }
@@ -34,12 +35,17 @@ std::string shorten(std::u16string_view text) {
   return output::toVisible(beginning) + (beginning.size() == text.size() ? "" : "...");
 }
 
-std::string listNearProducts(std::vector<const Product*> products, const std::u16string& asked) {
+std::string listNearProducts(
+    const Contents& contents,
+    const std::function<std::u16string(const std::u16string& baseCode)>& findName,
+    const std::u16string& wanted) {
   std::vector<std::pair<std::size_t, const Product*>> near;
-  near.reserve(products.size());
-  for (const Product* const product : products) {
-    near.emplace_back(
-        std::min(distanceOf(asked, *product->baseCode), distanceOf(asked, product->name)), product);
+  for (const Product& product : contents.products) {
+    if (product.baseCode && findName(*product.baseCode) == product.name) {
+      near.emplace_back(
+          std::min(distanceOf(wanted, *product.baseCode), distanceOf(wanted, product.name)),
+          &product);
+    }
   }
   std::stable_sort(near.begin(), near.end(),
                    [](const auto& left, const auto& right) { return left.first < right.first; });

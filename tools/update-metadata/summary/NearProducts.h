@@ -1,8 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "summary/Contents.h"
 
@@ -11,10 +11,14 @@ namespace update_metadata_tool::summary {
 /// A name or a base code to show, cut to about sixty characters.
 std::string shorten(std::u16string_view text);
 
-/// The five of `products` whose base code or name comes closest to `asked`, the nearest first, to
-/// show: "FE (Fernlight Editor), FV (Fernlight Viewer)". Empty if there are none.
+/// Lists the five products whose base code or name is nearest to `wanted`, the nearest first:
+/// "FE (Fernlight Editor), FV (Fernlight Viewer)". Empty if no product qualifies.
 ///
-/// \pre each has a base code
-std::string listNearProducts(std::vector<const Product*> products, const std::u16string& asked);
+/// \param findName  the name of the product that a base code selects; a product that its own base
+///                  code does not select is left out
+std::string listNearProducts(
+    const Contents& contents,
+    const std::function<std::u16string(const std::u16string& baseCode)>& findName,
+    const std::u16string& wanted);
 
 }  // namespace update_metadata_tool::summary

@@ -10,11 +10,10 @@
 
 namespace update_metadata_tool::summary {
 
-/// A handler that also keeps the architecture where it can be read, and tells what the reader has
-/// come to.
+/// A handler that also gives access to the architecture and shows the progress of the reader.
 class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHandler {
  public:
-  /// `progress` has to outlive it.
+  /// \param progress  must outlive the handler
   explicit SummaryHandler(terminal::ProgressLine& progress) : progress_(progress) {}
 
   void setMetaDataArch(const std::u16string& arch) const override {
@@ -27,7 +26,7 @@ class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHan
                            const std::vector<std::u16string>& compsToExtract,
                            const PkgsToDelete& pkgsToDelete,
                            const PkgsToExtract& pkgsToExtract) const override {
-    progress_.begin("taking over product " + std::to_string(++products_));
+    progress_.begin("storing product " + std::to_string(++products_));
     UpdateMetaDataHandler::setProductDeltaData(name, compsToDelete, compsToExtract, pkgsToDelete,
                                                pkgsToExtract);
   }
@@ -35,16 +34,16 @@ class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHan
   install::datamodels::product_update::PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
       const std::u16string& name, std::int64_t size,
       const std::vector<std::u16string>& files) const override {
-    progress_.begin("taking over files to delete");
+    progress_.begin("storing files to delete");
     return UpdateMetaDataHandler::createPkgDataWithFilesToDelete(name, size, files);
   }
 
   const std::u16string& architecture() const { return architecture_; }
 
  private:
-  // Setters are const: what a handler fills is not itself.
+  // Mutable because the setters are const.
   mutable std::u16string architecture_;
-  mutable std::size_t products_ = 0;  ///< taken over so far
+  mutable std::size_t products_ = 0;  ///< stored so far
   terminal::ProgressLine& progress_;
 };
 

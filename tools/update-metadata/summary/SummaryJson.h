@@ -1,8 +1,8 @@
 #pragma once
 
 #include "output/JsonWriter.h"
+#include "summary/Contents.h"
 #include "summary/DoubtfulSizes.h"
-#include "summary/Release.h"
 #include "summary/Totals.h"
 
 namespace update_metadata_tool::summary {

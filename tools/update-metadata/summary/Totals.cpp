@@ -8,7 +8,7 @@ namespace {
 
 using Numbers = std::vector<std::size_t>;
 
-// Appends those of `numbers` that are not noted as selected yet.
+// Appends those of `numbers` that are not selected yet.
 void selectEach(const Numbers& numbers, std::vector<bool>& isSelected, Numbers& selected) {
   for (const std::size_t number : numbers) {
     if (!isSelected[number]) {
@@ -18,7 +18,7 @@ void selectEach(const Numbers& numbers, std::vector<bool>& isSelected, Numbers& 
   }
 }
 
-// Brings what was selected into order, and leaves nothing noted for the next selection.
+// Sorts the selection and clears the flags for the next one.
 void finishSelection(Numbers& selected, std::vector<bool>& isSelected) {
   for (const std::size_t number : selected) {
     isSelected[number] = false;

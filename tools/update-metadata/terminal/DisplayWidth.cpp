@@ -24,7 +24,7 @@ constexpr output::CharacterRange kWithoutWidth[] = {
     {0x0E31, 0x0E31},    // Thai vowel sign
     {0x0E34, 0x0E3A},    // Thai vowel signs
     {0x0E47, 0x0E4E},    // Thai marks
-    {0x1160, 0x11FF},    // Hangul vowels and finals, joined to what is before
+    {0x1160, 0x11FF},    // Hangul vowels and finals, joined to the character before
     {0x1AB0, 0x1AFF},    // combining diacritical marks, extended
     {0x1DC0, 0x1DFF},    // combining diacritical marks, supplement
     {0x200B, 0x200F},    // zero width space, joiners, marks of direction
@@ -87,13 +87,13 @@ std::string cutInTheMiddle(std::string_view text, std::size_t width) {
     return {};
   }
   const std::vector<Cluster> clusters = clustersOf(text);
-  const std::size_t left = width / 2;  // columns before the ellipsis, at most
+  const std::size_t left = width / 2;  // most columns before the ellipsis
   std::size_t used = 0;
   std::size_t front = 0;  // clusters before the ellipsis
   while (used + clusters[front].width <= left) {
     used += clusters[front++].width;
   }
-  std::size_t back = clusters.size();  // clusters behind it begin here
+  std::size_t back = clusters.size();  // first cluster after it
   while (used + clusters[back - 1].width <= width - 1) {
     used += clusters[--back].width;
   }

@@ -7,31 +7,31 @@
 
 namespace update_metadata_tool::terminal {
 
-/// The number of columns that a terminal needs for a character that is no control character.
+/// The number of columns that a terminal needs for a character other than a control character.
 ///
-/// Combining marks, joiners and variation selectors take no column, what Unicode calls wide (East
-/// Asian characters and most pictographs) takes two, all others one. This is what terminals mostly
-/// do: the marks of rare scripts are taken for characters, and parts of a joined pictograph are
-/// counted one by one.
+/// Combining marks, joiners and variation selectors take no column, characters that Unicode calls
+/// wide (East Asian ones and most pictographs) take two, all others one. As in most terminals,
+/// marks of rare scripts count as characters, and the parts of a joined pictograph count one by
+/// one.
 std::size_t displayWidth(char32_t character);
 
-/// The same for a whole text, UTF-8 without control characters.
+/// The same for a text in UTF-8 without control characters.
 std::size_t displayWidth(std::string_view text);
 
-/// A character and the marks behind it, which are never parted.
+/// A character and the marks that follow it, which are never separated.
 struct Cluster {
   std::string_view text;
   std::size_t width;
 };
 
-/// All of `text`, in its order. It has to outlive them.
+/// Splits `text` into clusters, which refer to it.
 std::vector<Cluster> clustersOf(std::string_view text);
 
-/// Cuts `text` to at most `width` columns by putting an ellipsis in place of its middle. A mark
-/// stays with its character. A text that fits comes back as it is.
+/// Shortens `text` to at most `width` columns by replacing its middle with an ellipsis. Marks stay
+/// with their characters. A text that fits is returned unchanged.
 std::string cutInTheMiddle(std::string_view text, std::size_t width);
 
-/// Adds blanks behind, or in front of, `text` up to `width` columns.
+/// Adds blanks after, or before, `text` up to `width` columns.
 std::string padRight(std::string_view text, std::size_t width);
 std::string padLeft(std::string_view text, std::size_t width);
 

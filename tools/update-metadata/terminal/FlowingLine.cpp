@@ -15,18 +15,18 @@ bool isDigit(char character) {
   return character >= '0' && character <= '9';
 }
 
-// Tells whether no line should end with this word.
-bool leadsToTheNext(std::string_view word) {
+// Whether a line should not end with this word.
+bool belongsToTheNext(std::string_view word) {
   return isDigit(word.back()) || word == "!";
 }
 
-// The first words up to a blank at which a line can break.
+// The first words, up to the first blank at which a line may break.
 //
 // \pre `text` begins with a word
 std::string_view firstUnit(std::string_view text) {
   std::size_t end = firstWord(text).size();
   std::size_t begin = 0;  // of the last word
-  while (leadsToTheNext(text.substr(begin, end - begin))) {
+  while (belongsToTheNext(text.substr(begin, end - begin))) {
     begin = text.find_first_not_of(' ', end);
     if (begin == std::string_view::npos) {
       break;
@@ -36,7 +36,7 @@ std::string_view firstUnit(std::string_view text) {
   return text.substr(0, end);
 }
 
-// "<" of "<-1"; all of a word that begins with a number or holds none.
+// "<" of "<-1"; the whole of a word that begins with a number or contains none.
 std::string_view partBeforeNumber(std::string_view word) {
   const std::size_t number = word.find_first_of("-0123456789");
   return number == 0 ? word : word.substr(0, number);

@@ -7,30 +7,29 @@
 
 namespace update_metadata_tool::terminal {
 
-/// A line for people that goes on in further lines where it has no room.
+/// A line for people that wraps where it has no room.
 ///
-/// It is put together of words, which the command says, and of names, which a document brings:
-/// words break at their blanks, names break anywhere, and nothing of a name is lost. Both are UTF-8
-/// that may go to a terminal.
+/// It consists of words, which are the command's own, and of names from a document. Words wrap at
+/// their blanks; names wrap anywhere and lose nothing. Both are UTF-8 that is safe for a terminal.
 class FlowingLine {
  public:
-  /// \param width   the columns of each line, from 20 on
-  /// \param indent  blanks in front of further lines, at most 10
+  /// \param width   the columns of each line, at least 20
+  /// \param indent  the indent of further lines, at most 10
   FlowingLine(std::size_t width, std::size_t indent) : width_(width), indent_(indent) {}
 
-  /// Adds words. Blanks at the very beginning indent the line; those at which it breaks go.
+  /// Adds words. Blanks at the very beginning indent the line; blanks where it wraps are dropped.
   ///
-  /// It does not break behind a number, which keeps its unit, nor behind the exclamation mark in
-  /// front of one, unless these have no room in one line. A word that has no room behind the indent
-  /// has a smaller one. So a number is whole if a line has room for it.
+  /// A number stays with the unit after it and with an exclamation mark before it if these fit into
+  /// one line. A word that is too long for the indent is indented less, so that a number stays
+  /// whole if a line has room for it.
   FlowingLine& words(std::string_view text);
 
-  /// Adds a name. If a line of its own has room for all of it, but this one has not, it begins
-  /// there; else it begins here and goes on wherever a line is full. A mark stays with its
-  /// character.
+  /// Adds a name. If it fits into one further line but not into the rest of this one, it begins on
+  /// a new line; otherwise it begins here and wraps wherever a line is full. Marks stay with their
+  /// characters.
   FlowingLine& name(std::string_view text);
 
-  /// The lines, without a final line feed. Blanks at the end of the last words are left out.
+  /// The lines, without a final line feed and without blanks at the end of the last words.
   const std::string& text() const { return text_; }
 
   friend std::ostream& operator<<(std::ostream& out, const FlowingLine& line) {
@@ -47,7 +46,7 @@ class FlowingLine {
   std::size_t indent_;
   std::string text_;
   std::size_t column_ = 0;  ///< of the last line
-  std::size_t blanks_ = 0;  ///< that come before what is added next
+  std::size_t blanks_ = 0;  ///< before whatever is added next
 };
 
 }  // namespace update_metadata_tool::terminal

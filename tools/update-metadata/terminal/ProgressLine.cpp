@@ -12,7 +12,7 @@ namespace {
 constexpr std::chrono::milliseconds kPatience(1000);
 constexpr std::chrono::milliseconds kPause(250);
 
-// Leads to the beginning of the line and removes what stands there.
+// Returns to the beginning of the line and erases it.
 constexpr const char* kErase = "\r\x1B[K";
 
 }  // namespace
@@ -60,7 +60,7 @@ void ProgressLine::update() {
 void ProgressLine::show(Clock::time_point now) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - begin_).count();
   const std::string time = seconds != 0 ? ", " + std::to_string(seconds) + " s" : "";
-  // A character in the last column lets some terminals go on in the next row.
+  // Some terminals wrap after a character in the last column.
   const std::size_t room = columns_.value() - 1;
   const std::string line = work_.substr(0, room - std::min(room, time.size())) + time;
   err_ << kErase << line.substr(0, room) << std::flush;

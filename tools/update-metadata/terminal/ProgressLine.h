@@ -9,17 +9,16 @@
 
 namespace update_metadata_tool::terminal {
 
-/// Tells somebody who waits what is being done, in one line of a terminal that is written anew.
+/// Shows a waiting user what the program is doing, in one line of a terminal that it rewrites.
 ///
-/// The line appears when a second has passed, or before work that gives no chance to write it then,
-/// and changes four times a second at most. It keeps to the width of the terminal: what the work is
-/// gives way to how long it has taken.
+/// The line appears after one second, or before work that cannot update it, and changes at most
+/// four times a second. It fits the terminal: the description is shortened before the time is.
 class ProgressLine {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// \param columns  of the terminal, at least one; without a terminal nothing is ever written
-  /// \param now      tells the time; the work begins at the time of the construction
+  /// \param columns  of the terminal, at least one; without them nothing is ever written
+  /// \param now      the clock; the time counts from construction
   ProgressLine(std::ostream& err, std::optional<std::size_t> columns,
                std::function<Clock::time_point()> now = Clock::now);
 
@@ -29,21 +28,19 @@ class ProgressLine {
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
-  /// Says what is done from now on, in a few words of ASCII: "reading the document".
+  /// Begins a piece of work, described in a few words of ASCII: "reading the document".
   void begin(std::string work);
 
-  /// The same for work that may take long without a word from it: it is shown at once, however
-  /// soon it is done then.
+  /// The same for work that may take long and cannot call update(): it is shown at once.
   void beginSilent(std::string work);
 
-  /// Shows the time that has passed, if it is due. Cheap, so call it often.
+  /// Shows the elapsed time if an update is due. Cheap, so call it often.
   void update();
 
-  /// Tells whether it has taken so long by now that the line is shown.
+  /// Returns whether enough time has passed for the line to be shown.
   bool isDue() const;
 
-  /// Removes the line, so that something else can be written. It comes back when work is begun or
-  /// goes on.
+  /// Removes the line, so that something else can be written. The next update shows it again.
   void clear();
 
  private:
@@ -53,16 +50,16 @@ class ProgressLine {
   std::optional<std::size_t> columns_;
   std::function<Clock::time_point()> now_;
   Clock::time_point begin_;
-  Clock::time_point next_;  ///< not written before
+  Clock::time_point next_;  ///< time of the next update
   std::string work_;
   bool isWritten_ = false;
 };
 
-/// One that is never shown.
+/// A line that is never shown.
 ProgressLine& noProgress();
 
-/// Says that the results are written to standard output, without a word until that is done. If that
-/// is a terminal, they show themselves, and the line makes room for them.
+/// Shows that results are being written to standard output, or removes the line if they go to a
+/// terminal, where they can be seen.
 void beginOutput(ProgressLine& progress);
 
 }  // namespace update_metadata_tool::terminal

@@ -14,22 +14,22 @@ namespace {
 constexpr const char* kGap = "  ";
 constexpr std::size_t kGapWidth = 2;
 
-// If names would have to be cut to less, they get lines of their own.
+// Names that would have less room get separate lines.
 constexpr std::size_t kNarrowestNames = 16;
 
-// The column of names gets no wider.
+// The largest width of the column of names.
 constexpr std::size_t kWidestNames = 100;
 
 bool isEmpty(const Label& label) {
   return label.name.empty() && label.words.empty();
 }
 
-// The columns of a label whose name is cut to at most `mostOfName` of them.
+// The columns of a label whose name is cut to at most `mostOfName` columns.
 std::size_t widthOf(const Label& label, std::size_t mostOfName) {
   return std::min(displayWidth(label.name), mostOfName) + displayWidth(label.words);
 }
 
-// The same for what a row is about, in two lines.
+// The same for the two lines of a row's name.
 std::size_t widthOf(const RowName& name, std::size_t mostOfName) {
   const std::size_t below = isEmpty(name.below) ? 0 : kGapWidth + widthOf(name.below, mostOfName);
   return std::max(widthOf(name.text, mostOfName), below);
@@ -40,20 +40,12 @@ std::string cut(const Label& label, std::size_t room) {
   return cutInTheMiddle(label.name, room - displayWidth(label.words)) + label.words;
 }
 
-// A label on lines of its own, for which the name leaves the words room.
-void writeLabel(const Label& label, std::size_t indent, std::size_t width, std::ostream& out) {
-  const std::string_view words = label.words;
-  const std::size_t attached = displayWidth(words.substr(0, words.find(' ')));
-  FlowingLine line(width, indent + kGapWidth);
-  line.words(std::string(indent, ' '));
-  line.name(cutInTheMiddle(label.name, width - indent - attached));
-  out << line.words(words) << '\n';
-}
-
 }  // namespace
 
-Table::Table(std::string heading, std::vector<std::string> numberHeadings)
-    : heading_(std::move(heading)), numberHeadings_(std::move(numberHeadings)) {}
+Table::Table(std::string heading, std::vector<std::string> numberHeadings, LongNames longNames)
+    : heading_(std::move(heading)),
+      numberHeadings_(std::move(numberHeadings)),
+      longNames_(longNames) {}
 
 void Table::addRow(RowName name, std::vector<Cell> numbers) {
   rows_.push_back({std::move(name), std::move(numbers)});
@@ -74,6 +66,7 @@ std::vector<std::size_t> Table::widthsOfNumbers() const {
 
 void Table::write(std::size_t width, std::ostream& out) const {
   if (rows_.empty()) {
+    writeAsList(width, out);
     return;
   }
   const std::vector<std::size_t> widths = widthsOfNumbers();
@@ -88,14 +81,26 @@ void Table::write(std::size_t width, std::ostream& out) const {
     widest = std::max(widest, widthOf(row.name, width));
   }
   if (numbers + narrowest > width) {
-    writeOneBelowTheOther(width, out);
+    writeAsList(width, out);
     return;
   }
   const std::size_t room = width - numbers;
-  writeInColumns(room, std::min({widest, room, kWidestNames}), widths, out);
+  writeInColumns(width, room, std::min({widest, room, kWidestNames}), widths, out);
 }
 
-void Table::writeInColumns(std::size_t roomOfNames, std::size_t widthOfNames,
+// A label on separate lines. A name that is cut leaves room for the word attached to it.
+void Table::writeLabel(const Label& label, std::size_t indent, std::size_t width,
+                       std::ostream& out) const {
+  const std::string_view words = label.words;
+  const std::size_t attached = displayWidth(words.substr(0, words.find(' ')));
+  FlowingLine line(width, indent + 2 * kGapWidth);
+  line.words(std::string(indent, ' '));
+  line.name(longNames_ == LongNames::kWrap ? label.name
+                                           : cutInTheMiddle(label.name, width - indent - attached));
+  out << line.words(words) << '\n';
+}
+
+void Table::writeInColumns(std::size_t width, std::size_t roomOfNames, std::size_t widthOfNames,
                            const std::vector<std::size_t>& widths, std::ostream& out) const {
   const auto writeLine = [&](const std::string& name, auto numberOf) {
     std::string line = padRight(name, widthOfNames);
@@ -107,7 +112,12 @@ void Table::writeInColumns(std::size_t roomOfNames, std::size_t widthOfNames,
   };
   writeLine(heading_, [&](std::size_t column) { return numberHeadings_[column]; });
   for (const Row& row : rows_) {
-    writeLine(cut(row.name.text, roomOfNames),
+    const bool isWrapped =
+        longNames_ == LongNames::kWrap && widthOf(row.name.text, width) > roomOfNames;
+    if (isWrapped) {
+      writeLabel(row.name.text, 0, width, out);
+    }
+    writeLine(isWrapped ? "" : cut(row.name.text, roomOfNames),
               [&](std::size_t column) { return row.numbers[column].text; });
     const bool hasNumbersBelow =
         std::any_of(row.numbers.begin(), row.numbers.end(),
@@ -119,7 +129,7 @@ void Table::writeInColumns(std::size_t roomOfNames, std::size_t widthOfNames,
   }
 }
 
-void Table::writeOneBelowTheOther(std::size_t width, std::ostream& out) const {
+void Table::writeAsList(std::size_t width, std::ostream& out) const {
   std::size_t headings = 0;
   std::size_t texts = 0;
   std::size_t belows = 0;
@@ -130,7 +140,7 @@ void Table::writeOneBelowTheOther(std::size_t width, std::ostream& out) const {
       belows = std::max(belows, displayWidth(row.numbers[column].below));
     }
   }
-  out << heading_ << '\n';
+  out << FlowingLine(width, kGapWidth).words(heading_) << '\n';
   for (const Row& row : rows_) {
     writeLabel(row.name.text, kGapWidth, width, out);
     if (!isEmpty(row.name.below)) {

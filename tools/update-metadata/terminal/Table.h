@@ -7,46 +7,52 @@
 
 namespace update_metadata_tool::terminal {
 
-/// A name, which is cut in the middle where there is no room for it, and words behind it, which
-/// never are. Both are UTF-8 that may go to a terminal; either may be empty.
+/// A name, and words after it, which are never cut. Both are UTF-8 that is safe for a terminal;
+/// either may be empty.
 struct Label {
   std::string name;
   std::string words = {};
 };
 
-/// What a row is about and, indented on a line of its own, what belongs below it.
+/// The name of a row and, indented on the next line, what belongs to it.
 struct RowName {
   Label text;
   Label below = {};
 };
 
-/// A number in a row and, on a line of its own, what belongs below it; either may be empty.
+/// A number in a row and another one on the next line; either may be empty.
 struct Cell {
   std::string text;
   std::string below = {};
 };
 
-/// A table for people, which keeps to the width of a terminal.
+/// What happens to names that have no room in their column.
+enum class LongNames {
+  kCut,   ///< their middle is replaced with an ellipsis
+  kWrap,  ///< they get separate lines, with the numbers below
+};
+
+/// A table for people that fits the terminal.
 ///
-/// The first column says what the rows are about, aligned to the left; the others hold numbers,
-/// aligned to the right. Names are cut where there is no room for them; numbers, headings and other
-/// words never are. If that would leave next to nothing of the names, the rows are written one
-/// below the other instead, indented below the heading of the names: the name, then each number
-/// behind its own heading.
+/// The first column contains the names of the rows, aligned to the left; the others contain
+/// numbers, aligned to the right. Numbers, headings and words are never cut. If hardly any room
+/// would be left for names, each row is written as a list instead, indented below the heading: the
+/// name, then each number after its heading.
 ///
-/// However much room there is, one very long name does not draw the numbers of all others away from
-/// their names: its own follow it, out of their columns.
+/// Even without a limit of the width, one very long name does not move the column of numbers away
+/// from the other names: its own numbers follow it directly.
 class Table {
  public:
-  /// \param heading         of what the rows are about
+  /// \param heading         of the names
   /// \param numberHeadings  of each column of numbers
-  Table(std::string heading, std::vector<std::string> numberHeadings);
+  Table(std::string heading, std::vector<std::string> numberHeadings,
+        LongNames longNames = LongNames::kCut);
 
-  /// \pre there are as many numbers as headings of theirs
+  /// \pre there is one number for each heading
   void addRow(RowName name, std::vector<Cell> numbers);
 
-  /// Writes all rows in lines of at most `width` columns, from 20 on, with the headings above them;
-  /// nothing at all without rows.
+  /// Writes the headings and all rows in lines of at most `width` columns, at least 20. Without
+  /// rows, writes the heading of the names alone.
   void write(std::size_t width, std::ostream& out) const;
 
  private:
@@ -56,12 +62,15 @@ class Table {
   };
 
   std::vector<std::size_t> widthsOfNumbers() const;
-  void writeInColumns(std::size_t roomOfNames, std::size_t widthOfNames,
+  void writeLabel(const Label& label, std::size_t indent, std::size_t width,
+                  std::ostream& out) const;
+  void writeInColumns(std::size_t width, std::size_t roomOfNames, std::size_t widthOfNames,
                       const std::vector<std::size_t>& widths, std::ostream& out) const;
-  void writeOneBelowTheOther(std::size_t width, std::ostream& out) const;
+  void writeAsList(std::size_t width, std::ostream& out) const;
 
   std::string heading_;
   std::vector<std::string> numberHeadings_;
+  LongNames longNames_;
   std::vector<Row> rows_;
 };
 

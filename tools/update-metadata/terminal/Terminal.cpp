@@ -20,12 +20,12 @@ std::string_view environment(const char* name) {
   return value != nullptr ? value : "";
 }
 
-// A dumb terminal shows escape sequences as they stand.
-bool isCleverTerminal(int descriptor) {
+// A dumb terminal shows escape sequences as text.
+bool understandsEscapes(int descriptor) {
   return ::isatty(descriptor) == 1 && environment("TERM") != "dumb";
 }
 
-// 0 if the environment does not tell.
+// 0 if the environment does not contain a number.
 std::size_t columnsOfEnvironment() {
   const std::string_view text = environment("COLUMNS");
   const char* const end = text.data() + text.size();
@@ -37,8 +37,8 @@ std::size_t columnsOfEnvironment() {
 // Of a terminal.
 std::size_t columnsOf(int descriptor) {
   winsize size{};
-  const bool isTold = ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
-  return isTold ? size.ws_col : kUsualColumns;
+  const bool isKnown = ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+  return isKnown ? size.ws_col : kUsualColumns;
 }
 
 std::size_t columnsOfOutput() {
@@ -47,8 +47,8 @@ std::size_t columnsOfOutput() {
 
 }  // namespace
 
-bool isOutputColoured() {
-  return isCleverTerminal(STDOUT_FILENO) && environment("NO_COLOR").empty();
+bool isOutputColored() {
+  return understandsEscapes(STDOUT_FILENO) && environment("NO_COLOR").empty();
 }
 
 bool isOutputTerminal() {
@@ -65,7 +65,7 @@ std::size_t outputColumns() {
 }
 
 std::optional<std::size_t> errorTerminalColumns() {
-  return isCleverTerminal(STDERR_FILENO) ? std::optional(columnsOf(STDERR_FILENO)) : std::nullopt;
+  return understandsEscapes(STDERR_FILENO) ? std::optional(columnsOf(STDERR_FILENO)) : std::nullopt;
 }
 
 }  // namespace update_metadata_tool::terminal

@@ -123,7 +123,7 @@ class OddNumbers(PageTest):
             "A negative size.", "P"])
         self.assertEqual(self.texts("#tables-note"), [
             "'!' marks doubtful sizes: 1 package with a size that does not fit into 64 bits and "
-            "was taken for -9223372036854775808. Sums take sizes as they stand."])
+            "is read as -9223372036854775808. Totals include these sizes."])
 
     def test_are_drawn_with_the_figures_of_the_tables(self):
         self.open("odd", documents.make_odd())

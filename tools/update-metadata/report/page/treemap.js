@@ -80,10 +80,10 @@ class Treemap {
   onKey(event) {
     const here = this.boxes.indexOf(document.activeElement);
     const moves = {
-      ArrowLeft: () => this.neighbour(here, -1, 0),
-      ArrowRight: () => this.neighbour(here, 1, 0),
-      ArrowUp: () => this.neighbour(here, 0, -1),
-      ArrowDown: () => this.neighbour(here, 0, 1),
+      ArrowLeft: () => this.neighbor(here, -1, 0),
+      ArrowRight: () => this.neighbor(here, 1, 0),
+      ArrowUp: () => this.neighbor(here, 0, -1),
+      ArrowDown: () => this.neighbor(here, 0, 1),
       Home: () => 0,
       End: () => this.boxes.length - 1,
     };
@@ -97,7 +97,7 @@ class Treemap {
   }
 
   /** The nearest box in a direction, or the same box if there is none. */
-  neighbour(index, right, down) {
+  neighbor(index, right, down) {
     const middle = (box) => [box.offsetLeft + box.offsetWidth / 2,
                              box.offsetTop + box.offsetHeight / 2];
     const [x, y] = middle(this.boxes[index]);

@@ -1,5 +1,7 @@
-#include "input/ProductData.h"
+#include "summary/ProductData.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <ostream>
 #include <sstream>
@@ -11,7 +13,7 @@
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
-namespace update_metadata_tool::input {
+namespace update_metadata_tool::summary {
 namespace {
 
 using test_support::runTool;
@@ -21,11 +23,12 @@ using test_support::ToolSurroundings;
 
 std::string noteOn(const std::optional<std::string>& location) {
   std::ostringstream err;
-  noteMissingProductData(location, err);
+  const bool isNoted = noteMissingProductData(location, err);
+  EXPECT_EQ(isNoted, !err.str().empty());
   return err.str();
 }
 
-TEST(ProductData, ThatAreThereNeedNoNote) {
+TEST(ProductData, ThatExistNeedNoNote) {
   const TemporaryFolder folder;
   folder.writeFile("data/products.tsv", "");
   folder.writeFile("table", "");
@@ -34,23 +37,23 @@ TEST(ProductData, ThatAreThereNeedNoNote) {
   EXPECT_EQ(noteOn(folder.nativePath("table")), "");
 }
 
-TEST(ProductData, ThatAreNotThereAreNoted) {
+TEST(ProductData, ThatCannotBeFoundAreNoted) {
   EXPECT_EQ(noteOn("no\nwhere"),
-            "update-metadata: note: the product data 'no<U+000A>where' are not there, so no "
+            "update-metadata: note: the product data 'no<U+000A>where' cannot be found, so no "
             "product has a base code; check --product-data\n");
   EXPECT_EQ(noteOn(""),
-            "update-metadata: note: the product data '(empty)' are not there, so no product has a "
-            "base code; check --product-data\n");
+            "update-metadata: note: the product data '(empty)' cannot be found, so no product has "
+            "a base code; check --product-data\n");
 }
 
 TEST(ProductData, ThatAreAFolderWithoutATableAreNoted) {
   const TemporaryFolder folder;
   EXPECT_EQ(noteOn(folder.nativePath()),
             "update-metadata: note: the product data '" + folder.nativePath() +
-                "' hold no products.tsv, so no product has a base code; check --product-data\n");
+                "' contain no products.tsv, so no product has a base code; check --product-data\n");
 }
 
-TEST(ProductData, ThatTheSystemHidesAreNotedAsSuch) {
+TEST(ProductData, ThatCannotBeAccessedAreNoted) {
   const TemporaryFolder folder;
   folder.makeLink("circle", "circle");
   folder.makeFolder("data");
@@ -61,15 +64,57 @@ TEST(ProductData, ThatTheSystemHidesAreNotedAsSuch) {
            "--product-data\n";
   };
   EXPECT_EQ(noteOn(folder.nativePath("circle")),
-            noted(folder.nativePath("circle"), "cannot be looked at"));
+            noted(folder.nativePath("circle"), "cannot be accessed"));
   EXPECT_EQ(noteOn(folder.nativePath("data")),
-            noted(folder.nativePath("data"), "hold a products.tsv that cannot be looked at"));
+            noted(folder.nativePath("data"), "contain a products.tsv that cannot be accessed"));
 }
+
+// --- products that the product data do not contain ------------------------------------------
+
+std::string noteOn(const Contents& contents) {
+  const TemporaryFolder folder;
+  folder.writeFile("products.tsv", "");
+  std::ostringstream err;
+  noteProductData(folder.nativePath(), {{"up\x1B.json", contents}}, err);
+  const std::string text = err.str();
+  return text.substr(std::min(text.find("' "), text.size()));
+}
+
+Contents makeContents(std::size_t products) {
+  Contents contents;
+  contents.products.resize(products);
+  return contents;
+}
+
+TEST(UnknownProducts, AreNotedIfTheProductDataContainNone) {
+  EXPECT_EQ(noteOn(makeContents(3)),
+            "' contain none of the 3 products of 'up<U+001B>.json'; check --product-data\n");
+  EXPECT_EQ(noteOn(makeContents(1)),
+            "' do not contain the only product of 'up<U+001B>.json'; check --product-data\n");
+}
+
+TEST(UnknownProducts, AreNotNotedIfTheProductDataContainOne) {
+  Contents contents = makeContents(3);
+  contents.products[1].baseCode = u"CODE";
+  EXPECT_EQ(noteOn(contents), "");
+}
+
+TEST(UnknownProducts, AreNotNotedForADocumentWithoutProducts) {
+  EXPECT_EQ(noteOn(Contents()), "");
+}
+
+TEST(UnknownProducts, AreNotNotedWithoutProductData) {
+  std::ostringstream err;
+  noteProductData(std::nullopt, {{"update.json", makeContents(3)}}, err);
+  EXPECT_EQ(err.str(), "");
+}
+
+// --- every command --------------------------------------------------------------------------
 
 struct Use {
   const char* name;
   std::vector<std::string> arguments;
-  std::string noteOnEmpty;  ///< what is noted of product data without a product
+  std::string noteOnEmpty;  ///< the note on product data without products
 };
 
 std::ostream& operator<<(std::ostream& out, const Use& row) {
@@ -78,7 +123,7 @@ std::ostream& operator<<(std::ostream& out, const Use& row) {
 
 class MissingProductData : public ::testing::TestWithParam<Use> {};
 
-// But for the notes, a command tells the same of product data without a product.
+// Except for the notes, a command prints the same as for product data without products.
 TEST_P(MissingProductData, AreNotedByEveryCommand) {
   const TemporaryFolder folder;
   folder.writeFile(
@@ -95,14 +140,14 @@ TEST_P(MissingProductData, AreNotedByEveryCommand) {
   ToolRun empty = runTool(arguments, around);
   EXPECT_EQ(empty.err, GetParam().noteOnEmpty);
   empty.err =
-      "update-metadata: note: the product data 'none' are not there, so no product has a base "
+      "update-metadata: note: the product data 'none' cannot be found, so no product has a base "
       "code; check --product-data\n";
   EXPECT_EQ(missing, empty);
 }
 
 const std::string kUnknown =
-    "update-metadata: note: the product data 'none' do not know the only product of 'update.json'; "
-    "check --product-data\n";
+    "update-metadata: note: the product data 'none' do not contain the only product of "
+    "'update.json'; check --product-data\n";
 
 const Use kUses[] = {
     {"Query", {"query", "update.json", "--format=json"}, ""},
@@ -117,4 +162,4 @@ INSTANTIATE_TEST_SUITE_P(Commands, MissingProductData, ::testing::ValuesIn(kUses
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
-}  // namespace update_metadata_tool::input
+}  // namespace update_metadata_tool::summary

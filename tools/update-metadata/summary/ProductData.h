@@ -1,0 +1,34 @@
+#pragma once
+
+#include <initializer_list>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include "summary/Contents.h"
+
+namespace update_metadata_tool::summary {
+
+/// The table in a folder with product data.
+constexpr const char* kProductTable = "products.tsv";
+
+/// A document as the user named it, and its contents.
+struct NamedContents {
+  const std::string& file;
+  const Contents& contents;
+};
+
+/// Writes a note if the product data that the user named cannot be accessed, or are neither a table
+/// nor a folder with one. The library treats them as a catalogue without products.
+///
+/// \param location  the product data, as the user named them; no note without them
+///
+/// \return whether a note was written
+bool noteMissingProductData(const std::optional<std::string>& location, std::ostream& err);
+
+/// The same, and otherwise a note on each document that has products of which none is in the
+/// product data.
+void noteProductData(const std::optional<std::string>& location,
+                     std::initializer_list<NamedContents> documents, std::ostream& err);
+
+}  // namespace update_metadata_tool::summary
