@@ -26,11 +26,11 @@ using output::toUtf16;
 constexpr int kWidestIndent = 8;
 
 constexpr const char* kExamples =
-    R"(The library reads the same from the result; fmt verifies this before it writes anything.
-Keys and values keep their spelling and their order; only the white space between
-them changes. A byte-order mark and white space around the document are removed,
-because the library rejects them. A document that the library cannot load is not
-changed.
+    R"(The library reads the same from the result, which fmt verifies before it writes
+anything. Keys and values keep their spelling and their order; only the white
+space between them changes. A byte-order mark and white space around the document
+are removed, because the library rejects them. A document that the library cannot
+load is not changed.
 
 Examples:
   update-metadata fmt update.json
