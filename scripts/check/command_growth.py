@@ -14,10 +14,11 @@ MOST_SLOPE = 1.10
 MOST_OF_TEXT = 60  # bytes of memory for each byte of the text
 MOST_FOR_FINDINGS = 128_000_000
 SIZES = (0.5, 1, 2, 4)  # in megabytes
+LARGER_SIZES = (2, 4, 8)
 # Smaller figures measure the program itself and the resolution of the clock.
 LEAST_SECONDS = 0.05
 LEAST_BYTES = 4_000_000
-TABLE = os.path.join(FOLDER, "product-data", "products.tsv")
+MEMORY = os.path.join(FOLDER, "memory")
 
 
 def document(components="", products="", files=""):
@@ -102,7 +103,7 @@ def families():
 
 
 def subcommands(path):
-    table = os.path.dirname(TABLE)
+    table = path + ".tsv"
     return {
         "show": ["show", path],
         "show json": ["show", path, "--format", "json"],
@@ -121,13 +122,17 @@ def subcommands(path):
 
 def measure(arguments):
     """Returns processor seconds and bytes of memory."""
-    process = subprocess.Popen([COMMAND, *arguments], stdin=subprocess.DEVNULL,
-                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    # The system counts the memory of the process that starts the command as the command's, so that must be
+    # a small one.
+    process = subprocess.Popen(["time", "--format=%M", "--output=" + MEMORY, "--quiet", COMMAND, *arguments],
+                               stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL)
     _, status, usage = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
     if process.returncode not in (0, 1, 2):
         sys.exit(f"{arguments} exited with status {process.returncode}")
-    return usage.ru_utime, usage.ru_maxrss * 1024
+    with open(MEMORY) as memory:
+        return usage.ru_utime, int(memory.read()) * 1024
 
 
 def best(arguments, rounds=1):
@@ -153,23 +158,69 @@ def write(path, content):
         out.write(content)
 
 
-def write_products(text):
-    """A table that knows the products of a document."""
+def write_products(path, text):
+    """Writes a table that knows the products of a document."""
     try:
         products = json.loads(text.decode("utf-8", "replace"))["products"] or {}
         names = list(products)
     except (ValueError, KeyError, TypeError, RecursionError):
         names = []
-    write(TABLE, "".join("C%d\t%s\t%d\t\n" % (number, name, number)
-                         for number, name in enumerate(names)).encode())
+    write(path, "".join("C%d\t%s\t%d\t\n" % (number, name, number)
+                        for number, name in enumerate(names)).encode())
+
+
+class Documents:
+    """The documents of a family with their product data, made when they are first needed."""
+
+    def __init__(self, family, make):
+        self.family, self.make, self.paths = family, make, {}
+
+    def path(self, size):
+        if size not in self.paths:
+            path = os.path.join(FOLDER, "%s-%s.json" % (self.family, size))
+            text = self.make(size)
+            write(path, text)
+            write_products(path + ".tsv", text)
+            self.paths[size] = path
+        return self.paths[size]
+
+    def remove(self):
+        for path in self.paths.values():
+            os.remove(path)
+            os.remove(path + ".tsv")
+
+
+class Growth:
+    """Time and memory of one subcommand for documents of some sizes."""
+
+    def __init__(self, name, documents, floor, sizes, rounds):
+        paths = [documents.path(size) for size in sizes]
+        self.length = os.path.getsize(paths[-1])
+        runs = [best(subcommands(path)[name], rounds) for path in paths]
+        self.times = [time for time, _ in runs]
+        self.memories = [memory - floor for _, memory in runs]
+        self.of_time = slope(sizes, self.times, LEAST_SECONDS)
+        self.of_memory = slope(sizes, self.memories, LEAST_BYTES)
+        # Findings have a separate limit, up to which they may grow in any way.
+        is_over = name.startswith("lint") and any(
+            memory > MOST_OF_TEXT * os.path.getsize(path) + MOST_FOR_FINDINGS
+            for memory, path in zip(self.memories, paths))
+        self.is_too_much = (is_over or (self.of_time or 0) > MOST_SLOPE or
+                            (self.of_memory or 0) > MOST_SLOPE)
+
+    def row(self):
+        shown = ["" if value is None else "%.2f" % value for value in (self.of_time, self.of_memory)]
+        return (f"{self.length:9} {self.times[-1]:8.2f} {shown[0]:>6} "
+                f"{self.memories[-1] / 1e6:7.0f} {shown[1]:>6} {self.memories[-1] / self.length:7.1f}"
+                f"{'  TOO MUCH' if self.is_too_much else ''}")
 
 
 def main():
-    os.makedirs(os.path.dirname(TABLE), exist_ok=True)
-    write(os.path.join(FOLDER, "nothing.json"), document())
-    write(TABLE, b"")
-    floors = {name: best(arguments)[1]
-              for name, arguments in subcommands(os.path.join(FOLDER, "nothing.json")).items()}
+    os.makedirs(FOLDER, exist_ok=True)
+    nothing = os.path.join(FOLDER, "nothing.json")
+    write(nothing, document())
+    write(nothing + ".tsv", b"")
+    floors = {name: best(arguments)[1] for name, arguments in subcommands(nothing).items()}
     wanted = sys.argv[4:]
     failed = False
     print(f"{'family':30} {'subcommand':11} {'text':>9} {'seconds':>8} {'slope':>6} "
@@ -177,38 +228,16 @@ def main():
     for family, make in families():
         if wanted and family not in wanted:
             continue
-        paths = []
-        for size in SIZES:
-            paths.append(os.path.join(FOLDER, "%s-%s.json" % (family, size)))
-            write(paths[-1], make(size))
-        lengths = [os.path.getsize(path) for path in paths]
+        documents = Documents(family, make)
         for name in floors:
-            # Other work on the machine makes some runs slower. More runs tell that from growth.
-            for rounds in (1, 4):
-                times, memories = [], []
-                for path in paths:
-                    with open(path, "rb") as text:
-                        write_products(text.read())
-                    time, memory = best(subcommands(path)[name], rounds)
-                    times.append(time)
-                    memories.append(memory - floors[name])
-                of_time = slope(SIZES, times, LEAST_SECONDS)
-                of_memory = slope(SIZES, memories, LEAST_BYTES)
-                # Findings have a separate limit, up to which they may grow in any way.
-                is_too_much = (of_time or 0) > MOST_SLOPE or (of_memory or 0) > MOST_SLOPE
-                if name.startswith("lint"):
-                    is_too_much = is_too_much or any(
-                        memory > MOST_OF_TEXT * length + MOST_FOR_FINDINGS
-                        for memory, length in zip(memories, lengths))
-                if not is_too_much:
-                    break
-            failed = failed or is_too_much
-            shown = ["" if value is None else "%.2f" % value for value in (of_time, of_memory)]
-            print(f"{family:30} {name:11} {lengths[-1]:9} {times[-1]:8.2f} {shown[0]:>6} "
-                  f"{memories[-1] / 1e6:7.0f} {shown[1]:>6} {memories[-1] / lengths[-1]:7.1f}"
-                  f"{'  TOO MUCH' if is_too_much else ''}", flush=True)
-        for path in paths:
-            os.remove(path)
+            growth = Growth(name, documents, floors[name], SIZES, rounds=1)
+            if growth.is_too_much:
+                # Other work on the machine makes some runs slower, and memory begins to grow in steps: more
+                # runs with larger documents tell both from growth.
+                growth = Growth(name, documents, floors[name], LARGER_SIZES, rounds=3)
+            failed = failed or growth.is_too_much
+            print(f"{family:30} {name:11} {growth.row()}", flush=True)
+        documents.remove()
     sys.exit(1 if failed else 0)
 
 

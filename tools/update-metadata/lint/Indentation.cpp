@@ -13,18 +13,12 @@ constexpr std::size_t kFewestLines = 3;
 /// The lines of a text, visited in ascending order.
 class Lines {
  public:
-  explicit Lines(std::string_view text) : text_(text) {}
+  explicit Lines(std::string_view text) : text_(text) { beginLine(0); }
 
-  /// Advances to the line of an offset.
+  /// Advances to the line of an offset. Linear in the text for all calls together.
   void goTo(std::size_t offset) {
-    const std::size_t before = begin_;
-    for (std::size_t feed = text_.find('\n', begin_); feed < offset;
-         feed = text_.find('\n', begin_)) {
-      begin_ = feed + 1;
-    }
-    if (before != begin_ || !isMeasured_) {
-      isMeasured_ = true;
-      indent_ = std::min(text_.find_first_not_of(" \t", begin_), text_.size()) - begin_;
+    while (feed_ < offset) {
+      beginLine(feed_ + 1);
     }
   }
 
@@ -38,10 +32,16 @@ class Lines {
   }
 
  private:
+  void beginLine(std::size_t begin) {
+    begin_ = begin;
+    feed_ = text_.find('\n', begin);
+    indent_ = std::min(text_.find_first_not_of(" \t", begin), text_.size()) - begin;
+  }
+
   std::string_view text_;
   std::size_t begin_ = 0;
+  std::size_t feed_ = 0;  // the line feed at the end, or npos
   std::size_t indent_ = 0;
-  bool isMeasured_ = false;
 };
 
 class Judgment {
