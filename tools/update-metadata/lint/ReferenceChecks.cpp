@@ -1,6 +1,7 @@
 #include "lint/ReferenceChecks.h"
 
 #include <algorithm>
+#include <array>
 #include <deque>
 #include <optional>
 #include <string>
@@ -26,11 +27,10 @@ class ReferenceChecks {
       : document_(document), tree_(document.tree()), sections_(sections), findings_(findings) {
     if (sections.components) {
       components_ = NameTable(document, *sections.components);
-      uses_.resize(components_.entries().size());
+      uses_.resize(components_.entries().size(), {kNever, kNever});
       std::vector<std::string_view> names;
       for (const NameTable::Entry& component : components_.entries()) {
-        packages_.push_back({memberOf(component.key + 1, "delete", SourceKind::kObject),
-                             memberOf(component.key + 1, "extract", SourceKind::kObject)});
+        packages_.push_back(membersOf(component.key + 1, SourceKind::kObject));
         names.push_back(component.name);
       }
       nearest_ = NearestNames(std::move(names));
@@ -46,8 +46,8 @@ class ReferenceChecks {
       if (sections_.products && isEveryNameKnown_) {
         checkUnused();
       }
-      checkCollisions(&Packages::toDelete, &Use::toDelete);
-      checkCollisions(&Packages::toExtract, &Use::toExtract);
+      checkCollisions(kToDelete);
+      checkCollisions(kToExtract);
     }
     if (sections_.files) {
       const NameTable files(document_, *sections_.files);
@@ -59,18 +59,12 @@ class ReferenceChecks {
   }
 
  private:
-  // The positions of the first mention of a component to delete and to extract, which are its
-  // positions in the model.
-  struct Use {
-    std::size_t toDelete = kNever;
-    std::size_t toExtract = kNever;
-  };
+  enum Answer : std::size_t { kToDelete, kToExtract, kFiles };
 
-  // The objects of a component's packages; kNever if there are none.
-  struct Packages {
-    std::size_t toDelete;
-    std::size_t toExtract;
-  };
+  // One position for each of kToDelete and kToExtract, or kNever.
+  using Positions = std::array<std::size_t, 2>;
+
+  static constexpr const char* kMembers[] = {"delete", "extract"};
 
   // The value of a member of an object if it is of the given kind; otherwise kNever.
   std::size_t memberOf(std::size_t object, std::string_view name, SourceKind kind) const {
@@ -85,6 +79,12 @@ class ReferenceChecks {
     return found;
   }
 
+  // The values of the members for kToDelete and kToExtract.
+  Positions membersOf(std::size_t object, SourceKind kind) const {
+    return {memberOf(object, kMembers[kToDelete], kind),
+            memberOf(object, kMembers[kToExtract], kind)};
+  }
+
   // The library visits products in the order of their keys' bytes, and the elements of each array
   // in the order of the text. This order decides which of two packages with the same key is used.
   void checkProducts() {
@@ -94,17 +94,16 @@ class ReferenceChecks {
     });
     std::sort(products.begin(), products.end());
     for (const auto& [bytes, key] : products) {
-      const std::size_t toDelete = memberOf(key + 1, "delete", SourceKind::kArray);
-      const std::size_t toExtract = memberOf(key + 1, "extract", SourceKind::kArray);
+      const auto [toDelete, toExtract] = membersOf(key + 1, SourceKind::kArray);
       if (toDelete == kNever || toExtract == kNever) {
         isEveryNameKnown_ = false;
         continue;
       }
       const std::string_view product = document_.nameOf(key);
-      checkNamed(toDelete, "delete", product, &Use::toDelete);
-      checkNamed(toExtract, "extract", product, &Use::toExtract);
-      works_.push_back({key, namesPackages(toDelete, &Packages::toDelete),
-                        namesPackages(toExtract, &Packages::toExtract)});
+      checkNamed(toDelete, kToDelete, product);
+      checkNamed(toExtract, kToExtract, product);
+      works_.push_back(
+          {key, namesPackages(toDelete, kToDelete), namesPackages(toExtract, kToExtract)});
       if (isEmpty(toDelete) && isEmpty(toExtract)) {
         findings_.add(Rule::kProductWithoutWork, tree_, key,
                       {"the product lists no component, so the library skips it",
@@ -114,14 +113,14 @@ class ReferenceChecks {
   }
 
   // Whether any of the components in an array has packages.
-  bool namesPackages(std::size_t array, std::size_t Packages::*member) {
+  bool namesPackages(std::size_t array, Answer answer) {
     bool isAny = false;
     document_.forEachElement(array, [&](std::size_t element) {
       if (isAny || !document_.isA(SourceKind::kString, element)) {
         return;
       }
       const std::size_t component = components_.find(document_.nameOf(element));
-      isAny = component != kNever && hasPackages(packages_[component].*member);
+      isAny = component != kNever && hasPackages(packages_[component][answer]);
     });
     return isAny;
   }
@@ -130,8 +129,7 @@ class ReferenceChecks {
 
   bool hasPackages(std::size_t packages) const { return packages != kNever && !isEmpty(packages); }
 
-  void checkNamed(std::size_t array, const char* key, std::string_view product,
-                  std::size_t Use::*use) {
+  void checkNamed(std::size_t array, Answer answer, std::string_view product) {
     struct Named {
       std::string_view name;
       std::size_t element;
@@ -152,13 +150,13 @@ class ReferenceChecks {
         }
         return;
       }
-      if (uses_[component].*use == kNever) {
-        uses_[component].*use = named_++;
+      if (uses_[component][answer] == kNever) {
+        uses_[component][answer] = named_++;
       }
-      const Packages& packages = packages_[component];
+      const Positions& packages = packages_[component];
       // A component without any package is a placeholder.
-      if (use == &Use::toDelete && !hasPackages(packages.toDelete) &&
-          hasPackages(packages.toExtract)) {
+      if (answer == kToDelete && !hasPackages(packages[kToDelete]) &&
+          hasPackages(packages[kToExtract])) {
         reportNothingToDelete(document_, element, product, findings_);
       }
     });
@@ -169,8 +167,8 @@ class ReferenceChecks {
     for (std::size_t index = 1; index < names.size(); ++index) {
       if (names[index].name == names[index - 1].name) {
         findings_.add(Rule::kComponentNamedTwice, tree_, names[index].element,
-                      {"duplicate component " + quote(names[index].name) + " in '" + key +
-                           "': it counts once in the answers",
+                      {"duplicate component " + quote(names[index].name) + " in '" +
+                           kMembers[answer] + "': it counts once in the answers",
                        "remove the duplicate",
                        describeProduct(product),
                        {{tree_[names[index - 1].element].begin, "the previous mention"}}});
@@ -208,29 +206,29 @@ class ReferenceChecks {
   void checkUnused() {
     for (std::size_t index = 0; index < uses_.size(); ++index) {
       const std::size_t component = components_.entries()[index].key;
-      const Use& use = uses_[index];
-      const Packages& packages = packages_[index];
-      if (use.toDelete == kNever && use.toExtract == kNever) {
+      if (uses_[index] == Positions{kNever, kNever}) {
         reportUnused(document_, component, findings_);
-      } else if (use.toDelete == kNever && hasPackages(packages.toDelete)) {
-        reportUnreachable(document_, component, packages.toDelete, "delete", findings_);
-      } else if (use.toExtract == kNever && hasPackages(packages.toExtract)) {
-        reportUnreachable(document_, component, packages.toExtract, "extract", findings_);
+        continue;
+      }
+      for (const Answer answer : {kToDelete, kToExtract}) {
+        const std::size_t packages = packages_[index][answer];
+        if (uses_[index][answer] == kNever && hasPackages(packages)) {
+          reportUnreachable(document_, component, packages, kMembers[answer], findings_);
+        }
       }
     }
   }
 
-  void checkCollisions(std::size_t Packages::*member, std::size_t Use::*use) {
+  void checkCollisions(Answer answer) {
     std::vector<KeyedComponent> components;
     std::vector<std::size_t> ranks;
     components.reserve(uses_.size());
     ranks.reserve(uses_.size());
     for (std::size_t index = 0; index < uses_.size(); ++index) {
-      components.push_back({components_.entries()[index].name, packages_[index].*member});
-      ranks.push_back(uses_[index].*use);
+      components.push_back({components_.entries()[index].name, packages_[index][answer]});
+      ranks.push_back(uses_[index][answer]);
     }
-    reportCollisions(components, ranks,
-                     use == &Use::toDelete ? Answer::kToDelete : Answer::kToExtract);
+    reportCollisions(components, ranks, answer);
   }
 
   // Every component with files is in the model, in the order of names.
@@ -241,10 +239,8 @@ class ReferenceChecks {
       const bool isObject = document_.isA(SourceKind::kObject, entry.key + 1);
       components.push_back({entry.name, isObject ? entry.key + 1 : kNever});
     }
-    reportCollisions(components, std::vector<std::size_t>(components.size()), Answer::kFiles);
+    reportCollisions(components, std::vector<std::size_t>(components.size()), kFiles);
   }
-
-  enum class Answer { kToDelete, kToExtract, kFiles };
 
   // Reports all packages with the same key except the one that the answers use, the first in the
   // model.
@@ -277,17 +273,17 @@ class ReferenceChecks {
 
   void reportCollision(const PackageOf& used, const PackageOf& ignored, bool isInModel,
                        Answer answer) {
-    const char* const what = answer == Answer::kFiles      ? "with files to delete"
-                             : answer == Answer::kToDelete ? "to delete"
-                                                           : "to extract";
+    const char* const what = answer == kFiles      ? "with files to delete"
+                             : answer == kToDelete ? "to delete"
+                                                   : "to extract";
     std::string message = "this package has the same key, " +
                           quoteKey(ignored.component, ignored.package.name) + ", as " +
                           describePackage(used.package.name, what, used.component);
     if (!isInModel) {
       message += "; no product uses both components yet";
-    } else if (answer == Answer::kFiles) {
+    } else if (answer == kFiles) {
       message += "; the answers contain the files and size of that package, not of this one";
-    } else if (answer == Answer::kToDelete) {
+    } else if (answer == kToDelete) {
       message += "; the answers contain the key once";
     } else {
       message += "; the answers contain the sizes of that package, not of this one";
@@ -302,27 +298,23 @@ class ReferenceChecks {
   // Components with equal names are adjacent and share one table.
   void checkChangedPackages(const NameTable& files) {
     std::size_t last = kNever;
-    NameTable toDelete;
-    NameTable toExtract;
+    std::array<NameTable, 2> tables;
     for (const NameTable::Entry& withFiles : files.entries()) {
       const std::size_t component = components_.find(withFiles.name);
       if (component == kNever || !document_.isA(SourceKind::kObject, withFiles.key + 1)) {
         continue;
       }
       if (component != last) {
-        const auto [deleted, extracted] = packages_[component];
-        const Use& use = uses_[component];
-        toDelete = use.toDelete == kNever ? NameTable() : tableOf(deleted);
-        toExtract = use.toExtract == kNever ? NameTable() : tableOf(extracted);
+        for (const Answer answer : {kToDelete, kToExtract}) {
+          const std::size_t packages = packages_[component][answer];
+          const bool isChanged = uses_[component][answer] != kNever && packages != kNever;
+          tables[answer] = isChanged ? NameTable(document_, packages) : NameTable();
+        }
         last = component;
       }
-      checkChanged(withFiles, toDelete, "deleted");
-      checkChanged(withFiles, toExtract, "extracted");
+      checkChanged(withFiles, tables[kToDelete], "deleted");
+      checkChanged(withFiles, tables[kToExtract], "extracted");
     }
-  }
-
-  NameTable tableOf(std::size_t object) const {
-    return object == kNever ? NameTable() : NameTable(document_, object);
   }
 
   void checkChanged(const NameTable::Entry& withFiles, const NameTable& changed,
@@ -348,9 +340,9 @@ class ReferenceChecks {
   const Sections& sections_;
   FindingList& findings_;
   NameTable components_;
-  NearestNames nearest_;            // of the components
-  std::vector<Use> uses_;           // by the components' positions in their table
-  std::vector<Packages> packages_;  // likewise
+  NearestNames nearest_;             // of the components
+  std::vector<Positions> uses_;      // of each component's first mention, which is its model order
+  std::vector<Positions> packages_;  // of the objects with each component's packages
   std::vector<ProductWork> works_;
   std::size_t named_ = 0;         // the number of components mentioned so far
   bool isEveryNameKnown_ = true;  // false if a malformed product might name any component
