@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "diff/Growth.h"
-
 namespace update_metadata_tool::diff {
 namespace {
 
@@ -44,7 +42,7 @@ class GrowthLimits : public ::testing::TestWithParam<AllowedGrowth> {};
 TEST_P(GrowthLimits, AllowThisManyBytes) {
   const std::optional<GrowthLimit> limit = GrowthLimit::parse(GetParam().limit);
   ASSERT_TRUE(limit.has_value());
-  EXPECT_EQ(limit->allowedGrowth(GetParam().before), GetParam().allowed);
+  EXPECT_EQ(limit->measure(GetParam().before, ByteSum()).allowed, GetParam().allowed);
 }
 
 const AllowedGrowth kAllowedGrowths[] = {
@@ -105,38 +103,31 @@ TEST(GrowthLimit, RejectsAnythingElse) {
   }
 }
 
-Sides<summary::Totals> toFetch(const ByteSum& before, const ByteSum& after) {
-  Sides<summary::Totals> totals;
-  totals.before.bytesToFetch = before;
-  totals.after.bytesToFetch = after;
-  return totals;
-}
-
 TEST(Growth, IsTooLargeOnlyBeyondTheLimit) {
   const GrowthLimit limit = GrowthLimit::parse("10%").value();
-  EXPECT_FALSE(measureGrowth(toFetch(ByteSum(100), ByteSum(110)), limit).isTooLarge());
-  EXPECT_TRUE(measureGrowth(toFetch(ByteSum(100), ByteSum(111)), limit).isTooLarge());
-  EXPECT_FALSE(measureGrowth(toFetch(ByteSum(100), ByteSum(5)), limit).isTooLarge());
-  EXPECT_TRUE(measureGrowth(toFetch(ByteSum(0), ByteSum(1)), limit).isTooLarge());
+  EXPECT_FALSE(limit.measure(ByteSum(100), ByteSum(110)).isTooLarge());
+  EXPECT_TRUE(limit.measure(ByteSum(100), ByteSum(111)).isTooLarge());
+  EXPECT_FALSE(limit.measure(ByteSum(100), ByteSum(5)).isTooLarge());
+  EXPECT_TRUE(limit.measure(ByteSum(0), ByteSum(1)).isTooLarge());
 }
 
 TEST(Growth, IsExactBeyondSixtyFourBits) {
   const GrowthLimit none = GrowthLimit::parse("0").value();
-  EXPECT_TRUE(measureGrowth(toFetch(kVast, kVast + ByteSum(1)), none).isTooLarge());
-  EXPECT_FALSE(measureGrowth(toFetch(kVast, kVast), none).isTooLarge());
-  EXPECT_TRUE(measureGrowth(toFetch(ByteSum(kMin), ByteSum(kMax)), none).isTooLarge());
+  EXPECT_TRUE(none.measure(kVast, kVast + ByteSum(1)).isTooLarge());
+  EXPECT_FALSE(none.measure(kVast, kVast).isTooLarge());
+  EXPECT_TRUE(none.measure(ByteSum(kMin), ByteSum(kMax)).isTooLarge());
   const GrowthLimit half = GrowthLimit::parse("50%").value();
   const ByteSum allowed = kVast + ByteSum(kMax);
-  EXPECT_FALSE(measureGrowth(toFetch(kVast, ByteSum(1)), half).isTooLarge());
-  EXPECT_FALSE(measureGrowth(toFetch(kVast, allowed), half).isTooLarge());
-  EXPECT_TRUE(measureGrowth(toFetch(kVast, allowed + ByteSum(1)), half).isTooLarge());
+  EXPECT_FALSE(half.measure(kVast, ByteSum(1)).isTooLarge());
+  EXPECT_FALSE(half.measure(kVast, allowed).isTooLarge());
+  EXPECT_TRUE(half.measure(kVast, allowed + ByteSum(1)).isTooLarge());
 }
 
 TEST(Growth, IsNotAllowedByAPercentageOfANegativeNumber) {
   const GrowthLimit half = GrowthLimit::parse("50%").value();
   for (const ByteSum& before : {ByteSum(-1), ByteSum(kMin), ByteSum(kMin) + ByteSum(-1)}) {
-    EXPECT_FALSE(measureGrowth(toFetch(before, before), half).isTooLarge());
-    EXPECT_TRUE(measureGrowth(toFetch(before, before + ByteSum(1)), half).isTooLarge());
+    EXPECT_FALSE(half.measure(before, before).isTooLarge());
+    EXPECT_TRUE(half.measure(before, before + ByteSum(1)).isTooLarge());
   }
 }
 

@@ -55,14 +55,13 @@ bool isOutOfMemory(const std::exception& failure) {
   return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr;
 }
 
-std::string adviseOnAnswering(const std::exception& failure, const std::u16string& productData) {
+std::string adviseOnQuerying(const std::exception& failure,
+                             const std::optional<std::u16string>& productData) {
   if (isOutOfMemory(failure)) {
     return kOutOfMemory;
   }
-  if (productData.empty()) {
-    return "see the reason above";
-  }
-  return "check the product data at '" + toVisible(productData) + "'";
+  return productData ? "check the product data at '" + toVisible(*productData) + "'"
+                     : "see the reason above";
 }
 
 void report(const std::exception& failure, const std::u16string& file, const std::string& whatToDo,
@@ -145,10 +144,25 @@ void reportUnloaded(const std::exception& failure, const std::u16string& file, s
   report(failure, file, "could not be loaded; " + adviseOnLoading(failure, file), err);
 }
 
-void reportUnanswered(const std::exception& failure, const std::u16string& file,
-                      const std::u16string& productData, std::ostream& err) {
-  report(failure, file,
-         "was loaded but could not be queried; " + adviseOnAnswering(failure, productData), err);
+bool loadAndQuery(const std::u16string& file, const std::optional<std::u16string>& productData,
+                  const std::function<void()>& load, const std::function<void()>& query,
+                  std::ostream& err, terminal::ProgressLine& progress) {
+  bool isLoaded = false;
+  try {
+    load();
+    isLoaded = true;
+    query();
+    return true;
+  } catch (const std::exception& failure) {
+    progress.clear();
+    if (isLoaded) {
+      report(failure, file,
+             "was loaded but could not be queried; " + adviseOnQuerying(failure, productData), err);
+    } else {
+      reportUnloaded(failure, file, err);
+    }
+    return false;
+  }
 }
 
 }  // namespace update_metadata_tool::command

@@ -1,8 +1,12 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
+
+#include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::source {
 class SourceTree;
@@ -31,10 +35,12 @@ std::string adviseOnLoading(const std::exception& failure, const std::u16string&
 /// and gives the advice.
 void reportUnloaded(const std::exception& failure, const std::u16string& file, std::ostream& err);
 
-/// Writes why a loaded document could not be queried, and what to do about it, in the same form.
+/// Calls `load`, which loads a document, and `query`, which uses it. If either throws, removes
+/// `progress`, writes a message as above and returns false.
 ///
-/// \param productData  the product data as the user named them; empty if none
-void reportUnanswered(const std::exception& failure, const std::u16string& file,
-                      const std::u16string& productData, std::ostream& err);
+/// \param productData  the product data as the user named them, if any
+bool loadAndQuery(const std::u16string& file, const std::optional<std::u16string>& productData,
+                  const std::function<void()>& load, const std::function<void()>& query,
+                  std::ostream& err, terminal::ProgressLine& progress = terminal::noProgress());
 
 }  // namespace update_metadata_tool::command

@@ -7,7 +7,7 @@
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
 #include "diff/Difference.h"
-#include "diff/Growth.h"
+#include "diff/GrowthLimit.h"
 #include "diff/JsonOutput.h"
 #include "diff/TextOutput.h"
 #include "output/Text.h"
@@ -71,7 +71,8 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   summary::noteProductData(productData_, {{old_, *before}, {new_, *after}}, err);
   std::optional<Growth> growth;
   if (limit_) {
-    growth = measureGrowth(difference.totals, GrowthLimit::parse(*limit_).value());
+    growth = GrowthLimit::parse(*limit_).value().measure(difference.totals.before.bytesToFetch,
+                                                         difference.totals.after.bytesToFetch);
   }
   command::writeResults(format_, progress, out, difference, growth);
   const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();

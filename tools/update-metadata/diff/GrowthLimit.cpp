@@ -46,12 +46,14 @@ std::optional<GrowthLimit> GrowthLimit::parse(std::string_view text) {
   return number ? std::optional(GrowthLimit(isShare, *number)) : std::nullopt;
 }
 
-ByteSum GrowthLimit::allowedGrowth(const ByteSum& before) const {
+Growth GrowthLimit::measure(const ByteSum& before, const ByteSum& after) const {
+  ByteSum allowed;
   if (!isShare_) {
-    return ByteSum(number_);
+    allowed = ByteSum(number_);
+  } else if (!before.isNegative()) {
+    allowed = summary::takeMillionths(static_cast<std::uint64_t>(number_), before);
   }
-  return before.isNegative() ? ByteSum()
-                             : summary::takeMillionths(static_cast<std::uint64_t>(number_), before);
+  return {after - before, allowed};
 }
 
 }  // namespace update_metadata_tool::diff

@@ -8,6 +8,14 @@
 
 namespace update_metadata_tool::diff {
 
+/// The growth in bytes to fetch, and its limit.
+struct Growth {
+  summary::ByteSum bytes;  ///< negative if there is less to fetch
+  summary::ByteSum allowed;
+
+  bool isTooLarge() const { return allowed < bytes; }
+};
+
 /// A limit of growth: a number of bytes, or a percentage of the old size.
 class GrowthLimit {
  public:
@@ -16,9 +24,9 @@ class GrowthLimit {
   /// Returns nothing for any other text.
   static std::optional<GrowthLimit> parse(std::string_view text);
 
-  /// The bytes by which `before` bytes may grow, rounded down. A percentage of a negative number is
-  /// zero.
-  summary::ByteSum allowedGrowth(const summary::ByteSum& before) const;
+  /// Measures the growth from `before` to `after` bytes, exactly even beyond 64 bits. A percentage
+  /// is rounded down to a byte; that of a negative number is zero.
+  Growth measure(const summary::ByteSum& before, const summary::ByteSum& after) const;
 
  private:
   GrowthLimit(bool isShare, std::int64_t number) : isShare_(isShare), number_(number) {}

@@ -18,8 +18,8 @@ using summary::ByteSum;
 using summary::Totals;
 using summary::writeMembers;
 
-void write(const NameChanges& names, JsonWriter& json) {
-  json.beginObject();
+void writeNames(const char* name, const NameChanges& names, JsonWriter& json) {
+  json.name(name).beginObject();
   json.name("added").array(names.added);
   json.name("removed").array(names.removed);
   json.endObject();
@@ -66,10 +66,8 @@ void writeTotals(const Item& item, JsonWriter& json) {
 void writeProduct(const ProductChange& product, JsonWriter& json) {
   json.beginObject().member("name", product.name).member("baseCode", product.baseCode);
   writeTotals(product, json);
-  json.name("componentsToDelete");
-  write(product.componentsToDelete, json);
-  json.name("componentsToExtract");
-  write(product.componentsToExtract, json);
+  writeNames("componentsToDelete", product.componentsToDelete, json);
+  writeNames("componentsToExtract", product.componentsToExtract, json);
   json.endObject();
 }
 
@@ -120,17 +118,18 @@ void writePackageToDelete(const PackageChange& package, JsonWriter& json) {
 void writePackageWithFiles(const FilesChange& package, JsonWriter& json) {
   json.beginObject();
   writeMembersOfSize(package.key, package.before, package.after, json);
-  json.member("component", package.component).name("files");
-  write(package.files, json);
+  json.member("component", package.component);
+  writeNames("files", package.files, json);
   json.endObject();
 }
 
-// Three lists: the items added, removed and changed.
+// A member with three lists: the items added, removed and changed.
 template <class Item, class WriteItem>
-void writeLists(const std::vector<Item>& items, WriteItem writeItem, JsonWriter& json) {
+void writeLists(const char* member, const std::vector<Item>& items, WriteItem writeItem,
+                JsonWriter& json) {
   constexpr std::pair<const char*, Change> kLists[] = {
       {"added", Change::kAdded}, {"removed", Change::kRemoved}, {"changed", Change::kChanged}};
-  json.beginObject();
+  json.name(member).beginObject();
   for (const auto& [name, change] : kLists) {
     json.name(name).beginArray();
     for (const Item& item : items) {
@@ -180,21 +179,15 @@ void writeJson(const Difference& difference, const std::optional<Growth>& growth
   }
   json.name("totals");
   writeTotalsOfAll(difference, json);
-  json.name("doubtfulSizes").beginObject().name("before");
-  write(difference.doubtfulSizes.before, json);
-  json.name("after");
-  write(difference.doubtfulSizes.after, json);
+  json.name("doubtfulSizes").beginObject();
+  summary::writeMember("before", difference.doubtfulSizes.before, json);
+  summary::writeMember("after", difference.doubtfulSizes.after, json);
   json.endObject().name("releases").array(difference.releases, writeRelease);
-  json.name("products");
-  writeLists(difference.products, writeProduct, json);
-  json.name("components");
-  writeLists(difference.components, writeComponent, json);
-  json.name("packagesToDelete");
-  writeLists(difference.packagesToDelete, writePackageToDelete, json);
-  json.name("packagesToExtract");
-  writeLists(difference.packagesToExtract, writePackageToExtract, json);
-  json.name("filesToDelete");
-  writeLists(difference.packagesWithFiles, writePackageWithFiles, json);
+  writeLists("products", difference.products, writeProduct, json);
+  writeLists("components", difference.components, writeComponent, json);
+  writeLists("packagesToDelete", difference.packagesToDelete, writePackageToDelete, json);
+  writeLists("packagesToExtract", difference.packagesToExtract, writePackageToExtract, json);
+  writeLists("filesToDelete", difference.packagesWithFiles, writePackageWithFiles, json);
   json.endObject();
   out << '\n';
 }

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "diff/Difference.h"
-#include "diff/Growth.h"
+#include "diff/GrowthLimit.h"
 
 namespace update_metadata_tool::diff {
 

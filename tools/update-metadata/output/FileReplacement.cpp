@@ -63,14 +63,9 @@ int openFolder(const std::filesystem::path& folder) {
   return opened;
 }
 
-// Does not wait for the other end of a pipe.
-int openIn(const Descriptor& folder, const std::string& name, int access, const char* complaint) {
-  const int opened =
-      ::openat(folder.get(), name.c_str(), access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  if (opened < 0) {
-    fail(complaint);
-  }
-  return opened;
+// Negative if it fails. Does not wait for the other end of a pipe.
+int openIn(const Descriptor& folder, const std::string& name, int access) {
+  return ::openat(folder.get(), name.c_str(), access | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
 }
 
 /// Blocks the signals that end a process while it exists.
@@ -203,10 +198,13 @@ OpenedFile::OpenedFile(const std::string& path, Use use)
     : path_(follow(path)),
       folder_(openFolder(std::filesystem::path(path_).parent_path())),
       name_(std::filesystem::path(path_).filename().string()),
-      file_(openIn(
-          folder_, name_.empty() ? "." : name_, use == Use::kReplace ? O_WRONLY : O_RDONLY,
-          use == Use::kReplace ? "the file cannot be written" : "the file cannot be opened")),
-      status_(statusOf(file_.get())) {}
+      file_(openIn(folder_, name_.empty() ? "." : name_,
+                   use == Use::kReplace ? O_WRONLY : O_RDONLY)) {
+  if (file_.get() < 0) {
+    fail(use == Use::kReplace ? "the file cannot be written" : "the file cannot be opened");
+  }
+  status_ = statusOf(file_.get());
+}
 
 std::string OpenedFile::read() const {
   constexpr std::size_t kBytesAtOnce = std::size_t{1} << 20U;
@@ -231,8 +229,7 @@ void OpenedFile::replace(std::string_view content) const {
   constexpr const char* kChanged = "the file has changed since it was read";
   const BlockedSignals blocked;
   // Opened, because only the system knows whether the file may be written.
-  const int opened =
-      ::openat(folder_.get(), name_.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  const int opened = openIn(folder_, name_, O_WRONLY);
   if (opened < 0 && (errno == ELOOP || errno == ENOENT || errno == ENXIO || errno == EISDIR)) {
     fail(kChanged, ECANCELED);
   } else if (opened < 0) {

@@ -99,8 +99,7 @@ void writeJson(const summary::Contents& contents, const Plan& plan,
       });
   json.name("totals");
   write(plan.totals, json);
-  json.name("doubtfulSizes");
-  write(plan.doubtfulSizes, json);
+  summary::writeMember("doubtfulSizes", plan.doubtfulSizes, json);
   json.name("productsLeftOut").array(plan.leftOut, writeProduct);
   if (counts) {
     json.name("installed");

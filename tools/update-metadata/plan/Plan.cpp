@@ -17,23 +17,12 @@ void sortByKey(std::vector<Keyed>& rows) {
             [](const Keyed& left, const Keyed& right) { return left.key < right.key; });
 }
 
-std::vector<summary::Package> pickPackages(const std::vector<summary::Package>& packages,
-                                           const std::vector<std::size_t>& numbers) {
-  std::vector<summary::Package> picked;
+template <class Item>
+std::vector<Item> pick(const std::vector<Item>& items, const std::vector<std::size_t>& numbers) {
+  std::vector<Item> picked;
   picked.reserve(numbers.size());
   for (const std::size_t number : numbers) {
-    picked.push_back(packages[number]);
-  }
-  sortByKey(picked);
-  return picked;
-}
-
-std::vector<summary::Product> pickProducts(const Contents& contents,
-                                           const std::vector<std::size_t>& numbers) {
-  std::vector<summary::Product> picked;
-  picked.reserve(numbers.size());
-  for (const std::size_t number : numbers) {
-    picked.push_back(contents.products[number]);
+    picked.push_back(items[number]);
   }
   return picked;
 }
@@ -87,10 +76,12 @@ Plan makePlan(const Contents& contents, const ProductChoice& choice) {
   summary::Tally tally(contents);
   const summary::Selection selection = tally.select(choice.products);
   Plan plan;
-  plan.products = pickProducts(contents, choice.products);
-  plan.leftOut = pickProducts(contents, choice.leftOut);
-  plan.packagesToDelete = pickPackages(contents.packagesToDelete, selection.packagesToDelete);
-  plan.packagesToExtract = pickPackages(contents.packagesToExtract, selection.packagesToExtract);
+  plan.products = pick(contents.products, choice.products);
+  plan.leftOut = pick(contents.products, choice.leftOut);
+  plan.packagesToDelete = pick(contents.packagesToDelete, selection.packagesToDelete);
+  sortByKey(plan.packagesToDelete);
+  plan.packagesToExtract = pick(contents.packagesToExtract, selection.packagesToExtract);
+  sortByKey(plan.packagesToExtract);
   plan.doubtfulSizes = summary::countDoubtfulSizes(contents, selection);
   const std::set<std::u16string_view> foreign = findForeignComponents(contents, selection);
   for (const PackageWithFiles* const package : pickPackagesWithFiles(contents, foreign)) {

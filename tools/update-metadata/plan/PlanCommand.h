@@ -20,7 +20,7 @@ class PlanCommand : public command::Command {
   explicit PlanCommand(CLI::App& app);
 
   /// Completes the plan before writing any of it. Failures of the document are reported as by
-  /// queryDocument(). A file that is outside the installation, or that could not be searched for,
+  /// loadAndQuery(). A file that is outside the installation, or that could not be searched for,
   /// is a failure, but the plan is written.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 

@@ -1,7 +1,7 @@
 #include "query/QueryCommand.h"
 
-#include <exception>
 #include <ostream>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -51,21 +51,15 @@ Question QueryCommand::makeQuestion() const {
 std::optional<Answers> QueryCommand::answer(const Question& question, std::string& note,
                                             std::ostream& err) const {
   LoadedUpdate loaded;
-  try {
-    loaded = loadUpdate(question);
-  } catch (const std::exception& failure) {
-    command::reportUnloaded(failure, question.file, err);
-    return std::nullopt;
-  }
-  try {
-    Answers answers = gatherAnswers(*loaded.update, question);
-    note = noteOnBaseCode(loaded, answers);
-    return answers;
-  } catch (const std::exception& failure) {
-    command::reportUnanswered(failure, question.file,
-                              question.productData.value_or(std::u16string()), err);
-    return std::nullopt;
-  }
+  std::optional<Answers> answers;
+  const bool isAnswered = command::loadAndQuery(
+      question.file, question.productData, [&] { loaded = loadUpdate(question); },
+      [&] {
+        answers = gatherAnswers(*loaded.update, question);
+        note = noteOnBaseCode(loaded, *answers);
+      },
+      err);
+  return isAnswered ? std::move(answers) : std::nullopt;
 }
 
 command::ExitCode QueryCommand::run(std::ostream& out, std::ostream& err) const {

@@ -22,37 +22,24 @@ void writeKeys(const PackageKeys& keys, const char* indent, std::ostream& out) {
   }
 }
 
-void writePackagesOfOneProduct(const char* title, const std::u16string& baseCode,
-                               const PackageKeys& keys, std::ostream& out) {
-  out << '\n' << title << " for base code " << toVisible(baseCode) << ": ";
-  if (keys.empty()) {
-    out << "none\n";
-    return;
-  }
-  out << count(keys.size(), "package") << '\n';
-  writeKeys(keys, "  ", out);
+void writeHeading(const std::string& title, bool hasItems, const std::string& description,
+                  std::ostream& out) {
+  out << '\n' << title << ": " << (hasItems ? description : "none") << '\n';
 }
 
-void writePackagesOfAllProducts(const char* title, const PackageKeysByBaseCode& packages,
-                                std::ostream& out) {
-  out << '\n' << title << ": ";
-  if (packages.empty()) {
-    out << "none\n";
+void writePackages(const std::string& title, const Question& question, const Packages& packages,
+                   std::ostream& out) {
+  if (const auto* keys = std::get_if<PackageKeys>(&packages)) {
+    writeHeading(title + " for base code " + toVisible(question.baseCode.value_or(u"")),
+                 !keys->empty(), count(keys->size(), "package"), out);
+    writeKeys(*keys, "  ", out);
     return;
   }
-  out << "for " << count(packages.size(), "base code") << '\n';
-  for (const auto& [baseCode, keys] : packages) {
+  const auto& byBaseCode = std::get<PackageKeysByBaseCode>(packages);
+  writeHeading(title, !byBaseCode.empty(), "for " + count(byBaseCode.size(), "base code"), out);
+  for (const auto& [baseCode, keys] : byBaseCode) {
     out << "  " << toVisible(baseCode) << ": " << count(keys.size(), "package") << '\n';
     writeKeys(keys, "    ", out);
-  }
-}
-
-void writePackages(const char* title, const std::optional<std::u16string>& baseCode,
-                   const Packages& packages, std::ostream& out) {
-  if (const auto* keys = std::get_if<PackageKeys>(&packages)) {
-    writePackagesOfOneProduct(title, baseCode.value_or(std::u16string()), *keys, out);
-  } else {
-    writePackagesOfAllProducts(title, std::get<PackageKeysByBaseCode>(packages), out);
   }
 }
 
@@ -76,12 +63,8 @@ void writeNotes(const Answers& answers, std::ostream& out) {
 }
 
 void writeSizes(const Answers& answers, std::ostream& out) {
-  out << "\nSizes of the packages to extract: ";
-  if (answers.sizesToExtract.empty()) {
-    out << "none\n";
-    return;
-  }
-  out << count(answers.sizesToExtract.size(), "package") << '\n';
+  writeHeading("Sizes of the packages to extract", !answers.sizesToExtract.empty(),
+               count(answers.sizesToExtract.size(), "package"), out);
   for (const auto& [key, sizes] : answers.sizesToExtract) {
     out << "  " << toVisible(key) << ": " << output::toReadableSize(sizes.first) << ", unpacked "
         << output::toReadableSize(sizes.second) << '\n';
@@ -89,16 +72,12 @@ void writeSizes(const Answers& answers, std::ostream& out) {
 }
 
 void writeFiles(const Answers& answers, std::ostream& out) {
-  out << "\nPackages with single files to delete: ";
-  if (answers.filesToDelete.empty()) {
-    out << "none\n";
-    return;
-  }
   std::size_t files = 0;
   for (const auto& entry : answers.filesToDelete) {
     files += entry.second.first.size();
   }
-  out << count(answers.filesToDelete.size(), "package") << ", " << count(files, "file") << '\n';
+  writeHeading("Packages with single files to delete", !answers.filesToDelete.empty(),
+               count(answers.filesToDelete.size(), "package") + ", " + count(files, "file"), out);
   for (const auto& [key, filesAndSize] : answers.filesToDelete) {
     out << "  " << toVisible(key) << ": " << output::toReadableSize(filesAndSize.second) << ", "
         << count(filesAndSize.first.size(), "file") << '\n';
@@ -112,8 +91,8 @@ void writeText(const Answers& answers, std::ostream& out) {
   summary::writeReleases(answers.base, answers.target, answers.targetUpdateLevel,
                          terminal::kUnlimitedColumns, out);
   writeNotes(answers, out);
-  writePackages("Packages to delete", answers.question.baseCode, answers.packagesToDelete, out);
-  writePackages("Packages to extract", answers.question.baseCode, answers.packagesToExtract, out);
+  writePackages("Packages to delete", answers.question, answers.packagesToDelete, out);
+  writePackages("Packages to extract", answers.question, answers.packagesToExtract, out);
   writeSizes(answers, out);
   writeFiles(answers, out);
 }

@@ -1,6 +1,5 @@
 #include "report/ReportCommand.h"
 
-#include <exception>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
@@ -97,28 +96,29 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
   const std::u16string file = toUtf16(file_);
   const std::optional<std::u16string> productData = command::toOptionalUtf16(productData_);
   std::string text;
-  try {
+  std::optional<summary::Document> document;
+  summary::Contents contents;
+  const auto load = [&] {
     progress.begin("reading the document");
     text = input::readDocument(file_, progress);
-  } catch (const std::exception& failure) {
-    progress.clear();
-    command::reportUnloaded(failure, file, err);
-    return std::nullopt;
-  }
-  const std::optional<summary::Contents> contents =
-      summary::readContents({file, productData, text}, err, progress);
-  if (!contents) {
+    document.emplace(summary::DocumentSource{file, productData, text}, progress);
+  };
+  const auto query = [&] {
+    contents = document->gatherContents();
+    document.reset();  // its model takes much memory
+  };
+  if (!command::loadAndQuery(file, productData, load, query, err, progress)) {
     return std::nullopt;
   }
   progress.clear();
-  summary::noteProductData(productData_, {{file_, *contents}}, err);
+  summary::noteProductData(productData_, {{file_, contents}}, err);
   lint::LintOptions options;
   options.productData = productData;
   options.onProgress = [&progress] { progress.update(); };
   progress.begin("linting the document");
   const lint::FileReport linting = lint::lintDocument(file_, std::move(text), options);
   progress.begin("making the page");
-  return makePage(makeReportData(nameToShow(file_), *contents, linting));
+  return makePage(makeReportData(nameToShow(file_), contents, linting));
 }
 
 ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {

@@ -55,8 +55,8 @@ void writeJson(const summary::Contents& contents, const Overview& overview, std:
       .member("toDelete", overview.sharedPackagesToDelete)
       .member("toExtract", overview.sharedPackagesToExtract)
       .endObject();
-  json.member("packagesWithFiles", overview.packagesWithFiles).name("doubtfulSizes");
-  write(overview.doubtfulSizes, json);
+  json.member("packagesWithFiles", overview.packagesWithFiles);
+  summary::writeMember("doubtfulSizes", overview.doubtfulSizes, json);
   json.name("products").array(overview.products, writeProduct);
   json.name("largestComponents").array(overview.largestComponents, writeComponent);
   json.name("largestPackages").array(overview.largestPackages, writePackage);

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <utility>
 
 #include "command/Advice.h"
@@ -57,22 +56,9 @@ std::u16string Document::findProductName(const std::u16string& baseCode) const {
 bool queryDocument(const DocumentSource& source, const std::function<void(const Document&)>& query,
                    std::ostream& err, ProgressLine& progress) {
   std::optional<Document> document;
-  try {
-    document.emplace(source, progress);
-  } catch (const std::exception& failure) {
-    progress.clear();
-    command::reportUnloaded(failure, source.file, err);
-    return false;
-  }
-  try {
-    query(*document);
-  } catch (const std::exception& failure) {
-    progress.clear();
-    command::reportUnanswered(failure, source.file, source.productData.value_or(std::u16string()),
-                              err);
-    return false;
-  }
-  return true;
+  return command::loadAndQuery(
+      source.file, source.productData, [&] { document.emplace(source, progress); },
+      [&] { query(*document); }, err, progress);
 }
 
 std::optional<Contents> readContents(const DocumentSource& source, std::ostream& err,

@@ -51,15 +51,11 @@ class Document {
   std::shared_ptr<SummaryHandler> handler_;
 };
 
-/// Loads a document and calls `query` with it.
-///
-/// If either throws, removes `progress`, writes a message to `err` and returns false. The message's
-/// first line is the exception's text, escaped for a terminal; the second names the file and says
-/// what to do.
+/// Loads a document and calls `query` with it. Failures are reported as by loadAndQuery().
 bool queryDocument(const DocumentSource& source, const std::function<void(const Document&)>& query,
                    std::ostream& err, terminal::ProgressLine& progress = terminal::noProgress());
 
-/// Loads a document and gathers its contents. Nothing, after a message as above, if that fails.
+/// Loads a document and gathers its contents. Nothing, after a message, if that fails.
 std::optional<Contents> readContents(const DocumentSource& source, std::ostream& err,
                                      terminal::ProgressLine& progress = terminal::noProgress());
 

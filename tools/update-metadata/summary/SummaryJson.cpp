@@ -15,8 +15,9 @@ void writeReleases(const Release& base, const Release& target, int updateLevel, 
   begin("target", target).member("updateLevel", updateLevel).endObject();
 }
 
-void write(const DoubtfulSizes& sizes, JsonWriter& json) {
-  json.beginObject()
+void writeMember(const char* name, const DoubtfulSizes& sizes, JsonWriter& json) {
+  json.name(name)
+      .beginObject()
       .member("negative", sizes.negative)
       .member("truncated", sizes.truncated)
       .endObject();

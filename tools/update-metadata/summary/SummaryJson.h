@@ -11,8 +11,8 @@ namespace update_metadata_tool::summary {
 void writeReleases(const Release& base, const Release& target, int updateLevel,
                    output::JsonWriter& json);
 
-/// {"negative", "truncated"}
-void write(const DoubtfulSizes& sizes, output::JsonWriter& json);
+/// A member with {"negative", "truncated"}.
+void writeMember(const char* name, const DoubtfulSizes& sizes, output::JsonWriter& json);
 
 /// The members "packagesToDelete", "packagesToExtract", "bytesToFetch", "bytesUnpacked" and
 /// "bytesDeleted". A number of bytes that does not fit into 64 bits is null.
