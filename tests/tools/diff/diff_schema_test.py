@@ -47,7 +47,7 @@ class DiffSchema(unittest.TestCase):
     def test_is_a_schema(self):
         Draft202012Validator.check_schema(self.schema)
 
-    def test_takes_every_answer(self):
+    def test_accepts_every_answer(self):
         for arguments in ((SMALL, SMALL), (SMALL, NEXT), (NEXT, SMALL), (SMALL, REALISTIC),
                           (REALISTIC, NEXT), (SMALL, NEXT, "--fail-if-larger", "5%")):
             with self.subTest(arguments):
@@ -55,7 +55,7 @@ class DiffSchema(unittest.TestCase):
                 self.assertEqual([error.message for error in self.validator.iter_errors(answer)],
                                  [])
 
-    def test_refuses_an_answer_that_lacks_any_member_but_the_growth(self):
+    def test_rejects_an_answer_without_any_member_except_the_growth(self):
         answer = diff(SMALL, NEXT, "--fail-if-larger", "5%")
         for path in members(answer):
             if isinstance(path[-1], int) or path == ("growth",):
@@ -68,7 +68,7 @@ class DiffSchema(unittest.TestCase):
                 del holder[path[-1]]
                 self.assertFalse(self.validator.is_valid(lacking))
 
-    def test_refuses_an_answer_with_any_value_of_another_kind(self):
+    def test_rejects_an_answer_with_any_value_of_another_kind(self):
         answer = diff(SMALL, NEXT, "--fail-if-larger", "5%")
         for path in members(answer):
             with self.subTest(path):

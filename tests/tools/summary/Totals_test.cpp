@@ -88,7 +88,7 @@ TEST(TotalsOfADocument, AreZeroWithoutProducts) {
   EXPECT_EQ(countFilesToDelete(contents), 0U);
 }
 
-// --- made-up documents against a plain computation -------------------------------------------
+// --- random documents against a plain computation ---------------------------------------------
 
 Totals toTotals(const PlainTotals::Sums& sums) {
   return {sums.components,
@@ -99,7 +99,7 @@ Totals toTotals(const PlainTotals::Sums& sums) {
           ByteSum(sums.bytesDeleted)};
 }
 
-TEST(TotalsOfMadeUpDocuments, AgreeWithAPlainComputation) {
+TEST(TotalsOfRandomDocuments, AgreeWithAPlainComputation) {
   std::mt19937 random(19970304);
   for (int round = 0; round < 500; ++round) {
     const PlainDocument document = test_support::makeRandomDocument(random);

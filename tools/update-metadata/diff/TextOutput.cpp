@@ -55,8 +55,8 @@ std::string describeDifference(const ByteSum& difference) {
   return (ByteSum() < difference ? "+" : "") + toReadableSize(difference);
 }
 
-// The difference in percent: ", +23.8%". Empty if that means nothing, because there was nothing, or
-// less than nothing, or more than fits into 64 bits.
+// The difference in percent: ", +23.8%". Empty if that is meaningless, because the old number is
+// not positive or one of them does not fit into 64 bits.
 std::string describeShare(const ByteSum& difference, const ByteSum& before) {
   const std::optional<std::int64_t> part = difference.value();
   const std::optional<std::int64_t> whole = before.value();

@@ -6,7 +6,7 @@
 
 namespace update_metadata_tool::output {
 
-/// Controls, and what is not drawn, in ascending order.
+/// Control characters and invisible ones, in ascending order.
 constexpr CharacterRange kUnseenCharacters[] = {
     {0x0000, 0x001F},   {0x007F, 0x009F},   {0x00AD, 0x00AD},   {0x034F, 0x034F},
     {0x061C, 0x061C},   {0x115F, 0x1160},   {0x17B4, 0x17B5},   {0x180B, 0x180F},

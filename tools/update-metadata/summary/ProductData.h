@@ -26,8 +26,8 @@ struct NamedContents {
 /// \return whether a note was written
 bool noteMissingProductData(const std::optional<std::string>& location, std::ostream& err);
 
-/// The same, and otherwise a note on each document that has products of which none is in the
-/// product data.
+/// Writes that note or, if it is not needed, one on each document whose products are all missing
+/// from the product data.
 void noteProductData(const std::optional<std::string>& location,
                      std::initializer_list<NamedContents> documents, std::ostream& err);
 

@@ -6,7 +6,7 @@
 
 namespace update_metadata_tool::terminal {
 
-/// What Unicode calls wide or full width, in ascending order.
+/// Characters that Unicode calls wide or full-width, in ascending order.
 constexpr output::CharacterRange kWideCharacters[] = {
     {0x1100, 0x115F},   {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},
     {0x23F0, 0x23F0},   {0x23F3, 0x23F3},   {0x25FD, 0x25FE},   {0x2614, 0x2615},
