@@ -41,7 +41,7 @@ class TextStore {
   char16_t* end_;
 };
 
-// How many bytes of UTF-8 all texts have that are converted.
+// How many bytes of UTF-8 all texts have that are stored: names of components and keys.
 std::size_t bytesOfTexts(const FlatDocument& document) {
   std::size_t bytes = 0;
   for (const FlatDocument::Component& component : document.components) {
@@ -57,9 +57,6 @@ std::size_t bytesOfTexts(const FlatDocument& document) {
     for (std::uint32_t i = component.packages.first; i != component.packages.last; ++i) {
       bytes += component.name.size() + 1 + document.packagesWithFiles[i].name.size();
     }
-  }
-  for (const std::string_view file : document.files) {
-    bytes += file.size();
   }
   return bytes;
 }
@@ -159,19 +156,33 @@ class Builder {
   }
 
   void addFiles() {
+    std::vector<char16_t> units;
     Views files;
     for (const FlatDocument::ComponentWithFiles& component : document_.componentsWithFiles) {
       const std::u16string_view name = texts_.add(component.name);
       for (std::uint32_t i = component.packages.first; i != component.packages.last; ++i) {
         const FlatDocument::PackageWithFiles& package = document_.packagesWithFiles[i];
-        files.clear();
-        for (std::uint32_t file = package.files.first; file != package.files.last; ++file) {
-          files.push_back(texts_.add(document_.files[file]));
-        }
+        convertFiles(package.files, units, files);
         std::sort(files.begin(), files.end());
         answers_.files.emplace_hint(answers_.files.end(), texts_.addKey(name, package.name),
                                     std::make_pair(setOf(files), package.size));
       }
+    }
+  }
+
+  // Converts the files in `range`, which are needed once, into `units`, where `files` views them.
+  void convertFiles(Range range, std::vector<char16_t>& units, Views& files) const {
+    std::size_t bytes = 0;
+    for (std::uint32_t i = range.first; i != range.last; ++i) {
+      bytes += document_.files[i].size();
+    }
+    units.resize(std::max(units.size(), bytes));
+    files.clear();
+    char16_t* end = units.data();
+    for (std::uint32_t i = range.first; i != range.last; ++i) {
+      char16_t* const begin = end;
+      end = writeUtf16(document_.files[i], begin);
+      files.emplace_back(begin, static_cast<std::size_t>(end - begin));
     }
   }
 

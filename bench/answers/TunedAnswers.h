@@ -5,9 +5,9 @@
 
 namespace bench::answers {
 
-/// Builds the answers as fast as possible with the same containers: sorts the names once, converts
-/// each text once into one piece of memory, keeps the key of each package there, sorts what each
-/// product names, and builds each container by appending at its end.
+/// Builds the answers as fast as possible with the same containers: sorts the names once, builds
+/// the key of each package once in one piece of memory, sorts what each product names, and builds
+/// each container by appending at its end.
 ///
 /// A key that does not belong at the end, because the name of its component continues another, is
 /// inserted where it belongs.

@@ -32,6 +32,9 @@ struct Document {
   std::string file;
 };
 
+// The figures of several rounds by name, in the order in which a worker prints them.
+using Series = std::vector<std::pair<std::string, std::vector<double>>>;
+
 class PlanRunner {
  public:
   PlanRunner(const Plan& plan, const Worker& worker) : plan_(plan), worker_(worker) {}
@@ -196,9 +199,6 @@ class PlanRunner {
     }
     addRows("PHASE ", document, phases);
   }
-
-  // The figures of several rounds, each with its name.
-  using Series = std::vector<std::pair<std::string, std::vector<double>>>;
 
   static void append(Series& series, const Figures& figures) {
     series.resize(figures.size());

@@ -11,6 +11,7 @@
 #include "worker/StepList.h"
 
 namespace bench::worker {
+
 using foundation::json::Value;
 using install::update_metadata_parser::UpdateMetaData;
 
