@@ -28,7 +28,7 @@ std::string_view bytesFrom(std::size_t offset) {
   return std::string_view(pattern).substr(offset % kPeriod, 3 * kMegabyte);
 }
 
-/// Provides a given number of bytes in portions of its own choosing, and cannot seek.
+/// Provides a given number of bytes in portions that it chooses, and cannot seek.
 class ForwardBuffer : public std::streambuf {
  public:
   ForwardBuffer(std::size_t size, std::size_t atATime) : size_(size), atATime_(atATime) {}

@@ -31,7 +31,7 @@ void* allocateOrThrow(std::size_t bytes, std::size_t alignment = alignof(std::ma
   return memory;
 }
 
-// Blocks from realloc(), which free() must tell from those of other origin.
+// Blocks from realloc(), which free() must distinguish from all others.
 std::array<void*, 256> reallocated{};
 
 // Replaces `block` by `replacement` in the table; returns whether `block` was in it.
