@@ -11,9 +11,9 @@
 #include <gtest/gtest.h>
 
 #include "foundation/json/Value.h"
-#include "reader/SampleDocument.h"
 #include "support/Depth.h"
 #include "support/LoadOutcome.h"
+#include "support/SampleDocument.h"
 
 namespace install::update_metadata_parser {
 namespace {
@@ -111,8 +111,7 @@ INSTANTIATE_TEST_SUITE_P(Nestings, DeepDocument, ::testing::ValuesIn(kNestings),
                          [](const auto& row) { return row.param.name; });
 
 TEST_P(DeepDocument, CannotBeParsedIfItIsCutOffOrItsLastByteIsWrong) {
-  std::vector<std::string> begun = sampleCalls();
-  begun.resize(3);
+  const std::vector<std::string> begun = sampleCalls(3);
   const LoadOutcome failure = {begun, "std::runtime_error: Error while parsing document.json"};
   const std::string before = std::get<0>(around({"unlisted"}));
   EXPECT_EQ(loadWithSmallStack(before + GetParam().start()), failure);

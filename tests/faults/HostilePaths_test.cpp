@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -29,6 +28,7 @@
 #include "support/Effort.h"
 #include "support/Failure.h"
 #include "support/Locales.h"
+#include "support/OwnProcess.h"
 #include "support/TemporaryFolder.h"
 
 namespace install::update_metadata_parser {
@@ -36,8 +36,10 @@ namespace {
 
 using namespace std::string_literals;
 using test_support::failureOf;
+using test_support::inProcessOf;
 using test_support::kFullEffort;
 using test_support::LocaleScope;
+using test_support::require;
 using test_support::richDocument;
 using test_support::TemporaryFolder;
 
@@ -60,13 +62,6 @@ struct HostilePath {
   std::string outcomeAsOther;  ///< if it differs for ordinary users
   std::function<void()> prepare = nullptr;  ///< runs before the load, in its own process
 };
-
-/// Ends the process unless `success`, so that no test passes because its setup failed.
-void require(bool success) {
-  if (!success) {
-    throw std::runtime_error("the conditions of the test cannot be made");
-  }
-}
 
 void limit(__rlimit_resource resource, rlim_t value) {
   const struct rlimit limits = {value, value};
@@ -185,40 +180,6 @@ struct Surroundings {
   uid_t user;
   const char* locale;
 };
-
-/// Runs `action` in its own process, with the rights of `user`, or with unchanged rights for 0.
-/// Returns the text that `action` returns.
-std::string inProcessOf(uid_t user, const std::function<std::string()>& action) {
-  int ends[2];
-  require(::pipe(ends) == 0);
-  const pid_t child = ::fork();
-  require(child >= 0);
-  if (child == 0) {
-    ::close(ends[0]);
-    std::string text;
-    try {
-      if (user != 0) {
-        require(::setgid(user) == 0 && ::setuid(user) == 0);
-      }
-      text = action();
-    } catch (const std::exception& failure) {
-      text = "unexpected: "s + failure.what();
-    }
-    const ssize_t written = ::write(ends[1], text.data(), text.size());
-    ::_exit(written == static_cast<ssize_t>(text.size()) ? 0 : 1);
-  }
-  ::close(ends[1]);
-  std::string text;
-  char bytes[512];
-  for (ssize_t got = ::read(ends[0], bytes, sizeof bytes); got > 0;
-       got = ::read(ends[0], bytes, sizeof bytes)) {
-    text.append(bytes, static_cast<std::size_t>(got));
-  }
-  ::close(ends[0]);
-  int status = 0;
-  require(::waitpid(child, &status, 0) == child);
-  return status == 0 ? text : "the process ended with status " + std::to_string(status);
-}
 
 class HostilePaths : public ::testing::TestWithParam<Surroundings> {
  protected:

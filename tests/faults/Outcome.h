@@ -10,6 +10,8 @@
 #include <string>
 #include <typeinfo>
 
+#include <gtest/gtest.h>
+
 #include "support/FailingAllocation.h"
 
 namespace test_support {
@@ -81,13 +83,14 @@ constexpr Shortage kShortages[] = {Shortage::kOnce, Shortage::kFromThenOn};
 
 struct Trial {
   Outcome outcome;
-  bool reached;  ///< whether the failing allocation was attempted
+  bool reached;     ///< whether the failing allocation was attempted
+  std::size_t nth;  ///< the number of that allocation, from 0
 };
 
 /// Runs an action during which allocation number `nth`, from 0, fails.
 template <class Action>
 Trial failAt(std::size_t nth, Shortage shortage, Action&& action) {
-  Trial trial{};
+  Trial trial{{}, false, nth};
   if (shortage == Shortage::kOnce) {
     const FailingAllocation failing(nth);
     trial.outcome = outcomeOf(action);
@@ -98,6 +101,25 @@ Trial failAt(std::size_t nth, Shortage shortage, Action&& action) {
     trial.reached = limit.reached();
   }
   return trial;
+}
+
+/// Runs an action with its first allocation failing, then with its second, and so on, first alone
+/// and then with every later one, until it makes no allocation that is to fail. Calls `check` after
+/// each run; stops if that fails fatally. Returns how many allocations have failed.
+template <class Action, class Check>
+std::size_t tryWithoutMemory(const Action& action, const Check& check) {
+  std::size_t failed = 0;
+  for (const Shortage shortage : kShortages) {
+    for (std::size_t nth = 0;; ++nth) {
+      const Trial trial = failAt(nth, shortage, action);
+      check(trial);
+      if (!trial.reached || ::testing::Test::HasFatalFailure()) {
+        break;
+      }
+      ++failed;
+    }
+  }
+  return failed;
 }
 
 }  // namespace test_support

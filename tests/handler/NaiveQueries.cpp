@@ -6,9 +6,9 @@ std::u16string keyOf(const std::u16string& component, const std::u16string& pkg)
   return component + u"_" + pkg;
 }
 
-Keys keysOf(const Product& product, Side side) {
+Keys keysOf(const Product& product, ComponentList list) {
   Keys keys;
-  for (const Component& component : product.*side) {
+  for (const Component& component : product.*list) {
     for (const UpdatePkgData& pkg : component.pkgs) {
       keys.insert(keyOf(component.name, pkg.name));
     }
@@ -16,12 +16,12 @@ Keys keysOf(const Product& product, Side side) {
   return keys;
 }
 
-Keys expectedOfCode(const Content& content, Side side, CatalogueHandler& catalogue,
+Keys expectedOfCode(const Content& content, ComponentList list, CatalogueHandler& catalogue,
                     const std::u16string& code) {
   Keys result;
   for (const Product& product : content.products) {
     if (product.name == catalogue.getProductName(code, u"there")) {
-      for (const std::u16string& key : keysOf(product, side)) {
+      for (const std::u16string& key : keysOf(product, list)) {
         result.insert(key);
       }
     }
@@ -29,10 +29,10 @@ Keys expectedOfCode(const Content& content, Side side, CatalogueHandler& catalog
   return result;
 }
 
-KeysByCode expectedByCode(const Content& content, Side side, CatalogueHandler& catalogue) {
+KeysByCode expectedByCode(const Content& content, ComponentList list, CatalogueHandler& catalogue) {
   KeysByCode result;
   for (const Product& product : content.products) {
-    const Keys keys = keysOf(product, side);
+    const Keys keys = keysOf(product, list);
     if (!keys.empty()) {
       const std::u16string code = catalogue.getProductBaseCode(product.name, u"there");
       if (result.count(code) == 0) {

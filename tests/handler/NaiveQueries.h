@@ -49,11 +49,11 @@ struct Content {
   std::vector<ComponentWithFiles> withFiles;
 };
 
-using Side = std::vector<Component> Product::*;
+using ComponentList = std::vector<Component> Product::*;
 
-Keys expectedOfCode(const Content& content, Side side, CatalogueHandler& catalogue,
+Keys expectedOfCode(const Content& content, ComponentList list, CatalogueHandler& catalogue,
                     const std::u16string& code);
-KeysByCode expectedByCode(const Content& content, Side side, CatalogueHandler& catalogue);
+KeysByCode expectedByCode(const Content& content, ComponentList list, CatalogueHandler& catalogue);
 Sizes expectedSizes(const Content& content);
 Files expectedFiles(const Content& content);
 

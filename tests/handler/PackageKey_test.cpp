@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "handler/Sign.h"
+
 namespace install::update_metadata_parser {
 namespace {
 
-int signOf(int number) {
-  return (number > 0) - (number < 0);
-}
+using test_support::signOf;
 
 std::u16string textOf(const PackageKey& key) {
   std::u16string text = u"what was there before";

@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "handler/Sign.h"
+
 namespace install::update_metadata_parser {
 namespace {
 
-int signOf(int number) {
-  return (number > 0) - (number < 0);
-}
+using test_support::signOf;
 
 void expectOrderOfStrings(std::u16string_view left, std::u16string_view right) {
   ASSERT_EQ(signOf(compareUnits(left, right)), signOf(left.compare(right)))

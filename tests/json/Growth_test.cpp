@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <random>
 #include <string>
-#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -15,15 +15,11 @@
 #include "json/ParseResult.h"
 #include "json/TextReader.h"
 #include "json/TreeBuilder.h"
-#include "support/JsonOutcome.h"
 
 // Texts that would keep a careless reader busy for hours.
 
 namespace foundation::json {
 namespace {
-
-using test_support::JsonOutcome;
-using test_support::outcomeOf;
 
 constexpr std::size_t kMany = 100000;
 
@@ -227,86 +223,6 @@ TEST(ManyPayloads, AreReadOnceInEachWay) {
     text += ",\"qzdata\":[1],\"qztype\":\"int8\",\"qztype\":\"uint8\",\"qztype\":\"int8\"";
   }
   EXPECT_EQ(countsOf(text + "}"), (Counts{kSuccess, 2, kManyTypes, kManyTypes}));
-}
-
-// -------------------------------------------------------------------------------------------------
-// Long pieces
-
-TEST(LongArray, IsReadWhole) {
-  constexpr std::size_t kElements = 1000000;
-  std::string text = "[";
-  for (std::size_t i = 0; i != kElements; ++i) {
-    text += "0,";
-  }
-  text.back() = ']';
-  const Array array = parseJsonText(std::move(text)).as<Array>();
-  EXPECT_EQ(array.size(), kElements);
-  EXPECT_EQ(std::count(array.begin(), array.end(), Value(0.0)),
-            static_cast<std::ptrdiff_t>(kElements));
-}
-
-constexpr std::size_t kLong = 10000000;
-
-TEST(LongString, IsReadWhole) {
-  const std::string content(kLong, 'x');
-  EXPECT_TRUE(parseJsonText('"' + content + '"').as<std::string>() == content);
-}
-
-TEST(LongString, IsReadWholeIfItIsAllEscapes) {
-  std::string text = "\"";
-  std::string content;
-  for (std::size_t i = 0; i != kMany; ++i) {
-    text += "\\n\\u00e9x";
-    content += "\n\xC3\xA9x";
-  }
-  EXPECT_TRUE(parseJsonText(text + '"').as<std::string>() == content);
-}
-
-TEST(LongKey, IsReadWhole) {
-  const std::string key(kLong, 'x');
-  EXPECT_TRUE(parseJsonText("{\"" + key + "\":1}") == Value(Object{{key, 1.0}}));
-}
-
-TEST(LongNumber, IsReadWhole) {
-  const std::string zeros(1000000, '0');
-  EXPECT_EQ(parseJsonText("[" + zeros + "7." + zeros + "]"), Value(Array{7.0}));
-  EXPECT_EQ(parseJsonText("[0." + zeros + "7e1000000]"), Value(Array{0.7}));
-  EXPECT_EQ(parseJsonText("{\"qztype\":\"uint8\",\"qzdata\":[1" + zeros + "]}")["qzdata"],
-            Value(Array{UINT64_MAX}));
-}
-
-TEST(LongSpace, IsSkipped) {
-  EXPECT_EQ(parseJsonText("[" + std::string(kLong, ' ') + "1" + std::string(kLong, '\n') + "]"),
-            Value(Array{1.0}));
-}
-
-TEST(ManyComments, AreSkipped) {
-  std::string text = "[";
-  for (std::size_t i = 0; i != kMany; ++i) {
-    text += "/*/*/ // /*\n";
-  }
-  EXPECT_EQ(parseJsonText(text + "1]", true), Value(Array{1.0}));
-}
-
-TEST(ManyCommentMarkers, InAnUnclosedCommentAreSkipped) {
-  std::string text = "[";
-  for (std::size_t i = 0; i != kMany; ++i) {
-    text += "/* ";
-  }
-  const JsonOutcome outcome = outcomeOf(text, true);
-  EXPECT_EQ(std::make_tuple(outcome.code, outcome.offset),
-            std::make_tuple(kEndOfText, text.size()));
-}
-
-TEST(AnErrorFarInside, HasItsPlaceAndAShortContext) {
-  const std::string oneLine = "[\"" + std::string(kLong, 'x') + "\" 1]";
-  const JsonOutcome inOneLine = outcomeOf(oneLine);
-  EXPECT_EQ(std::make_tuple(inOneLine.code, inOneLine.line, inOneLine.column, inOneLine.context),
-            std::make_tuple(kNoArraySeparator, 1u, kLong + 5, std::string(78, 'x') + "\" 1]"));
-  const JsonOutcome afterLines = outcomeOf("[" + std::string(kLong, '\n') + "1 2]");
-  EXPECT_EQ(
-      std::make_tuple(afterLines.code, afterLines.line, afterLines.column, afterLines.context),
-      std::make_tuple(kNoArraySeparator, kLong + 1, 3u, std::string("1 2]")));
 }
 
 }  // namespace

@@ -5,25 +5,19 @@
 #include <string_view>
 #include <tuple>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "json/JsonText.h"
 #include "json/ParseResult.h"
-#include "json/ParserException.h"
 #include "support/JsonOutcome.h"
 #include "support/ValueText.h"
 
 namespace foundation::json {
 namespace {
 
-using namespace std::string_literals;
 using namespace std::string_view_literals;
 using test_support::JsonOutcome;
 using test_support::outcomeOf;
 using test_support::quoted;
-using ::testing::StrEq;
-using ::testing::ThrowsMessage;
 
 struct RejectedText {
   const char* name;
@@ -257,128 +251,6 @@ constexpr RejectedText kCommented[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Comments, JsonTextWithCommentsRejects, ::testing::ValuesIn(kCommented),
                          [](const auto& row) { return row.param.name; });
-
-// -------------------------------------------------------------------------------------------------
-// Whole messages
-
-struct Rejection {
-  const char* name;
-  std::string text;
-  std::string message;
-};
-
-void PrintTo(const Rejection& row, std::ostream* stream) {
-  *stream << quoted(row.text);
-}
-
-class RejectionMessages : public ::testing::TestWithParam<Rejection> {};
-
-TEST_P(RejectionMessages, NameCodeAndPlaceAndShowTheLine) {
-  EXPECT_THAT([] { parseJsonText(GetParam().text); },
-              ThrowsMessage<ParserException>(StrEq(GetParam().message)));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, RejectionMessages,
-    ::testing::Values(
-        Rejection{
-            "EmptyText", "",
-            "JSON ParserException (E0019): Unexpected end of text (Line 1, Column 1)\n\t\n\t^"},
-        Rejection{"TrailingLineFeed", "1\n",
-                  "JSON ParserException (E0000): Parse incomplete (Line 1, Column 2)\n\t1\n\t ^"},
-        Rejection{"BadUnicodeEscape", "\"\\u00x0\"",
-                  "JSON ParserException (E0005): Expected four hexadecimal digits or a second \\u "
-                  "escape (Line 1, Column 6)\n\t\"\\u00x0\"\n\t     ^"},
-        Rejection{"BadEscape", "\"\\x\"",
-                  "JSON ParserException (E0006): Expected a valid character after a backslash "
-                  "(Line 1, Column 3)\n\t\"\\x\"\n\t  ^"},
-        Rejection{"NoValue", "[true,fals]",
-                  "JSON ParserException (E0008): Expected a value or a string (Line 1, Column 7)"
-                  "\n\t[true,fals]\n\t      ^"},
-        Rejection{"NoDigit", "-x",
-                  "JSON ParserException (E0011): Expected a digit (Line 1, Column 2)\n\t-x\n\t ^"},
-        Rejection{"NoFractionDigit", "1.x",
-                  "JSON ParserException (E0012): Expected a digit after the decimal point "
-                  "(Line 1, Column 3)\n\t1.x\n\t  ^"},
-        Rejection{"NoExponentDigit", "1ex",
-                  "JSON ParserException (E0013): Expected a digit in the exponent "
-                  "(Line 1, Column 3)\n\t1ex\n\t  ^"},
-        Rejection{"NoBracket", "{\"qztype\":\"int8\",\n\"qzdata\":7}",
-                  "JSON ParserException (E0014): Expected '[' (Line 2, Column 10)"
-                  "\n\t\"qzdata\":7}\n\t         ^"},
-        Rejection{"NoArraySeparator", "[1 2]",
-                  "JSON ParserException (E0015): Expected ',' or ']' after an array element "
-                  "(Line 1, Column 4)\n\t[1 2]\n\t   ^"},
-        Rejection{"NoObjectSeparator", "{\"a\":1 \"b\":2}",
-                  "JSON ParserException (E0017): Expected ',' or '}' after an object member "
-                  "(Line 1, Column 8)\n\t{\"a\":1 \"b\":2}\n\t       ^"},
-        Rejection{"NoColon", "{\n\t\"a\":\n\t\"b\",\t\"c\"\t1}\n",
-                  "JSON ParserException (E0018): Expected ':' after a member key "
-                  "(Line 3, Column 11)\n\t\t\"b\",\t\"c\"\t1}\n\t          ^"},
-        Rejection{"EndOfText", "{\"a\":\n[",
-                  "JSON ParserException (E0019): Unexpected end of text (Line 2, Column 2)"
-                  "\n\t[\n\t ^"},
-        Rejection{"NoInteger", "{\"qztype\":\"int8\",\"qzdata\":[1.5]}",
-                  "JSON ParserException (E0020): Expected an integer without fraction or exponent "
-                  "(Line 1, Column 29)\n\t{\"qztype\":\"int8\",\"qzdata\":[1.5]}\n\t" +
-                      std::string(28, ' ') + "^"},
-        Rejection{"MiddleOfALongLine", "[" + std::string(199, ' ') + "x" + std::string(199, '-'),
-                  "JSON ParserException (E0008): Expected a value or a string (Line 1, Column 201)"
-                  "\n\t" +
-                      std::string(80, ' ') + "x" + std::string(79, '-') + "\n\t" +
-                      std::string(80, ' ') + "^"}),
-    [](const auto& row) { return row.param.name; });
-
-// -------------------------------------------------------------------------------------------------
-// Texts that are cut off
-
-constexpr std::string_view kDocument =
-    "{\"list\":[1.25e+3,-0.5E-1,\"text \\n \\\" \\\\\"],\n \"empty\":{},\n \"more\":{\"a\":[[],"
-    "[{}]],\"qztype\":\"int8\",\"qzdata\":[1, -2 ,0]}}";
-
-TEST(CutOffDocuments, AreRejectedAtTheirEnd) {
-  ASSERT_EQ(outcomeOf(std::string(kDocument)).kind, JsonOutcome::Kind::kValue);
-  for (std::size_t size = 0; size != kDocument.size(); ++size) {
-    const JsonOutcome outcome = outcomeOf(std::string(kDocument.substr(0, size)));
-    if (outcome.kind == JsonOutcome::Kind::kRuntimeError) {
-      // The text ends inside the name of the type, which is therefore not a string.
-      EXPECT_EQ(outcome.message, "invalid conversion: undefined to string");
-      EXPECT_TRUE(kDocument.substr(size).find("\"qzdata\"") < 8) << size;
-      continue;
-    }
-    EXPECT_EQ(std::make_tuple(outcome.kind, outcome.code, outcome.offset),
-              std::make_tuple(JsonOutcome::Kind::kParserException, kEndOfText, size));
-  }
-}
-
-TEST(DocumentsWithMore, AreRejectedAfterTheirEnd) {
-  for (int number = 0; number < 256; ++number) {
-    const std::string text =
-        std::string(kDocument) + static_cast<char>(static_cast<unsigned char>(number));
-    const JsonOutcome outcome = outcomeOf(text);
-    EXPECT_EQ(std::make_tuple(outcome.kind, outcome.code, outcome.offset),
-              std::make_tuple(JsonOutcome::Kind::kParserException, kSuccess, kDocument.size()));
-  }
-}
-
-TEST(EveryByte, IsAcceptedWhereAValueIsOnlyIfAValueStartsWithIt) {
-  for (int number = 0; number < 256; ++number) {
-    const char byte = static_cast<char>(static_cast<unsigned char>(number));
-    if ("\"{[0123456789-"sv.find(byte) != std::string_view::npos) {
-      continue;
-    }
-    const JsonOutcome outcome = outcomeOf("["s + byte + "]");
-    if (byte == ']') {
-      EXPECT_EQ(outcome.code, kSuccess);
-    } else if (byte == ' ' || (number >= 9 && number <= 13)) {
-      EXPECT_EQ(outcome.kind, JsonOutcome::Kind::kValue);
-    } else {
-      EXPECT_EQ(std::make_tuple(outcome.kind, outcome.code, outcome.offset),
-                std::make_tuple(JsonOutcome::Kind::kParserException, kNoOpeningQuote, 1u))
-          << "byte " << number;
-    }
-  }
-}
 
 }  // namespace
 }  // namespace foundation::json

@@ -49,7 +49,7 @@ constexpr AcceptedText kScalars[] = {
 INSTANTIATE_TEST_SUITE_P(Scalar, JsonTextAccepts, ::testing::ValuesIn(kScalars),
                          [](const auto& row) { return row.param.name; });
 
-constexpr AcceptedText kNumbers[] = {
+constexpr AcceptedText kAcceptedNumbers[] = {
     {"Zero", "0", "0"},
     {"NegativeZero", "-0", "-0"},
     {"NegativeZeroWithFraction", "-0.0", "-0"},
@@ -81,7 +81,7 @@ constexpr AcceptedText kNumbers[] = {
     {"TooSmall", "1e-999", "0"},
     {"TooSmallNegative", "-1e-999", "-0"},
 };
-INSTANTIATE_TEST_SUITE_P(Number, JsonTextAccepts, ::testing::ValuesIn(kNumbers),
+INSTANTIATE_TEST_SUITE_P(Number, JsonTextAccepts, ::testing::ValuesIn(kAcceptedNumbers),
                          [](const auto& row) { return row.param.name; });
 
 constexpr AcceptedText kEscapes[] = {
@@ -173,7 +173,7 @@ TEST_P(JsonTextWithComments, AcceptsAText) {
   EXPECT_EQ(valueText(parseJsonText(std::string(GetParam().text), true)), GetParam().value);
 }
 
-constexpr AcceptedText kCommented[] = {
+constexpr AcceptedText kAcceptedWithComments[] = {
     {"InAnEmptyArray", "[/* nothing */]", "[]"},
     {"InAnEmptyObject", "{// nothing\n}", "{}"},
     {"AroundElements", "[/*a*/1/*b*/,/*c*/2/*d*/]", "[1, 2]"},
@@ -188,7 +188,7 @@ constexpr AcceptedText kCommented[] = {
     {"AroundIntegers", "{\"qztype\":\"int8\",\"qzdata\":/**/[/**/1/**/,//\n2/**/]/**/}",
      R"({"qzdata": [int64(1), int64(2)], "qztype": "int8"})"},
 };
-INSTANTIATE_TEST_SUITE_P(Comments, JsonTextWithComments, ::testing::ValuesIn(kCommented),
+INSTANTIATE_TEST_SUITE_P(Comments, JsonTextWithComments, ::testing::ValuesIn(kAcceptedWithComments),
                          [](const auto& row) { return row.param.name; });
 
 TEST(JsonText, IsReadTheSameWayWhereCommentsAreAllowedButThereAreNone) {

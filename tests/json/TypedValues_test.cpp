@@ -241,11 +241,11 @@ TEST(TypedPayload, IsNotReadForAnyOtherName) {
 }
 
 TEST(TypedPayload, MayHaveCommentsWhereTheyAreAllowed) {
-  constexpr std::string_view kText = "[/**/1/**/,//\n2/**/]";
-  EXPECT_EQ(readPayload("int8", kText, true),
-            (PayloadReading{kSuccess, static_cast<std::ptrdiff_t>(kText.size()),
+  constexpr std::string_view kPayload = "[/**/1/**/,//\n2/**/]";
+  EXPECT_EQ(readPayload("int8", kPayload, true),
+            (PayloadReading{kSuccess, static_cast<std::ptrdiff_t>(kPayload.size()),
                             "[int64(1), int64(2)]"}));
-  EXPECT_EQ(readPayload("int8", kText), (PayloadReading{kNoInteger, 1, ""}));
+  EXPECT_EQ(readPayload("int8", kPayload), (PayloadReading{kNoInteger, 1, ""}));
   EXPECT_EQ(readPayload("int8", "[1/*]", true), (PayloadReading{kEndOfText, 5, ""}));
 }
 

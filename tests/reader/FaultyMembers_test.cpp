@@ -1,5 +1,5 @@
-// Every member of a document, absent or of each other kind: what the caller is told, and which
-// calls the handler receives before.
+// Every member of a document, absent or of each other kind: which failure the caller gets, and
+// which calls the handler receives before.
 
 #include <cstddef>
 #include <ostream>
@@ -9,9 +9,9 @@
 #include <gtest/gtest.h>
 
 #include "foundation/json/Value.h"
-#include "reader/SampleDocument.h"
 #include "support/Failure.h"
 #include "support/RecordingParser.h"
+#include "support/SampleDocument.h"
 
 namespace install::update_metadata_parser {
 namespace {
@@ -183,12 +183,6 @@ Load loadValue(const Value& document) {
   return {failure, parser.takeCalls()};
 }
 
-std::vector<std::string> firstCalls(std::size_t count) {
-  std::vector<std::string> calls = sampleCalls();
-  calls.resize(count);
-  return calls;
-}
-
 class FaultyMember : public ::testing::TestWithParam<MemberOfADocument> {
  protected:
   std::string failureFor(const Kind& kind) const {
@@ -211,7 +205,7 @@ TEST_P(FaultyMember, OfAnotherKindFailsTheLoadWithoutUndoingAnything) {
     }
     SCOPED_TRACE(kind.name);
     const Value document = with(sampleDocument(), GetParam().path, kind.value);
-    const Load expected = {failureFor(kind), firstCalls(GetParam().callsBefore)};
+    const Load expected = {failureFor(kind), sampleCalls(GetParam().callsBefore)};
     EXPECT_EQ(loadValue(document), expected);
     if (kind.inText) {
       EXPECT_EQ(loadText(document), expected);
@@ -230,7 +224,7 @@ TEST_P(AbsentMember, FailsTheLoadWithoutUndoingAnything) {
   const Load expected = {isSection   ? "std::out_of_range: map::at"
                          : isRelease ? invalidConversion<Undefined, Object>()
                                      : invalidData(GetParam().path.back()),
-                         firstCalls(GetParam().callsBefore)};
+                         sampleCalls(GetParam().callsBefore)};
   EXPECT_EQ(loadText(without(sampleDocument(), GetParam().path)), expected);
 }
 

@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "reader/SampleDocument.h"
 #include "support/Failure.h"
+#include "support/SampleDocument.h"
 
 namespace install::update_metadata_parser {
 namespace {

@@ -16,10 +16,10 @@
 
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
-#include "reader/SampleDocument.h"
 #include "support/Failure.h"
 #include "support/Locales.h"
 #include "support/RecordingParser.h"
+#include "support/SampleDocument.h"
 #include "support/TemporaryFolder.h"
 #include "support/WithoutRights.h"
 

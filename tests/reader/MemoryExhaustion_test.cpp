@@ -13,9 +13,9 @@
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
-#include "reader/SampleDocument.h"
 #include "support/FailingAllocation.h"
 #include "support/Failure.h"
+#include "support/SampleDocument.h"
 #include "support/TemporaryFolder.h"
 
 namespace install::update_metadata_parser {

@@ -9,10 +9,10 @@
 
 #include "foundation/json/Value.h"
 #include "json/JsonText.h"
-#include "reader/SampleDocument.h"
 #include "reader/SectionParser.h"
 #include "support/Failure.h"
 #include "support/RecordingParser.h"
+#include "support/SampleDocument.h"
 
 namespace install::update_metadata_parser {
 namespace {

@@ -14,9 +14,9 @@
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
-#include "reader/SampleDocument.h"
 #include "support/Failure.h"
 #include "support/RecordingParser.h"
+#include "support/SampleDocument.h"
 #include "support/TemporaryFolder.h"
 
 namespace install::update_metadata_parser {

@@ -17,9 +17,9 @@
 #include "foundation/json/Value.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
-#include "reader/SampleDocument.h"
 #include "support/Failure.h"
 #include "support/RecordingParser.h"
+#include "support/SampleDocument.h"
 #include "support/TemporaryFolder.h"
 
 namespace install::update_metadata_parser {
@@ -41,12 +41,6 @@ using ::testing::ElementsAre;
 
 /// The failure of a parser whose document is "document.json".
 const std::string kParseFailure = "std::runtime_error: Error while parsing document.json";
-
-std::vector<std::string> firstCalls(std::size_t count) {
-  std::vector<std::string> calls = sampleCalls();
-  calls.resize(count);
-  return calls;
-}
 
 TEST(Construction, ReadsNothingAndMakesNoHandler) {
   RecordingParser parser(u"/missing/document.json");
@@ -120,7 +114,7 @@ TEST_P(LoadWithout, FailsWhenItReachesTheSection) {
   document = with(document, {std::string(GetParam().key) + "2"}, nullptr);
   TextParser parser(toJson(document));
   EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }), "std::out_of_range: map::at");
-  EXPECT_EQ(parser.takeCalls(), firstCalls(GetParam().callsBefore));
+  EXPECT_EQ(parser.takeCalls(), sampleCalls(GetParam().callsBefore));
 }
 
 INSTANTIATE_TEST_SUITE_P(Sections, LoadWithout, ::testing::ValuesIn(kMissingSections),
@@ -184,7 +178,7 @@ class UnusableDocument : public ::testing::TestWithParam<UnusableText> {};
 TEST_P(UnusableDocument, IsReportedByItsPathAlone) {
   TextParser parser(GetParam().text);
   EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }), kParseFailure);
-  EXPECT_EQ(parser.takeCalls(), firstCalls(3));
+  EXPECT_EQ(parser.takeCalls(), sampleCalls(3));
 }
 
 TEST_P(UnusableDocument, IsReportedFromDiskWithTheWholePath) {
@@ -296,7 +290,7 @@ TEST(Failure, LeavesTheNewHandlerWithTheParserAlone) {
   EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }),
             (test_support::invalidConversion<std::nullptr_t, Array>()));
   EXPECT_EQ(parser.handler.use_count(), 1);
-  EXPECT_EQ(parser.takeCalls(), firstCalls(10));
+  EXPECT_EQ(parser.takeCalls(), sampleCalls(10));
   EXPECT_EQ(parser.handler->getTargetReleaseVersion(), u"1.1");
   EXPECT_EQ(parser.handler->getUpdateSizeForComponentsToExtract().size(), 3U);
 }

@@ -9,11 +9,11 @@
 #include <string_view>
 #include <type_traits>
 #include <typeinfo>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "foundation/json/ValueSamples.h"
 #include "support/ValueText.h"
 
 namespace foundation::json {
@@ -21,7 +21,6 @@ namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
-using test_support::valueText;
 
 static_assert(sizeof(Value) == 16);
 static_assert(std::is_nothrow_default_constructible_v<Value>);
@@ -57,26 +56,6 @@ void forEachKind(const Visit& visit) {
   visit(Kind<float>());
   visit(Kind<std::int64_t>());
   visit(Kind<std::uint64_t>());
-}
-
-/// A value of each kind, with the properties of the kind.
-struct Sample {
-  Value value;
-  std::size_t index;
-  const char* name;
-};
-
-std::vector<Sample> samples() {
-  return {{Value(), 0, traits<Undefined>::name},
-          {Value(nullptr), 1, traits<std::nullptr_t>::name},
-          {Value(true), 2, traits<bool>::name},
-          {Value(1.5), 3, traits<double>::name},
-          {Value("text"), 4, traits<std::string>::name},
-          {Value(Array{1.0}), 5, traits<Array>::name},
-          {Value(Object{{"key", 1.0}}), 6, traits<Object>::name},
-          {Value(1.5f), 7, traits<float>::name},
-          {Value(std::int64_t{-1}), 8, traits<std::int64_t>::name},
-          {Value(std::uint64_t{1}), 9, traits<std::uint64_t>::name}};
 }
 
 // The message of an exception of exactly the type Error; a note if none was thrown.
@@ -274,87 +253,6 @@ TEST(ValueComparison, ComparesTheContentsOfContainers) {
   };
   EXPECT_EQ(nested(1.0), nested(1.0));
   EXPECT_NE(nested(1.0), nested(2.0));
-}
-
-// -------------------------------------------------------------------------------------------------
-// Copies and moves
-
-TEST(ValueCopy, IsEqualAndStaysSoWhenItsSourceChanges) {
-  for (const Sample& sample : samples()) {
-    Value source = sample.value;
-    const Value copy = source;
-    Value assigned("before");
-    assigned = source;
-    source = "something else";
-    EXPECT_EQ(copy, sample.value) << sample.name;
-    EXPECT_EQ(assigned, sample.value) << sample.name;
-  }
-}
-
-TEST(ValueCopy, OutlivesItsSource) {
-  for (const Sample& sample : samples()) {
-    Value copy;
-    {
-      const Value source = sample.value;
-      copy = source;
-    }
-    EXPECT_EQ(valueText(copy), valueText(sample.value));
-  }
-}
-
-TEST(ValueCopy, SharesTheContentOfContainers) {
-  const Value array(Array{1.0});
-  const Value arrayCopy = array;
-  EXPECT_EQ(array.as<Array>().begin(), arrayCopy.as<Array>().begin());
-  const Value object(Object{{"a", 1.0}});
-  const Value objectCopy = object;
-  EXPECT_EQ(&object["a"], &objectCopy["a"]);
-}
-
-TEST(ValueMove, LeavesTheSourceUndefined) {
-  for (const Sample& sample : samples()) {
-    Value source = sample.value;
-    const Value moved = std::move(source);
-    EXPECT_EQ(moved, sample.value) << sample.name;
-    EXPECT_TRUE(source.is<Undefined>());  // NOLINT(bugprone-use-after-move): that is the contract
-    source = moved;
-    Value assigned("before");
-    assigned = std::move(source);
-    EXPECT_EQ(assigned, sample.value) << sample.name;
-    EXPECT_TRUE(source.is<Undefined>());  // NOLINT(bugprone-use-after-move): that is the contract
-  }
-}
-
-TEST(ValueAssignment, ToItselfChangesNothing) {
-  for (const Sample& sample : samples()) {
-    Value value = sample.value;
-    Value& same = value;
-    value = same;
-    EXPECT_EQ(value, sample.value) << sample.name;
-    value = std::move(same);
-    EXPECT_EQ(value, sample.value) << sample.name;
-    value.swap(same);
-    EXPECT_EQ(value, sample.value) << sample.name;
-  }
-}
-
-TEST(ValueAssignment, OfAPartReplacesTheWhole) {
-  Value value(Object{{"a", Array{"text", Array{1.0}}}});
-  value = value["a"];
-  EXPECT_EQ(valueText(value), R"(["text", [1]])");
-  value = value.as<Array>()[1];
-  EXPECT_EQ(valueText(value), "[1]");
-  value = Value(value.as<Array>()[0]);
-  EXPECT_EQ(valueText(value), "1");
-}
-
-TEST(ValueSwap, ExchangesTwoValues) {
-  Value left("text");
-  Value right(Array{1.0});
-  left.swap(right);
-  EXPECT_EQ(valueText(left) + valueText(right), "[1]\"text\"");
-  swap(left, right);
-  EXPECT_EQ(valueText(left) + valueText(right), "\"text\"[1]");
 }
 
 }  // namespace

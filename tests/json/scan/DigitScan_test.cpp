@@ -20,16 +20,16 @@ using test_support::quoted;
 
 using Read = const char* (*)(const char*, const char*, std::uint64_t&);
 
-struct Variant {
+struct DigitReader {
   const char* name;
   Read read;
 };
 
-void PrintTo(const Variant& variant, std::ostream* stream) {
-  *stream << variant.name;
+void PrintTo(const DigitReader& reader, std::ostream* stream) {
+  *stream << reader.name;
 }
 
-constexpr Variant kVariants[] = {
+constexpr DigitReader kDigitReaders[] = {
     {"Plain", readDigitsPlain},
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     {"ByEight", readDigitsByEight},
@@ -37,7 +37,7 @@ constexpr Variant kVariants[] = {
     {"Quickest", readDigits},
 };
 
-class DigitScan : public ::testing::TestWithParam<Variant> {
+class DigitScan : public ::testing::TestWithParam<DigitReader> {
  protected:
   // Asserts that the leading digits of a text are read and appended to the number `before`.
   void expectRead(std::string_view text, std::uint64_t before = 0) const {
@@ -53,7 +53,7 @@ class DigitScan : public ::testing::TestWithParam<Variant> {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Variants, DigitScan, ::testing::ValuesIn(kVariants),
+INSTANTIATE_TEST_SUITE_P(Variants, DigitScan, ::testing::ValuesIn(kDigitReaders),
                          [](const auto& row) { return row.param.name; });
 
 TEST_P(DigitScan, ReadsUpToEveryOtherByteAtEveryPlaceOfEveryLength) {

@@ -44,23 +44,23 @@ Decoding decode(std::string_view text, std::string start = "") {
   return {result, position - placed.data(), result == kSuccess ? start : ""};
 }
 
-struct Row {
+struct EncodedString {
   const char* name;
   std::string_view text;
   Decoding decoding;
 };
 
-void PrintTo(const Row& row, std::ostream* stream) {
+void PrintTo(const EncodedString& row, std::ostream* stream) {
   *stream << quoted(row.text);
 }
 
-class StringDecoding : public ::testing::TestWithParam<Row> {};
+class StringDecoding : public ::testing::TestWithParam<EncodedString> {};
 
 TEST_P(StringDecoding, EndsAfterTheQuoteOrAtTheByteThatIsNotAccepted) {
   EXPECT_EQ(decode(GetParam().text), GetParam().decoding);
 }
 
-const Row kDecodedTexts[] = {
+const EncodedString kDecodedTexts[] = {
     {"ClosingQuoteOnly", "\"", {kSuccess, 1, ""}},
     {"Plain", "abc\"def", {kSuccess, 4, "abc"}},
     {"AllShortEscapes", R"(\"\/\\\b\f\n\r\t")", {kSuccess, 17, "\"/\\\b\f\n\r\t"}},

@@ -21,16 +21,16 @@ using test_support::quoted;
 
 using Scan = const char* (*)(const char*, const char*);
 
-struct Variant {
+struct QuoteFinder {
   const char* name;
   Scan scan;
 };
 
-void PrintTo(const Variant& variant, std::ostream* stream) {
-  *stream << variant.name;
+void PrintTo(const QuoteFinder& finder, std::ostream* stream) {
+  *stream << finder.name;
 }
 
-constexpr Variant kVariants[] = {
+constexpr QuoteFinder kQuoteFinders[] = {
     {"Plain", findQuoteOrBackslashPlain},
 #if defined(__SSE2__)
     {"Sse2", findQuoteOrBackslashSse2},
@@ -38,7 +38,7 @@ constexpr Variant kVariants[] = {
     {"Quickest", findQuoteOrBackslash},
 };
 
-class StringScan : public ::testing::TestWithParam<Variant> {
+class StringScan : public ::testing::TestWithParam<QuoteFinder> {
  protected:
   // Asserts that the first quotation mark or backslash is found.
   void expectFound(std::string_view text) const {
@@ -51,7 +51,7 @@ class StringScan : public ::testing::TestWithParam<Variant> {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Variants, StringScan, ::testing::ValuesIn(kVariants),
+INSTANTIATE_TEST_SUITE_P(Variants, StringScan, ::testing::ValuesIn(kQuoteFinders),
                          [](const auto& row) { return row.param.name; });
 
 TEST_P(StringScan, FindsNothingInAnEmptyText) {

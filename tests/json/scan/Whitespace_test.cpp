@@ -36,25 +36,25 @@ TEST(Whitespace, IsSixBytes) {
   }
 }
 
-struct Row {
+struct SpacedText {
   const char* name;
   std::string_view text;
   std::ptrdiff_t skipped;              ///< without comments
   std::ptrdiff_t skippedWithComments;  ///< if comments are allowed
 };
 
-void PrintTo(const Row& row, std::ostream* stream) {
+void PrintTo(const SpacedText& row, std::ostream* stream) {
   *stream << quoted(row.text);
 }
 
-class WhitespaceAndComments : public ::testing::TestWithParam<Row> {};
+class WhitespaceAndComments : public ::testing::TestWithParam<SpacedText> {};
 
 TEST_P(WhitespaceAndComments, AreSkipped) {
   EXPECT_EQ(skippedOf(GetParam().text, false), GetParam().skipped);
   EXPECT_EQ(skippedOf(GetParam().text, true), GetParam().skippedWithComments);
 }
 
-constexpr Row kTexts[] = {
+constexpr SpacedText kTexts[] = {
     {"Nothing", "", 0, 0},
     {"NoSpace", "x ", 0, 0},
     {"Space", " \t\r\n\v\fx", 6, 6},
@@ -89,16 +89,16 @@ INSTANTIATE_TEST_SUITE_P(Texts, WhitespaceAndComments, ::testing::ValuesIn(kText
 
 using Skip = const char* (*)(const char*, const char*);
 
-struct Variant {
+struct SpaceSkipper {
   const char* name;
   Skip skip;
 };
 
-void PrintTo(const Variant& variant, std::ostream* stream) {
-  *stream << variant.name;
+void PrintTo(const SpaceSkipper& skipper, std::ostream* stream) {
+  *stream << skipper.name;
 }
 
-constexpr Variant kVariants[] = {
+constexpr SpaceSkipper kSpaceSkippers[] = {
     {"Plain", skipSpacesPlain},
 #if defined(__SSE2__)
     {"Sse2", skipSpacesSse2},
@@ -106,8 +106,8 @@ constexpr Variant kVariants[] = {
     {"Quickest", skipSpaces},
 };
 
-class Spaces : public ::testing::TestWithParam<Variant> {};
-INSTANTIATE_TEST_SUITE_P(Variants, Spaces, ::testing::ValuesIn(kVariants),
+class Spaces : public ::testing::TestWithParam<SpaceSkipper> {};
+INSTANTIATE_TEST_SUITE_P(Variants, Spaces, ::testing::ValuesIn(kSpaceSkippers),
                          [](const auto& row) { return row.param.name; });
 
 TEST_P(Spaces, AreSkippedUpToEveryOtherByteAtEveryPlaceOfEveryLength) {

@@ -17,8 +17,6 @@
 namespace {
 
 using namespace std::string_literals;
-using fl::i18n::lcctype::isdigit_ascii;
-using fl::i18n::lcctype::isspace_ascii;
 
 using test_support::appendUtf16;
 using test_support::appendUtf8;
@@ -286,30 +284,6 @@ INSTANTIATE_TEST_SUITE_P(Writing, Utf16Text, ::testing::ValuesIn(kWrittenTexts),
 
 TEST_P(Utf16Text, IsWrittenAsUtf8) {
   EXPECT_EQ(fl::i18n::to_string(GetParam().units), GetParam().bytes);
-}
-
-// ---------------------------------------------------------------------------------------------
-// Character classes.
-
-TEST(CharacterClasses, KnowAsciiOnly) {
-  Bytes digits;
-  Bytes spaces;
-  for (unsigned byte = 0; byte < 0x100; ++byte) {
-    if (isdigit_ascii(toByte(byte))) {
-      digits += toByte(byte);
-    }
-    if (isspace_ascii(toByte(byte))) {
-      spaces += toByte(byte);
-    }
-  }
-  EXPECT_EQ(digits, "0123456789");
-  EXPECT_EQ(spaces, "\x09\x0A\x0B\x0C\x0D\x20");
-}
-
-TEST(CharacterClasses, AreConstantExpressionsThatThrowNothing) {
-  static_assert(isdigit_ascii('7') && !isdigit_ascii('/') && !isdigit_ascii(':'));
-  static_assert(isspace_ascii('\v') && !isspace_ascii('\b') && !isspace_ascii('\0'));
-  static_assert(noexcept(isdigit_ascii('0'))&& noexcept(isspace_ascii(' ')));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "mf/zero/fields/OwnedCollection.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <new>
 #include <string>
@@ -12,11 +11,10 @@
 #include "foundation/core/except.h"
 #include "install/datamodels/product_update/ComponentDeltaData.h"
 #include "install/datamodels/product_update/PkgDeltaData.h"
-#include "install/datamodels/product_update/ProductDeltaData.h"
-#include "install/datamodels/product_update/ProductUpdateMetaData.h"
 #include "mf/zero/elements/Messages.h"
 #include "mf/zero/elements/Placeholders.h"
 #include "mf/zero/fields/ReferenceCollection.h"
+#include "model/mf/zero/fields/OwnedList.h"
 #include "support/LifetimeProbe.h"
 
 namespace mf::zero {
@@ -24,40 +22,15 @@ namespace {
 
 using install::datamodels::product_update::ComponentDeltaData;
 using install::datamodels::product_update::PkgDeltaData;
-using install::datamodels::product_update::ProductDeltaData;
-using install::datamodels::product_update::ProductUpdateMetaData;
+using test_support::elementsOf;
 using test_support::LifetimeProbe;
+using test_support::makePkg;
+using test_support::OwnedList;
 using Pkgs = OwnedCollection<PkgDeltaData>;
 
 static_assert(std::is_base_of_v<ReferenceCollection, AbstractOwnedCollection>);
 static_assert(std::is_base_of_v<AbstractOwnedCollection, Pkgs>);
 static_assert(!std::is_copy_constructible_v<Pkgs> && !std::is_copy_assignable_v<Pkgs>);
-
-PkgDeltaData makePkg(const Model& model, const std::u16string& name = u"") {
-  PkgDeltaData pkg = PkgDeltaData::create(model, Uuid());
-  pkg->setName(name);
-  return pkg;
-}
-
-std::vector<PkgDeltaData> elementsOf(const Pkgs& list) {
-  std::vector<PkgDeltaData> elements;
-  for (std::size_t index = 0; index < list.size(); ++index) {
-    elements.push_back(list[index]);
-  }
-  return elements;
-}
-
-class OwnedList : public ::testing::Test {
- protected:
-  PkgDeltaData make(const std::u16string& name = u"") const { return makePkg(model, name); }
-
-  Pkgs& list() const { return component->getPkgsToDeleteMutable(); }
-
-  std::vector<PkgDeltaData> elements() const { return elementsOf(component->getPkgsToDelete()); }
-
-  Model model = Model::create(ModelSpec());
-  ComponentDeltaData component = ComponentDeltaData::create(model, Uuid());
-};
 
 TEST_F(OwnedList, IsEmptyInANewElement) {
   EXPECT_EQ(list().size(), 0u);
@@ -219,93 +192,6 @@ TEST_F(OwnedList, AcceptsAHundredThousandElements) {
   EXPECT_NE(list()[0], list()[kMany - 1]);
 }
 
-// Elements lie in memory in the order of creation. Lists behave alike in that order and in any
-// other.
-struct Order {
-  const char* name;
-  std::vector<std::size_t> places;  // of the elements in their list, by order of creation
-};
-
-class OwnedListInOrder : public OwnedList, public ::testing::WithParamInterface<Order> {
- protected:
-  OwnedListInOrder() {
-    for (int count = 0; count < 12; ++count) {
-      made.push_back(make(std::u16string(1, static_cast<char16_t>(u'a' + count))));
-    }
-    for (const std::size_t place : GetParam().places) {
-      appended.push_back(made[place]);
-      list().append(made[place]);
-    }
-  }
-
-  std::vector<PkgDeltaData> made;
-  std::vector<PkgDeltaData> appended;
-};
-
-TEST_P(OwnedListInOrder, HoldsWhatWasAppended) {
-  EXPECT_EQ(elements(), appended);
-  for (std::size_t index = 0; index < appended.size(); ++index) {
-    EXPECT_EQ(&list().readAt(index), appended[index].operator->());
-    EXPECT_EQ(appended[index]->getContainer(), component);
-  }
-}
-
-TEST_P(OwnedListInOrder, AppendsEachElementOnce) {
-  for (const PkgDeltaData& pkg : made) {
-    list().append(pkg);
-    list().append(pkg);
-  }
-  for (const PkgDeltaData& pkg : made) {
-    if (std::find(appended.begin(), appended.end(), pkg) == appended.end()) {
-      appended.push_back(pkg);
-    }
-  }
-  EXPECT_EQ(elements(), appended);
-}
-
-TEST_P(OwnedListInOrder, AcceptsEachElementThatAnotherListHolds) {
-  const ComponentDeltaData other = ComponentDeltaData::create(model, Uuid());
-  for (const PkgDeltaData& pkg : made) {
-    other->getPkgsToDeleteMutable().append(pkg);
-  }
-  for (const PkgDeltaData& pkg : made) {
-    list().append(pkg);
-    if (std::find(appended.begin(), appended.end(), pkg) == appended.end()) {
-      appended.push_back(pkg);
-    }
-  }
-  EXPECT_EQ(elements(), appended);
-}
-
-TEST_P(OwnedListInOrder, LeavesElementsToTheirHoldersWhenItIsDestroyed) {
-  const PkgDeltaData kept = appended[1];
-  const std::u16string name = kept->getName();
-  made.clear();
-  appended.clear();
-  component = ComponentDeltaData();
-  EXPECT_FALSE(kept->getContainer());
-  EXPECT_EQ(kept->getName(), name);
-  // The others are freed. Their memory goes to the next elements, none of which is a kept one.
-  for (int count = 0; count < 20; ++count) {
-    appended.push_back(make(u"next"));
-    EXPECT_NE(appended.back(), kept);
-  }
-  EXPECT_EQ(kept->getName(), name);
-}
-
-const Order kOrders[] = {
-    {"AsMade", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
-    {"FromTheMiddle", {5, 6, 7}},
-    {"Backwards", {9, 8, 7, 6, 5, 4, 3, 2, 1, 0}},
-    {"WithAGap", {0, 1, 2, 4, 5}},
-    {"WithOneFromBefore", {3, 4, 5, 0, 6}},
-    {"EveryOther", {0, 2, 4, 6, 8, 10, 1, 3, 5}},
-    {"BackToTheStart", {4, 5, 6, 7, 1, 2, 3, 8, 9, 10, 11}},
-};
-
-INSTANTIATE_TEST_SUITE_P(Elements, OwnedListInOrder, ::testing::ValuesIn(kOrders),
-                         [](const auto& row) { return row.param.name; });
-
 TEST_F(OwnedList, HoldsElementsInReusedMemory) {
   std::vector<PkgDeltaData> gone;
   for (int count = 0; count < 10; ++count) {
@@ -393,26 +279,6 @@ TEST_F(OwnedList, EndsTheProgramIfItIsNoPartOfItsOwner) {
   EXPECT_DEATH(new (static_cast<void*>(&other->pkgs))
                    OwnedCollection<PkgDeltaData>(*component.operator->(), 0),
                "");
-}
-
-/// An element whose class has the number of another.
-class Imposter : public ElementHandle<Imposter> {
- public:
-  class Impl;
-};
-
-class Imposter::Impl final : public ElementImpl {
- public:
-  static const ElementClass kClass;
-};
-
-const ElementClass Imposter::Impl::kClass = {u"Imposter", PkgDeltaData::Impl::kClass.number,
-                                             sizeof(Imposter::Impl),
-                                             &destroyElementImpl<Imposter::Impl>, nullptr};
-
-TEST_F(OwnedList, SharesNoNumberAmongClassesOfOneModel) {
-  const PkgDeltaData pkg = make();
-  EXPECT_DEATH(static_cast<void>(Imposter::create(model, Uuid())), "");
 }
 
 }  // namespace

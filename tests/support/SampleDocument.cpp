@@ -1,4 +1,4 @@
-#include "reader/SampleDocument.h"
+#include "support/SampleDocument.h"
 
 #include <cstdint>
 #include <optional>
@@ -137,6 +137,12 @@ std::vector<std::string> sampleCalls() {
       R"(createPkgDataWithFilesToDelete("pages", 32, ["a.html", "b.html"]))",
       R"(setComponentDataWithFilesToDelete("help", ["index", "pages"]))",
   };
+}
+
+std::vector<std::string> sampleCalls(std::size_t count) {
+  std::vector<std::string> calls = sampleCalls();
+  calls.resize(count);
+  return calls;
 }
 
 Value with(const Value& root, const Path& path, const Value& value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,9 @@ foundation::json::Value sampleDocument();
 
 /// Returns the calls that a handler receives from the sample document, in order.
 std::vector<std::string> sampleCalls();
+
+/// Returns the first `count` of them.
+std::vector<std::string> sampleCalls(std::size_t count);
 
 /// The path to a value in a document: object keys and array positions.
 using Path = std::vector<std::string>;

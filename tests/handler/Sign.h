@@ -1,0 +1,9 @@
+#pragma once
+
+namespace test_support {
+
+inline int signOf(int number) {
+  return (number > 0) - (number < 0);
+}
+
+}  // namespace test_support
