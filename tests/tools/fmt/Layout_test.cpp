@@ -13,8 +13,8 @@
 namespace update_metadata_tool::fmt {
 namespace {
 
-constexpr Layout kCompact{true, 0};
-constexpr Layout kTwoBlanks{false, 2};
+constexpr Layout kCompactLayout{true, 0};
+constexpr Layout kTwoBlanksLayout{false, 2};
 constexpr Layout kNoBlanks{false, 0};
 constexpr Layout kEightBlanks{false, 8};
 
@@ -46,11 +46,11 @@ TEST_P(Layouts, ChangeNothingTheSecondTime) {
 const char* const kNested = "{\"a\":[1,{\"b\" : null}\t],\n\"c\":{} , \"d\":[ ]}";
 
 const LaidOutText kLaidOutTexts[] = {
-    {"Scalar", "1", kTwoBlanks, "1"},
-    {"EmptyObject", "{ \n }", kTwoBlanks, "{}"},
+    {"Scalar", "1", kTwoBlanksLayout, "1"},
+    {"EmptyObject", "{ \n }", kTwoBlanksLayout, "{}"},
     {"EmptyArray", "[\t]", kNoBlanks, "[]"},
-    {"OneElement", "[1]", kTwoBlanks, "[\n  1\n]"},
-    {"Nested", kNested, kTwoBlanks,
+    {"OneElement", "[1]", kTwoBlanksLayout, "[\n  1\n]"},
+    {"Nested", kNested, kTwoBlanksLayout,
      "{\n"
      "  \"a\": [\n"
      "    1,\n"
@@ -74,17 +74,18 @@ const LaidOutText kLaidOutTexts[] = {
      "        \"c\": {},\n"
      "        \"d\": []\n"
      "}"},
-    {"NestedCompact", kNested, kCompact, R"({"a":[1,{"b":null}],"c":{},"d":[]})"},
-    {"Spellings", R"([ 007 , -0, 1E+3,0.10,1e999, true,false ])", kCompact,
+    {"NestedCompact", kNested, kCompactLayout, R"({"a":[1,{"b":null}],"c":{},"d":[]})"},
+    {"Spellings", R"([ 007 , -0, 1E+3,0.10,1e999, true,false ])", kCompactLayout,
      R"([007,-0,1E+3,0.10,1e999,true,false])"},
-    {"Escapes", R"(["\u0041\/\ud83d\ude00", "\u00e9", "\"] , "])", kCompact,
+    {"Escapes", R"(["\u0041\/\ud83d\ude00", "\u00e9", "\"] , "])", kCompactLayout,
      R"(["\u0041\/\ud83d\ude00","\u00e9","\"] , "])"},
-    {"RawBytes", "[\"\xFF\t\n \v\", \"\xC3\xA9\"]", kCompact, "[\"\xFF\t\n \v\",\"\xC3\xA9\"]"},
-    {"RepeatedKeys", R"({"a":1,"\u0061":2,"a":3})", kTwoBlanks,
+    {"RawBytes", "[\"\xFF\t\n \v\", \"\xC3\xA9\"]", kCompactLayout,
+     "[\"\xFF\t\n \v\",\"\xC3\xA9\"]"},
+    {"RepeatedKeys", R"({"a":1,"\u0061":2,"a":3})", kTwoBlanksLayout,
      "{\n  \"a\": 1,\n  \"\\u0061\": 2,\n  \"a\": 3\n}"},
     {"TypedPayloads", R"([{"qztype":"int8","qzdata":[1 ,-2]},{"qzdata":[ 3],"qztype":"uint8"}])",
-     kCompact, R"([{"qztype":"int8","qzdata":[1,-2]},{"qzdata":[3],"qztype":"uint8"}])"},
-    {"EveryWhiteSpace", "[\t1\n,\v2\f,\r3 ]", kCompact, "[1,2,3]"},
+     kCompactLayout, R"([{"qztype":"int8","qzdata":[1,-2]},{"qzdata":[3],"qztype":"uint8"}])"},
+    {"EveryWhiteSpace", "[\t1\n,\v2\f,\r3 ]", kCompactLayout, "[1,2,3]"},
     {"SixteenLevels", "[[[[[[[[[[[[[[[[1,{}]]]]]]]]]]]]]]]]", kNoBlanks,
      "[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n[\n1,\n{}\n"
      "]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]\n]"},
@@ -104,11 +105,11 @@ TEST(LayoutOfAnyText, DependsOnlyOnKeysAndValues) {
       continue;
     }
     ++laidOutTexts;
-    const std::string spread = laidOut(text, kTwoBlanks);
-    const std::string compact = laidOut(text, kCompact);
-    ASSERT_EQ(laidOut(spread, kTwoBlanks), spread) << text;
-    ASSERT_EQ(laidOut(compact, kTwoBlanks), spread) << text;
-    ASSERT_EQ(laidOut(spread, kCompact), compact) << text;
+    const std::string spread = laidOut(text, kTwoBlanksLayout);
+    const std::string compact = laidOut(text, kCompactLayout);
+    ASSERT_EQ(laidOut(spread, kTwoBlanksLayout), spread) << text;
+    ASSERT_EQ(laidOut(compact, kTwoBlanksLayout), spread) << text;
+    ASSERT_EQ(laidOut(spread, kCompactLayout), compact) << text;
   }
   EXPECT_GT(laidOutTexts, 3000U);
 }
@@ -127,7 +128,7 @@ TEST(LayoutOfADeepText, NeedsNoStackAndGrowsByABoundedFactor) {
     const std::string spread = laidOut(compact, kEightBlanks);
     // A blank after each colon, and sixteen spread levels.
     EXPECT_LT(spread.size(), compact.size() + kDepth / 2 + 16 * 2 * (1 + 16 * 8));
-    EXPECT_TRUE(laidOut(spread, kCompact) == compact);
+    EXPECT_TRUE(laidOut(spread, kCompactLayout) == compact);
   });
 }
 
@@ -138,9 +139,9 @@ TEST(LayoutOfALongText, GrowsInProportionToIt) {
     compact += ",0";
   }
   compact += ']';
-  std::string spread = laidOut(compact, kTwoBlanks);
+  std::string spread = laidOut(compact, kTwoBlanksLayout);
   EXPECT_EQ(spread.size(), 1 + kElements * 5 + 1);
-  EXPECT_TRUE(laidOut(spread, kCompact) == compact);
+  EXPECT_TRUE(laidOut(spread, kCompactLayout) == compact);
 }
 
 }  // namespace

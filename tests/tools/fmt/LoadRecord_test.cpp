@@ -13,7 +13,7 @@ namespace {
 using ::testing::StrEq;
 using ::testing::ThrowsMessage;
 
-const std::string kDocument =
+const std::string kRecorded =
     R"({"metadata":{"arch":"x86","base":{"zelvan_version":"","date":"","version":"7.1",)"
     R"("prerelease":false,"release":"Fernlight 7","checksum":"","description":"","update":0},)"
     R"("target":{"zelvan_version":"","date":"","version":"7.2","prerelease":false,)"
@@ -40,7 +40,7 @@ std::ostream& operator<<(std::ostream& out, const Change& row) {
 }
 
 std::string apply(const Change& change) {
-  std::string text = kDocument;
+  std::string text = kRecorded;
   const std::size_t place = text.find(change.from);
   return place == std::string::npos
              ? ""
@@ -50,7 +50,7 @@ std::string apply(const Change& change) {
 class ChangesThatAreRead : public ::testing::TestWithParam<Change> {};
 
 TEST_P(ChangesThatAreRead, ChangeTheRecord) {
-  EXPECT_NE(recordOf(apply(GetParam())), recordOf(kDocument));
+  EXPECT_NE(recordOf(apply(GetParam())), recordOf(kRecorded));
 }
 
 const Change kChangesThatAreRead[] = {
@@ -86,8 +86,8 @@ INSTANTIATE_TEST_SUITE_P(Changes, ChangesThatAreRead, ::testing::ValuesIn(kChang
 class ChangesThatAreNotRead : public ::testing::TestWithParam<Change> {};
 
 TEST_P(ChangesThatAreNotRead, DoNotChangeTheRecord) {
-  ASSERT_NE(apply(GetParam()), kDocument);
-  EXPECT_EQ(recordOf(apply(GetParam())), recordOf(kDocument));
+  ASSERT_NE(apply(GetParam()), kRecorded);
+  EXPECT_EQ(recordOf(apply(GetParam())), recordOf(kRecorded));
 }
 
 const Change kChangesThatAreNotRead[] = {
@@ -103,7 +103,7 @@ INSTANTIATE_TEST_SUITE_P(Changes, ChangesThatAreNotRead,
                          [](const auto& row) { return row.param.name; });
 
 TEST(LoadRecord, PassesTheLibrarysExceptionsThrough) {
-  EXPECT_THAT([] { recordOf(kDocument + '\n'); },
+  EXPECT_THAT([] { recordOf(kRecorded + '\n'); },
               ThrowsMessage<std::runtime_error>(StrEq("Error while parsing update.json")));
   EXPECT_THAT([] { recordOf("{}"); }, ThrowsMessage<std::out_of_range>(StrEq("map::at")));
 }

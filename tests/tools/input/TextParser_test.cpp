@@ -15,20 +15,20 @@ namespace {
 
 using install::update_metadata_parser::UpdateMetaDataHandler;
 
-const std::string kDocument =
+const std::string kDocumentWithTarget =
     R"({"metadata":{"arch":"x","base":null,"target":)"
     R"({"zelvan_version":"","date":"","version":"2","prerelease":false,"release":"T",)"
     R"("checksum":"","description":"","update":1}},)"
     R"("components":{},"products":{},"componentsWithFilesDeleted":{}})";
 
 TEST(TextParser, LoadsTheTextWithoutOpeningTheFile) {
-  const auto update = TextParser(u"not there.json", kDocument).parseUpdateMetaDataJson();
+  const auto update = TextParser(u"not there.json", kDocumentWithTarget).parseUpdateMetaDataJson();
   EXPECT_EQ(update->getTargetReleaseFamily(), u"T");
 }
 
 TEST(TextParser, FillsTheHandlerThatItIsGiven) {
   const auto handler = std::make_shared<UpdateMetaDataHandler>();
-  TextParser(u"", kDocument, handler).parseUpdateMetaDataJson();
+  TextParser(u"", kDocumentWithTarget, handler).parseUpdateMetaDataJson();
   EXPECT_EQ(handler->getTargetReleaseFamily(), u"T");
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <ostream>
 #include <random>
@@ -10,11 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include "summary/SizeLimits.h"
+
 namespace update_metadata_tool::summary {
 namespace {
-
-constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 ByteSum sumOf(const std::vector<std::int64_t>& summands) {
   ByteSum sum;

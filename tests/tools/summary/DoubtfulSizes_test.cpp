@@ -1,15 +1,13 @@
 #include "summary/DoubtfulSizes.h"
 
-#include <cstdint>
-#include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "summary/SizeLimits.h"
+
 namespace update_metadata_tool::summary {
 namespace {
-
-constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 TEST(DoubtfulSizes, AreCountedByPackageAndByKind) {
   Contents contents;

@@ -1,16 +1,13 @@
 #include "summary/SumText.h"
 
-#include <cstdint>
-#include <limits>
 #include <ostream>
 
 #include <gtest/gtest.h>
 
+#include "summary/SizeLimits.h"
+
 namespace update_metadata_tool::summary {
 namespace {
-
-constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 struct FormattedSum {
   const char* name;

@@ -5,14 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include "terminal/Characters.h"
+
 namespace update_metadata_tool::terminal {
 namespace {
-
-const std::string kEllipsis = "\xE2\x80\xA6";
-const std::string kUmlaut = "\xC3\xBC";           // one column
-const std::string kAcute = "\xCC\x81";            // a mark: none
-const std::string kIdeograph = "\xE4\xB8\x80";    // two
-const std::string kPicture = "\xF0\x9F\x93\xA6";  // two
 
 struct CharacterWidth {
   const char* name;

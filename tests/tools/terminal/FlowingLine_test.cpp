@@ -8,12 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "support/LongNames.h"
+#include "terminal/Characters.h"
 
 namespace update_metadata_tool::terminal {
 namespace {
-
-const std::string kAcute = "\xCC\x81";          // a mark: no column
-const std::string kIdeograph = "\xE4\xB8\x80";  // two
 
 struct Piece {
   enum { kWords, kName } kind;

@@ -7,11 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "terminal/Characters.h"
+
 namespace update_metadata_tool::terminal {
 namespace {
-
-const std::string kEllipsis = "\xE2\x80\xA6";
-const std::string kIdeograph = "\xE4\xB8\x80";  // two columns
 
 Table makeTable() {
   Table table("Name", {"Count", "Size"});
