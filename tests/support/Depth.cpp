@@ -6,6 +6,8 @@
 #include <exception>
 #include <system_error>
 
+#include "support/Sanitizers.h"
+
 namespace test_support {
 namespace {
 
@@ -39,7 +41,7 @@ void check(int error) {
 }  // namespace
 
 std::size_t levels() {
-  return numberFromEnvironment("UMP_DEPTH_LEVELS", 1000000);
+  return numberFromEnvironment("UMP_DEPTH_LEVELS", kHasSanitizer ? 100000 : 1000000);
 }
 
 void runWithSmallStack(const std::function<void()>& work) {

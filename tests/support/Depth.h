@@ -7,7 +7,8 @@
 
 namespace test_support {
 
-/// How many levels the depth tests make: UMP_DEPTH_LEVELS in the environment, otherwise a million.
+/// How many levels the depth tests make: UMP_DEPTH_LEVELS in the environment, otherwise a million,
+/// or a hundred thousand with a sanitizer, where they take many times as long.
 std::size_t levels();
 
 /// Runs `work` in its own thread and waits for it; rethrows what it throws. The stack has
