@@ -7,6 +7,9 @@ namespace foundation::core {
 /// The size of a large page, and the alignment of memory that is to consist of such pages.
 inline constexpr std::size_t kLargePage = std::size_t{2} << 20;
 
+/// Blocks of at least this size are worth rounding up to large pages.
+inline constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
+
 /// Asks the system to back `memory`, which is fresh, with large pages. A page is set up at its
 /// first touch, which for large blocks costs more than filling them.
 ///

@@ -8,7 +8,7 @@ namespace {
 using mf::zero::Duplicates;
 
 // In the order of the property numbers.
-const mf::zero::ContainedProperty kProperties[] = {
+const mf::zero::ContainedProperty kComponentWithFilesProperties[] = {
     {u"pkgsWithFilesToDelete", &PkgDataWithFilesToDelete::Impl::kClass, Duplicates::kRefused},
 };
 
@@ -17,7 +17,8 @@ const mf::zero::ContainedProperty kProperties[] = {
 const mf::zero::ElementClass ComponentDataWithFilesToDelete::Impl::kClass = {
     u"install::datamodels::product_update::ComponentDataWithFilesToDelete",
     datamodels::kComponentDataWithFilesToDeleteNumber, sizeof(ComponentDataWithFilesToDelete::Impl),
-    &mf::zero::destroyElementImpl<ComponentDataWithFilesToDelete::Impl>, kProperties};
+    &mf::zero::destroyElementImpl<ComponentDataWithFilesToDelete::Impl>,
+    kComponentWithFilesProperties};
 
 ComponentDataWithFilesToDelete::Impl::Impl() noexcept
     : pkgsWithFilesToDelete_(*this, kPkgsWithFilesToDelete) {}

@@ -9,7 +9,7 @@ namespace {
 using mf::zero::Duplicates;
 
 // In the order of the property numbers.
-const mf::zero::ContainedProperty kProperties[] = {
+const mf::zero::ContainedProperty kComponentProperties[] = {
     {u"pkgsToDelete", &PkgDeltaData::Impl::kClass, Duplicates::kRefused},
     {u"pkgsToExtract", &PkgDeltaData::Impl::kClass, Duplicates::kRefused},
 };
@@ -21,7 +21,7 @@ const mf::zero::ElementClass ComponentDeltaData::Impl::kClass = {
     datamodels::kComponentDeltaDataNumber,
     sizeof(ComponentDeltaData::Impl),
     &mf::zero::destroyElementImpl<ComponentDeltaData::Impl>,
-    kProperties,
+    kComponentProperties,
     &mf::zero::makeElementImpl<ComponentDeltaData::Impl>};
 
 ComponentDeltaData::Impl::Impl() noexcept

@@ -8,7 +8,7 @@ namespace {
 using mf::zero::Duplicates;
 
 // In the order of the property numbers.
-const mf::zero::ContainedProperty kProperties[] = {
+const mf::zero::ContainedProperty kProductProperties[] = {
     {u"compsToDelete", &ComponentDeltaData::Impl::kClass, Duplicates::kRefused},
     {u"compsToExtract", &ComponentDeltaData::Impl::kClass, Duplicates::kRefused},
 };
@@ -18,7 +18,7 @@ const mf::zero::ContainedProperty kProperties[] = {
 const mf::zero::ElementClass ProductDeltaData::Impl::kClass = {
     u"install::datamodels::product_update::ProductDeltaData", datamodels::kProductDeltaDataNumber,
     sizeof(ProductDeltaData::Impl), &mf::zero::destroyElementImpl<ProductDeltaData::Impl>,
-    kProperties};
+    kProductProperties};
 
 ProductDeltaData::Impl::Impl() noexcept
     : compsToDelete_(*this, kCompsToDelete), compsToExtract_(*this, kCompsToExtract) {}

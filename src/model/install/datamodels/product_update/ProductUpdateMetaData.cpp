@@ -8,7 +8,7 @@ namespace {
 using mf::zero::Duplicates;
 
 // In the order of the property numbers.
-const mf::zero::ContainedProperty kProperties[] = {
+const mf::zero::ContainedProperty kRootProperties[] = {
     {u"releaseData", &ReleaseData::Impl::kClass, Duplicates::kRefused},
     {u"productsDeltaData", &ProductDeltaData::Impl::kClass, Duplicates::kRefused},
     {u"compsWithFilesToDelete", &ComponentDataWithFilesToDelete::Impl::kClass,
@@ -20,7 +20,7 @@ const mf::zero::ContainedProperty kProperties[] = {
 const mf::zero::ElementClass ProductUpdateMetaData::Impl::kClass = {
     u"install::datamodels::product_update::ProductUpdateMetaData",
     datamodels::kProductUpdateMetaDataNumber, sizeof(ProductUpdateMetaData::Impl),
-    &mf::zero::destroyElementImpl<ProductUpdateMetaData::Impl>, kProperties};
+    &mf::zero::destroyElementImpl<ProductUpdateMetaData::Impl>, kRootProperties};
 
 ProductUpdateMetaData::Impl::Impl() noexcept
     : releaseData_(*this, kReleaseData),

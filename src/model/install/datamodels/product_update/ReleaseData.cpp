@@ -8,7 +8,7 @@ namespace {
 using mf::zero::Duplicates;
 
 // In the order of the property numbers.
-const mf::zero::ContainedProperty kProperties[] = {
+const mf::zero::ContainedProperty kReleaseProperties[] = {
     {u"baseRelease", &common::Release::Impl::kClass, Duplicates::kRefused},
     {u"targetRelease", &common::Release::Impl::kClass, Duplicates::kRefused},
 };
@@ -17,7 +17,8 @@ const mf::zero::ContainedProperty kProperties[] = {
 
 const mf::zero::ElementClass ReleaseData::Impl::kClass = {
     u"install::datamodels::product_update::ReleaseData", datamodels::kReleaseDataNumber,
-    sizeof(ReleaseData::Impl), &mf::zero::destroyElementImpl<ReleaseData::Impl>, kProperties};
+    sizeof(ReleaseData::Impl), &mf::zero::destroyElementImpl<ReleaseData::Impl>,
+    kReleaseProperties};
 
 ReleaseData::Impl::Impl() noexcept
     : baseRelease_(*this, kBaseRelease), targetRelease_(*this, kTargetRelease) {}

@@ -10,11 +10,9 @@
 namespace mf::zero {
 namespace {
 
-// Blocks double in size: little memory for few texts, and few blocks for many. Above a certain
-// size, large pages are worth rounding up for.
+// Blocks double in size: little memory for few texts, and few blocks for many.
 constexpr std::size_t kFirstBlock = 1024;
 constexpr std::size_t kLargestBlock = std::size_t{32} << 20;
-constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
 constexpr std::size_t kLargestShare = std::size_t{256} << 10;
 
 constexpr std::size_t kAlignment = std::max(alignof(void*), alignof(std::size_t));
@@ -43,7 +41,7 @@ void* BlockMemory::allocate(std::size_t bytes) {
 char* BlockMemory::addBlock(std::size_t bytes) {
   std::unique_ptr<char[]> block(new char[bytes]);
   blocks_.push_back(std::move(block));
-  if (bytes >= kLargePagesFrom) {
+  if (bytes >= foundation::core::kLargePagesFrom) {
     foundation::core::adviseLargePages(blocks_.back().get(), bytes);
   }
   return blocks_.back().get();

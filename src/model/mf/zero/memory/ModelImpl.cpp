@@ -13,11 +13,9 @@ namespace {
 
 // A region is one block from the system, cut into slabs. Its pages cost nothing until they are
 // used, so a small model stays small. Each region is twice as large as the one before, up to a size
-// that every allocator maps separately. Above a certain size, large pages are worth rounding up
-// for.
+// that every allocator maps separately.
 constexpr std::size_t kSlabsOfFirstRegion = 16;
 constexpr std::size_t kLargestRegion = std::size_t{32} << 20;
-constexpr std::size_t kLargePagesFrom = std::size_t{4} << 20;
 
 // The distance of `memory` from the next multiple of `alignment`, a power of two.
 std::size_t toMultiple(const char* memory, std::size_t alignment) noexcept {
@@ -83,7 +81,7 @@ void Model::Impl::addSlab(Pool& pool, const ElementClass& elementClass) {
 void Model::Impl::addRegion() {
   const std::size_t slabs = std::max(slabsOfNextRegion_, kSlabsOfFirstRegion);
   const std::size_t bytes = slabs * Slab::kBytes;
-  const bool large = bytes >= kLargePagesFrom;
+  const bool large = bytes >= foundation::core::kLargePagesFrom;
   const std::size_t alignment = large ? foundation::core::kLargePage : Slab::kBytes;
   std::unique_ptr<char[]> memory(new char[bytes + alignment]);
   regions_.push_back(std::move(memory));
