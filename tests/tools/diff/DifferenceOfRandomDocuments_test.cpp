@@ -11,24 +11,17 @@
 #include "diff/Difference.h"
 #include "diff/JsonOutput.h"
 #include "output/Text.h"
-#include "summary/Document.h"
+#include "support/PlainContents.h"
 #include "support/PlainDocument.h"
-#include "support/TemporaryFolder.h"
 
 namespace update_metadata_tool::diff {
 namespace {
 
 using summary::ByteSum;
 using summary::Contents;
+using test_support::contentsOf;
 using test_support::makeRandomDocument;
 using test_support::PlainDocument;
-using test_support::TemporaryFolder;
-
-Contents contentsOf(const PlainDocument& document) {
-  const TemporaryFolder folder;
-  return summary::Document({folder.writeFile("update.json", document.json()), std::nullopt})
-      .gatherContents();
-}
 
 // The sizes of packages to extract by key, where the first package with a key counts.
 std::map<std::string, std::pair<std::int64_t, std::int64_t>> extractedBy(

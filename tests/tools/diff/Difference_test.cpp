@@ -13,23 +13,16 @@
 #include <gtest/gtest.h>
 
 #include "output/Text.h"
-#include "summary/Document.h"
+#include "support/PlainContents.h"
 #include "support/PlainDocument.h"
-#include "support/TemporaryFolder.h"
 
 namespace update_metadata_tool::diff {
 namespace {
 
 using summary::ByteSum;
 using summary::Contents;
+using test_support::contentsOf;
 using test_support::PlainDocument;
-using test_support::TemporaryFolder;
-
-Contents contentsOf(const PlainDocument& document) {
-  const TemporaryFolder folder;
-  return summary::Document({folder.writeFile("update.json", document.json()), std::nullopt})
-      .gatherContents();
-}
 
 std::string textOf(const std::optional<ByteSum>& sum) {
   return sum ? std::to_string(sum->value().value()) : "-";

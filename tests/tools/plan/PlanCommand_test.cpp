@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "plan/RunPlan.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/ToolCases.h"
@@ -22,7 +23,6 @@ using test_support::kRealisticProducts;
 using test_support::kSmall;
 using test_support::kSmallProducts;
 using test_support::PlainDocument;
-using test_support::runOnDocument;
 using test_support::SampleRun;
 using test_support::SampleRuns;
 using test_support::ToolRun;
@@ -67,12 +67,6 @@ const SampleRun kSamplePlans[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Samples, SampleRuns, ::testing::ValuesIn(kSamplePlans),
                          [](const auto& row) { return row.param.name; });
-
-ToolRun plan(const std::string& document, std::vector<std::string> options,
-             const std::string& products = "\n") {
-  options.insert(options.begin(), "plan");
-  return runOnDocument(options, document, products);
-}
 
 TEST(Plan, CountsTheDoubtfulSizesOfThePackagesWhoseFilesItDeletes) {
   PlainDocument document;

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "plan/RunPlan.h"
 #include "support/LongNames.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
@@ -19,19 +20,12 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 using test_support::PlainDocument;
-using test_support::runOnDocument;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
-
-ToolRun plan(const std::string& document, std::vector<std::string> options,
-             const std::string& products = "\n") {
-  options.insert(options.begin(), "plan");
-  return runOnDocument(options, document, products);
-}
 
 const std::string kNothing =
     R"({"metadata":{"arch":"","base":null,"target":null},"components":null,"products":null,)"

@@ -11,10 +11,9 @@
 #include <gtest/gtest.h>
 
 #include "output/Text.h"
-#include "summary/Document.h"
+#include "support/PlainContents.h"
 #include "support/PlainDocument.h"
 #include "support/PlainTotals.h"
-#include "support/TemporaryFolder.h"
 
 namespace update_metadata_tool::summary {
 
@@ -38,15 +37,9 @@ static std::ostream& operator<<(std::ostream& out, const Totals& totals) {
 
 namespace {
 
+using test_support::contentsOf;
 using test_support::PlainDocument;
 using test_support::PlainTotals;
-using test_support::TemporaryFolder;
-
-Contents contentsOf(const PlainDocument& document) {
-  const TemporaryFolder folder;
-  return Document({folder.writeFile("update.json", document.json()), std::nullopt})
-      .gatherContents();
-}
 
 // --- single properties ----------------------------------------------------------------------
 
