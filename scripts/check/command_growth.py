@@ -14,7 +14,7 @@ MOST_SLOPE = 1.10
 MOST_OF_TEXT = 60  # bytes of memory for each byte of the text
 MOST_FOR_FINDINGS = 128_000_000
 SIZES = (0.5, 1, 2, 4)  # in megabytes
-LARGER_SIZES = (2, 4, 8)
+LARGER_SIZES = (4, 8, 16)
 # Smaller figures measure the program itself and the resolution of the clock.
 LEAST_SECONDS = 0.05
 LEAST_BYTES = 4_000_000

@@ -189,7 +189,7 @@ void MemberOrder::sortByDigits(SortKey* begin, SortKey* end) {
   const auto count = static_cast<std::size_t>(end - begin);
   std::array<std::array<std::size_t, kDigits>, kPrefixBytes> counts{};
   const auto digitOf = [](const SortKey& key, std::size_t digit) {
-    return (key.prefix >> (kDigitBits * digit)) & (kDigits - 1);
+    return static_cast<std::size_t>((key.prefix >> (kDigitBits * digit)) & (kDigits - 1));
   };
   for (const SortKey* key = begin; key != end; ++key) {
     for (std::size_t digit = 0; digit != kPrefixBytes; ++digit) {

@@ -143,6 +143,14 @@ class Judgment {
 }  // namespace
 
 std::optional<UnclosedBracket> findUnclosedByIndentation(const source::SourceTree& tree) {
+  // A text of a few lines, however many brackets it has, is not worth the memory.
+  std::size_t feed = 0;
+  for (std::size_t lines = 0; lines != kFewestLines; ++lines) {
+    feed = tree.text().find('\n', feed);
+    if (feed++ == std::string_view::npos) {
+      return std::nullopt;
+    }
+  }
   return Judgment(tree).find();
 }
 

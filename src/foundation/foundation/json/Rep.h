@@ -107,10 +107,14 @@ struct Rep {
   std::uint64_t tag;  ///< index, kOwns, and from bit 8 the length of a string, array or object
 
   /// The number of the alternative.
-  constexpr std::size_t index() const noexcept { return tag & kIndexMask; }
+  constexpr std::size_t index() const noexcept {
+    return static_cast<std::size_t>(tag & kIndexMask);
+  }
 
   /// The length: bytes of a string, elements of an array, members of an object; otherwise 0.
-  constexpr std::size_t size() const noexcept { return tag >> kSizeShift; }
+  constexpr std::size_t size() const noexcept {
+    return static_cast<std::size_t>(tag >> kSizeShift);
+  }
 
   /// Whether this owns a reference on the storage of its content.
   constexpr bool owns() const noexcept { return (tag & kOwns) != 0; }
