@@ -6,6 +6,7 @@ command_growth.py COMMAND TEXTS FOLDER [FAMILY...]
 import json
 import math
 import os
+import re
 import subprocess
 import sys
 
@@ -13,7 +14,9 @@ COMMAND, TEXTS, FOLDER = sys.argv[1:4]
 MOST_SLOPE = 1.10
 MOST_OF_TEXT = 60  # bytes of memory for each byte of the text
 MOST_FOR_FINDINGS = 128_000_000
-SIZES = (0.5, 1, 2, 4)  # in megabytes
+# In megabytes.
+SIZES = (0.5, 1, 2, 4)
+SMALLER_SIZES = (0.125, 0.25, 0.5)
 LARGER_SIZES = (4, 8, 16)
 # Smaller figures measure the program itself and the resolution of the clock.
 LEAST_SECONDS = 0.05
@@ -135,11 +138,19 @@ def measure(arguments):
         return usage.ru_utime, int(memory.read()) * 1024
 
 
-def best(arguments, rounds=1):
-    runs = [measure(arguments) for _ in range(rounds)]
+def best(arguments):
+    runs = [measure(arguments)]
     if runs[0][0] < 0.5:  # short runs vary more
         runs.append(measure(arguments))
     return min(time for time, _ in runs), min(memory for _, memory in runs)
+
+
+def count_instructions(arguments):
+    process = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+                              COMMAND, *arguments], stdin=subprocess.DEVNULL,
+                             stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True,
+                             errors="replace", check=False)
+    return int(re.search(r"Collected : (\d+)", process.stderr)[1])
 
 
 def slope(sizes, values, least):
@@ -193,25 +204,40 @@ class Documents:
 class Growth:
     """Time and memory of one subcommand for documents of some sizes."""
 
-    def __init__(self, name, documents, floor, sizes, rounds):
-        paths = [documents.path(size) for size in sizes]
-        self.length = os.path.getsize(paths[-1])
-        runs = [best(subcommands(path)[name], rounds) for path in paths]
-        self.times = [time for time, _ in runs]
-        self.memories = [memory - floor for _, memory in runs]
-        self.of_time = slope(sizes, self.times, LEAST_SECONDS)
-        self.of_memory = slope(sizes, self.memories, LEAST_BYTES)
-        # Findings have a separate limit, up to which they may grow in any way.
-        is_over = name.startswith("lint") and any(
-            memory > MOST_OF_TEXT * os.path.getsize(path) + MOST_FOR_FINDINGS
-            for memory, path in zip(self.memories, paths))
-        self.is_too_much = (is_over or (self.of_time or 0) > MOST_SLOPE or
+    def __init__(self, name, documents, floor):
+        self.name, self.documents, self.floor = name, documents, floor
+        times = self.measure(SIZES)
+        self.of_time = slope(SIZES, times, LEAST_SECONDS)
+        if (self.of_memory or 0) > MOST_SLOPE:
+            # Memory begins to grow in steps, which larger documents hide.
+            self.measure(LARGER_SIZES)
+        if (self.of_time or 0) > MOST_SLOPE:
+            # Other work on the machine takes time, and so does memory beyond the processor's caches.
+            # Instructions show growth alone.
+            self.of_time = slope(SMALLER_SIZES, [count_instructions(arguments) for arguments in
+                                                 self.arguments(SMALLER_SIZES)], 0)
+        self.is_too_much = (self.is_over or (self.of_time or 0) > MOST_SLOPE or
                             (self.of_memory or 0) > MOST_SLOPE)
+
+    def arguments(self, sizes):
+        return [subcommands(self.documents.path(size))[self.name] for size in sizes]
+
+    def measure(self, sizes):
+        runs = [best(arguments) for arguments in self.arguments(sizes)]
+        memories = [memory - self.floor for _, memory in runs]
+        lengths = [os.path.getsize(self.documents.path(size)) for size in sizes]
+        self.of_memory = slope(sizes, memories, LEAST_BYTES)
+        # Findings have a separate limit, up to which they may grow in any way.
+        self.is_over = self.name.startswith("lint") and any(
+            memory > MOST_OF_TEXT * length + MOST_FOR_FINDINGS
+            for memory, length in zip(memories, lengths))
+        self.length, self.seconds, self.memory = lengths[-1], runs[-1][0], memories[-1]
+        return [time for time, _ in runs]
 
     def row(self):
         shown = ["" if value is None else "%.2f" % value for value in (self.of_time, self.of_memory)]
-        return (f"{self.length:9} {self.times[-1]:8.2f} {shown[0]:>6} "
-                f"{self.memories[-1] / 1e6:7.0f} {shown[1]:>6} {self.memories[-1] / self.length:7.1f}"
+        return (f"{self.length:9} {self.seconds:8.2f} {shown[0]:>6} "
+                f"{self.memory / 1e6:7.0f} {shown[1]:>6} {self.memory / self.length:7.1f}"
                 f"{'  TOO MUCH' if self.is_too_much else ''}")
 
 
@@ -230,11 +256,7 @@ def main():
             continue
         documents = Documents(family, make)
         for name in floors:
-            growth = Growth(name, documents, floors[name], SIZES, rounds=1)
-            if growth.is_too_much:
-                # Other work on the machine makes some runs slower, and memory begins to grow in steps: more
-                # runs with larger documents tell both from growth.
-                growth = Growth(name, documents, floors[name], LARGER_SIZES, rounds=3)
+            growth = Growth(name, documents, floors[name])
             failed = failed or growth.is_too_much
             print(f"{family:30} {name:11} {growth.row()}", flush=True)
         documents.remove()
