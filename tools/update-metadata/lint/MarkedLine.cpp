@@ -38,11 +38,26 @@ Cell makeCell(std::string_view line, std::size_t begin) {
   return cell;
 }
 
+// Whether each byte is a character of one column, and the first is not a blank.
+bool isPlain(std::string_view bytes) {
+  return bytes.front() != ' ' && std::all_of(bytes.begin(), bytes.end(),
+                                             [](char byte) { return byte >= ' ' && byte <= '~'; });
+}
+
+// How many bytes before the place to show, at most: `columns` of ASCII, or four for each column,
+// which the longest character takes.
+std::size_t bytesBefore(std::string_view line, std::size_t offset, std::size_t columns) {
+  if (offset > columns && isPlain(line.substr(offset - columns, columns))) {
+    return columns;
+  }
+  return 4 * columns;
+}
+
 // The characters near the place, more than `columns` show.
 std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size_t columns) {
-  const std::size_t bytesAround = 4 * columns;  // four bytes make the longest character
+  const std::size_t before = bytesBefore(line, offset, columns);
   constexpr std::size_t kMostContinuations = 3;
-  std::size_t position = offset > bytesAround ? offset - bytesAround : 0;
+  std::size_t position = offset > before ? offset - before : 0;
   if (position != 0) {
     // Do not start in the middle of a character if the bytes are UTF-8.
     const std::size_t most = position + kMostContinuations;
@@ -51,9 +66,11 @@ std::vector<Cell> takeCells(std::string_view line, std::size_t offset, std::size
     }
   }
   std::vector<Cell> cells;
-  const std::size_t end = std::min(line.size(), offset + bytesAround);
-  while (position < end) {
+  cells.reserve(before + columns);
+  const std::size_t end = std::min(line.size(), offset + 4 * columns);
+  for (std::size_t used = 0; position < end && used <= columns;) {
     cells.push_back(makeCell(line, position));
+    used += position < offset ? 0 : cells.back().columns;
     position = cells.back().end;
   }
   return cells;
