@@ -8,8 +8,14 @@ include(CMakePackageConfigHelpers)
 
 set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
 
+set(targets update_metadata_parser)
+if(UMP_STATIC_IS_WHOLE)
+  list(APPEND targets update_metadata_parser_static)
+else()
+  message(STATUS "Not installing the static library: the platform has libraries that it does not contain")
+endif()
 install(
-  TARGETS update_metadata_parser update_metadata_parser_static
+  TARGETS ${targets}
   EXPORT update_metadata_parser-targets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
           COMPONENT runtime

@@ -23,7 +23,8 @@ namespace install::update_metadata_parser {
 ///
 /// Only the packages of components with one name, or whose names continue each other, are merged.
 /// Lists are read in place and must not change meanwhile; rows are not turned into elements. Memory
-/// is linear in the components, and in the packages of the largest group that is merged.
+/// is linear in the components, in the model's lists of rows, and in the packages of the largest
+/// group that is merged.
 template <class Pkg>
 class OrderedKeys {
  public:

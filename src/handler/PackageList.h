@@ -16,16 +16,16 @@ class PackageList {
  public:
   /// Refers to the packages in `list`, whose placeholders have been replaced.
   explicit PackageList(const mf::zero::OwnedCollection<Pkg>& list) noexcept
-      : rows_(mf::zero::RowStore::rowsOf(list)), elements_(&list) {}
+      : rows_(mf::zero::RowStore::rowsOf(list)), elements_(&list), size_(list.size()) {}
 
   /// Refers to rows.
-  explicit PackageList(const mf::zero::RowList& rows) noexcept : rows_(&rows) {}
+  explicit PackageList(const mf::zero::RowList& rows) noexcept : rows_(&rows), size_(rows.size) {}
 
   /// The rows, or null for a list of elements.
   const mf::zero::RowList* rows() const noexcept { return rows_; }
 
-  /// The number of packages.
-  std::size_t size() const noexcept { return rows_ != nullptr ? rows_->size : elements_->size(); }
+  /// The number of packages at the construction. What is appended to the list later is not read.
+  std::size_t size() const noexcept { return size_; }
 
   /// The name of the package at `index`.
   std::u16string_view nameAt(std::size_t index) const {
@@ -56,6 +56,7 @@ class PackageList {
  private:
   const mf::zero::RowList* rows_;
   const mf::zero::OwnedCollection<Pkg>* elements_ = nullptr;
+  std::size_t size_;
 };
 
 }  // namespace install::update_metadata_parser

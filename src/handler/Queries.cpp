@@ -72,12 +72,13 @@ KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaD
                         const Side& side, const std::u16string& productBaseCode,
                         const std::u16string& productDataLocation) {
   KeySet keys;
+  OrderedKeys<PkgDeltaData> packages;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
   for (std::size_t i = 0; i < products.size(); ++i) {
     const ProductDeltaData product = products[i];
     const std::u16string name = product->getName();
     if (name == handler.getProductName(productBaseCode, productDataLocation)) {
-      OrderedKeys<PkgDeltaData> packages;
+      packages.clear();
       addComponents(packages, *product.operator->(), side);
       addKeys(keys, packages);
     }

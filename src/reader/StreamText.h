@@ -10,8 +10,9 @@ namespace install::update_metadata_parser {
 /// Reads from a stream buffer to its end, at most `atMost` bytes. Never seeks and never requests a
 /// size: a growing file, a pipe and a device are read like any other.
 ///
-/// The text has a capacity of 1 or 16 MB, most of it never touched, or none to spare above that. A
-/// longer text is copied once; up to 32 MB more than its size are then in use for a moment.
+/// The string of a short text has room for 1 or 16 MB, and the unused part of it was never touched.
+/// A text of more than 16 MB is copied once and has no room to spare; for a moment, it takes twice
+/// its size of the address space and up to 32 MB more than its size of the memory.
 ///
 /// \throws what the buffer throws
 std::string readText(std::streambuf& buffer,

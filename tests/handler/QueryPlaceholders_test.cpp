@@ -287,5 +287,35 @@ TEST_P(QueryOnPlaceholders, ResolvesThemInModelOrderAndKeepsThoseBeforeAFailure)
   EXPECT_EQ(resolved, (std::vector<int>{0, 1, 2, 3}));
 }
 
+// The list that the resolver appends to was visited before, as rows or as elements.
+TEST(QueryOfAListThatAResolverAppendsTo, ReadsItAsItWasWhenItsComponentWasVisited) {
+  for (const bool isRead : {false, true}) {
+    const CatalogueHandler handler;
+    const auto root = handler.getProductUpdateMetaDataModel();
+    handler.setProductDeltaData(u"P", {}, {u"x", u"y"}, {}, {{u"x", {{u"a", 1, 2}}}});
+    const auto product = root->getProductsDeltaData()[0];
+    const auto visited = product->getCompsToExtract()[0];
+    if (isRead) {
+      visited->getPkgsToExtract()[0];
+    }
+    const auto make = [&](const std::u16string& name) {
+      auto pkg = PkgDeltaData::create(handler.model, {});
+      pkg->setName(name);
+      return pkg;
+    };
+    const auto placeholder = make(u"placeholder");
+    Placeholders::make(placeholder, [&]() -> ModelElement {
+      visited->getPkgsToExtractMutable().append(make(u"z"));
+      return make(u"r");
+    });
+    product->getCompsToExtract()[1]->getPkgsToExtractMutable().append(placeholder);
+    std::vector<std::u16string> keys;
+    for (const auto& [key, sizes] : handler.getUpdateSizeForComponentsToExtract()) {
+      keys.push_back(key);
+    }
+    EXPECT_EQ(keys, (std::vector<std::u16string>{u"x_a", u"y_r"})) << isRead;
+  }
+}
+
 }  // namespace
 }  // namespace install::update_metadata_parser

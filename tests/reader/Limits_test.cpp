@@ -37,6 +37,7 @@ struct Case {
   std::uint64_t bytes;
   std::uint64_t packages;
   std::uint64_t files;
+  std::uint64_t keyUnits;
   std::string failure;
 };
 
@@ -46,7 +47,9 @@ void PrintTo(const Case& row, std::ostream* stream) {
 
 class LimitsOfADocument : public ::testing::TestWithParam<Case> {
  protected:
-  static Limits limits() { return {GetParam().bytes, GetParam().packages, GetParam().files}; }
+  static Limits limits() {
+    return {GetParam().bytes, GetParam().packages, GetParam().files, GetParam().keyUnits};
+  }
 
   const TemporaryFolder folder;
   const std::u16string path = folder.writeFile("document.json", kDocument);
@@ -63,16 +66,20 @@ const std::string kTooManyPackages =
     "std::runtime_error: Update MetaData Json file names more than ";
 const std::string kTooManyFiles = "std::runtime_error: Update MetaData Json file lists more than ";
 
+// Each of the 11 packages and of the 3 with files has a key of three units.
 const Case kCases[] = {
-    {"Enough", kMost, kMost, kMost, "nothing"},
-    {"ExactlyEnough", kBytes, 11, 5, "nothing"},
-    {"OneByteTooFew", kBytes - 1, 11, 5, kTooLong + std::to_string(kBytes - 1) + " bytes"},
-    {"NoByte", 0, 11, 5, kTooLong + "0 bytes"},
-    {"OnePackageTooFew", kBytes, 10, 5, kTooManyPackages + "10 packages"},
-    {"TheFirstProductTooLarge", kBytes, 7, 5, kTooManyPackages + "7 packages"},
-    {"NoPackage", kBytes, 0, 5, kTooManyPackages + "0 packages"},
-    {"OneFileTooFew", kBytes, 11, 4, kTooManyFiles + "4 files to delete"},
-    {"NoFile", kBytes, 11, 0, kTooManyFiles + "0 files to delete"},
+    {"Enough", kMost, kMost, kMost, kMost, "nothing"},
+    {"ExactlyEnough", kBytes, 11, 5, 42, "nothing"},
+    {"OneByteTooFew", kBytes - 1, 11, 5, 42, kTooLong + std::to_string(kBytes - 1) + " bytes"},
+    {"NoByte", 0, 11, 5, 42, kTooLong + "0 bytes"},
+    {"OnePackageTooFew", kBytes, 10, 5, 42, kTooManyPackages + "10 packages"},
+    {"TheFirstProductTooLarge", kBytes, 7, 5, 42, kTooManyPackages + "7 packages"},
+    {"NoPackage", kBytes, 0, 5, 42, kTooManyPackages + "0 packages"},
+    {"OneFileTooFew", kBytes, 11, 4, 42, kTooManyFiles + "4 files to delete"},
+    {"NoFile", kBytes, 11, 0, 42, kTooManyFiles + "0 files to delete"},
+    {"OneUnitOfAKeyTooFew", kBytes, 11, 5, 41, kTooLong + "41 characters in keys"},
+    {"KeysOfTheProductsTooLong", kBytes, 11, 5, 32, kTooLong + "32 characters in keys"},
+    {"NoUnitOfAKey", kBytes, 11, 5, 0, kTooLong + "0 characters in keys"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Document, LimitsOfADocument, ::testing::ValuesIn(kCases),
@@ -96,20 +103,20 @@ TEST(LimitedParser, FailsAsAnUnlimitedOneWhereThereIsNoFile) {
 
 TEST(LimitedParser, ReadsNoMoreThanOneByteBeyondItsLimitOfAnEndlessFile) {
   EXPECT_EQ(failureOf([] {
-              LimitedParser(u"/dev/zero", {100, 1, 1}).parseUpdateMetaDataJson();
+              LimitedParser(u"/dev/zero", {100, 1, 1, 1}).parseUpdateMetaDataJson();
             }),
             kTooLong + "100 bytes");
 }
 
 TEST(LimitedParser, CountsEachLoadByItself) {
   const TemporaryFolder folder;
-  LimitedParser parser(folder.writeFile("document.json", kDocument), {kBytes, 11, 5});
+  LimitedParser parser(folder.writeFile("document.json", kDocument), {kBytes, 11, 5, 42});
   parser.parseUpdateMetaDataJson();
   EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }), "nothing");
 }
 
 TEST(LimitedHandler, AddsNothingOfAProductThatItRejects) {
-  const LimitedHandler handler({kMost, 2, kMost});
+  const LimitedHandler handler({kMost, 2, kMost, 6});
   const UpdateMetaDataHandler::PkgsToDelete pkgs = {{u"a", {{u"p", 1}, {u"q", 2}}}};
   EXPECT_THROW(handler.setProductDeltaData(u"1", {u"a", u"a"}, {}, pkgs, {}), std::runtime_error);
   EXPECT_TRUE(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().empty());

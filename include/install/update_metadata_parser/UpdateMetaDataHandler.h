@@ -111,8 +111,8 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   ///
   /// A name given twice makes two components with the same packages. A component that is missing
   /// from a table has no packages. The product is attached last: if anything fails, the root is
-  /// unchanged and every element made for the product is released; names and packages that are
-  /// already stored take memory of the model until its end.
+  /// unchanged and every element made for the product is released; names and rows that are already
+  /// stored take memory of the model until its end.
   ///
   /// \param name            the product's name
   /// \param compsToDelete   names of the components to delete
@@ -121,9 +121,9 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
   /// \param pkgsToExtract   packages by component, added in their order, repeats included
   ///
   /// A named component takes 16 bytes; elements come into being when a program reads them. Packages
-  /// are stored once for all components with one name that are given the same; comparing them takes
-  /// constant time for each, and so does storing them. A component that one call names again is not
-  /// compared again.
+  /// are stored once for successive components with one name that are given the same; comparing
+  /// them takes constant time for each, and so does storing them. A component that one call names
+  /// again is not compared again.
   virtual void setProductDeltaData(const std::u16string& name,
                                    const std::vector<std::u16string>& compsToDelete,
                                    const std::vector<std::u16string>& compsToExtract,
@@ -216,8 +216,10 @@ class UPDATE_METADATA_PARSER_EXPORT UpdateMetaDataHandler {
 
   /// Adds a component to delete to `product` for each name, with its packages, in the given order.
   ///
-  /// This operation and the next three throw only std::bad_alloc; what was complete by then stays
-  /// added. Constant time for each package added, and one look-up of each component in the table.
+  /// This operation and the next three throw std::bad_alloc, and, for an element of another
+  /// handler's model, what appending to its list throws. An empty list then stays empty; what was
+  /// added to another one before the failure stays. Constant time for each package added, and one
+  /// look-up of each component in the table.
   void setCompsToDelete(const datamodels::product_update::ProductDeltaData& product,
                         const std::vector<std::u16string>& names,
                         const PkgsToDelete& pkgsToDelete) const;

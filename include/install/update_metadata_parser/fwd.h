@@ -20,9 +20,12 @@ class ProductDataProvider;
 
 namespace install::update_metadata_parser {
 
+class LimitedHandler;
+class LimitedParser;
 class UpdateMetaData;
 class UpdateMetaDataHandler;
 class UpdateMetaDataJsonParser;
+struct Limits;
 struct UpdatePkgData;
 
 }  // namespace install::update_metadata_parser

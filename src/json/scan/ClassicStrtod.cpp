@@ -12,7 +12,7 @@ namespace {
 
 using Locale = _locale_t;
 
-Locale makeClassicLocale() noexcept {
+Locale newClassicLocale() noexcept {
   return ::_create_locale(LC_ALL, "C");
 }
 
@@ -24,7 +24,7 @@ double convert(const char* number, Locale locale) noexcept {
 
 using Locale = locale_t;
 
-Locale makeClassicLocale() noexcept {
+Locale newClassicLocale() noexcept {
   return ::newlocale(LC_ALL_MASK, "C", nullptr);
 }
 
@@ -34,8 +34,8 @@ double convert(const char* number, Locale locale) noexcept {
 
 #endif
 
-Locale classicLocale() {
-  static const Locale locale = makeClassicLocale();
+Locale makeClassicLocale() {
+  const Locale locale = newClassicLocale();
   if (locale == nullptr) {
     throw std::bad_alloc();
   }
@@ -45,7 +45,8 @@ Locale classicLocale() {
 }  // namespace
 
 double classicStrtod(std::string_view number) {
-  return convert(std::string(number).c_str(), classicLocale());
+  static const Locale locale = makeClassicLocale();
+  return convert(std::string(number).c_str(), locale);
 }
 
 }  // namespace foundation::json::detail

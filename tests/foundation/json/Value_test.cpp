@@ -32,8 +32,11 @@ static_assert(std::is_nothrow_destructible_v<Value>);
 
 // Only exact alternatives convert to a value.
 static_assert(!std::is_constructible_v<Value, int> && !std::is_constructible_v<Value, unsigned>);
-static_assert(!std::is_constructible_v<Value, long long> && !std::is_constructible_v<Value, char>);
-static_assert(!std::is_constructible_v<Value, unsigned long long>);
+static_assert(!std::is_constructible_v<Value, char>);
+// The other type of 64 bits, of `long` and `long long`.
+using OtherInt64 = std::conditional_t<std::is_same_v<std::int64_t, long>, long long, long>;
+static_assert(!std::is_constructible_v<Value, OtherInt64>);
+static_assert(!std::is_constructible_v<Value, std::make_unsigned_t<OtherInt64>>);
 static_assert(!std::is_constructible_v<Value, short> && !std::is_constructible_v<Value, char16_t>);
 static_assert(!std::is_constructible_v<Value, long double>);
 static_assert(!std::is_constructible_v<Value, void*> && !std::is_constructible_v<Value, int*>);

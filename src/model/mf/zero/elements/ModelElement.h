@@ -165,7 +165,8 @@ class FOUNDATION_EXPORT ModelElement {
 inline constexpr std::size_t kMostElementBytes = 256;
 
 /// The strictest alignment that an implementation object may need.
-inline constexpr std::size_t kElementAlignment = alignof(void*);
+inline constexpr std::size_t kElementAlignment =
+    alignof(void*) < alignof(std::int64_t) ? alignof(std::int64_t) : alignof(void*);
 
 /// Allocates memory for one element of `elementClass` from its model, and adds a reference to the
 /// model. Ends the program if the model has elements of another class with the same number.

@@ -17,7 +17,7 @@ namespace mf::zero {
 /// Nothing is ever removed, replaced or reordered, except that a placeholder is replaced by the
 /// element that it represents.
 ///
-/// The library fills a list with rows that lists of other owners share. Reading one of its
+/// The library fills a list with rows, which lists of other owners may share. Reading one of its
 /// elements, or appending to it, makes all of them, in order and once; from then on the list
 /// consists of elements. The only visible difference is that this may throw std::bad_alloc; the
 /// list is then unchanged.

@@ -24,7 +24,7 @@ struct ComponentRow {
 
 /// A list of rows in the memory of its model. It does not change once lists refer to it; the rows,
 /// all of one kind, follow it.
-struct RowList {
+struct alignas(std::int64_t) RowList {
   std::size_t size;    ///< the number of rows
   std::size_t number;  ///< of packages: from 0, in the order in which such lists were made
   bool ascending;      ///< of packages: whether each name is greater than the one before

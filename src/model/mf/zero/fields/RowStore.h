@@ -45,9 +45,6 @@ class RowStore {
     list.setRows(rows);
   }
 
-  /// How many lists of packages have been made so far; their numbers are below it.
-  std::size_t size() const noexcept { return packageLists_; }
-
   /// Begins a round. Until the next one, components with one name have the same packages.
   std::uint64_t beginRound() noexcept { return ++lastRound_; }
 

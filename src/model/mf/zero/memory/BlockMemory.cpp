@@ -1,6 +1,7 @@
 #include "mf/zero/memory/BlockMemory.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <new>
 #include <utility>
@@ -15,7 +16,7 @@ constexpr std::size_t kFirstBlock = 1024;
 constexpr std::size_t kLargestBlock = std::size_t{32} << 20;
 constexpr std::size_t kLargestShare = std::size_t{256} << 10;
 
-constexpr std::size_t kAlignment = std::max(alignof(void*), alignof(std::size_t));
+constexpr std::size_t kAlignment = std::max(alignof(void*), alignof(std::int64_t));
 
 }  // namespace
 

@@ -6,16 +6,15 @@
 
 namespace mf::zero {
 
-/// Memory for texts that are kept: allocated piece by piece and freed as a whole.
+/// Memory for texts and rows that are kept: allocated piece by piece and freed as a whole.
 class BlockMemory {
  public:
   BlockMemory() noexcept = default;
   BlockMemory(const BlockMemory&) = delete;
   BlockMemory& operator=(const BlockMemory&) = delete;
 
-  /// Returns `bytes` of memory, aligned for a pointer or a count; it is valid as long as this
-  /// object.
-  /// \throws std::bad_alloc  nothing has changed then
+  /// Returns `bytes` of memory, aligned for a pointer or a number of 64 bits; it is valid as long
+  /// as this object. \throws std::bad_alloc  nothing has changed then
   void* allocate(std::size_t bytes);
 
  private:

@@ -67,7 +67,7 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   /// The names, each stored once.
   StringPool& names() noexcept { return names_; }
 
-  /// The lists of rows that lists of elements share.
+  /// The lists of rows that lists of elements refer to.
   RowStore& rows() noexcept { return rows_; }
 
   /// The texts that are not names, stored as often as they are added.
