@@ -21,6 +21,8 @@ namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using test_support::Sample;
+using test_support::samples;
 
 static_assert(sizeof(Value) == 16);
 static_assert(std::is_nothrow_default_constructible_v<Value>);
