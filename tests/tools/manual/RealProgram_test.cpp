@@ -1,20 +1,15 @@
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <regex>
 #include <set>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <CLI/CLI.hpp>
 
-#include "command/Command.h"
 #include "manual/Completion.h"
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
-#include "program/Program.h"
-#include "program/Subcommands.h"
 #include "support/RunTool.h"
 
 namespace {
@@ -24,15 +19,8 @@ using update_metadata_tool::manual::CommandOutline;
 // The built program prints its help; the pages are generated from the same options in this process.
 class RealProgram : public ::testing::Test {
  protected:
-  RealProgram() {
-    update_metadata_tool::program::describeProgram(app_);
-    commands_ = update_metadata_tool::program::addSubcommands(app_);
-    outline_ = update_metadata_tool::manual::outlineOf(app_);
-  }
-
-  CLI::App app_;
-  std::vector<std::unique_ptr<update_metadata_tool::command::Command>> commands_;
-  update_metadata_tool::manual::ProgramOutline outline_;
+  const update_metadata_tool::manual::ProgramOutline outline_ =
+      update_metadata_tool::manual::outlineOfProgram();
 };
 
 std::set<std::string> longOptionsIn(const std::string& text) {

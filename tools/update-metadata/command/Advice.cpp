@@ -130,7 +130,7 @@ std::string adviseOnLoading(const std::exception& failure, const std::u16string&
   }
   const std::string_view text = failure.what();
   for (const Advice& advice : kAdvice) {
-    if (text.substr(0, advice.beginning.size()) == advice.beginning) {
+    if (output::startsWith(text, advice.beginning)) {
       return adviseOn(advice, file, tree);
     }
   }

@@ -6,6 +6,7 @@
 
 #include "command/Advice.h"
 #include "fmt/LoadRecord.h"
+#include "output/Text.h"
 #include "source/LineIndex.h"
 #include "source/SourceTree.h"
 
@@ -16,7 +17,7 @@ using source::SourceTree;
 
 // The beginning of a text after its byte-order mark and leading white space.
 std::size_t findBeginning(std::string_view text) {
-  const bool hasMark = text.substr(0, source::kByteOrderMark.size()) == source::kByteOrderMark;
+  const bool hasMark = output::startsWith(text, source::kByteOrderMark);
   return source::skipSpace(text, hasMark ? source::kByteOrderMark.size() : 0);
 }
 

@@ -30,11 +30,12 @@ std::size_t findLastBefore(const SourceTree& tree, std::size_t offset) {
   return static_cast<std::size_t>(next - nodes.begin()) - 1;
 }
 
-constexpr std::size_t kBlock = 2 * sizeof(void*);  // the approximate overhead of a block of memory
+// The approximate overhead of a block of memory.
+constexpr std::size_t kBlockOverhead = 2 * sizeof(void*);
 
 // The memory that a string allocates.
 std::size_t heapOf(const std::string& text) {
-  return text.capacity() == std::string().capacity() ? 0 : text.capacity() + kBlock;
+  return text.capacity() == std::string().capacity() ? 0 : text.capacity() + kBlockOverhead;
 }
 
 }  // namespace
@@ -186,7 +187,7 @@ void FindingList::leaveOut(const SourceTree& tree) {
   bytes_ = 0;
   for (Entry& entry : entries_) {
     const Finding& finding = entry.finding;
-    const std::size_t bytes = bytesOf(finding) + pointers.pointerOf(entry).size() + kBlock +
+    const std::size_t bytes = bytesOf(finding) + pointers.pointerOf(entry).size() + kBlockOverhead +
                               (finding.item.empty() ? kLongestItem : 0);
     entry.isKept = reserve(finding.severity, bytes);
     if (!entry.isKept) {

@@ -9,7 +9,7 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-constexpr int kVersion = 1;
+constexpr int kFormatVersion = 1;
 
 void writeRelated(const RelatedPlace& related, const source::LineIndex& lines,
                   output::JsonWriter& json) {
@@ -47,7 +47,7 @@ void writeFinding(const Finding& finding, const source::LineIndex& lines,
 }  // namespace
 
 JsonReport::JsonReport(std::ostream& out) : out_(out), json_(out) {
-  json_.beginObject().member("version", kVersion).name("files").beginArray();
+  json_.beginObject().member("version", kFormatVersion).name("files").beginArray();
 }
 
 void JsonReport::write(const FileReport& report) {

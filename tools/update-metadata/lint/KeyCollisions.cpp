@@ -5,13 +5,12 @@
 #include <utility>
 
 #include "lint/NameTable.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
-bool startsWith(std::string_view text, std::string_view beginning) {
-  return text.substr(0, beginning.size()) == beginning;
-}
+using output::startsWith;
 
 // Compares a name with `rest` and an underscore after it.
 bool isBeforeKeyOf(std::string_view name, std::string_view rest) {

@@ -18,7 +18,7 @@ using output::JsonWriter;
 
 constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
 constexpr const char* kManual = "man:update-metadata-lint(1)";  // a page that is installed
-constexpr const char* kVersion = "2.1.0";
+constexpr const char* kSarifVersion = "2.1.0";
 
 // The bytes of a path as a URI reference: relative paths stay relative.
 std::string toUri(std::string_view path) {
@@ -202,7 +202,7 @@ void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) 
 }  // namespace
 
 SarifReport::SarifReport(std::ostream& out) : out_(out), json_(out) {
-  json_.beginObject().member("$schema", kSchema).member("version", kVersion);
+  json_.beginObject().member("$schema", kSchema).member("version", kSarifVersion);
   json_.name("runs").beginArray().beginObject();
   writeTool(json_);
   json_.member("columnKind", "unicodeCodePoints").name("results").beginArray();

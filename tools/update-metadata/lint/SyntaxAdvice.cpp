@@ -7,17 +7,15 @@
 #include <system_error>
 
 #include "lint/Words.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
+using output::startsWith;
 using source::SyntaxFault;
 
 constexpr std::size_t kLongestWord = 40;
-
-bool startsWith(std::string_view text, std::string_view beginning) {
-  return text.substr(0, beginning.size()) == beginning;
-}
 
 bool isDigit(char byte) {
   return byte >= '0' && byte <= '9';

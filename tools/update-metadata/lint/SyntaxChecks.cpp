@@ -9,10 +9,12 @@
 
 #include "lint/Indentation.h"
 #include "lint/SyntaxAdvice.h"
+#include "output/Text.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
+using output::startsWith;
 using source::skipSpace;
 using source::SourceTree;
 using source::SyntaxFault;
@@ -20,15 +22,11 @@ using source::SyntaxFault;
 // The text is read again after each.
 constexpr int kMostRepairs = 20;
 
-bool startsWith(std::string_view text, std::string_view beginning) {
-  return text.substr(0, beginning.size()) == beginning;
-}
-
 bool isWhiteSpace(std::string_view text) {
   return skipSpace(text, 0) == text.size();
 }
 
-std::string lowered(std::string_view why) {
+std::string withSmallInitial(std::string_view why) {
   std::string words(why);
   words[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(words[0])));
   return words;
@@ -221,10 +219,10 @@ class Repair {
       return true;
     }
     if (fault.isInPayload) {
-      findings_.addAt(
-          Rule::kTypedPayload, fault.offset, 1,
-          {"\"qzdata\" must be an array of integers because of \"qztype\": " + lowered(fault.why),
-           std::string("write only integers, or remove \"qztype\"") + kNotChecked});
+      findings_.addAt(Rule::kTypedPayload, fault.offset, 1,
+                      {"\"qzdata\" must be an array of integers because of \"qztype\": " +
+                           withSmallInitial(fault.why),
+                       std::string("write only integers, or remove \"qztype\"") + kNotChecked});
       return true;
     }
     if (const std::optional<std::size_t> string = findMultilineString(tree)) {
@@ -239,7 +237,7 @@ class Repair {
     const std::string advice = adviseOnSyntax(text_, begin_, fault);
     if (isInsideValue(fault)) {
       findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                      {lowered(fault.why), advice + kNotChecked});
+                      {withSmallInitial(fault.why), advice + kNotChecked});
       return true;
     }
     reportBracket(fault, tree, advice);
@@ -251,7 +249,7 @@ class Repair {
                                  ? "with a straight quotation mark, not a curly one"
                                  : "with a quotation mark";
     findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                    {lowered(fault.why),
+                    {withSmallInitial(fault.why),
                      std::string("close the previous string on its line ") + mark +
                          "; nothing else was checked",
                      "",
@@ -270,9 +268,9 @@ class Repair {
     } else {
       related = findOpen(tree);
     }
-    findings_.addAt(
-        Rule::kMalformedText, fault.offset, 1,
-        {lowered(fault.why), advice + "; nothing else was checked", "", std::move(related)});
+    findings_.addAt(Rule::kMalformedText, fault.offset, 1,
+                    {withSmallInitial(fault.why), advice + "; nothing else was checked", "",
+                     std::move(related)});
   }
 
   // The beginning of the last string if it continues on another line: usually its closing quotation

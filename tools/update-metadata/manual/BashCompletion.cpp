@@ -46,7 +46,7 @@ std::string joined(const std::vector<std::string>& words, const char* mark) {
   return text;
 }
 
-std::string actionOf(const OptionOutline& option) {
+std::string bashAction(const OptionOutline& option) {
   if (!option.choices.empty()) {
     return "words='" + joined(option.choices, " ") + "' action=nothing";
   }
@@ -70,7 +70,7 @@ void writeCase(const CommandOutline& command, const std::string& pattern,
   for (const OptionOutline& option : command.options) {
     names.insert(names.end(), option.names.begin(), option.names.end());
     if (!option.argument.empty()) {
-      script += "        " + joined(option.names, " | ") + ") " + actionOf(option) + " ;;\n";
+      script += "        " + joined(option.names, " | ") + ") " + bashAction(option) + " ;;\n";
     }
   }
   if (words.empty()) {

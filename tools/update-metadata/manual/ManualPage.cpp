@@ -5,15 +5,13 @@
 #include <cstddef>
 #include <string_view>
 
+#include "output/Text.h"
+
 namespace update_metadata_tool::manual {
 namespace {
 
 constexpr std::string_view kExamples = "Example";
 constexpr std::string_view kExitStatus = "Exit status: ";
-
-bool beginsWith(std::string_view text, std::string_view beginning) {
-  return text.substr(0, beginning.size()) == beginning;
-}
 
 // Text that the formatter shows literally: with hyphens that can be copied, and without a line that
 // begins with a request of the formatter.
@@ -130,10 +128,10 @@ void writeParagraph(std::string_view text, std::string& page) {
 
 void writeRemarks(const CommandOutline& command, std::string& page) {
   for (const std::string& remark : command.remarks) {
-    if (beginsWith(remark, kExamples)) {
+    if (output::startsWith(remark, kExamples)) {
       writeSection("EXAMPLES", page);
       writeUnfilled(std::string_view(remark).substr(remark.find('\n') + 1), page);
-    } else if (beginsWith(remark, kExitStatus)) {
+    } else if (output::startsWith(remark, kExitStatus)) {
       writeSection("EXIT STATUS", page);
       page += escaped(std::string_view(remark).substr(kExitStatus.size())) + '\n';
     }
@@ -180,7 +178,7 @@ std::string makeCommandPage(const ProgramOutline& program, const CommandOutline&
   writeSection("DESCRIPTION", page);
   page += escaped(command.description) + ".\n";
   for (const std::string& remark : command.remarks) {
-    if (!beginsWith(remark, kExamples) && !beginsWith(remark, kExitStatus)) {
+    if (!output::startsWith(remark, kExamples) && !output::startsWith(remark, kExitStatus)) {
       writeParagraph(remark, page);
     }
   }

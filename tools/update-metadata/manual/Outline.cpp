@@ -6,6 +6,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include "command/Command.h"
+#include "program/Program.h"
+#include "program/Subcommands.h"
+
 namespace update_metadata_tool::manual {
 namespace {
 
@@ -75,6 +79,13 @@ ProgramOutline outlineOf(const CLI::App& app) {
         outlineOf(*subcommand, app.get_name() + ' ' + subcommand->get_name()));
   }
   return outline;
+}
+
+ProgramOutline outlineOfProgram() {
+  CLI::App app;
+  program::describeProgram(app);
+  const auto commands = program::addSubcommands(app);
+  return outlineOf(app);
 }
 
 Completion completionOf(const std::string& argument) {

@@ -36,6 +36,9 @@ struct ProgramOutline {
 /// Describes `app` and its subcommands.
 ProgramOutline outlineOf(const CLI::App& app);
 
+/// Describes the program itself.
+ProgramOutline outlineOfProgram();
+
 /// What completes a value with the name `argument`.
 enum class Completion { kFolder, kFile, kNothing };
 Completion completionOf(const std::string& argument);

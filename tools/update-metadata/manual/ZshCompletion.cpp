@@ -21,7 +21,7 @@ std::string inQuotes(std::string_view text) {
   return result;
 }
 
-std::string actionOf(const OptionOutline& option) {
+std::string zshAction(const OptionOutline& option) {
   if (!option.choices.empty()) {
     std::string choices;
     for (const std::string& choice : option.choices) {
@@ -53,7 +53,7 @@ void writeOption(const OptionOutline& option, std::string& script) {
     script += name;
     script += description;
     if (!option.argument.empty()) {
-      script += ':' + inQuotes(option.argument) + ':' + actionOf(option);
+      script += ':' + inQuotes(option.argument) + ':' + zshAction(option);
     }
     script += '\'';
   }

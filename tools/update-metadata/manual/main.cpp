@@ -10,16 +10,11 @@
 #include <sstream>
 #include <string>
 
-#include <CLI/CLI.hpp>
-
-#include "command/Command.h"
 #include "install/update_metadata_parser/Version.h"
 #include "lint/RuleHelp.h"
 #include "manual/Completion.h"
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
-#include "program/Program.h"
-#include "program/Subcommands.h"
 
 namespace {
 
@@ -63,10 +58,7 @@ int main(int argc, char** argv) {
     std::ostringstream rules;
     tool::lint::writeRulePage(rules);
     write(fs::path(argv[2]) / "lint-rules.md", rules.str());
-    CLI::App app;
-    tool::program::describeProgram(app);
-    const auto commands = tool::program::addSubcommands(app);
-    writeAll(manual::outlineOf(app), argv[1]);
+    writeAll(manual::outlineOfProgram(), argv[1]);
     return 0;
   } catch (const std::exception& failure) {
     std::cerr << "write-manual: " << failure.what() << '\n';

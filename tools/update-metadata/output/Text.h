@@ -39,6 +39,10 @@ std::string toVisibleName(std::u16string_view name);
 /// As toVisible(), for bytes. Bytes that are not UTF-8 are shown as their values, <FF>.
 std::string toVisible(std::string_view text);
 
+inline bool startsWith(std::string_view text, std::string_view beginning) {
+  return text.substr(0, beginning.size()) == beginning;
+}
+
 /// Returns whether a byte of UTF-8 continues the character before it.
 inline bool continuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;

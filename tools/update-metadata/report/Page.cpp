@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "output/Text.h"
 #include "report/PageText.h"
 
 namespace update_metadata_tool::report {
@@ -25,7 +26,7 @@ constexpr Escape kEscapes[] = {
 
 const Escape* findEscape(std::string_view text) {
   for (const Escape& escape : kEscapes) {
-    if (text.substr(0, escape.text.size()) == escape.text) {
+    if (output::startsWith(text, escape.text)) {
       return &escape;
     }
   }
