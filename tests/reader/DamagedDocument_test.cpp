@@ -19,35 +19,35 @@ using test_support::kFullEffort;
 using test_support::loadOutcomeOf;
 using test_support::naiveLoadOutcomeOf;
 using test_support::quoted;
-using test_support::richDocument;
+using test_support::variedDocument;
 
 void expectAgreement(const std::string& text) {
   ASSERT_EQ(loadOutcomeOf(text), naiveLoadOutcomeOf(text)) << "for " << quoted(text);
 }
 
 TEST(RichDocument, IsLoadedWhole) {
-  EXPECT_EQ(loadOutcomeOf(richDocument()).failure, "nothing");
-  EXPECT_EQ(loadOutcomeOf(richDocument()).calls.size(), 13U);
-  EXPECT_LT(richDocument().size(), 1200U);
+  EXPECT_EQ(loadOutcomeOf(variedDocument()).failure, "nothing");
+  EXPECT_EQ(loadOutcomeOf(variedDocument()).calls.size(), 13U);
+  EXPECT_LT(variedDocument().size(), 1200U);
 }
 
 TEST(DamagedDocument, IsLoadedAlikeWhereverItEnds) {
-  for (std::size_t size = 0; size <= richDocument().size() && !HasFatalFailure(); ++size) {
-    expectAgreement(richDocument().substr(0, size));
+  for (std::size_t size = 0; size <= variedDocument().size() && !HasFatalFailure(); ++size) {
+    expectAgreement(variedDocument().substr(0, size));
   }
 }
 
 TEST(DamagedDocument, IsLoadedAlikeWithAnyByteMissing) {
-  for (std::size_t place = 0; place < richDocument().size() && !HasFatalFailure(); ++place) {
-    expectAgreement(std::string(richDocument()).erase(place, 1));
+  for (std::size_t place = 0; place < variedDocument().size() && !HasFatalFailure(); ++place) {
+    expectAgreement(std::string(variedDocument()).erase(place, 1));
   }
 }
 
 TEST(DamagedDocument, IsLoadedAlikeWithAnyByteChanged) {
   constexpr std::string_view kBytes = kFullEffort ? "\"\\{}[],:0-e \0\xFF"sv : "\"\\}]"sv;
-  for (std::size_t place = 0; place < richDocument().size() && !HasFatalFailure(); ++place) {
+  for (std::size_t place = 0; place < variedDocument().size() && !HasFatalFailure(); ++place) {
     for (const char byte : kBytes) {
-      std::string text = richDocument();
+      std::string text = variedDocument();
       text[place] = byte;
       expectAgreement(text);
     }

@@ -67,7 +67,7 @@ LoadOutcome naiveLoadOutcomeOf(const std::string& text) {
   return outcome;
 }
 
-const std::string& richDocument() {
+const std::string& variedDocument() {
   static const std::string text = R"({
  "products": {"P\u0072": {"delete": ["c", "d"], "extract": ["c", "c"]},
   "\uD83D\uDE00": {"delete": [], "extract": ["d"]}, "Pr": {"delete": 1}},

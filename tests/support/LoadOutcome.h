@@ -24,6 +24,6 @@ LoadOutcome naiveLoadOutcomeOf(const std::string& text);
 
 /// Returns a valid document of less than 1,000 bytes that has every section, escapes, white space,
 /// repeated keys, typed payloads and numbers of many forms.
-const std::string& richDocument();
+const std::string& variedDocument();
 
 }  // namespace test_support

@@ -90,7 +90,7 @@ TEST(Formatting, KeepsWhatIsReadFromEveryGoldenDocumentThatLoads) {
 }
 
 TEST(Formatting, KeepsWhatIsReadFromDocumentsOfEveryForm) {
-  expectTheSameIsRead(test_support::richDocument());
+  expectTheSameIsRead(test_support::variedDocument());
   RandomDocument documents(7);
   const int documentCount = test_support::kFullEffort ? 3000 : 300;
   for (int count = 0; count < documentCount && !HasFatalFailure(); ++count) {

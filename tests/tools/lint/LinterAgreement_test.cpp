@@ -22,7 +22,7 @@ namespace {
 const std::string kSourceDir = UMP_SOURCE_DIR;
 
 std::vector<std::string> validDocuments() {
-  return {test_support::richDocument(),
+  return {test_support::variedDocument(),
           test_support::readBytes(kSourceDir + "/examples/documents/small/update.json")};
 }
 
@@ -108,7 +108,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryDeletionOfAByte) {
 TEST(LinterAgreesWithTheLibrary, OnBytesReplacedByOthers) {
   constexpr std::string_view kBytes("\0\n /\"'\\{}[]:,-+.09aeuntf\x7F\xC3\xA9\xFF", 29);
   Selection selection(61);
-  const std::string document = test_support::richDocument();
+  const std::string document = test_support::variedDocument();
   for (std::size_t offset = 0; offset < document.size(); ++offset) {
     for (const char byte : kBytes) {
       std::string text = document;
@@ -181,7 +181,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryMemberRemovedRepeatedOrRenamed) {
 }
 
 TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
-  const std::string document = test_support::richDocument();
+  const std::string document = test_support::variedDocument();
   const source::SourceTree tree(document);
   constexpr int kRounds = test_support::kFullEffort ? 20'000 : 600;
   std::mt19937_64 random(7);
