@@ -67,7 +67,7 @@ std::string readText(std::streambuf& buffer, std::size_t atMost) {
   makeRoom(whole, size);
   for (std::string& piece : pieces) {
     whole += piece;
-    piece = std::string();
+    std::string().swap(piece);  // an assignment would keep the memory
   }
   return whole;
 }
