@@ -16,6 +16,7 @@
 #include "install/update_metadata_parser/UpdatePkgData.h"
 #include "mf/zero/elements/Uuid.h"
 #include "support/CatalogueHandler.h"
+#include "support/Effort.h"
 #include "support/FailingAllocation.h"
 #include "support/ModelDump.h"
 #include "support/TemporaryFolder.h"
@@ -30,9 +31,13 @@ using test_support::CatalogueHandler;
 using test_support::dump;
 using test_support::failEachAllocation;
 using test_support::FailingAllocation;
+using test_support::kFullEffort;
 using test_support::liveBlocks;
 
 const std::u16string kLong = u"a name that does not fit into the string object itself";
+
+// Many, because most elements and texts fit into memory that is allocated already.
+constexpr char16_t kRounds = kFullEffort ? 200 : 100;
 
 std::string treeOf(const UpdateMetaDataHandler& handler) {
   return dump(handler.getProductUpdateMetaDataModel());
@@ -70,8 +75,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
     handler.setProductDeltaData(u"before", {u"c"}, {}, {{u"c", {{u"p", 1}}}}, {});
     std::string tree = treeOf(handler);
     std::size_t failures = 0;
-    // Many, because most elements and texts fit into memory that is allocated already.
-    for (char16_t count = 0; count < 200; ++count) {
+    for (char16_t count = 0; count < kRounds; ++count) {
       const std::u16string name = kLong + count;
       const UpdateMetaDataHandler::PkgsToDelete pkgsToDelete = {{u"a", {{name, 1}, {u"x", 2}}},
                                                                 {name, {{u"y", 3}}}};
@@ -87,7 +91,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
       tree = treeOf(handler);
     }
     EXPECT_GT(failures, 5u);
-    EXPECT_EQ(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().size(), 201u);
+    EXPECT_EQ(handler.getProductUpdateMetaDataModel()->getProductsDeltaData().size(), kRounds + 1);
   }
   EXPECT_EQ(liveBlocks(), before);
 }
@@ -139,7 +143,7 @@ class AddingComponents : public ::testing::Test {
     std::vector<std::size_t> all = before;
     all.resize(before.size() + ManyComponents::kComponents, ManyComponents::kPkgs);
     std::size_t cutOff = 0;
-    for (std::size_t nth = 0;; ++nth) {
+    for (std::size_t nth = 0;; nth += kFullEffort ? 1 : 5) {
       const ManyComponents many(++round);
       const auto product = ProductDeltaData::create(handler.model, mf::zero::Uuid());
       for (std::size_t count = 0; count != before.size(); ++count) {
@@ -218,8 +222,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAComponentWithFilesCannotBeAdded)
   {
     const UpdateMetaDataHandler handler;
     std::size_t failures = 0;
-    // Many, because most elements and texts fit into memory that is allocated already.
-    for (char16_t count = 0; count < 200; ++count) {
+    for (char16_t count = 0; count < kRounds; ++count) {
       const std::string tree = treeOf(handler);
       const std::u16string name = kLong + count;
       const std::vector<std::u16string> files(3, name);

@@ -59,7 +59,7 @@ TEST(EmptyText, IsReadAlike) {
 TEST(EveryByte, IsReadAlikeAtEveryPlaceOfAText) {
   const std::string text = "{\"k\\u0041\":[tru\ne,-1.5e+2,false , null],\"qztype\":\"int8\"}";
   for (std::size_t place = 0; place <= text.size(); ++place) {
-    for (int byte = 0; byte < 256; ++byte) {
+    for (int byte = 0; byte < 256; byte += kFullEffort ? 1 : 3) {
       const char character = static_cast<char>(static_cast<unsigned char>(byte));
       std::string changed = text;
       changed.insert(place, 1, character);

@@ -5,7 +5,7 @@
 namespace test_support {
 
 /// Whether exhaustive tests run in full: only in optimized programs without instrumentation.
-/// Elsewhere they stop earlier, because they would take many times as long.
+/// Elsewhere they stop earlier or take samples, because they would take many times as long.
 #if defined(__OPTIMIZE__) && !defined(_GLIBCXX_DEBUG)
 constexpr bool kFullEffort = !kHasSanitizer;
 #else
