@@ -99,7 +99,7 @@ TEST(MemoryOfTheHandler, LeavesTheRootAloneWhenAProductCannotBeAdded) {
 /// The names of many components and their packages: enough texts that some allocations fail in the
 /// middle of a component. Each `round` uses names that are new to the model.
 struct ManyComponents {
-  static constexpr std::size_t kComponents = 200;
+  static constexpr std::size_t kComponents = 60;
   static constexpr std::size_t kPkgs = 5;
 
   explicit ManyComponents(std::size_t round) {
