@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "handler/OrderedKeys.h"
+#include "handler/DistinctKeys.h"
 #include "install/datamodels/product_update/ComponentDataWithFilesToDelete.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 
@@ -34,7 +34,7 @@ constexpr Side kDelete = {&ProductDeltaData::Impl::getCompsToDelete,
 constexpr Side kExtract = {&ProductDeltaData::Impl::getCompsToExtract,
                            &ComponentDeltaData::Impl::getPkgsToExtract};
 
-void addComponents(OrderedKeys<PkgDeltaData>& packages, const ProductDeltaData::Impl& product,
+void addComponents(DistinctKeys<PkgDeltaData>& packages, const ProductDeltaData::Impl& product,
                    const Side& side) {
   const OwnedCollection<ComponentDeltaData>& components = (product.*side.components)();
   if (const mf::zero::RowList* rows = mf::zero::RowStore::rowsOf(components)) {
@@ -49,7 +49,7 @@ void addComponents(OrderedKeys<PkgDeltaData>& packages, const ProductDeltaData::
   }
 }
 
-void addKeys(KeySet& keys, OrderedKeys<PkgDeltaData>& packages) {
+void addKeys(KeySet& keys, DistinctKeys<PkgDeltaData>& packages) {
   packages.forEachDescending([&keys](const std::u16string& key, const auto&, std::size_t) {
     keys.emplace_hint(keys.begin(), key);
   });
@@ -72,7 +72,7 @@ KeySet keysOfOneProduct(UpdateMetaDataHandler& handler, const ProductUpdateMetaD
                         const Side& side, const std::u16string& productBaseCode,
                         const std::u16string& productDataLocation) {
   KeySet keys;
-  OrderedKeys<PkgDeltaData> packages;
+  DistinctKeys<PkgDeltaData> packages;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
   for (std::size_t i = 0; i < products.size(); ++i) {
     const ProductDeltaData product = products[i];
@@ -93,7 +93,7 @@ std::map<std::u16string, KeySet> keysByProduct(UpdateMetaDataHandler& handler,
                                                const std::u16string& productDataLocation) {
   std::map<std::u16string, KeySet> keysByCode;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
-  OrderedKeys<PkgDeltaData> packages;
+  DistinctKeys<PkgDeltaData> packages;
   for (std::size_t i = 0; i < products.size(); ++i) {
     const ProductDeltaData product = products[i];
     const std::u16string name = product->getName();
@@ -152,7 +152,7 @@ std::set<std::u16string> UpdateMetaDataHandler::getComponentsToDelete(
 
 std::map<std::u16string, std::pair<std::set<std::u16string>, std::int64_t>>
 UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
-  OrderedKeys<PkgDataWithFilesToDelete> packages;
+  DistinctKeys<PkgDataWithFilesToDelete> packages;
   const OwnedCollection<ComponentDataWithFilesToDelete>& components =
       root->getCompsWithFilesToDelete();
   for (std::size_t i = 0; i < components.size(); ++i) {
@@ -170,7 +170,7 @@ UpdateMetaDataHandler::getComponentsWithFilesToDelete() const {
 
 std::map<std::u16string, std::pair<std::int64_t, std::int64_t>>
 UpdateMetaDataHandler::getUpdateSizeForComponentsToExtract() const {
-  OrderedKeys<PkgDeltaData> packages;
+  DistinctKeys<PkgDeltaData> packages;
   const OwnedCollection<ProductDeltaData>& products = root->getProductsDeltaData();
   for (std::size_t i = 0; i < products.size(); ++i) {
     addComponents(packages, products.readAt(i), kExtract);

@@ -30,7 +30,7 @@ inline std::int64_t toByteCount(double number) noexcept {
 }
 
 /// An update level in the form that the handler accepts, from a document's number. The handler
-/// narrows it further, to eight bits: toStoredUpdateLevel() in UpdateMetaDataHandler.cpp.
+/// narrows it further, to eight bits: toStoredUpdateLevel() in handler/ReleaseFields.cpp.
 inline int toIntUpdateLevel(double number) noexcept {
   return truncated<int>(number);
 }

@@ -12,7 +12,7 @@
 #include "foundation/core/export.h"
 #include "mf/zero/elements/ElementClass.h"
 #include "mf/zero/elements/Model.h"
-#include "mf/zero/elements/ReferenceCount.h"
+#include "mf/zero/elements/SaturatingCount.h"
 #include "mf/zero/elements/Uuid.h"
 #include "mf/zero/text/Name.h"
 
@@ -61,6 +61,7 @@ class FOUNDATION_EXPORT ElementImpl {
   friend class AbstractOwnedCollection;
   friend class AbstractContainedElement;
   friend class Placeholders;
+  friend class RowStore;
 
   // Records a field of `container` as the element's place in the tree.
   void attachTo(ElementImpl& container, std::uint8_t propertyNumber) noexcept {
@@ -76,7 +77,7 @@ class FOUNDATION_EXPORT ElementImpl {
     return container_ != nullptr && !container_->references_.isZero();
   }
 
-  ReferenceCount<std::uint32_t> references_;
+  SaturatingCount<std::uint32_t> references_;
   std::uint8_t propertyNumber_ = 0;  // in the container's class; meaningless without a container
   bool proxy_ = false;
   bool everAttached_ = false;         // an element that never was is not in any list
@@ -155,6 +156,7 @@ class FOUNDATION_EXPORT ModelElement {
   friend class ElementImpl;
   friend class Placeholders;
   friend class AbstractContainedElement;
+  friend class RowStore;
 
   void swap(ModelElement& other) noexcept { std::swap(impl_, other.impl_); }
 

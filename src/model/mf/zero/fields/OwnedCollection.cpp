@@ -4,7 +4,7 @@
 
 #include "mf/zero/elements/CompatibleModel.h"
 #include "mf/zero/elements/Placeholders.h"
-#include "mf/zero/fields/RowList.h"
+#include "mf/zero/fields/RowStore.h"
 
 namespace mf::zero {
 
@@ -101,23 +101,7 @@ void AbstractOwnedCollection::dropReferences() const noexcept {
 }
 
 void AbstractOwnedCollection::makeElements() const {
-  const RowList& list = *rows();
-  const ElementClass& elementClass = *property().elementClass;
-  clear();
-  try {
-    for (std::size_t index = 0; index != list.size; ++index) {
-      void* memory = allocateElement(owner().model(), elementClass);
-      const ModelElement element(elementClass.makeFromRow(memory, list, index));
-      makeRoomFor(*element.impl_, elementClass.implSize);
-      element.impl_->attachTo(owner(), propertyNumber_);
-      push(*element.impl_);
-    }
-  } catch (...) {
-    dropReferences();
-    clear();
-    setRows(list);
-    throw;
-  }
+  RowStore::makeElements(*this);
 }
 
 ElementImpl& AbstractOwnedCollection::replacePlaceholder(ElementImpl& found,

@@ -18,6 +18,27 @@ RowStore& RowStore::of(const Model& model) noexcept {
   return model.impl().rows();
 }
 
+void RowStore::makeElements(const AbstractOwnedCollection& list) {
+  const RowList& rows = *list.rows();
+  ElementImpl& owner = list.owner();
+  const ElementClass& elementClass = *list.property().elementClass;
+  list.clear();
+  try {
+    for (std::size_t index = 0; index != rows.size; ++index) {
+      void* memory = allocateElement(owner.model(), elementClass);
+      const ModelElement element(elementClass.makeFromRow(memory, rows, index));
+      list.makeRoomFor(*element.impl_, elementClass.implSize);
+      element.impl_->attachTo(owner, list.propertyNumber_);
+      list.push(*element.impl_);
+    }
+  } catch (...) {
+    list.dropReferences();
+    list.clear();
+    list.setRows(rows);
+    throw;
+  }
+}
+
 bool RowStore::isEqual(const PackageRow& row, const NewPackage& other) noexcept {
   const std::u16string_view name = row.name.view();
   return row.size == other.size && row.uncompressedBytes == other.uncompressedBytes &&

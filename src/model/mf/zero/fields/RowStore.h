@@ -45,6 +45,12 @@ class RowStore {
     list.setRows(rows);
   }
 
+  /// Makes elements of all rows of `list`, in order: the list then consists of elements.
+  ///
+  /// \pre the list refers to rows
+  /// \throws std::bad_alloc  the list is unchanged
+  static void makeElements(const AbstractOwnedCollection& list);
+
   /// Begins a round. Until the next one, components with one name have the same packages.
   std::uint64_t beginRound() noexcept { return ++lastRound_; }
 

@@ -1,4 +1,4 @@
-#include "mf/zero/elements/ReferenceCount.h"
+#include "mf/zero/elements/SaturatingCount.h"
 
 #include <cstdint>
 
@@ -8,7 +8,7 @@ namespace mf::zero {
 namespace {
 
 // The smallest type, whose largest value is reached quickly.
-using SmallCount = ReferenceCount<std::uint8_t>;
+using SmallCount = SaturatingCount<std::uint8_t>;
 constexpr int kMost = 255;
 
 SmallCount countOf(int references) {
@@ -29,18 +29,18 @@ int dropsUntilTheLast(SmallCount count, int drops) {
   return 0;
 }
 
-TEST(ReferenceCount, BeginsAtZero) {
+TEST(SaturatingCount, BeginsAtZero) {
   EXPECT_TRUE(SmallCount().isZero());
   EXPECT_FALSE(countOf(1).isZero());
 }
 
-TEST(ReferenceCount, FindsTheLastReferenceForEveryCountBelowItsMaximum) {
+TEST(SaturatingCount, FindsTheLastReferenceForEveryCountBelowItsMaximum) {
   for (int references = 1; references < kMost; ++references) {
     EXPECT_EQ(dropsUntilTheLast(countOf(references), references), references);
   }
 }
 
-TEST(ReferenceCount, IsZeroAgainOnceTheLastIsDropped) {
+TEST(SaturatingCount, IsZeroAgainOnceTheLastIsDropped) {
   SmallCount count = countOf(2);
   EXPECT_FALSE(count.drop());
   EXPECT_FALSE(count.isZero());
@@ -48,7 +48,7 @@ TEST(ReferenceCount, IsZeroAgainOnceTheLastIsDropped) {
   EXPECT_TRUE(count.isZero());
 }
 
-TEST(ReferenceCount, NeverFindsALastReferenceOnceItHasReachedItsMaximum) {
+TEST(SaturatingCount, NeverFindsALastReferenceOnceItHasReachedItsMaximum) {
   for (const int references : {kMost, kMost + 1, kMost + 2, 2 * kMost, 10 * kMost}) {
     EXPECT_EQ(dropsUntilTheLast(countOf(references), 20 * kMost), 0) << references;
     EXPECT_FALSE(countOf(references).isZero()) << references;

@@ -12,7 +12,7 @@ namespace mf::zero {
 /// never freed. Endlessly leaking references thus wastes memory but never frees an object in use. A
 /// count belongs to one thread at a time.
 template <class Unsigned>
-class ReferenceCount {
+class SaturatingCount {
  public:
   /// Adds a reference.
   void add() noexcept { count_ = static_cast<Unsigned>(count_ + (count_ != kStuck ? 1 : 0)); }

@@ -1,4 +1,4 @@
-#include "reader/StreamText.h"
+#include "reader/DocumentFile.h"
 
 #include <algorithm>
 #include <cstddef>

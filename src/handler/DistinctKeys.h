@@ -26,7 +26,7 @@ namespace install::update_metadata_parser {
 /// is linear in the components, in the model's lists of rows, and in the packages of the largest
 /// group that is merged.
 template <class Pkg>
-class OrderedKeys {
+class DistinctKeys {
  public:
   /// Adds a component of a list. Components come in model order.
   void addComponent(mf::zero::Name name, const mf::zero::OwnedCollection<Pkg>& pkgs) {
