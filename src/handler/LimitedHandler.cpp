@@ -1,3 +1,4 @@
+#include <limits>
 #include <stdexcept>
 #include <string_view>
 
@@ -7,6 +8,9 @@ namespace install::update_metadata_parser {
 namespace {
 
 using datamodels::product_update::PkgDataWithFilesToDelete;
+
+// A limit that nothing exceeds, so that nothing has to be counted.
+constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
 
 // Packages, and the units of their keys. Neither sum can wrap: the names would not fit into memory,
 // and no table has enough packages.
@@ -62,8 +66,10 @@ void LimitedHandler::setProductDeltaData(const std::u16string& name,
                                          const PkgsToDelete& pkgsToDelete,
                                          const PkgsToExtract& pkgsToExtract) const {
   Sums named;
-  addNamed(named, compsToDelete, pkgsToDelete);
-  addNamed(named, compsToExtract, pkgsToExtract);
+  if (limits_.packages != kUnlimited || limits_.keyUnits != kUnlimited) {
+    addNamed(named, compsToDelete, pkgsToDelete);
+    addNamed(named, compsToExtract, pkgsToExtract);
+  }
   check(packages_, named.packages, limits_.packages, "Update MetaData Json file names more than ",
         " packages");
   checkKeys(keyUnits_, named.keyUnits, limits_.keyUnits);

@@ -73,7 +73,7 @@ TEST_F(FileReplacement, FollowsAndKeepsLinks) {
 TEST_F(FileReplacement, ReadsTheOldContent) {
   const std::string content = std::string("a\0b", 3) + std::string(3 << 20, 'c');
   folder_.writeFile("file", content);
-  EXPECT_EQ(OpenedFile(file_).read(), content);
+  EXPECT_EQ(OpenedFile(file_).read(content.size()), content);
 }
 
 // --- changes between opening and replacing --------------------------------------------------

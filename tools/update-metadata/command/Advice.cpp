@@ -25,6 +25,9 @@ struct Advice {
 
 constexpr const char* kOutOfMemory = "there is not enough memory for it";
 
+constexpr const char* kRaiseLimit =
+    "raise --limit-bytes or --limit-packages if you trust where it comes from";
+
 // What the library throws for a missing section.
 constexpr std::string_view kMissingSection = "map::at";
 
@@ -34,6 +37,9 @@ constexpr Advice kAdvice[] = {
     {"Update MetaData Json file does not exist ", "check the path", false},
     {"Error opening Update MetaData Json File",
      "it exists but cannot be read as a file: check its type and permissions", false},
+    {"Update MetaData Json file has more than ", kRaiseLimit, false},
+    {"Update MetaData Json file names more than ", kRaiseLimit, false},
+    {"Update MetaData Json file lists more than ", kRaiseLimit, false},
     {"Error while parsing ",
      "its text is not one JSON object; nothing may come before or after the object, not even a "
      "byte-order mark or a final line feed",

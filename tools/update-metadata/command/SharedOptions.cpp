@@ -1,16 +1,31 @@
 #include "command/SharedOptions.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <CLI/CLI.hpp>
 
 #include "command/Arguments.h"
 #include "input/DocumentText.h"
+#include "install/update_metadata_parser/Limits.h"
 
 namespace update_metadata_tool::command {
 namespace {
 
+using install::update_metadata_parser::Limits;
+
 constexpr const char* kOrStandardInput = "; - is standard input";
+
+// Adds --`name`, a limit on what `rejected` completes, with the default for standard input.
+void addLimit(CLI::App& subcommand, const std::string& name, std::optional<std::uint64_t>& limit,
+              const std::string& rejected, std::uint64_t forStandardInput) {
+  subcommand
+      .add_option("--" + name, limit,
+                  "Reject a document with more than N " + rejected +
+                      "; for standard input, the default is " + std::to_string(forStandardInput))
+      ->type_name("N")
+      ->check(isCountArgument());
+}
 
 }  // namespace
 
@@ -36,6 +51,17 @@ CLI::Option& addProductData(CLI::App& subcommand, std::optional<std::string>& lo
               .add_option("--product-data", location, "Folder with the product data, " + purpose)
               ->type_name("DIR")
               ->check(isUtf8Argument());
+}
+
+void addLimitBytes(CLI::App& subcommand, input::GivenLimits& limits) {
+  addLimit(subcommand, "limit-bytes", limits.bytes, "bytes", Limits().bytes);
+}
+
+void addLimits(CLI::App& subcommand, input::GivenLimits& limits) {
+  addLimitBytes(subcommand, limits);
+  addLimit(subcommand, "limit-packages", limits.packages,
+           "packages, counted for each product that names them, or files to delete",
+           Limits().packages);
 }
 
 void addFormat(CLI::App& subcommand, std::string& format) {

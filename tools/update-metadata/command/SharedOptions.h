@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "command/CommandLineFwd.h"
+#include "input/DocumentLimits.h"
 #include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::command {
@@ -28,6 +29,12 @@ CLI::Option& addDocuments(CLI::App& subcommand, std::vector<std::string>& files)
 /// Adds --product-data. `purpose` completes "Folder with the product data, ".
 CLI::Option& addProductData(CLI::App& subcommand, std::optional<std::string>& location,
                             const std::string& purpose = kForBaseCodes);
+
+/// Adds --limit-bytes.
+void addLimitBytes(CLI::App& subcommand, input::GivenLimits& limits);
+
+/// Adds --limit-bytes and --limit-packages, for subcommands that load documents.
+void addLimits(CLI::App& subcommand, input::GivenLimits& limits);
 
 /// Adds --format with the two values above.
 void addFormat(CLI::App& subcommand, std::string& format);

@@ -48,10 +48,11 @@ DiffCommand::DiffCommand(CLI::App& app)
   command::addDocument(subcommand(), "NEW", new_, "The new one");
   command::addProductData(subcommand(), productData_);
   subcommand()
-      .add_option("--fail-if-larger", limit_,
+      .add_option("--fail-if-larger", growthLimit_,
                   "Fail only if the download grows by more than this many bytes or this percentage")
       ->type_name("BYTES|N%")
       ->check(isGrowthLimit());
+  command::addLimits(subcommand(), limits_);
   command::addFormat(subcommand(), format_);
   subcommand().final_callback([this] { command::checkStandardInput("NEW", {old_, new_}); });
   subcommand().footer(kExamples);
@@ -60,8 +61,10 @@ DiffCommand::DiffCommand(CLI::App& app)
 ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   const std::optional<std::u16string> productData = command::toOptionalUtf16(productData_);
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
-  const auto before = summary::readContents({output::toUtf16(old_), productData}, err, progress);
-  const auto after = summary::readContents({output::toUtf16(new_), productData}, err, progress);
+  const auto before =
+      summary::readContents({output::toUtf16(old_), productData, limits_}, err, progress);
+  const auto after =
+      summary::readContents({output::toUtf16(new_), productData, limits_}, err, progress);
   if (!before || !after) {
     return ExitCode::kTrouble;
   }
@@ -70,9 +73,11 @@ ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   progress.clear();
   summary::noteProductData(productData_, {{old_, *before}, {new_, *after}}, err);
   std::optional<Growth> growth;
-  if (limit_) {
-    growth = GrowthLimit::parse(*limit_).value().measure(difference.totals.before.bytesToFetch,
-                                                         difference.totals.after.bytesToFetch);
+  if (growthLimit_) {
+    growth =
+        GrowthLimit::parse(*growthLimit_)
+            .value()
+            .measure(difference.totals.before.bytesToFetch, difference.totals.after.bytesToFetch);
   }
   command::writeResults(format_, progress, out, difference, growth);
   const bool isFailed = growth ? growth->isTooLarge() : !difference.isEmpty();

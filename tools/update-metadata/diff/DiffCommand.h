@@ -6,6 +6,7 @@
 
 #include "command/Command.h"
 #include "command/ExitCode.h"
+#include "input/DocumentLimits.h"
 
 namespace update_metadata_tool::diff {
 
@@ -25,7 +26,8 @@ class DiffCommand : public command::Command {
   std::string old_;
   std::string new_;
   std::optional<std::string> productData_;
-  std::optional<std::string> limit_;
+  std::optional<std::string> growthLimit_;
+  input::GivenLimits limits_;
   std::string format_ = "text";
 };
 

@@ -68,12 +68,13 @@ void openFile(const std::string& file, std::optional<output::OpenedFile>& opened
   }
 }
 
-bool read(const std::string& file, Input& input, std::ostream& err) {
+bool read(const std::string& file, std::uint64_t limit, Input& input, std::ostream& err) {
   try {
     if (file != input::kStandardInput) {
       openFile(file, input.file);
     }
-    input.text = input.file ? input.file->read() : input::readDocument(file);
+    input.text = input.file ? input.file->read(limit) : input::readDocument(file, limit);
+    input::checkLength(input.text, limit);
     return true;
   } catch (const std::exception& failure) {
     complain(failure, file,
@@ -134,6 +135,7 @@ FmtCommand::FmtCommand(CLI::App& app)
       .add_flag("--compact", layout_.isCompact,
                 "Write each document on one line, without white space")
       ->excludes(indent);
+  command::addLimitBytes(subcommand(), limits_);
   subcommand().final_callback([this] { command::checkStandardInput("FILE", files_); });
   subcommand().footer(kExamples);
 }
@@ -148,7 +150,7 @@ FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& ou
     return Outcome::kFailed;
   }
   Input input;
-  if (!read(file, input, err)) {
+  if (!read(file, input::limitsOf(file, limits_).bytes, input, err)) {
     return Outcome::kFailed;
   }
   const std::optional<std::string> formatted = formatText(file, input.text, layout_, err);

@@ -7,6 +7,7 @@
 #include "command/Command.h"
 #include "command/ExitCode.h"
 #include "fmt/Layout.h"
+#include "input/DocumentLimits.h"
 
 namespace update_metadata_tool::fmt {
 
@@ -31,6 +32,7 @@ class FmtCommand : public command::Command {
   Outcome handle(const std::string& file, std::ostream& out, std::ostream& err) const;
 
   std::vector<std::string> files_;
+  input::GivenLimits limits_;
   Layout layout_;
   bool checksOnly_ = false;
 };

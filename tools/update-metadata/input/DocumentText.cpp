@@ -3,8 +3,9 @@
 #include <cstddef>
 #include <ios>
 #include <iostream>
+#include <stdexcept>
 
-#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+#include "install/update_metadata_parser/Limits.h"
 #include "output/Text.h"
 #include "terminal/Terminal.h"
 
@@ -21,7 +22,7 @@ void promptForTyping(terminal::ProgressLine& progress) {
             << std::flush;
 }
 
-std::string readStandardInput(terminal::ProgressLine& progress) {
+std::string readStandardInput(std::uint64_t limit, terminal::ProgressLine& progress) {
   if (terminal::isInputTerminal()) {
     promptForTyping(progress);
   }
@@ -33,7 +34,7 @@ std::string readStandardInput(terminal::ProgressLine& progress) {
       const auto got = static_cast<std::size_t>(
           std::cin.rdbuf()->sgetn(text.data() + size, static_cast<std::streamsize>(kBytesAtOnce)));
       text.resize(size + got);
-      if (got < kBytesAtOnce) {
+      if (got < kBytesAtOnce || text.size() > limit) {
         return text;
       }
       progress.update();
@@ -45,12 +46,24 @@ std::string readStandardInput(terminal::ProgressLine& progress) {
 
 }  // namespace
 
-std::string readDocument(const std::string& file, terminal::ProgressLine& progress) {
-  if (file == kStandardInput) {
-    return readStandardInput(progress);
+void checkLength(const std::string& text, std::uint64_t limit) {
+  if (text.size() > limit) {
+    throw std::runtime_error("Update MetaData Json file has more than " + std::to_string(limit) +
+                             " bytes");
   }
+}
+
+std::string readDocument(const std::string& file, std::uint64_t limit,
+                         terminal::ProgressLine& progress) {
+  if (file == kStandardInput) {
+    std::string text = readStandardInput(limit, progress);
+    checkLength(text, limit);
+    return text;
+  }
+  install::update_metadata_parser::Limits limits;
+  limits.bytes = limit;
   const std::u16string path = output::toUtf16(file);
-  return install::update_metadata_parser::UpdateMetaDataJsonParser(path).readFile(path);
+  return install::update_metadata_parser::LimitedParser(path, limits).readFile(path);
 }
 
 }  // namespace update_metadata_tool::input

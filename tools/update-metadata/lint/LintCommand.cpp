@@ -75,10 +75,11 @@ ThrownException describeException(const std::exception& failure) {
 using Outcome = std::variant<FileReport, UnreadableFile>;
 
 // Checks one file. If it cannot be read, the reason is written to `err`.
-Outcome lintFile(const std::string& file, const LintOptions& options,
-                 terminal::ProgressLine& progress, std::ostream& err) {
+Outcome lintFile(const std::string& file, const input::GivenLimits& limits,
+                 const LintOptions& options, terminal::ProgressLine& progress, std::ostream& err) {
   try {
-    return lintDocument(file, input::readDocument(file, progress), options);
+    return lintDocument(
+        file, input::readDocument(file, input::limitsOf(file, limits).bytes, progress), options);
   } catch (const std::exception& failure) {
     progress.clear();
     command::reportUnloaded(failure, output::toUtf16(file), err);
@@ -94,6 +95,7 @@ LintCommand::LintCommand(CLI::App& app)
           "Find every problem in documents and say whether the library can load them") {
   command::addDocuments(subcommand(), files_);
   command::addProductData(subcommand(), productData_, "for checking the names of products");
+  command::addLimitBytes(subcommand(), limits_);
   subcommand()
       .add_option("--format", format_,
                   "Write 'text' for people, 'json' for programs or 'sarif' for code-review systems")
@@ -160,7 +162,7 @@ LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const
   for (const std::string& file : files_) {
     progress.begin("checking file " + std::to_string(++number) + " of " +
                    std::to_string(files_.size()));
-    Outcome outcome = lintFile(file, options, progress, err);
+    Outcome outcome = lintFile(file, limits_, options, progress, err);
     progress.clear();
     if (auto* const found = std::get_if<FileReport>(&outcome)) {
       settings.applyTo(*found);

@@ -8,6 +8,7 @@
 
 #include "command/Command.h"
 #include "command/ExitCode.h"
+#include "input/DocumentLimits.h"
 #include "lint/ReportWriter.h"
 #include "lint/SeveritySettings.h"
 
@@ -31,6 +32,7 @@ class LintCommand : public command::Command {
   LintTotals lintFiles(ReportWriter& writer, std::ostream& err) const;
 
   std::vector<std::string> files_;
+  input::GivenLimits limits_;
   std::optional<std::string> productData_;
   std::string format_ = "text";
   std::vector<std::string> severities_;

@@ -206,7 +206,7 @@ OpenedFile::OpenedFile(const std::string& path, Use use)
   status_ = statusOf(file_.get());
 }
 
-std::string OpenedFile::read() const {
+std::string OpenedFile::read(std::uint64_t atMost) const {
   constexpr std::size_t kBytesAtOnce = std::size_t{1} << 20U;
   std::string text;
   for (std::size_t size = 0;;) {
@@ -218,7 +218,7 @@ std::string OpenedFile::read() const {
                                    std::error_code(errno, std::generic_category()));
     }
     size += got > 0 ? static_cast<std::size_t>(got) : 0;
-    if (got == 0) {
+    if (got == 0 || size > atMost) {
       text.resize(size);
       return text;
     }

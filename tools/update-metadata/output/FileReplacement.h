@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -32,11 +33,11 @@ class OpenedFile {
   /// \throws std::system_error  it is missing, is not a regular file or cannot be opened for `use`
   explicit OpenedFile(const std::string& path, Use use = Use::kReadAndReplace);
 
-  /// Reads the whole file.
+  /// Reads the whole file, or what exceeds `atMost` bytes by a little if it is longer.
   ///
   /// \pre opened with Use::kReadAndReplace
   /// \throws std::ios_base::failure  it cannot be read completely
-  std::string read() const;
+  std::string read(std::uint64_t atMost) const;
 
   /// Replaces the content, all or nothing, by writing a new file beside the old one and renaming
   /// it: anyone who opens the file sees the old or the new content, even after a failure. Signals

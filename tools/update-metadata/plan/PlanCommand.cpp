@@ -82,6 +82,7 @@ PlanCommand::PlanCommand(CLI::App& app)
       .add_option("--installed", installed_,
                   "Installation folder to search for the files to delete")
       ->type_name("DIR");
+  command::addLimits(subcommand(), limits_);
   command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
@@ -94,7 +95,7 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
   }
   std::optional<PlannedDocument> planned;
   summary::queryDocument(
-      {output::toUtf16(file_), command::toOptionalUtf16(productData_)},
+      {output::toUtf16(file_), command::toOptionalUtf16(productData_), limits_},
       [&](const summary::Document& document) {
         summary::Contents contents = document.gatherContents();
         progress.clear();

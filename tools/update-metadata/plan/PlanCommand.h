@@ -7,6 +7,7 @@
 
 #include "command/Command.h"
 #include "command/ExitCode.h"
+#include "input/DocumentLimits.h"
 #include "plan/Plan.h"
 #include "summary/Contents.h"
 #include "terminal/ProgressLine.h"
@@ -34,6 +35,7 @@ class PlanCommand : public command::Command {
                                                      terminal::ProgressLine& progress) const;
 
   std::string file_;
+  input::GivenLimits limits_;
   std::optional<std::string> productData_;  ///< required
   std::vector<std::string> baseCodes_;
   std::optional<std::string> installed_;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "input/DocumentLimits.h"
 #include "input/DocumentText.h"
 #include "input/TextParser.h"
+#include "install/update_metadata_parser/Limits.h"
 #include "output/Text.h"
 #include "summary/Contents.h"
 #include "summary/GatherModel.h"
@@ -12,13 +14,17 @@
 namespace update_metadata_tool::query {
 namespace {
 
+using install::update_metadata_parser::LimitedHandler;
+using install::update_metadata_parser::Limits;
 using install::update_metadata_parser::UpdateMetaData;
 using install::update_metadata_parser::UpdateMetaDataHandler;
 using summary::Product;
 
 /// Uses each product's name as its base code and never opens a catalogue.
-class NamesAsBaseCodes : public UpdateMetaDataHandler {
+class NamesAsBaseCodes : public LimitedHandler {
  public:
+  using LimitedHandler::LimitedHandler;
+
   std::u16string getProductName(const std::u16string& productBaseCode,
                                 const std::u16string& /*productDataLocation*/) override {
     return productBaseCode;
@@ -38,10 +44,11 @@ bool hasName(const summary::Contents& contents, const std::u16string& name) {
 }  // namespace
 
 LoadedUpdate loadUpdate(const Question& question) {
-  auto handler = question.productData ? std::make_shared<UpdateMetaDataHandler>()
-                                      : std::make_shared<NamesAsBaseCodes>();
-  input::TextParser parser(question.file, input::readDocument(output::toUtf8(question.file)),
-                           handler);
+  const std::string file = output::toUtf8(question.file);
+  const Limits limits = input::limitsOf(file, question.limits);
+  auto handler = question.productData ? std::make_shared<LimitedHandler>(limits)
+                                      : std::make_shared<NamesAsBaseCodes>(limits);
+  input::TextParser parser(question.file, input::readDocument(file, limits.bytes), handler);
   return {parser.parseUpdateMetaDataJson(), std::move(handler)};
 }
 

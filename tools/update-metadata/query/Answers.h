@@ -9,6 +9,7 @@
 #include <utility>
 #include <variant>
 
+#include "input/DocumentLimits.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "summary/Contents.h"
@@ -24,6 +25,8 @@ struct Question {
 
   /// The product whose packages to delete and to extract are wanted; all products without it.
   std::optional<std::u16string> baseCode;
+
+  input::GivenLimits limits = {};
 };
 
 using PackageKeys = std::set<std::u16string>;

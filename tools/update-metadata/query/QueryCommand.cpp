@@ -39,13 +39,14 @@ QueryCommand::QueryCommand(CLI::App& app)
                   "List packages to delete and extract for this product only")
       ->type_name("CODE")
       ->check(command::isUtf8Argument());
+  command::addLimits(subcommand(), limits_);
   command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
 
 Question QueryCommand::makeQuestion() const {
   return {output::toUtf16(file_), command::toOptionalUtf16(productData_),
-          command::toOptionalUtf16(baseCode_)};
+          command::toOptionalUtf16(baseCode_), limits_};
 }
 
 std::optional<Answers> QueryCommand::answer(const Question& question, std::string& note,

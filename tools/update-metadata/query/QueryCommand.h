@@ -6,6 +6,7 @@
 
 #include "command/Command.h"
 #include "command/ExitCode.h"
+#include "input/DocumentLimits.h"
 #include "query/Answers.h"
 
 namespace update_metadata_tool::query {
@@ -28,6 +29,7 @@ class QueryCommand : public command::Command {
                                 std::ostream& err) const;
 
   std::string file_;
+  input::GivenLimits limits_;
   std::optional<std::string> productData_;
   std::optional<std::string> baseCode_;
   std::string format_ = "text";

@@ -70,6 +70,7 @@ ReportCommand::ReportCommand(CLI::App& app)
       ->check(command::isUtf8Argument())
       ->check(isPage());
   command::addProductData(subcommand(), productData_);
+  command::addLimits(subcommand(), limits_);
   subcommand().footer(kExamples);
 }
 
@@ -100,8 +101,8 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
   summary::Contents contents;
   const auto load = [&] {
     progress.begin("reading the document");
-    text = input::readDocument(file_, progress);
-    document.emplace(summary::DocumentSource{file, productData, text}, progress);
+    text = input::readDocument(file_, input::limitsOf(file_, limits_).bytes, progress);
+    document.emplace(summary::DocumentSource{file, productData, limits_, text}, progress);
   };
   const auto query = [&] {
     contents = document->gatherContents();

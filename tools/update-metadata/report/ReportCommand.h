@@ -6,6 +6,7 @@
 
 #include "command/Command.h"
 #include "command/ExitCode.h"
+#include "input/DocumentLimits.h"
 #include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::report {
@@ -24,6 +25,7 @@ class ReportCommand : public command::Command {
   std::optional<std::string> makeReport(std::ostream& err, terminal::ProgressLine& progress) const;
 
   std::string file_;
+  input::GivenLimits limits_;
   std::string output_;
   std::optional<std::string> productData_;
 };

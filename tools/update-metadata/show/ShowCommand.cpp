@@ -47,6 +47,7 @@ ShowCommand::ShowCommand(CLI::App& app)
       ->type_name("N")
       ->check(command::isCountArgument())
       ->capture_default_str();
+  command::addLimits(subcommand(), limits_);
   command::addFormat(subcommand(), format_);
   subcommand().footer(kExamples);
 }
@@ -54,7 +55,7 @@ ShowCommand::ShowCommand(CLI::App& app)
 command::ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   const auto contents = summary::readContents(
-      {output::toUtf16(file_), command::toOptionalUtf16(productData_)}, err, progress);
+      {output::toUtf16(file_), command::toOptionalUtf16(productData_), limits_}, err, progress);
   if (!contents) {
     return command::ExitCode::kTrouble;
   }

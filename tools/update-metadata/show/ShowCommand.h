@@ -7,6 +7,7 @@
 
 #include "command/Command.h"
 #include "command/ExitCode.h"
+#include "input/DocumentLimits.h"
 
 namespace update_metadata_tool::show {
 
@@ -20,6 +21,7 @@ class ShowCommand : public command::Command {
 
  private:
   std::string file_;
+  input::GivenLimits limits_;
   std::optional<std::string> productData_;
   std::string sort_ = "size";
   std::size_t top_ = 5;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "command/Advice.h"
+#include "input/DocumentLimits.h"
 #include "input/DocumentText.h"
 #include "input/TextParser.h"
 #include "output/ReadableSize.h"
@@ -15,6 +16,7 @@
 namespace update_metadata_tool::summary {
 namespace {
 
+using install::update_metadata_parser::Limits;
 using terminal::ProgressLine;
 
 // Parsing more takes noticeable time, in which the library reports no progress.
@@ -23,12 +25,13 @@ constexpr std::size_t kLongText = std::size_t{32} << 20U;
 }  // namespace
 
 Document::Document(DocumentSource source, ProgressLine& progress)
-    : source_(std::move(source)),
-      progress_(progress),
-      handler_(std::make_shared<SummaryHandler>(progress)) {
+    : source_(std::move(source)), progress_(progress) {
+  const std::string file = output::toUtf8(source_.file);
+  const Limits limits = input::limitsOf(file, source_.limits);
+  handler_ = std::make_shared<SummaryHandler>(limits, progress);
   progress.begin("reading the document");
   std::string text = source_.text ? *std::exchange(source_.text, std::nullopt)
-                                  : input::readDocument(output::toUtf8(source_.file), progress);
+                                  : input::readDocument(file, limits.bytes, progress);
   if (text.size() > kLongText) {
     progress.beginSilent("parsing " + output::toShortSize(static_cast<std::int64_t>(text.size())));
   }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "input/DocumentLimits.h"
 #include "summary/Contents.h"
 #include "terminal/ProgressLine.h"
 
@@ -17,6 +18,7 @@ class SummaryHandler;
 struct DocumentSource {
   std::u16string file;  ///< or kStandardInput
   std::optional<std::u16string> productData;
+  input::GivenLimits limits = {};
 
   /// The document's bytes, if they were read already; the file is not opened then.
   std::optional<std::string> text = std::nullopt;

@@ -5,19 +5,21 @@
 #include <string>
 #include <vector>
 
-#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
+#include "install/update_metadata_parser/Limits.h"
 #include "terminal/ProgressLine.h"
 
 namespace update_metadata_tool::summary {
 
 /// A handler that also gives access to the architecture and shows the progress of the reader.
-class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHandler {
+class SummaryHandler : public install::update_metadata_parser::LimitedHandler {
  public:
   /// \param progress  must outlive the handler
-  explicit SummaryHandler(terminal::ProgressLine& progress) : progress_(progress) {}
+  SummaryHandler(const install::update_metadata_parser::Limits& limits,
+                 terminal::ProgressLine& progress)
+      : LimitedHandler(limits), progress_(progress) {}
 
   void setMetaDataArch(const std::u16string& arch) const override {
-    UpdateMetaDataHandler::setMetaDataArch(arch);
+    LimitedHandler::setMetaDataArch(arch);
     architecture_ = arch;
   }
 
@@ -27,15 +29,15 @@ class SummaryHandler : public install::update_metadata_parser::UpdateMetaDataHan
                            const PkgsToDelete& pkgsToDelete,
                            const PkgsToExtract& pkgsToExtract) const override {
     progress_.begin("storing product " + std::to_string(++products_));
-    UpdateMetaDataHandler::setProductDeltaData(name, compsToDelete, compsToExtract, pkgsToDelete,
-                                               pkgsToExtract);
+    LimitedHandler::setProductDeltaData(name, compsToDelete, compsToExtract, pkgsToDelete,
+                                        pkgsToExtract);
   }
 
   install::datamodels::product_update::PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
       const std::u16string& name, std::int64_t size,
       const std::vector<std::u16string>& files) const override {
     progress_.begin("storing files to delete");
-    return UpdateMetaDataHandler::createPkgDataWithFilesToDelete(name, size, files);
+    return LimitedHandler::createPkgDataWithFilesToDelete(name, size, files);
   }
 
   const std::u16string& architecture() const { return architecture_; }
