@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "source/SourceTree.h"
+#include "diagnosis/source/SourceTree.h"
 #include "support/Depth.h"
 #include "support/RandomJsonText.h"
 

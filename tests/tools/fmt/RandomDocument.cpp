@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "source/SourceTree.h"
+#include "diagnosis/source/SourceTree.h"
 
 namespace update_metadata_tool::fmt {
 namespace {
@@ -46,7 +46,7 @@ std::string RandomDocument::number() {
 std::string RandomDocument::anyValue() {
   for (;;) {
     std::string text = values_.next();
-    if (!source::SourceTree(text).fault()) {
+    if (!install::update_metadata_parser::diagnosis::source::SourceTree(text).fault()) {
       return text;
     }
   }

@@ -12,8 +12,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "lint/Linter.h"
-#include "lint/Rule.h"
+#include "diagnosis/Linter.h"
+#include "diagnosis/Rule.h"
 #include "lint/TextReport.h"
 #include "support/RunTool.h"
 #include "support/StoredText.h"

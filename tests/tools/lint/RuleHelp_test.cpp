@@ -6,7 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "lint/Rule.h"
+#include "diagnosis/Rule.h"
+#include "lint/RuleExplanations.h"
 
 namespace update_metadata_tool::lint {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "lint/Finding.h"
+#include "diagnosis/Finding.h"
 #include "lint/ReportWriter.h"
 
 namespace test_support {

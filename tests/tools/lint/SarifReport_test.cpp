@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "install/update_metadata_parser/Version.h"
+#include "lint/RuleExplanations.h"
 #include "tools/lint/SampleReports.h"
 
 namespace update_metadata_tool::lint {

@@ -121,23 +121,6 @@ const VisibleBytes kVisibleBytes[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, VisibleTextOfBytes, ::testing::ValuesIn(kVisibleBytes),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Utf8OfUtf16, KeepsControlCharactersAndReplacesUnpairedSurrogates) {
-  EXPECT_EQ(toUtf8(std::u16string(u"a\0\u001B\U0001F5FA\xDC00", 6)),
-            std::string("a\0\x1B\xF0\x9F\x97\xBA\xEF\xBF\xBD", 10));
-}
-
-TEST(Utf16OfUtf8, AcceptsCharactersOfEveryLength) {
-  EXPECT_EQ(toUtf16("a\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA"), u"a\u00FC\uFB01\U0001F5FA");
-}
-
-TEST(Utf8Check, RejectsMalformedText) {
-  EXPECT_TRUE(isUtf8("a\xC3\xBC\xF0\x9F\x97\xBA"));
-  EXPECT_FALSE(isUtf8("\xFF"));
-  EXPECT_FALSE(isUtf8("a\xC3"));
-  EXPECT_FALSE(isUtf8("\xC0\x80"));
-  EXPECT_FALSE(isUtf8("\xED\xA0\x80"));
-}
-
 TEST(Utf16Check, RejectsUnpairedSurrogates) {
   EXPECT_TRUE(isUtf16(u""));
   EXPECT_TRUE(isUtf16(std::u16string(u"a\0\U0001F5FA", 4)));

@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "lint/Linter.h"
+#include "diagnosis/Linter.h"
 #include "output/Text.h"
 #include "report/Page.h"
 #include "report/ReportData.h"

@@ -7,14 +7,15 @@
 #include <set>
 #include <string_view>
 
+#include "diagnosis/source/SourceTree.h"
 #include "input/DocumentText.h"
 #include "output/Text.h"
-#include "source/SourceTree.h"
 
 namespace update_metadata_tool::command {
 namespace {
 
 using output::toVisible;
+namespace source = install::update_metadata_parser::diagnosis::source;
 using source::SourceTree;
 
 struct Advice {

@@ -8,9 +8,9 @@
 
 #include "terminal/ProgressLine.h"
 
-namespace update_metadata_tool::source {
+namespace install::update_metadata_parser::diagnosis::source {
 class SourceTree;
-}  // namespace update_metadata_tool::source
+}  // namespace install::update_metadata_parser::diagnosis::source
 
 namespace update_metadata_tool::command {
 
@@ -26,8 +26,9 @@ std::string pointToLint(const std::u16string& file, const char* what);
 ///
 /// \param file  as the user named it; read again to find a missing section
 /// \param tree  the document, if available; the file is not read then
-std::string adviseOnLoading(const std::exception& failure, const std::u16string& file,
-                            const source::SourceTree* tree = nullptr);
+std::string adviseOnLoading(
+    const std::exception& failure, const std::u16string& file,
+    const install::update_metadata_parser::diagnosis::source::SourceTree* tree = nullptr);
 
 /// Writes why a document could not be loaded, and what to do about it.
 ///

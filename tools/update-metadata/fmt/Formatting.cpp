@@ -5,14 +5,15 @@
 #include <string_view>
 
 #include "command/Advice.h"
+#include "diagnosis/source/LineIndex.h"
+#include "diagnosis/source/SourceTree.h"
 #include "fmt/LoadRecord.h"
 #include "output/Text.h"
-#include "source/LineIndex.h"
-#include "source/SourceTree.h"
 
 namespace update_metadata_tool::fmt {
 namespace {
 
+namespace source = install::update_metadata_parser::diagnosis::source;
 using source::SourceTree;
 
 // The beginning of a text after its byte-order mark and leading white space.

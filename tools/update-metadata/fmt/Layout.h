@@ -3,9 +3,11 @@
 #include <cstddef>
 #include <string>
 
-#include "source/SourceTree.h"
+#include "diagnosis/source/SourceTree.h"
 
 namespace update_metadata_tool::fmt {
+
+namespace source = install::update_metadata_parser::diagnosis::source;
 
 /// How the values of a document are arranged in lines.
 struct Layout {

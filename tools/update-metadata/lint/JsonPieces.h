@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <optional>
 
-#include "lint/Finding.h"
+#include "diagnosis/Finding.h"
 #include "output/JsonWriter.h"
 
 namespace update_metadata_tool::lint {
+
+using namespace install::update_metadata_parser::diagnosis;
 
 /// The type and the text of an exception; null if there is none.
 void writeException(const std::optional<ThrownException>& exception, output::JsonWriter& json);

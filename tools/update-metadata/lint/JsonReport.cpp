@@ -3,8 +3,8 @@
 #include <optional>
 #include <ostream>
 
+#include "diagnosis/source/LineIndex.h"
 #include "lint/JsonPieces.h"
-#include "source/LineIndex.h"
 
 namespace update_metadata_tool::lint {
 namespace {

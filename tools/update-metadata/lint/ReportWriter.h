@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <string>
 
-#include "lint/Finding.h"
+#include "diagnosis/Finding.h"
 #include "lint/SeveritySettings.h"
 
 namespace update_metadata_tool::lint {
+
+using namespace install::update_metadata_parser::diagnosis;
 
 /// A file that could not be read, so nothing is known about its content.
 struct UnreadableFile {

@@ -1,4 +1,4 @@
-#include "lint/Rule.h"
+#include "lint/RuleExplanations.h"
 
 namespace update_metadata_tool::lint {
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "lint/RuleExplanations.h"
+
 namespace update_metadata_tool::lint {
 namespace {
 

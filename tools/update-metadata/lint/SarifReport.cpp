@@ -5,11 +5,12 @@
 #include <ostream>
 #include <string_view>
 
+#include "diagnosis/source/LineIndex.h"
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"
+#include "lint/RuleExplanations.h"
 #include "output/Text.h"
-#include "source/LineIndex.h"
 
 namespace update_metadata_tool::lint {
 namespace {

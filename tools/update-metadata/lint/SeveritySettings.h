@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "lint/Finding.h"
+#include "diagnosis/Finding.h"
 
 namespace update_metadata_tool::lint {
+
+using namespace install::update_metadata_parser::diagnosis;
 
 /// The severities that the user has set for rules instead of their defaults.
 class SeveritySettings {

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <utility>
 
+#include "diagnosis/source/LineIndex.h"
 #include "lint/MarkedLine.h"
 #include "output/Count.h"
 #include "output/Text.h"
-#include "source/LineIndex.h"
 #include "terminal/DisplayWidth.h"
 
 namespace update_metadata_tool::lint {

@@ -9,9 +9,9 @@
 #include "terminal/FlowingLine.h"
 #include "terminal/Terminal.h"
 
-namespace update_metadata_tool::source {
+namespace install::update_metadata_parser::diagnosis::source {
 class LineIndex;
-}  // namespace update_metadata_tool::source
+}  // namespace install::update_metadata_parser::diagnosis::source
 
 namespace update_metadata_tool::lint {
 

@@ -7,8 +7,8 @@
 #include <CLI/CLI.hpp>
 
 #include "command/HelpText.h"
+#include "diagnosis/EditDistance.h"
 #include "install/update_metadata_parser/Version.h"
-#include "output/EditDistance.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::program {
@@ -31,7 +31,8 @@ std::string suggestSubcommand(const CLI::App& app) {
     std::size_t least = 3;  // more than the two typing errors that are tolerated
     for (const CLI::App* const subcommand : app.get_subcommands(nullptr)) {
       const std::string& name = subcommand->get_name();
-      const std::size_t distance = output::editDistance(asked, output::toUtf16(name));
+      const std::size_t distance =
+          install::update_metadata_parser::diagnosis::editDistance(asked, output::toUtf16(name));
       if (distance < std::min(least, name.size() - 1)) {
         least = distance;
         nearest = name;

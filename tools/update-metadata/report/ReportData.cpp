@@ -7,8 +7,8 @@
 #include <optional>
 #include <sstream>
 
+#include "diagnosis/source/LineIndex.h"
 #include "output/JsonWriter.h"
-#include "source/LineIndex.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryJson.h"
@@ -17,6 +17,7 @@
 namespace update_metadata_tool::report {
 namespace {
 
+namespace source = install::update_metadata_parser::diagnosis::source;
 using output::JsonWriter;
 using summary::Contents;
 

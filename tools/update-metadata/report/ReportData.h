@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "lint/Finding.h"
+#include "lint/ReportWriter.h"
 #include "summary/Contents.h"
 
 namespace update_metadata_tool::report {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "output/EditDistance.h"
+#include "diagnosis/EditDistance.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::summary {
@@ -25,7 +25,8 @@ std::u16string_view beginningOf(std::u16string_view text) {
 
 // The edit distance of the beginnings of two texts.
 std::size_t distanceOf(std::u16string_view left, std::u16string_view right) {
-  return output::editDistance(beginningOf(left), beginningOf(right));
+  return install::update_metadata_parser::diagnosis::editDistance(beginningOf(left),
+                                                                  beginningOf(right));
 }
 
 }  // namespace

@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "diagnosis/ProductTable.h"
 #include "summary/Contents.h"
 
 namespace update_metadata_tool::summary {
 
-/// The table in a folder with product data.
-constexpr const char* kProductTable = "products.tsv";
+using install::update_metadata_parser::diagnosis::kProductTable;
 
 /// A document as the user named it, and its contents.
 struct NamedContents {

@@ -2,15 +2,17 @@
 
 #include <vector>
 
-#include <utf8.h>
-
-#include "output/CharacterRange.h"
+#include "diagnosis/CharacterRange.h"
+#include "output/Text.h"
 #include "terminal/WideCharacters.h"
 
 namespace update_metadata_tool::terminal {
 namespace {
 
-constexpr output::CharacterRange kWithoutWidth[] = {
+using install::update_metadata_parser::diagnosis::isIn;
+using output::firstCharacter;
+
+constexpr install::update_metadata_parser::diagnosis::CharacterRange kWithoutWidth[] = {
     {0x0300, 0x036F},    // combining diacritical marks
     {0x0483, 0x0489},    // Cyrillic marks
     {0x0591, 0x05BD},    // Hebrew points and accents
@@ -47,34 +49,34 @@ std::size_t displayWidth(char32_t character) {
   if (character < 0x300) {
     return 1;
   }
-  if (output::isIn(kWithoutWidth, character)) {
+  if (isIn(kWithoutWidth, character)) {
     return 0;
   }
-  return output::isIn(kWideCharacters, character) ? 2 : 1;
+  return isIn(kWideCharacters, character) ? 2 : 1;
 }
 
 std::size_t displayWidth(std::string_view text) {
   std::size_t width = 0;
-  const char* const end = text.data() + text.size();
-  for (const char* place = text.data(); place != end;) {
-    width += displayWidth(utf8::next(place, end));
+  while (!text.empty()) {
+    const output::Character character = firstCharacter(text);
+    width += displayWidth(character.code);
+    text.remove_prefix(character.bytes);
   }
   return width;
 }
 
 std::vector<Cluster> clustersOf(std::string_view text) {
   std::vector<Cluster> clusters;
-  const char* const end = text.data() + text.size();
-  for (const char* place = text.data(); place != end;) {
-    const char* const begin = place;
-    const std::size_t width = displayWidth(utf8::next(place, end));
-    const auto size = static_cast<std::size_t>(place - begin);
+  while (!text.empty()) {
+    const output::Character character = firstCharacter(text);
+    const std::size_t width = displayWidth(character.code);
     if (width == 0 && !clusters.empty()) {
       std::string_view& before = clusters.back().text;
-      before = {before.data(), before.size() + size};
+      before = {before.data(), before.size() + character.bytes};
     } else {
-      clusters.push_back({{begin, size}, width});
+      clusters.push_back({text.substr(0, character.bytes), width});
     }
+    text.remove_prefix(character.bytes);
   }
   return clusters;
 }

@@ -2,12 +2,12 @@
 
 // Written by scripts/update-character-tables from EastAsianWidth.txt of Unicode 15.0.0.
 
-#include "output/CharacterRange.h"
+#include "diagnosis/CharacterRange.h"
 
 namespace update_metadata_tool::terminal {
 
 /// Characters that Unicode calls wide or full-width, in ascending order.
-constexpr output::CharacterRange kWideCharacters[] = {
+constexpr install::update_metadata_parser::diagnosis::CharacterRange kWideCharacters[] = {
     {0x1100, 0x115F},   {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},
     {0x23F0, 0x23F0},   {0x23F3, 0x23F3},   {0x25FD, 0x25FE},   {0x2614, 0x2615},
     {0x2648, 0x2653},   {0x267F, 0x267F},   {0x2693, 0x2693},   {0x26A1, 0x26A1},

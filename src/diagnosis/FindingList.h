@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "diagnosis/Finding.h"
+#include "diagnosis/Rule.h"
+#include "diagnosis/source/SourceTree.h"
+
+namespace install::update_metadata_parser::diagnosis {
+
+/// What a finding says.
+struct FindingWords {
+  std::string message;
+  std::string advice;
+  std::string item = {};  ///< what the value is, in words; if empty, derived from its pointer
+  std::vector<RelatedPlace> related = {};
+};
+
+/// Collects the findings of one document.
+///
+/// A large document can have millions of problems of one kind. So the first hundred thousand
+/// findings of each rule are kept, as long as all findings take at most 128 MB of memory, and the
+/// others are counted. A quarter of the memory is reserved for errors, which say why the library
+/// rejects a document.
+class FindingList {
+ public:
+  static constexpr std::size_t kMostOfOneRule = 100'000;
+  static constexpr std::size_t kMostBytes = 128'000'000;
+  static constexpr std::size_t kMostBytesWithoutErrors = kMostBytes / 4 * 3;
+
+  /// Adds a finding about some bytes of the text. Its pointer is that of the innermost value around
+  /// them.
+  void addAt(Rule rule, std::size_t offset, std::size_t length, FindingWords words);
+
+  /// Adds a finding about a value, or about a member by its key. Of a container only the first byte
+  /// is marked.
+  void add(Rule rule, const source::SourceTree& tree, std::size_t node, FindingWords words);
+
+  /// As add(), with the first `offset` bytes of the node left unmarked.
+  void addInside(Rule rule, const source::SourceTree& tree, std::size_t node, std::size_t offset,
+                 std::size_t length, FindingWords words);
+
+  /// Whether there is a finding of a rule whose default severity is an error.
+  bool hasErrors() const { return hasErrors_; }
+
+  /// Moves all findings out, in the order of their offsets, with the pointers to their values.
+  ///
+  /// Findings whose pointers exceed the memory limit are also counted as omitted.
+  ///
+  /// Instead of a pointer of more than 4,096 bytes, a finding has that of the innermost enclosing
+  /// value with a shorter one, so neither deep nesting nor long names make the findings larger than
+  /// the document. Linear in the tree, and n log n in the findings.
+  std::vector<Finding> take(const source::SourceTree& tree);
+
+  /// How many findings of each rule were left out.
+  const std::array<std::size_t, kRuleCount>& omitted() const { return omitted_; }
+
+ private:
+  class Pointers;
+
+  void addOf(Rule rule, std::size_t node, std::size_t offset, std::size_t length,
+             FindingWords words);
+
+  struct Entry {
+    Finding finding;
+    std::size_t node;
+    bool isBeside;  // it is about the text near the node
+    bool isKept;
+  };
+
+  bool reserve(Severity severity, std::size_t bytes);
+  static std::size_t bytesOf(const Finding& finding);
+  void leaveOut(const source::SourceTree& tree);
+  void addPointers(const source::SourceTree& tree);
+
+  std::deque<Entry> entries_;
+  std::size_t bytes_ = 0;
+  std::array<std::size_t, kRuleCount> counts_{};
+  std::array<std::size_t, kRuleCount> omitted_{};
+  bool hasErrors_ = false;
+};
+
+}  // namespace install::update_metadata_parser::diagnosis

@@ -1,0 +1,45 @@
+#include "diagnosis/Prediction.h"
+
+#include <new>
+#include <stdexcept>
+#include <typeinfo>
+
+#include "diagnosis/Text.h"
+#include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
+
+namespace install::update_metadata_parser::diagnosis {
+namespace {
+
+/// Loads a text as the document at a path, which is not opened.
+class TextParser : public UpdateMetaDataJsonParser {
+ public:
+  TextParser(const std::u16string& path, const std::string& text)
+      : UpdateMetaDataJsonParser(path), text_(text) {}
+
+  std::string readFile(const std::u16string& /*path*/) override { return text_; }
+
+ private:
+  const std::string& text_;
+};
+
+const char* typeNameOf(const std::exception& exception) {
+  if (typeid(exception) == typeid(std::out_of_range)) {
+    return "std::out_of_range";
+  }
+  return typeid(exception) == typeid(std::runtime_error) ? "std::runtime_error" : "std::exception";
+}
+
+}  // namespace
+
+std::optional<ThrownException> predictLoading(const std::string& file, const std::string& text) {
+  try {
+    TextParser(toUtf16(file), text).parseUpdateMetaDataJson();
+    return std::nullopt;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& exception) {
+    return ThrownException{typeNameOf(exception), exception.what()};
+  }
+}
+
+}  // namespace install::update_metadata_parser::diagnosis

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "diagnosis/source/SourceTree.h"
+
+namespace install::update_metadata_parser::diagnosis {
+
+/// A common mistake, and what to write instead.
+struct KnownMistake {
+  std::size_t offset;
+  std::size_t length;
+  std::string message;
+  std::string advice;
+};
+
+/// Recognizes notations other than JSON: True, yes, 5 MB, 0x1F, curly quotation marks, '=' and the
+/// like, or a whole file in UTF-16. Each is an error in one name or value, not in a bracket.
+std::optional<KnownMistake> findKnownMistake(std::string_view text,
+                                             const source::SyntaxFault& fault);
+
+/// Returns what to do about any other error.
+///
+/// \param begin  where the document begins
+std::string adviseOnSyntax(std::string_view text, std::size_t begin,
+                           const source::SyntaxFault& fault);
+
+/// Whether a text contains a quotation mark that JSON does not have.
+bool hasCurlyQuote(std::string_view text);
+
+}  // namespace install::update_metadata_parser::diagnosis

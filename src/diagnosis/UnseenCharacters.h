@@ -1,0 +1,19 @@
+#pragma once
+
+// Written by scripts/update-character-tables from DerivedCoreProperties.txt of Unicode 15.0.0.
+
+#include "diagnosis/CharacterRange.h"
+
+namespace install::update_metadata_parser::diagnosis {
+
+/// Control characters and invisible ones, in ascending order.
+constexpr CharacterRange kUnseenCharacters[] = {
+    {0x0000, 0x001F},   {0x007F, 0x009F},   {0x00AD, 0x00AD},   {0x034F, 0x034F},
+    {0x061C, 0x061C},   {0x115F, 0x1160},   {0x17B4, 0x17B5},   {0x180B, 0x180F},
+    {0x200B, 0x200F},   {0x2028, 0x202E},   {0x2060, 0x206F},   {0x2800, 0x2800},
+    {0x3164, 0x3164},   {0xFE00, 0xFE0F},   {0xFEFF, 0xFEFF},   {0xFFA0, 0xFFA0},
+    {0xFFF0, 0xFFFB},   {0x1BCA0, 0x1BCA3}, {0x1D159, 0x1D159}, {0x1D173, 0x1D17A},
+    {0xE0000, 0xE0FFF},
+};
+
+}  // namespace install::update_metadata_parser::diagnosis
