@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fl/i18n.h"
+#include "foundation/core/compiler.h"
 #include "foundation/json/Value.h"
 #include "json/ParseResult.h"
 #include "json/TypedPayloads.h"
@@ -64,7 +65,7 @@ class TextReader {
 
   // Reading functions take the position and return the new one, or null after a failure; outcome_
   // then contains its code and position.
-  [[gnu::noinline]] const char* fail(ParseResult code, const char* position) {
+  FOUNDATION_NOINLINE const char* fail(ParseResult code, const char* position) {
     outcome_ = {code, position, nullptr};
     return nullptr;
   }
@@ -74,22 +75,22 @@ class TextReader {
   }
 
   // The frequent paths are inlined into one function.
-  [[gnu::always_inline]] inline const char* readValue(const char* position);
-  [[gnu::always_inline]] inline const char* continueAfterValue(const char* position);
-  [[gnu::always_inline]] inline const char* open(const char* position, Frame kind);
-  [[gnu::always_inline]] inline const char* close(const char* position);
-  [[gnu::always_inline]] inline const char* parseKey(const char* position);
+  FOUNDATION_ALWAYS_INLINE inline const char* readValue(const char* position);
+  FOUNDATION_ALWAYS_INLINE inline const char* continueAfterValue(const char* position);
+  FOUNDATION_ALWAYS_INLINE inline const char* open(const char* position, Frame kind);
+  FOUNDATION_ALWAYS_INLINE inline const char* close(const char* position);
+  FOUNDATION_ALWAYS_INLINE inline const char* parseKey(const char* position);
 
-  [[gnu::always_inline]] inline const char* parseString(const char* position);
-  [[gnu::always_inline]] inline const char* parseNumber(const char* position);
+  FOUNDATION_ALWAYS_INLINE inline const char* parseString(const char* position);
+  FOUNDATION_ALWAYS_INLINE inline const char* parseNumber(const char* position);
   template <class Add>
   const char* matchLiteral(const char* position, std::string_view word, Add add);
 
   // The rare paths are separate functions, so that the frequent code stays short.
-  [[gnu::noinline]] const char* beginSpecialMember(const char* position);
-  [[gnu::noinline]] const char* finishSpecialMember(const char* position);
-  [[gnu::noinline]] const char* finishEscapedString(const char* begin, const char* position);
-  [[gnu::noinline]] const char* finishNumber(const char* begin, const char* position);
+  FOUNDATION_NOINLINE const char* beginSpecialMember(const char* position);
+  FOUNDATION_NOINLINE const char* finishSpecialMember(const char* position);
+  FOUNDATION_NOINLINE const char* finishEscapedString(const char* begin, const char* position);
+  FOUNDATION_NOINLINE const char* finishNumber(const char* begin, const char* position);
 
   const char* begin_;
   const char* end_;

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "fl/block.h"
+
 namespace fl::i18n {
 
 namespace {
@@ -13,9 +15,6 @@ constexpr char32_t kReplacement = 0xFFFD;
 /// Texts of at most this many units are converted on the stack and copied once into a string of
 /// exactly their size. Nearly every name is shorter.
 constexpr std::size_t kShortText = 256;
-
-/// How many characters are tested for ASCII and converted in one step.
-constexpr std::ptrdiff_t kBlock = 8;
 
 constexpr bool isHighSurrogate(char32_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
@@ -43,20 +42,6 @@ bool isAscii(char c) {
 }
 bool isAscii(char16_t unit) {
   return unit < 0x80;
-}
-
-/// Converts one block of ASCII characters.
-///
-/// Uses vectors because, depending on the optimization level, one compiler or the other splits a
-/// plain loop over the block into single characters.
-template <typename From, typename To>
-void convertBlock(const From* in, To* out) {
-  using FromBlock __attribute__((vector_size(kBlock * sizeof(From)))) = From;
-  using ToBlock __attribute__((vector_size(kBlock * sizeof(To)))) = To;
-  FromBlock from;
-  std::memcpy(&from, in, sizeof from);
-  const ToBlock to = __builtin_convertvector(from, ToBlock);
-  std::memcpy(out, &to, sizeof to);
 }
 
 /// Copies ASCII characters from `in` to `out` up to `end` or the first other character, and moves

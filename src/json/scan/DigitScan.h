@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "fl/i18n.h"
+#include "foundation/core/compiler.h"
 
 namespace foundation::json {
 
@@ -33,7 +34,7 @@ inline const char* readDigitsByEight(const char* position, const char* end,
     // The high bit of the first byte that is not a digit, and possibly of bytes after it.
     const std::uint64_t others =
         ((word + kOnes * (0x7F - '9')) | (word - kOnes * '0')) & (kOnes * 0x80);
-    const int count = others == 0 ? 8 : __builtin_ctzll(others) / 8;
+    const int count = others == 0 ? 8 : core::countTrailingZeros(others) / 8;
     if (count == 0) {
       return position;
     }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "foundation/core/compiler.h"
 #include "json/scan/Conversions.h"
 #include "json/scan/StringScan.h"
 
@@ -44,7 +45,8 @@ unsigned digitValue(char byte) noexcept {
 }
 
 // Reads four hexadecimal digits. \pre the text has four more bytes
-[[gnu::always_inline]] inline ParseResult readUnit(const char*& position, char16_t& unit) noexcept {
+FOUNDATION_ALWAYS_INLINE inline ParseResult readUnit(const char*& position,
+                                                     char16_t& unit) noexcept {
   const unsigned first = digitValue(position[0]);
   const unsigned second = digitValue(position[1]);
   const unsigned third = digitValue(position[2]);

@@ -2,6 +2,8 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+
+#include "foundation/core/compiler.h"
 #endif
 
 namespace foundation::json {
@@ -28,7 +30,7 @@ inline const char* findQuoteOrBackslashSse2(const char* position, const char* en
     const unsigned found = quotesAndBackslashes(position) | quotesAndBackslashes(position + 16)
                                                                 << 16;
     if (found != 0) {
-      return position + __builtin_ctz(found);
+      return position + core::countTrailingZeros(found);
     }
   }
   return findQuoteOrBackslashPlain(position, end);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fl/i18n.h"
+#include "foundation/core/compiler.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -30,7 +31,7 @@ inline const char* skipSpacesSse2(const char* position, const char* end) noexcep
     const __m128i isBlank = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(' '));
     const auto spaces = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(isControl, isBlank)));
     if (spaces != 0xFFFF) {
-      return position + __builtin_ctz(~spaces);
+      return position + core::countTrailingZeros(~spaces);
     }
   }
   return skipSpacesPlain(position, end);

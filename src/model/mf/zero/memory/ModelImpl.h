@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "foundation/core/compiler.h"
+#include "foundation/core/export.h"
 #include "mf/zero/elements/ElementClass.h"
 #include "mf/zero/elements/Model.h"
 #include "mf/zero/elements/ModelElement.h"
@@ -40,7 +42,7 @@ static_assert(sizeof(Slab) % kElementAlignment == 0, "elements begin right after
 /// A model: the memory of its elements, its names and the resolvers of its placeholders. Hidden,
 /// because code outside the library never calls it, although the class that contains it is
 /// exported.
-class __attribute__((visibility("hidden"))) Model::Impl {
+class FOUNDATION_HIDDEN Model::Impl {
  public:
   Impl() = default;
   Impl(const Impl&) = delete;
@@ -94,8 +96,8 @@ class __attribute__((visibility("hidden"))) Model::Impl {
   ~Impl() = default;
 
   // A rare path, separate from allocate().
-  [[gnu::noinline]] void addPool(const ElementClass& elementClass);
-  [[gnu::noinline]] void addSlab(Pool& pool, const ElementClass& elementClass);
+  FOUNDATION_NOINLINE void addPool(const ElementClass& elementClass);
+  FOUNDATION_NOINLINE void addSlab(Pool& pool, const ElementClass& elementClass);
   void addRegion();
 
   std::size_t references_ = 0;

@@ -9,10 +9,8 @@
 #include <type_traits>
 #include <utility>
 
-#ifdef __linux__
-#include <unistd.h>
-#endif
-
+#include "foundation/core/compiler.h"
+#include "foundation/core/random_bytes.h"
 #include "mf/zero/text/WideNumber.h"
 
 namespace mf::zero {
@@ -88,8 +86,8 @@ std::uint64_t hashOfBlock(const char16_t* units, std::uint64_t state,
 }
 
 // For more than one block: the last one overlaps the one before. Separate from the code for names.
-[[gnu::noinline]] std::uint64_t hashOfLong(std::u16string_view text, std::uint64_t state,
-                                           const StringPool::HashKey& key) noexcept {
+FOUNDATION_NOINLINE std::uint64_t hashOfLong(std::u16string_view text, std::uint64_t state,
+                                             const StringPool::HashKey& key) noexcept {
   const char16_t* units = text.data();
   const char16_t* last = units + text.size() - kUnitsPerBlock;
   for (; units < last; units += kUnitsPerBlock) {
@@ -138,12 +136,9 @@ StringPool::HashKey drawKey() noexcept {
   StringPool::HashKey key;
   static_assert(std::is_trivially_copyable_v<StringPool::HashKey> &&
                 sizeof key == 11 * sizeof(std::uint64_t));
-#ifdef __linux__
-  // Much faster than the standard library's random device, and it does not allocate.
-  if (::getentropy(&key, sizeof key) == 0) {
+  if (foundation::core::fillWithRandomBytes(&key, sizeof key)) {
     return key;
   }
-#endif
   // Without random numbers from the system, uses values that differ from run to run.
   const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
   std::mt19937_64 random(static_cast<std::uint64_t>(now) ^ reinterpret_cast<std::uintptr_t>(&key));
