@@ -17,6 +17,7 @@ endif()
 install(
   TARGETS ${targets}
   EXPORT update_metadata_parser-targets
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
           COMPONENT runtime
           NAMELINK_COMPONENT development

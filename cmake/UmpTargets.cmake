@@ -28,9 +28,10 @@ endfunction()
 #
 # With UMP_HARDENING, shipped code stops when a buffer on the stack overflows or a checked C library function would
 # write too much, and its table of bound addresses is read-only. Sanitizers check the same and more. _FORTIFY_SOURCE
-# needs an optimizing compiler. A packager's own setting of it is kept.
+# needs an optimizing compiler. A packager's own setting of it is kept. Windows has its own means, which the linker
+# turns on.
 function(ump_harden NAME)
-  if(NOT UMP_HARDENING OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  if(NOT UMP_HARDENING OR WIN32 OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
     return()
   endif()
   target_compile_options(${NAME} PRIVATE -fstack-protector-strong)
@@ -55,6 +56,7 @@ function(ump_add_platform NAME)
   target_link_libraries(ump_platform_${NAME} PUBLIC ${ARG_LINKS})
   set_target_properties(ump_platform_${NAME} PROPERTIES UMP_HEADER_ROOT "${ARG_ROOT}"
                                                         UMP_HEADERS "${ARG_HEADERS}")
+  target_compile_definitions(ump_platform_${NAME} PRIVATE UPDATE_METADATA_PARSER_BUILD)
   ump_set_up_target(ump_platform_${NAME})
   ump_harden(ump_platform_${NAME})
 endfunction()
@@ -75,6 +77,7 @@ function(ump_add_layer NAME)
   endif()
   target_link_libraries(ump_${NAME} PUBLIC ${ARG_PUBLIC_LINKS})
   set_target_properties(ump_${NAME} PROPERTIES UMP_HEADER_ROOT "${CMAKE_CURRENT_SOURCE_DIR}" UMP_HEADERS "${ARG_HEADERS}")
+  target_compile_definitions(ump_${NAME} PRIVATE UPDATE_METADATA_PARSER_BUILD)
   ump_set_up_target(ump_${NAME})
   ump_harden(ump_${NAME})
 endfunction()

@@ -36,6 +36,19 @@ bool exists(const std::u16string& path) {
   return native && ::stat(native->c_str(), &status) == 0;
 }
 
+bool is_directory(const std::u16string& path) {
+  // Only a folder that may be searched can be followed by "/.".
+  return !path.empty() && exists(path + u"/.");
+}
+
+std::u16string join(const std::u16string& folder, std::u16string_view name) {
+  std::u16string path = folder;
+  if (path.back() != u'/') {
+    path += u'/';
+  }
+  return path.append(name);
+}
+
 basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::openmode mode) {
   const std::optional<std::string> native = toNativePath(path);
   if (!native) {

@@ -3,19 +3,30 @@
 #include <fstream>
 #include <ios>
 #include <string>
+#include <string_view>
 
-/// Files by UTF-16 paths. On this platform a path is the UTF-8 form of the text, byte for byte; a
-/// relative path starts at the working directory of the process.
+/// Files by UTF-16 paths. On Windows a path is the text itself, unit for unit, and elsewhere its
+/// UTF-8 form, byte for byte. It means what it means to the system: relative paths, long paths and
+/// reserved names are left to it.
 namespace fl::filesystem {
 
 /// Returns whether `path` names an entry of any kind; links are followed.
 ///
 /// Returns false on every error of the file system: a missing or unsearchable parent, a dangling or
 /// circular link, a name that is too long. Also returns false for a path that no file can have: an
-/// empty one, and one with a NUL or an unpaired surrogate.
+/// empty one, one with a NUL and, except on Windows, one with an unpaired surrogate.
 ///
-/// Throws nothing except on memory exhaustion. One file system query.
+/// Throws nothing except on memory exhaustion. One file system query, or two for a link on Windows.
 bool exists(const std::u16string& path);
+
+/// Returns whether `path` names a folder that may be searched; links are followed. Returns false
+/// where exists() does. Costs the same.
+bool is_directory(const std::u16string& path);
+
+/// Returns the path of the entry `name` of a folder.
+///
+/// \pre `folder` is not empty
+std::u16string join(const std::u16string& folder, std::u16string_view name);
 
 /// Input file stream that opens a UTF-16 path. Only `char` is provided.
 template <class CharT>

@@ -28,15 +28,10 @@ std::u16string findTable(const std::u16string& location) {
   if (!fl::filesystem::exists(location)) {
     return {};
   }
-  // Only a folder can be followed by "/.".
-  if (!fl::filesystem::exists(location + u"/.")) {
+  if (!fl::filesystem::is_directory(location)) {
     return location;
   }
-  std::u16string table = location;
-  if (table.back() != u'/') {
-    table += u'/';
-  }
-  table += kTableName;
+  std::u16string table = fl::filesystem::join(location, kTableName);
   return fl::filesystem::exists(table) ? table : std::u16string();
 }
 
