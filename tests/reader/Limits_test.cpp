@@ -101,13 +101,6 @@ TEST(LimitedParser, FailsAsAnUnlimitedOneWhereThereIsNoFile) {
             "std::runtime_error: Update MetaData Json file does not exist ");
 }
 
-TEST(LimitedParser, ReadsNoMoreThanOneByteBeyondItsLimitOfAnEndlessFile) {
-  EXPECT_EQ(failureOf([] {
-              LimitedParser(u"/dev/zero", {100, 1, 1, 1}).parseUpdateMetaDataJson();
-            }),
-            kTooLong + "100 bytes");
-}
-
 TEST(LimitedParser, CountsEachLoadByItself) {
   const TemporaryFolder folder;
   LimitedParser parser(folder.writeFile("document.json", kDocument), {kBytes, 11, 5, 42});

@@ -10,14 +10,25 @@
 namespace test_support {
 namespace {
 
-bool setLocale(const std::string& name) {
-  if (std::setlocale(LC_ALL, name.c_str()) != nullptr) {
-    return true;
-  }
-  // Where the build puts the locales that it makes.
+#ifdef _WIN32
+
+bool findMadeLocales() {
+  return false;
+}
+
+#else
+
+// Lets the C library find the locales that the build makes, if it makes any.
+bool findMadeLocales() {
   constexpr const char* kMadeLocales = UMP_LOCALES;
-  return *kMadeLocales != '\0' && ::setenv("LOCPATH", kMadeLocales, 1) == 0 &&
-         std::setlocale(LC_ALL, name.c_str()) != nullptr;
+  return *kMadeLocales != '\0' && ::setenv("LOCPATH", kMadeLocales, 1) == 0;
+}
+
+#endif
+
+bool setLocale(const std::string& name) {
+  return std::setlocale(LC_ALL, name.c_str()) != nullptr ||
+         (findMadeLocales() && std::setlocale(LC_ALL, name.c_str()) != nullptr);
 }
 
 // Used by streams where the C library uses a decimal comma. Not std::locale(name): creating one
@@ -40,6 +51,15 @@ struct OnesAsTwos : std::codecvt<char, char, std::mbstate_t> {
 };
 
 }  // namespace
+
+const std::vector<const char*>& localesOfTests() {
+#ifdef _WIN32
+  static const std::vector<const char*> names = {"C", "German_Germany", "Turkish_Turkey"};
+#else
+  static const std::vector<const char*> names = {"C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"};
+#endif
+  return names;
+}
 
 LocaleScope::LocaleScope(const std::string& name) : before_(std::setlocale(LC_ALL, nullptr)) {
   if (!setLocale(name)) {

@@ -8,10 +8,7 @@ namespace test_support {
 
 /// The locales that the library is tested under: plain ones, one with a decimal comma and one with
 /// its own letters.
-inline const std::vector<const char*>& localesOfTests() {
-  static const std::vector<const char*> names = {"C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"};
-  return names;
-}
+const std::vector<const char*>& localesOfTests();
 
 /// Switches the whole program, the C library and the streams, to a locale while it lives. The build
 /// makes locales that the system lacks if it has their sources.

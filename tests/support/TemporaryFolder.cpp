@@ -1,11 +1,9 @@
 #include "support/TemporaryFolder.h"
 
-#include <sys/stat.h>
-
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <system_error>
 
 namespace test_support {
@@ -20,20 +18,27 @@ void require(bool success, const std::string& what) {
   }
 }
 
-std::u16string toUtf16(const std::string& nativePath) {
-  return fs::path(nativePath).u16string();
+std::u16string toUtf16(const std::string& path) {
+  return fs::u8path(path).u16string();
+}
+
+std::string newName() {
+  std::random_device random;
+  return "folder-" + std::to_string(random()) + '-' + std::to_string(random());
 }
 
 }  // namespace
 
 TemporaryFolder::TemporaryFolder()
-    : nativePath_((fs::temp_directory_path() / "folder-XXXXXX").string()) {
-  require(::mkdtemp(nativePath_.data()) != nullptr, nativePath_);
+    : nativePath_((fs::temp_directory_path() / newName()).generic_u8string()) {
+  const fs::path folder = fs::u8path(nativePath_);
+  require(fs::create_directory(folder), nativePath_);
+  fs::permissions(folder, fs::perms::owner_all);
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  fs::remove_all(nativePath_, ignored);
+  fs::remove_all(fs::u8path(nativePath_), ignored);
 }
 
 std::u16string TemporaryFolder::path() const {
@@ -50,8 +55,8 @@ std::string TemporaryFolder::nativePath(std::string_view name) const {
 
 std::u16string TemporaryFolder::writeFile(std::string_view name, std::string_view bytes) const {
   const std::string file = nativePath(name);
-  fs::create_directories(fs::path(file).parent_path());
-  std::ofstream stream(file, std::ios_base::binary);
+  fs::create_directories(fs::u8path(file).parent_path());
+  std::ofstream stream(fs::u8path(file), std::ios_base::binary);
   stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   stream.close();
   require(stream.good(), file);
@@ -59,22 +64,7 @@ std::u16string TemporaryFolder::writeFile(std::string_view name, std::string_vie
 }
 
 std::u16string TemporaryFolder::makeFolder(std::string_view name) const {
-  fs::create_directories(nativePath(name));
-  return path(name);
-}
-
-std::u16string TemporaryFolder::makeLink(std::string_view name, std::string_view target) const {
-  fs::create_symlink(target, nativePath(name));
-  return path(name);
-}
-
-std::u16string TemporaryFolder::makeFifo(std::string_view name) const {
-  require(::mkfifo(nativePath(name).c_str(), 0600) == 0, nativePath(name));
-  return path(name);
-}
-
-std::u16string TemporaryFolder::makeSocket(std::string_view name) const {
-  require(::mknod(nativePath(name).c_str(), S_IFSOCK | 0600, 0) == 0, nativePath(name));
+  fs::create_directories(fs::u8path(nativePath(name)));
   return path(name);
 }
 

@@ -1,63 +1,30 @@
 #include "fl/filesystem.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <fstream>
 #include <ios>
 #include <iterator>
-#include <ostream>
 #include <string>
-#include <thread>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
+#include "platform/fl/Verdict.h"
 #include "support/Locales.h"
 #include "support/TemporaryFolder.h"
-#include "support/WithoutRights.h"
 
 namespace {
 
 using namespace std::string_literals;
-using fl::filesystem::exists;
+using fl::filesystem::is_directory;
+using fl::filesystem::join;
 using test_support::ConvertingLocaleScope;
+using test_support::kAbsent;
+using test_support::kReadable;
+using test_support::kThereButClosed;
+using test_support::readAll;
+using test_support::Stream;
 using test_support::TemporaryFolder;
-using test_support::WithoutRights;
-
-using Stream = fl::filesystem::basic_ifstream<char>;
-
-/// Reads as the document loader does.
-std::string readAll(Stream& stream) {
-  return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-}
-
-bool opens(const std::u16string& path) {
-  return Stream(path).is_open();
-}
-
-/// What exists() and the stream say about one path.
-struct Verdict {
-  bool exists;
-  bool opens;
-};
-
-bool operator==(const Verdict& left, const Verdict& right) {
-  return left.exists == right.exists && left.opens == right.opens;
-}
-
-std::ostream& operator<<(std::ostream& out, const Verdict& verdict) {
-  return out << (verdict.exists ? "exists" : "does not exist") << ", "
-             << (verdict.opens ? "opens" : "does not open");
-}
-
-Verdict verdict(const std::u16string& path) {
-  return {exists(path), opens(path)};
-}
-
-constexpr Verdict kReadable = {true, true};
-constexpr Verdict kThereButClosed = {true, false};
-constexpr Verdict kAbsent = {false, false};
+using test_support::verdict;
 
 TEST(FileSystem, SeesAndOpensAFile) {
   const TemporaryFolder folder;
@@ -70,76 +37,31 @@ TEST(FileSystem, SeesAndOpensAFileWithANonAsciiName) {
   EXPECT_EQ(verdict(folder.path() + u"/\u00E4\u20AC\U0001F600"), kReadable);
 }
 
-TEST(FileSystem, SeesAndOpensADevice) {
-  EXPECT_EQ(verdict(u"/dev/null"), kReadable);
-}
-
-TEST(FileSystem, FollowsLinks) {
-  const TemporaryFolder folder;
-  folder.writeFile("document.json", "{}");
-  folder.makeLink("first", "document.json");
-  EXPECT_EQ(verdict(folder.makeLink("second", "first")), kReadable);
-}
-
 TEST(FileSystem, SeesAFolderButDoesNotOpenIt) {
   const TemporaryFolder folder;
-  folder.makeLink("link", ".");
   EXPECT_EQ(verdict(folder.path()), kThereButClosed);
   EXPECT_EQ(verdict(folder.path() + u"/"), kThereButClosed);
-  EXPECT_EQ(verdict(folder.path("link")), kThereButClosed);
 }
 
-TEST(FileSystem, SeesASocketButDoesNotOpenIt) {
+TEST(FileSystem, KnowsAFolderFromAFile) {
   const TemporaryFolder folder;
-  EXPECT_EQ(verdict(folder.makeSocket("socket")), kThereButClosed);
+  EXPECT_TRUE(is_directory(folder.path()));
+  EXPECT_TRUE(is_directory(folder.path() + u"/"));
+  EXPECT_FALSE(is_directory(folder.writeFile("document.json", "{}")));
+  EXPECT_FALSE(is_directory(folder.path("missing")));
+  EXPECT_FALSE(is_directory(u""));
 }
 
-TEST(FileSystem, SeesAFifo) {
-  const TemporaryFolder folder;
-  EXPECT_TRUE(exists(folder.makeFifo("fifo")));
+TEST(FileSystem, JoinsAFolderAndTheNameOfAnEntry) {
+  EXPECT_EQ(join(u"folder", u"name"), u"folder/name");
+  EXPECT_EQ(join(u"folder/", u"name"), u"folder/name");
+  EXPECT_EQ(join(u"/", u"name"), u"/name");
 }
 
 TEST(FileSystem, DoesNotSeeAMissingFile) {
   const TemporaryFolder folder;
   EXPECT_EQ(verdict(folder.path("document.json")), kAbsent);
   EXPECT_EQ(verdict(folder.path("missing/document.json")), kAbsent);
-}
-
-TEST(FileSystem, DoesNotSeeADanglingLink) {
-  const TemporaryFolder folder;
-  EXPECT_EQ(verdict(folder.makeLink("link", "missing")), kAbsent);
-}
-
-TEST(FileSystem, DoesNotSeeThroughLinksInACircle) {
-  const TemporaryFolder folder;
-  folder.makeLink("first", "second");
-  EXPECT_EQ(verdict(folder.makeLink("second", "first")), kAbsent);
-}
-
-TEST(FileSystem, DoesNotSeeANameThatIsTooLong) {
-  const TemporaryFolder folder;
-  EXPECT_EQ(verdict(folder.path() + u"/" + std::u16string(300, u'x')), kAbsent);
-  EXPECT_EQ(verdict(std::u16string(100'000, u'/') + folder.path()), kAbsent);
-}
-
-TEST(FileSystem, DoesNotSeeAnythingBelowAFile) {
-  const TemporaryFolder folder;
-  const std::u16string file = folder.writeFile("document.json", "{}");
-  EXPECT_EQ(verdict(file + u"/x"), kAbsent);
-  EXPECT_EQ(verdict(file + u"/"), kAbsent);
-  EXPECT_EQ(verdict(file + u"/."), kAbsent);
-}
-
-TEST(FileSystem, DoesNotSeeAnythingInAFolderThatMayNotBeSearched) {
-  const TemporaryFolder folder;
-  const std::u16string file = folder.writeFile("locked/document.json", "{}");
-  ASSERT_EQ(::chmod(folder.nativePath("locked").c_str(), 0), 0);
-  {
-    const WithoutRights withoutRights;
-    EXPECT_EQ(verdict(file), kAbsent);
-  }
-  ASSERT_EQ(::chmod(folder.nativePath("locked").c_str(), 0700), 0);
-  EXPECT_EQ(verdict(file), kReadable);
 }
 
 TEST(FileSystem, DoesNotSeeTheEmptyPath) {
@@ -152,14 +74,6 @@ TEST(FileSystem, DoesNotCutAPathAtItsNul) {
   EXPECT_EQ(verdict(file + u"\0"s), kAbsent);
   EXPECT_EQ(verdict(file + u"\0.bak"s), kAbsent);
   EXPECT_EQ(verdict(u"\0"s + file), kAbsent);
-}
-
-TEST(FileSystem, DoesNotReplaceALoneSurrogateInAPath) {
-  const TemporaryFolder folder;
-  const std::u16string file = folder.writeFile("\xEF\xBF\xBD", "the name that it would get");
-  EXPECT_EQ(verdict(file), kReadable);
-  EXPECT_EQ(verdict(folder.path() + u"/" + char16_t{0xD83D}), kAbsent);
-  EXPECT_EQ(verdict(folder.path() + u"/" + char16_t{0xDE00}), kAbsent);
 }
 
 TEST(InputFileStream, ReadsTheBytesUnchanged) {
@@ -194,48 +108,6 @@ TEST(InputFileStream, ReadsALargeFile) {
   }
   Stream stream(folder.writeFile("document.json", bytes));
   EXPECT_TRUE(readAll(stream) == bytes);
-}
-
-TEST(InputFileStream, ReadsAFifoUntilItsWriterClosesIt) {
-  const TemporaryFolder folder;
-  const std::u16string fifo = folder.makeFifo("fifo");
-  const std::string part(150'000, 'x');
-  std::thread writer([&] {
-    std::ofstream out(folder.nativePath("fifo"));
-    out << part << std::flush << "|" << std::flush << part;
-  });
-  Stream stream(fifo);
-  const bool open = stream.is_open();
-  const std::string text = readAll(stream);
-  writer.join();
-  EXPECT_TRUE(open);
-  EXPECT_TRUE(text == part + "|" + part);
-}
-
-TEST(InputFileStream, ReadsAFileThatReportsNoSize) {
-  Stream stream(u"/proc/self/status");
-  ASSERT_TRUE(stream.is_open());
-  EXPECT_EQ(readAll(stream).substr(0, 5), "Name:");
-}
-
-TEST(InputFileStream, ReadsNothingFromTheNullDevice) {
-  Stream stream(u"/dev/null");
-  EXPECT_EQ(readAll(stream), "");
-}
-
-TEST(InputFileStream, ReportsAReadErrorAsAFailureOfTheBuffer) {
-  // The file begins at address 0, where nothing is mapped.
-  Stream byIterator(u"/proc/self/mem");
-  ASSERT_TRUE(byIterator.is_open());
-  EXPECT_THROW(readAll(byIterator), std::ios_base::failure);
-
-  Stream byBlock(u"/proc/self/mem");
-  char block[100];
-  EXPECT_THROW(byBlock.rdbuf()->sgetn(block, sizeof block), std::ios_base::failure);
-
-  Stream byStream(u"/proc/self/mem");
-  byStream.read(block, sizeof block);
-  EXPECT_TRUE(byStream.bad());
 }
 
 TEST(InputFileStream, SetsFailbitWhenNothingWasOpened) {

@@ -1,9 +1,5 @@
 #include "fl/i18n.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <ostream>
@@ -12,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/GuardedText.h"
 #include "support/NaiveText.h"
 
 namespace {
@@ -20,6 +17,7 @@ using namespace std::string_literals;
 
 using test_support::appendUtf16;
 using test_support::appendUtf8;
+using test_support::GuardedText;
 using test_support::naiveToUtf16;
 using test_support::naiveToUtf8;
 
@@ -144,19 +142,11 @@ TEST_P(Utf8ToUtf16, ConvertsTextsOfEveryLength) {
 }
 
 TEST_P(Utf8ToUtf16, ReadsNothingBeyondTheEndOfTheText) {
-  // The text ends where the next page, which is unreadable, begins.
-  const auto pageSize = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-  void* const pages =
-      ::mmap(nullptr, 2 * pageSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  ASSERT_NE(pages, MAP_FAILED);
-  char* const end = static_cast<char*>(pages) + pageSize;
-  ASSERT_EQ(::mprotect(end, pageSize, PROT_NONE), 0);
-
+  GuardedText guarded;
   for (const char* const ending : {"", "\xC3", "\xE2\x82", "\xF0\x9F\x98", "\xFF"}) {
     for (std::size_t length = std::strlen(ending); length <= 40; ++length) {
       const Bytes text = Bytes(length - std::strlen(ending), 'a') + ending;
-      std::copy(text.begin(), text.end(), end - length);
-      EXPECT_EQ(convert(std::string_view(end - length, length)), naiveToUtf16(text)) << text;
+      EXPECT_EQ(convert(guarded.place(text)), naiveToUtf16(text)) << text;
     }
   }
   for (std::size_t length = 0; length <= 40; ++length) {
@@ -164,13 +154,12 @@ TEST_P(Utf8ToUtf16, ReadsNothingBeyondTheEndOfTheText) {
     if (length != 0) {
       text.back() = 0xD83D;
     }
-    char* const begin = end - length * sizeof(char16_t);
-    std::memcpy(begin, text.data(), length * sizeof(char16_t));
-    const void* const address = begin;
+    const void* const units = text.data();
+    const void* const address =
+        guarded.place({static_cast<const char*>(units), length * sizeof(char16_t)}).data();
     const std::u16string_view atTheEnd(static_cast<const char16_t*>(address), length);
     EXPECT_EQ(fl::i18n::to_string(atTheEnd), naiveToUtf8(text)) << length;
   }
-  ::munmap(pages, 2 * pageSize);
 }
 
 TEST_P(Utf8ToUtf16, ConvertsAnEmptyTextToAnEmptyOne) {
