@@ -13,7 +13,7 @@ export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
 
 # The Debian packages for building the library and its command, those for the tests, and those for the Python
 # module and its tests.
-build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
+build_packages=(g++ cmake ninja-build libcli11-dev libssl-dev nlohmann-json3-dev)
 # shellcheck disable=SC2034
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales python3-jsonschema)
 # shellcheck disable=SC2034

@@ -48,16 +48,18 @@ TEST(PlanForPeople, IsEmptyForAnEmptyDocument) {
 }
 
 TEST(PlanForPrograms, HasEveryMemberForAnEmptyDocument) {
-  EXPECT_EQ(plan(kNothing, {"--format", "json"}),
-            (ToolRun{0,
-                     R"({"version":1,"base":{"family":"","version":""},)"
-                     R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
-                     R"("products":[],"packagesToDelete":[],"packagesToExtract":[],)"
-                     R"("filesToDelete":[],"totals":{"bytesToFetch":0,"bytesUnpacked":0,)"
-                     R"("bytesDeleted":0,"netChange":0,"peakNeed":0},)"
-                     R"("doubtfulSizes":{"negative":0,"truncated":0},"productsLeftOut":[]})"
-                     "\n",
-                     ""}));
+  EXPECT_EQ(
+      plan(kNothing, {"--format", "json"}),
+      (ToolRun{0,
+               R"({"version":1,"base":{"family":"","version":""},)"
+               R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
+               R"("products":[],"packagesToDelete":[],"packagesToExtract":[],)"
+               R"("filesToDelete":[],"totals":{"bytesToFetch":0,"bytesUnpacked":0,)"
+               R"("bytesDeleted":0,"netChange":0,"peakNeed":0},)"
+               R"("doubtfulSizes":{"negative":0,"truncated":0},"productsLeftOut":[],)"
+               R"("sha256":"e6168a8a3678587bd02727978a6332ad301ff2f243652ca179548fa9ae26858a"})"
+               "\n",
+               ""}));
 }
 
 PlainDocument makeDoubtfulDocument() {

@@ -103,7 +103,8 @@ TEST(QueryForPeople, PrintsNoneForEveryEmptyAnswer) {
 
 TEST(QueryForPrograms, WritesEveryMemberOfAnEmptyAnswer) {
   const std::string rest =
-      R"("updateSizeForComponentsToExtract":{},"componentsWithFilesToDelete":{}})"
+      R"("updateSizeForComponentsToExtract":{},"componentsWithFilesToDelete":{},)"
+      R"("sha256":"bcb4950c920b2698ff55f3977d58f19058594f43810735808128aa8dab12f8af"})"
       "\n";
   const std::string releases = R"({"base":{"family":"F","version":"V"},)"
                                R"("target":{"family":"F","version":"V","updateLevel":-56},)";
@@ -172,14 +173,16 @@ TEST(QueryForPeople, ShowsControlCharactersAsCodes) {
 
 TEST(QueryForPrograms, EscapesOnlyWhatJsonRequiresAndWhatIsUnsafeForATerminal) {
   const std::string key = "\"c\\u001b[2J_\\\"\\\\\\u0085\xF0\x9F\x98\x80\"";
-  EXPECT_EQ(ask(makeDocument(kOddNames), {"--format", "json", "--base-code", "p\n"}),
-            answered(R"({"base":{"family":"F","version":"V"},)"
-                     R"("target":{"family":"F","version":"V","updateLevel":-56},)"
-                     R"("componentsToDelete":["c\u001b[2J_"],"componentsToExtract":[)" +
-                     key + R"(],"updateSizeForComponentsToExtract":{)" + key +
-                     R"(:{"size":-1,"uncompressedBytes":-9223372036854775808}},)"
-                     R"("componentsWithFilesToDelete":{"d_e":{"size":2048,"files":["","\u007f"]}}})"
-                     "\n"));
+  EXPECT_EQ(
+      ask(makeDocument(kOddNames), {"--format", "json", "--base-code", "p\n"}),
+      answered(R"({"base":{"family":"F","version":"V"},)"
+               R"("target":{"family":"F","version":"V","updateLevel":-56},)"
+               R"("componentsToDelete":["c\u001b[2J_"],"componentsToExtract":[)" +
+               key + R"(],"updateSizeForComponentsToExtract":{)" + key +
+               R"(:{"size":-1,"uncompressedBytes":-9223372036854775808}},)"
+               R"("componentsWithFilesToDelete":{"d_e":{"size":2048,"files":["","\u007f"]}},)"
+               R"("sha256":"c63f59a02f8a88e18ee28827cb466e9d4620e92a48c4c74960684cad5660dcb4"})"
+               "\n"));
 }
 
 const std::string kTwoProducts =

@@ -50,17 +50,19 @@ TEST(ShowForPeople, PrintsATotalOfZeroForAnEmptyDocument) {
 }
 
 TEST(ShowForPrograms, WritesEveryMemberForAnEmptyDocument) {
-  EXPECT_EQ(show(kNothing, {"--format", "json"}),
-            (ToolRun{0,
-                     R"({"version":1,"base":{"family":"","version":""},)"
-                     R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
-                     R"("totals":{"components":0,"packagesToDelete":0,"packagesToExtract":0,)"
-                     R"("bytesToFetch":0,"bytesUnpacked":0,"bytesDeleted":0,"filesToDelete":0},)"
-                     R"("sharedPackages":{"toDelete":0,"toExtract":0},"packagesWithFiles":0,)"
-                     R"("doubtfulSizes":{"negative":0,"truncated":0},)"
-                     R"("products":[],"largestComponents":[],"largestPackages":[]})"
-                     "\n",
-                     ""}));
+  EXPECT_EQ(
+      show(kNothing, {"--format", "json"}),
+      (ToolRun{0,
+               R"({"version":1,"base":{"family":"","version":""},)"
+               R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
+               R"("totals":{"components":0,"packagesToDelete":0,"packagesToExtract":0,)"
+               R"("bytesToFetch":0,"bytesUnpacked":0,"bytesDeleted":0,"filesToDelete":0},)"
+               R"("sharedPackages":{"toDelete":0,"toExtract":0},"packagesWithFiles":0,)"
+               R"("doubtfulSizes":{"negative":0,"truncated":0},)"
+               R"("products":[],"largestComponents":[],"largestPackages":[],)"
+               R"("sha256":"e6168a8a3678587bd02727978a6332ad301ff2f243652ca179548fa9ae26858a"})"
+               "\n",
+               ""}));
 }
 
 // Negative sizes, sizes beyond 64 bits and sums beyond 64 bits, with harmful names.

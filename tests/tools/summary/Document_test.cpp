@@ -60,7 +60,7 @@ TEST(ProgressOfADocument, AnnouncesALongTextBeforeItIsParsed) {
   text.insert(text.size() - 1, ",\"unlisted\":\"" + std::string(std::size_t{32} << 20U, 'x') + '"');
   std::ostringstream err;
   ProgressLine progress(err, 80, [] { return ProgressLine::Clock::time_point(); });
-  Document({u"update.json", std::nullopt, {}, text}, progress).gatherContents();
+  Document({u"update.json", std::nullopt, {}, false, text}, progress).gatherContents();
   EXPECT_EQ(err.str(), "\r\x1B[Kparsing 32.0 MiB");
 }
 

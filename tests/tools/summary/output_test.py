@@ -8,6 +8,7 @@ in docs/schemas, and its numbers must be those that this script computes from th
 """
 
 import glob
+import hashlib
 import json
 import os
 import subprocess
@@ -96,8 +97,12 @@ def compare(what, actual, expected):
 
 
 def check(path, shown, planned):
-    with open(path, encoding="utf-8") as file:
-        sums = Sums(json.load(file, object_pairs_hook=first_wins))
+    with open(path, "rb") as file:
+        text = file.read()
+    for answer in (shown, planned):
+        compare(path + ": last member", list(answer.items())[-1],
+                ("sha256", hashlib.sha256(text).hexdigest()))
+    sums = Sums(json.loads(text, object_pairs_hook=first_wins))
     of_all = sums.totals([product for _, product in sums.products])
     files = sums.files()
     number_of_files = sum(len(paths) for paths in files.values())

@@ -60,11 +60,12 @@ DiffCommand::DiffCommand(CLI::App& app)
 
 ExitCode DiffCommand::run(std::ostream& out, std::ostream& err) const {
   const std::optional<std::u16string> productData = command::toOptionalUtf16(productData_);
+  const bool needsDigest = format_ == command::kJsonFormat;
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
-  const auto before =
-      summary::readContents({output::toUtf16(old_), productData, limits_}, err, progress);
-  const auto after =
-      summary::readContents({output::toUtf16(new_), productData, limits_}, err, progress);
+  const auto before = summary::readContents(
+      {output::toUtf16(old_), productData, limits_, needsDigest}, err, progress);
+  const auto after = summary::readContents(
+      {output::toUtf16(new_), productData, limits_, needsDigest}, err, progress);
   if (!before || !after) {
     return ExitCode::kTrouble;
   }

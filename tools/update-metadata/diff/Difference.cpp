@@ -221,6 +221,7 @@ Difference compare(const Contents& before, const Contents& after) {
   difference.totals = {tallyBefore.totalsOfAll(), tallyAfter.totalsOfAll()};
   difference.filesToDelete = {summary::countFilesToDelete(before),
                               summary::countFilesToDelete(after)};
+  difference.sha256 = {before.sha256, after.sha256};
   difference.doubtfulSizes = {countAllDoubtfulSizes(before, tallyBefore),
                               countAllDoubtfulSizes(after, tallyAfter)};
   ComponentComparison comparison = compareComponents(before, after, tallyBefore, tallyAfter);

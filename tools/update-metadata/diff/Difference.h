@@ -72,11 +72,11 @@ struct FilesChange {
   NameChanges files;
 };
 
-/// A number in both documents.
-template <class Number>
+/// A value of both documents.
+template <class Value>
 struct Sides {
-  Number before{};
-  Number after{};
+  Value before{};
+  Value after{};
 };
 
 /// All differences between two documents.
@@ -90,6 +90,7 @@ struct Sides {
 /// they are compared for every component, although the totals, like the library, count only the
 /// first.
 struct Difference {
+  Sides<std::string> sha256;  ///< of the documents, if they were requested
   std::vector<ReleaseChange> releases;
   Sides<summary::Totals> totals;
   Sides<std::size_t> filesToDelete;

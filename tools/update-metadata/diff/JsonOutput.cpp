@@ -188,6 +188,11 @@ void writeJson(const Difference& difference, const std::optional<Growth>& growth
   writeLists("packagesToDelete", difference.packagesToDelete, writePackageToDelete, json);
   writeLists("packagesToExtract", difference.packagesToExtract, writePackageToExtract, json);
   writeLists("filesToDelete", difference.packagesWithFiles, writePackageWithFiles, json);
+  json.name("sha256")
+      .beginObject()
+      .member("before", difference.sha256.before)
+      .member("after", difference.sha256.after)
+      .endObject();
   json.endObject();
   out << '\n';
 }

@@ -105,7 +105,7 @@ void writeJson(const summary::Contents& contents, const Plan& plan,
     json.name("installed");
     write(*counts, json);
   }
-  json.endObject();
+  json.member("sha256", contents.sha256).endObject();
   out << '\n';
 }
 

@@ -95,7 +95,8 @@ std::optional<PlanCommand::PlannedDocument> PlanCommand::makePlannedDocument(
   }
   std::optional<PlannedDocument> planned;
   summary::queryDocument(
-      {output::toUtf16(file_), command::toOptionalUtf16(productData_), limits_},
+      {output::toUtf16(file_), command::toOptionalUtf16(productData_), limits_,
+       format_ == command::kJsonFormat},
       [&](const summary::Document& document) {
         summary::Contents contents = document.gatherContents();
         progress.clear();

@@ -1,11 +1,13 @@
 #include "query/Answers.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "input/DocumentLimits.h"
 #include "input/DocumentText.h"
 #include "input/TextParser.h"
 #include "install/update_metadata_parser/Limits.h"
+#include "output/Digest.h"
 #include "output/Text.h"
 #include "summary/Contents.h"
 #include "summary/GatherModel.h"
@@ -48,8 +50,10 @@ LoadedUpdate loadUpdate(const Question& question) {
   const Limits limits = input::limitsOf(file, question.limits);
   auto handler = question.productData ? std::make_shared<LimitedHandler>(limits)
                                       : std::make_shared<NamesAsBaseCodes>(limits);
-  input::TextParser parser(question.file, input::readDocument(file, limits.bytes), handler);
-  return {parser.parseUpdateMetaDataJson(), std::move(handler)};
+  std::string text = input::readDocument(file, limits.bytes);
+  std::string sha256 = question.needsDigest ? output::sha256(text) : std::string();
+  input::TextParser parser(question.file, std::move(text), handler);
+  return {std::move(sha256), parser.parseUpdateMetaDataJson(), std::move(handler)};
 }
 
 Answers gatherAnswers(const UpdateMetaData& update, const Question& question) {

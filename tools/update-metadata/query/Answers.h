@@ -27,6 +27,8 @@ struct Question {
   std::optional<std::u16string> baseCode;
 
   input::GivenLimits limits = {};
+
+  bool needsDigest = false;  ///< whether the answers are to have the digest
 };
 
 using PackageKeys = std::set<std::u16string>;
@@ -38,6 +40,7 @@ using Packages = std::variant<PackageKeysByBaseCode, PackageKeys>;
 /// All answers of the library about one document, in its types and order.
 struct Answers {
   Question question;
+  std::string sha256;  ///< of the document, if it was requested
   summary::Release base;
   summary::Release target;
   int targetUpdateLevel = 0;
@@ -53,6 +56,7 @@ struct Answers {
 
 /// A document that the library has loaded.
 struct LoadedUpdate {
+  std::string sha256;  ///< if the question needs it
   std::shared_ptr<install::update_metadata_parser::UpdateMetaData> update;
   std::shared_ptr<install::update_metadata_parser::UpdateMetaDataHandler> handler;  ///< behind it
 };

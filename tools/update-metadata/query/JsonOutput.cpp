@@ -49,7 +49,7 @@ void writeJson(const Answers& answers, std::ostream& out) {
     json.name(key).beginObject().member("size", filesAndSize.second);
     json.name("files").array(filesAndSize.first).endObject();
   }
-  json.endObject().endObject();
+  json.endObject().member("sha256", answers.sha256).endObject();
   out << '\n';
 }
 

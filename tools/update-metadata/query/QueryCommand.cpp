@@ -46,7 +46,7 @@ QueryCommand::QueryCommand(CLI::App& app)
 
 Question QueryCommand::makeQuestion() const {
   return {output::toUtf16(file_), command::toOptionalUtf16(productData_),
-          command::toOptionalUtf16(baseCode_), limits_};
+          command::toOptionalUtf16(baseCode_), limits_, format_ == command::kJsonFormat};
 }
 
 std::optional<Answers> QueryCommand::answer(const Question& question, std::string& note,
@@ -57,6 +57,7 @@ std::optional<Answers> QueryCommand::answer(const Question& question, std::strin
       question.file, question.productData, [&] { loaded = loadUpdate(question); },
       [&] {
         answers = gatherAnswers(*loaded.update, question);
+        answers->sha256 = loaded.sha256;
         note = noteOnBaseCode(loaded, *answers);
       },
       err);

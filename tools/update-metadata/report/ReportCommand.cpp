@@ -102,7 +102,7 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
   const auto load = [&] {
     progress.begin("reading the document");
     text = input::readDocument(file_, input::limitsOf(file_, limits_).bytes, progress);
-    document.emplace(summary::DocumentSource{file, productData, limits_, text}, progress);
+    document.emplace(summary::DocumentSource{file, productData, limits_, false, text}, progress);
   };
   const auto query = [&] {
     contents = document->gatherContents();

@@ -60,7 +60,7 @@ void writeJson(const summary::Contents& contents, const Overview& overview, std:
   json.name("products").array(overview.products, writeProduct);
   json.name("largestComponents").array(overview.largestComponents, writeComponent);
   json.name("largestPackages").array(overview.largestPackages, writePackage);
-  json.endObject();
+  json.member("sha256", contents.sha256).endObject();
   out << '\n';
 }
 

@@ -54,8 +54,10 @@ ShowCommand::ShowCommand(CLI::App& app)
 
 command::ExitCode ShowCommand::run(std::ostream& out, std::ostream& err) const {
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
-  const auto contents = summary::readContents(
-      {output::toUtf16(file_), command::toOptionalUtf16(productData_), limits_}, err, progress);
+  const auto contents =
+      summary::readContents({output::toUtf16(file_), command::toOptionalUtf16(productData_),
+                             limits_, format_ == command::kJsonFormat},
+                            err, progress);
   if (!contents) {
     return command::ExitCode::kTrouble;
   }

@@ -80,6 +80,7 @@ struct ComponentWithFiles {
 /// holds for packages to delete and, separately, for packages with files, whose duplicates are kept
 /// in ComponentWithFiles::repeatedPackages.
 struct Contents {
+  std::string sha256;  ///< of the document, if it was requested
   Release base;
   Release target;
   int targetUpdateLevel = 0;

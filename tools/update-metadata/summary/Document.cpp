@@ -8,6 +8,7 @@
 #include "input/DocumentLimits.h"
 #include "input/DocumentText.h"
 #include "input/TextParser.h"
+#include "output/Digest.h"
 #include "output/ReadableSize.h"
 #include "output/Text.h"
 #include "summary/GatherModel.h"
@@ -32,6 +33,9 @@ Document::Document(DocumentSource source, ProgressLine& progress)
   progress.begin("reading the document");
   std::string text = source_.text ? *std::exchange(source_.text, std::nullopt)
                                   : input::readDocument(file, limits.bytes, progress);
+  if (source_.needsDigest) {
+    sha256_ = output::sha256(text);
+  }
   if (text.size() > kLongText) {
     progress.beginSilent("parsing " + output::toShortSize(static_cast<std::int64_t>(text.size())));
   }
@@ -40,6 +44,7 @@ Document::Document(DocumentSource source, ProgressLine& progress)
 
 Contents Document::gatherContents() const {
   Contents contents;
+  contents.sha256 = sha256_;
   contents.base = {handler_->getBaseReleaseFamily(), handler_->getBaseReleaseVersion()};
   contents.target = {handler_->getTargetReleaseFamily(), handler_->getTargetReleaseVersion()};
   contents.targetUpdateLevel = handler_->getTargetUpdateLevelForQorv();

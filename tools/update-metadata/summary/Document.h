@@ -19,6 +19,7 @@ struct DocumentSource {
   std::u16string file;  ///< or kStandardInput
   std::optional<std::u16string> productData;
   input::GivenLimits limits = {};
+  bool needsDigest = false;  ///< whether the contents are to have the digest
 
   /// The document's bytes, if they were read already; the file is not opened then.
   std::optional<std::string> text = std::nullopt;
@@ -51,6 +52,7 @@ class Document {
   DocumentSource source_;
   terminal::ProgressLine& progress_;
   std::shared_ptr<SummaryHandler> handler_;
+  std::string sha256_;
 };
 
 /// Loads a document and calls `query` with it. Failures are reported as by loadAndQuery().
