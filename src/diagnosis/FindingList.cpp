@@ -142,23 +142,29 @@ void FindingList::addInside(Rule rule, const SourceTree& tree, std::size_t node,
 void FindingList::addOf(Rule rule, std::size_t node, std::size_t offset, std::size_t length,
                         FindingWords words) {
   const auto index = static_cast<std::size_t>(rule);
-  const Severity severity = describe(rule).severity;
+  const auto& [number, id, severity, summary] = describe(rule);
   hasErrors_ = hasErrors_ || severity == Severity::kError;
-  Finding finding = {rule,
+  Finding finding = {id,
                      severity,
-                     offset,
-                     length,
-                     "",
-                     std::move(words.item),
                      std::move(words.message),
                      std::move(words.advice),
-                     std::move(words.related)};
+                     offset,
+                     length,
+                     0,
+                     0,
+                     "",
+                     std::move(words.item),
+                     {}};
+  finding.related.reserve(words.related.size());
+  for (Mention& mention : words.related) {
+    finding.related.push_back({mention.offset, 0, 0, std::move(mention.message)});
+  }
   if (counts_[index] == kMostOfOneRule || !reserve(severity, bytesOf(finding))) {
     ++omitted_[index];
     return;
   }
   ++counts_[index];
-  entries_.push_back({std::move(finding), node, false, true});
+  entries_.push_back({std::move(finding), rule, node, false, true});
 }
 
 bool FindingList::reserve(Severity severity, std::size_t bytes) {
@@ -191,7 +197,7 @@ void FindingList::leaveOut(const SourceTree& tree) {
                               (finding.item.empty() ? kLongestItem : 0);
     entry.isKept = reserve(finding.severity, bytes);
     if (!entry.isKept) {
-      ++omitted_[static_cast<std::size_t>(finding.rule)];
+      ++omitted_[static_cast<std::size_t>(entry.rule)];
     }
   }
   const auto isLeftOut = [](const Entry& entry) { return !entry.isKept; };
@@ -221,8 +227,7 @@ std::vector<Finding> FindingList::take(const SourceTree& tree) {
   leaveOut(tree);
   addPointers(tree);
   const auto byPlace = [](const Entry& left, const Entry& right) {
-    return std::pair(left.finding.offset, left.finding.rule) <
-           std::pair(right.finding.offset, right.finding.rule);
+    return std::pair(left.finding.offset, left.rule) < std::pair(right.finding.offset, right.rule);
   };
   std::stable_sort(entries_.begin(), entries_.end(), byPlace);
   std::vector<Finding> findings;

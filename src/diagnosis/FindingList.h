@@ -6,18 +6,24 @@
 #include <string>
 #include <vector>
 
-#include "diagnosis/Finding.h"
 #include "diagnosis/Rule.h"
 #include "diagnosis/source/SourceTree.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 
 namespace install::update_metadata_parser::diagnosis {
+
+/// Another place of the document that a finding refers to, and what is there.
+struct Mention {
+  std::size_t offset;
+  std::string message;
+};
 
 /// What a finding says.
 struct FindingWords {
   std::string message;
   std::string advice;
   std::string item = {};  ///< what the value is, in words; if empty, derived from its pointer
-  std::vector<RelatedPlace> related = {};
+  std::vector<Mention> related = {};
 };
 
 /// Collects the findings of one document.
@@ -47,7 +53,8 @@ class FindingList {
   /// Whether there is a finding of a rule whose default severity is an error.
   bool hasErrors() const { return hasErrors_; }
 
-  /// Moves all findings out, in the order of their offsets, with the pointers to their values.
+  /// Moves all findings out, in the order of their offsets, with the pointers to their values, but
+  /// without lines and columns.
   ///
   /// Findings whose pointers exceed the memory limit are also counted as omitted.
   ///
@@ -67,6 +74,7 @@ class FindingList {
 
   struct Entry {
     Finding finding;
+    Rule rule;
     std::size_t node;
     bool isBeside;  // it is about the text near the node
     bool isKept;

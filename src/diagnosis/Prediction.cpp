@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <typeinfo>
 
-#include "diagnosis/Text.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 
 namespace install::update_metadata_parser::diagnosis {
@@ -13,13 +12,13 @@ namespace {
 /// Loads a text as the document at a path, which is not opened.
 class TextParser : public UpdateMetaDataJsonParser {
  public:
-  TextParser(const std::u16string& path, const std::string& text)
+  TextParser(const std::u16string& path, std::string_view text)
       : UpdateMetaDataJsonParser(path), text_(text) {}
 
-  std::string readFile(const std::u16string& /*path*/) override { return text_; }
+  std::string readFile(const std::u16string& /*path*/) override { return std::string(text_); }
 
  private:
-  const std::string& text_;
+  std::string_view text_;
 };
 
 const char* typeNameOf(const std::exception& exception) {
@@ -31,9 +30,9 @@ const char* typeNameOf(const std::exception& exception) {
 
 }  // namespace
 
-std::optional<ThrownException> predictLoading(const std::string& file, const std::string& text) {
+std::optional<ThrownException> predictLoading(const std::u16string& path, std::string_view text) {
   try {
-    TextParser(toUtf16(file), text).parseUpdateMetaDataJson();
+    TextParser(path, text).parseUpdateMetaDataJson();
     return std::nullopt;
   } catch (const std::bad_alloc&) {
     throw;

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string_view>
 
-#include "diagnosis/Severity.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 
 namespace install::update_metadata_parser::diagnosis {
 
-/// What the linter looks for. The number of a rule is the index of its description in allRules().
+/// What a diagnosis looks for. The number of a rule is the index of its description in allRules().
 enum class Rule {
   // What keeps a document from being loaded.
   kMalformedText,
@@ -74,8 +74,8 @@ constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::kProductData) 
 /// What users see of a rule in lists and findings.
 struct RuleDescription {
   Rule rule;
-  const char* id;       ///< never changes: users write it into their settings
-  Severity severity;    ///< unless the user chooses another one
+  const char* id;  ///< never changes: users write it into their settings
+  Severity severity;
   const char* summary;  ///< one line, without a full stop at the end
 };
 

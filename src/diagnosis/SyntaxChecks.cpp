@@ -257,7 +257,7 @@ class Repair {
 
   // Reports a fault whose cause may be an unclosed bracket.
   void reportBracket(const SyntaxFault& fault, const SourceTree& tree, std::string advice) {
-    std::vector<RelatedPlace> related;
+    std::vector<Mention> related;
     if (const auto unclosed = findUnclosedByIndentation(tree)) {
       const std::string closing = text_[unclosed->offset] == '{' ? "'}'" : "']'";
       advice = "add the missing " + closing;
@@ -283,7 +283,7 @@ class Repair {
   }
 
   // The innermost unclosed bracket.
-  std::vector<RelatedPlace> findOpen(const SourceTree& tree) const {
+  std::vector<Mention> findOpen(const SourceTree& tree) const {
     const auto& nodes = tree.nodes();
     const auto open = std::find_if(nodes.rbegin(), nodes.rend(),
                                    [](const source::SourceNode& node) { return !node.isClosed; });

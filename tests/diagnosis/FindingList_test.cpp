@@ -18,7 +18,7 @@ std::size_t omittedOf(const FindingList& list, Rule rule) {
 std::size_t countOf(const std::vector<Finding>& findings, Rule rule) {
   std::size_t count = 0;
   for (const Finding& finding : findings) {
-    count += finding.rule == rule ? 1 : 0;
+    count += finding.rule == describe(rule).id ? 1U : 0U;
   }
   return count;
 }

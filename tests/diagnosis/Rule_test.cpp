@@ -29,12 +29,6 @@ TEST(EachRule, IsFoundByItsIdWhichNoOtherHas) {
   EXPECT_EQ(ids.size(), kRuleCount);
 }
 
-TEST(EachRule, IsNotOffByItself) {
-  for (const RuleDescription& description : allRules()) {
-    EXPECT_NE(description.severity, Severity::kOff) << description.id;
-  }
-}
-
 TEST(EachRule, HasASummaryOfOneLineThatIsASentenceWithoutItsFullStop) {
   for (const RuleDescription& description : allRules()) {
     const std::string_view summary = description.summary;
@@ -50,15 +44,6 @@ TEST(RuleLookUp, FindsNothingByAnIdThatNoRuleHas) {
   EXPECT_EQ(findRule("no-such-rule"), std::nullopt);
   EXPECT_EQ(findRule("Repeated-Key"), std::nullopt);
   EXPECT_EQ(findRule(""), std::nullopt);
-}
-
-TEST(SeverityName, IsReadBackAsItIsWritten) {
-  for (const Severity severity :
-       {Severity::kOff, Severity::kInfo, Severity::kWarning, Severity::kError}) {
-    EXPECT_EQ(findSeverity(nameOf(severity)), severity);
-  }
-  EXPECT_EQ(findSeverity("fatal"), std::nullopt);
-  EXPECT_EQ(findSeverity(""), std::nullopt);
 }
 
 }  // namespace

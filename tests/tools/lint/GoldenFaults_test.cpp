@@ -12,8 +12,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "diagnosis/Linter.h"
 #include "diagnosis/Rule.h"
+#include "lint/Severity.h"
 #include "lint/TextReport.h"
 #include "support/RunTool.h"
 #include "support/StoredText.h"
@@ -23,6 +23,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
+using install::update_metadata_parser::diagnosis::allRules;
+using install::update_metadata_parser::diagnosis::describe;
+using install::update_metadata_parser::diagnosis::findRule;
+using install::update_metadata_parser::diagnosis::Rule;
+using install::update_metadata_parser::diagnosis::RuleDescription;
 using test_support::readBytes;
 using test_support::ToolRun;
 
@@ -59,34 +64,39 @@ std::optional<ThrownException> readException(const Json& json) {
 }
 
 Finding readFinding(const Json& json) {
-  Finding finding{*findRule(json["rule"].get<std::string>()),
+  Finding finding{describe(*findRule(json["rule"].get<std::string>())).id,
                   *findSeverity(json["severity"].get<std::string>()),
-                  json["offset"],
-                  json["length"],
-                  json["pointer"],
-                  json["item"],
                   json["message"],
                   json["advice"],
+                  json["offset"],
+                  json["length"],
+                  json["line"],
+                  json["column"],
+                  json["pointer"],
+                  json["item"],
                   {}};
   for (const Json& related : json["related"]) {
-    finding.related.push_back({related["offset"], related["message"]});
+    finding.related.push_back(
+        {related["offset"], related["line"], related["column"], related["message"]});
   }
   return finding;
 }
 
 FileReport readReport(const Json& json, const std::string& text) {
-  FileReport report{json["file"], text, json["loads"], readException(json["exception"]), "",
-                    {},           {}};
+  Diagnosis diagnosis;
+  diagnosis.exception = readException(json["exception"]);
+  EXPECT_EQ(diagnosis.loads(), json["loads"]);
   if (json["readerMessage"].is_string()) {
-    report.readerMessage = json["readerMessage"];
+    diagnosis.readerMessage = json["readerMessage"];
   }
   for (const Json& finding : json["findings"]) {
-    report.findings.push_back(readFinding(finding));
+    diagnosis.findings.push_back(readFinding(finding));
   }
   for (const auto& [id, count] : json["omitted"].items()) {
-    report.omitted[static_cast<std::size_t>(*findRule(id))] = count;
+    const auto& description = describe(*findRule(id));
+    diagnosis.omitted.push_back({description.id, description.severity, count});
   }
-  return report;
+  return {json["file"], text, diagnosis};
 }
 
 // The text form of what the JSON form of one document says.
@@ -159,13 +169,14 @@ std::vector<std::string> shownRules() {
 
 // Whether a rule has a finding for a document in its folder.
 bool fires(const std::string& id, const std::string& document, const std::string& productData) {
-  LintOptions options;
+  install::update_metadata_parser::DiagnosisOptions options;
   if (fs::exists(kFolder / id / productData)) {
     options.productData = (kFolder / id / productData).u16string();
   }
-  const FileReport report = lintDocument(document, readBytes(kFolder / id / document), options);
-  return std::any_of(report.findings.begin(), report.findings.end(),
-                     [&](const Finding& finding) { return describe(finding.rule).id == id; });
+  const Diagnosis diagnosis =
+      install::update_metadata_parser::diagnose(readBytes(kFolder / id / document), options);
+  return std::any_of(diagnosis.findings.begin(), diagnosis.findings.end(),
+                     [&](const Finding& finding) { return finding.rule == id; });
 }
 
 class ShownRule : public ::testing::TestWithParam<std::string> {};

@@ -16,6 +16,8 @@
 namespace update_metadata_tool::lint {
 namespace {
 
+using install::update_metadata_parser::diagnosis::allRules;
+using install::update_metadata_parser::diagnosis::RuleDescription;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;

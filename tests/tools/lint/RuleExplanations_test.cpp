@@ -9,7 +9,7 @@ namespace update_metadata_tool::lint {
 namespace {
 
 TEST(EachRule, IsExplainedInLinesThatFitATerminalAndSaysWhatToDo) {
-  for (const RuleDescription& description : allRules()) {
+  for (const auto& description : install::update_metadata_parser::diagnosis::allRules()) {
     const std::string explanation = explain(description.rule);
     EXPECT_NE(explanation.find("\nWhat to do: "), std::string::npos) << description.id;
     EXPECT_EQ(explanation.back(), '.') << description.id;

@@ -8,10 +8,13 @@
 
 #include "diagnosis/Rule.h"
 #include "lint/RuleExplanations.h"
+#include "lint/Severity.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
+using install::update_metadata_parser::diagnosis::allRules;
+using install::update_metadata_parser::diagnosis::RuleDescription;
 using ::testing::HasSubstr;
 
 TEST(Explanation, HasTheIdTheSeverityTheSummaryAndTheText) {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "diagnosis/Finding.h"
+#include "lint/FileReport.h"
 #include "lint/ReportWriter.h"
 
 namespace test_support {
@@ -20,57 +20,54 @@ inline const std::string kRepeatedKeyText =
 /// A document that loads, with a warning that refers to two places, an info about no byte, and more
 /// findings that are omitted.
 inline update_metadata_tool::lint::FileReport repeatedKey() {
-  using update_metadata_tool::lint::Rule;
   using update_metadata_tool::lint::Severity;
   const std::size_t ignored = kRepeatedKeyText.rfind("\"\xC3\xBC\"");
   const std::size_t used = kRepeatedKeyText.find("\"\xC3\xBC\"");
-  update_metadata_tool::lint::FileReport report{
-      "a folder/update.json",
-      kRepeatedKeyText,
-      true,
-      std::nullopt,
-      "",
-      {{Rule::kNullSection, Severity::kInfo, 0, 0, "", "", "a section is null", "look", {}},
-       {Rule::kRepeatedKey,
-        Severity::kWarning,
-        ignored,
-        4,
-        "/extract/\xC3\xBC",
-        "package '\xC3\xBC'",
-        "duplicate key '\xC3\xBC'",
-        "remove one of the two",
-        {{used, "the value that is used"}}}},
-      {}};
-  report.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 3;
-  report.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 1;
-  return report;
+  return {"a folder/update.json",
+          kRepeatedKeyText,
+          {std::nullopt,
+           "",
+           {{"null-section", Severity::kInfo, "a section is null", "look", 0, 0, 1, 1, "", "", {}},
+            {"repeated-key",
+             Severity::kWarning,
+             "duplicate key '\xC3\xBC'",
+             "remove one of the two",
+             ignored,
+             4,
+             4,
+             5,
+             "/extract/\xC3\xBC",
+             "package '\xC3\xBC'",
+             {{used, 3, 5, "the value that is used"}}}},
+           {{"null-section", Severity::kInfo, 1}, {"empty-name", Severity::kWarning, 3}}}};
 }
 
 /// A document that does not load, with control characters and bytes that are not UTF-8, which
 /// neither a terminal nor JSON may receive.
 inline update_metadata_tool::lint::FileReport malformedText() {
-  using update_metadata_tool::lint::Rule;
   using update_metadata_tool::lint::Severity;
   using update_metadata_tool::lint::ThrownException;
   return {"/srv/b\x1B.json",
           "\t{\"\xFF\": tru}",
-          false,
-          ThrownException{"std::runtime_error", "Error while parsing /srv/b\x1B.json"},
-          "JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, Column 8)\n"
-          "\t\t{\"\xFF\": tru}\n\t       ^",
-          {{Rule::kMalformedText,
-            Severity::kError,
-            7,
-            3,
-            "/\xFF",
-            "member '\xFF'",
-            "expected 'true' or 'false' for '\xFF\x1B'",
-            "correct the text",
-            {}}}};
+          {ThrownException{"std::runtime_error", "Error while parsing /srv/b\x1B.json"},
+           "JSON ParserException (E0002): Expected 'true' or 'false' (Line 1, Column 8)\n"
+           "\t\t{\"\xFF\": tru}\n\t       ^",
+           {{"malformed-text",
+             Severity::kError,
+             "expected 'true' or 'false' for '\xFF\x1B'",
+             "correct the text",
+             7,
+             3,
+             1,
+             8,
+             "/\xFF",
+             "member '\xFF'",
+             {}}},
+           {}}};
 }
 
 inline update_metadata_tool::lint::FileReport clean() {
-  return {"clean.json", "{}", true, std::nullopt, "", {}, {}};
+  return {"clean.json", "{}", {}};
 }
 
 inline update_metadata_tool::lint::UnreadableFile unreadable() {
@@ -81,12 +78,12 @@ inline update_metadata_tool::lint::UnreadableFile unreadable() {
 inline void writeAllSamples(update_metadata_tool::lint::ReportWriter& writer) {
   update_metadata_tool::lint::LintTotals totals;
   for (const auto& file : {repeatedKey(), malformedText()}) {
-    totals.count(file, {});
+    totals.count(file);
     writer.write(file);
   }
   totals.count(unreadable());
   writer.write(unreadable());
-  totals.count(clean(), {});
+  totals.count(clean());
   writer.write(clean());
   writer.finish(totals);
 }

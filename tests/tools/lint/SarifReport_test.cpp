@@ -9,12 +9,15 @@
 
 #include "install/update_metadata_parser/Version.h"
 #include "lint/RuleExplanations.h"
+#include "lint/Severity.h"
 #include "tools/lint/SampleReports.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using install::update_metadata_parser::diagnosis::allRules;
+using install::update_metadata_parser::diagnosis::RuleDescription;
 
 Json reportOnAllSamples() {
   std::ostringstream out;
@@ -96,7 +99,7 @@ TEST(SarifReport, DescribesTheCommandAndEveryRule) {
   const Json driver = reportOnAllSamples()["runs"][0]["tool"]["driver"];
   EXPECT_EQ(driver["name"], "update-metadata");
   EXPECT_EQ(driver["version"], install::update_metadata_parser::version());
-  ASSERT_EQ(driver["rules"].size(), kRuleCount);
+  ASSERT_EQ(driver["rules"].size(), allRules().size());
   for (const RuleDescription& description : allRules()) {
     const Json& rule = driver["rules"][static_cast<std::size_t>(description.rule)];
     EXPECT_EQ(rule["id"], description.id);
@@ -112,15 +115,17 @@ TEST(SarifReport, DescribesTheCommandAndEveryRule) {
 TEST(SarifReport, MakesNeitherALinkNorAPlaceholderOfANameInAMessage) {
   FileReport file = test_support::clean();
   file.text = "[]";
-  file.findings.push_back({Rule::kUnlistedMember,
-                           Severity::kWarning,
-                           0,
-                           1,
-                           "/[a](1)",
-                           "item [a](1)",
-                           "unknown '[a](1)' \\[b](2) {0}?",
-                           "remove it",
-                           {{1, "]{"}}});
+  file.diagnosis.findings = {{"unlisted-member",
+                              Severity::kWarning,
+                              "unknown '[a](1)' \\[b](2) {0}?",
+                              "remove it",
+                              0,
+                              1,
+                              1,
+                              1,
+                              "/[a](1)",
+                              "item [a](1)",
+                              {{1, 1, 2, "]{"}}}};
   std::ostringstream out;
   SarifReport report(out);
   report.write(file);
@@ -141,8 +146,8 @@ TEST(SarifReport, MakesNeitherALinkNorAPlaceholderOfANameInAMessage) {
 TEST(SarifReport, GivesARegionOfSeveralLinesItsEndInCharacters) {
   FileReport file = test_support::clean();
   file.text = "\xC3\xBC [\n1\n\xF0\x9F\x97\xBA]\n";
-  file.findings.push_back(
-      {Rule::kWrongKind, Severity::kError, 3, 9, "/a", "item", "wrong", "right", {}});
+  file.diagnosis.findings = {
+      {"wrong-kind", Severity::kError, "wrong", "right", 3, 9, 1, 4, "/a", "item", {}}};
   std::ostringstream out;
   SarifReport report(out);
   report.write(file);

@@ -1,6 +1,5 @@
 #include "lint/SeveritySettings.h"
 
-#include <cstddef>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -8,26 +7,29 @@
 
 #include <gtest/gtest.h>
 
+#include "diagnosis/Rule.h"
 #include "lint/ReportWriter.h"
+#include "lint/Severity.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
 Finding findingOf(Rule rule) {
-  return {rule, describe(rule).severity, 0, 1, "", "", "", "", {}};
+  const auto& description = install::update_metadata_parser::diagnosis::describe(rule);
+  return {description.id, description.severity, "", "", 0, 1, 1, 1, "", "", {}};
 }
 
 // The findings that remain of one finding of each of four rules, as "id severity".
 std::vector<std::string> settle(const SeveritySettings& settings) {
-  FileReport report = {"", "", true, std::nullopt, "", {}, {}};
+  Diagnosis diagnosis;
   for (const Rule rule :
        {Rule::kNullValue, Rule::kRepeatedKey, Rule::kNullSection, Rule::kEmptyName}) {
-    report.findings.push_back(findingOf(rule));
+    diagnosis.findings.push_back(findingOf(rule));
   }
-  settings.applyTo(report);
+  settings.applyTo(diagnosis);
   std::vector<std::string> left;
-  for (const Finding& finding : report.findings) {
-    left.push_back(std::string(describe(finding.rule).id) + ' ' + nameOf(finding.severity));
+  for (const Finding& finding : diagnosis.findings) {
+    left.push_back(std::string(finding.rule) + ' ' + nameOf(finding.severity));
   }
   return left;
 }
@@ -54,20 +56,22 @@ TEST(SeveritySettings, RemoveTheFindingsOfRulesThatAreOff) {
   EXPECT_EQ(settings.add("null-value=off"), "");
   EXPECT_EQ(settings.add("empty-name=off"), "");
   EXPECT_EQ(settle(settings), (Left{"repeated-key warning", "null-section info"}));
+  EXPECT_EQ(settings.severityOf(Rule::kEmptyName), std::nullopt);
 }
 
 TEST(SeveritySettings, CountOmittedFindingsByTheirRules) {
   SeveritySettings settings;
   EXPECT_EQ(settings.add("null-value=warning"), "");
   EXPECT_EQ(settings.add("empty-name=off"), "");
-  FileReport report = {"", "", false, std::nullopt, "", {findingOf(Rule::kNullValue)}, {}};
-  report.omitted[static_cast<std::size_t>(Rule::kNullValue)] = 10;
-  report.omitted[static_cast<std::size_t>(Rule::kNullSection)] = 20;
-  report.omitted[static_cast<std::size_t>(Rule::kEmptyName)] = 40;
-  settings.applyTo(report);
-  EXPECT_EQ(report.omitted[static_cast<std::size_t>(Rule::kEmptyName)], 0U);
+  FileReport report;
+  report.diagnosis.findings = {findingOf(Rule::kNullValue)};
+  report.diagnosis.omitted = {{"null-value", Severity::kError, 10},
+                              {"null-section", Severity::kInfo, 20},
+                              {"empty-name", Severity::kWarning, 40}};
+  settings.applyTo(report.diagnosis);
+  EXPECT_EQ(report.diagnosis.omitted.size(), 2U);
   LintTotals totals;
-  totals.count(report, settings);
+  totals.count(report);
   EXPECT_EQ(totals.errors, 0U);
   EXPECT_EQ(totals.warnings, 11U);
   EXPECT_EQ(totals.infos, 20U);

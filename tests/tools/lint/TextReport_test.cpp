@@ -86,8 +86,8 @@ TEST(TextReport, ShowsNoLineThatIsBlank) {
   std::ostringstream out;
   FileReport empty = test_support::clean();
   empty.text = "\t\n{";
-  empty.findings.push_back(
-      {Rule::kMalformedText, Severity::kError, 1, 1, "", "", "no text", "write one", {}});
+  empty.diagnosis.findings = {
+      {"malformed-text", Severity::kError, "no text", "write one", 1, 1, 1, 2, "", "", {}}};
   TextReport(out, false).write(empty);
   EXPECT_EQ(out.str(),
             "clean.json:1:2: error: no text [malformed-text]\n"

@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "diagnosis/Linter.h"
 #include "output/Text.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
@@ -35,11 +34,11 @@ constexpr int kFailed = static_cast<int>(command::ExitCode::kFailed);
 constexpr int kTrouble = static_cast<int>(command::ExitCode::kTrouble);
 
 std::string expectedPage(const std::optional<std::u16string>& productData) {
-  lint::LintOptions options;
+  install::update_metadata_parser::DiagnosisOptions options;
   options.productData = productData;
   return makePage(makeReportData(
       u"update.json", summary::Document({output::toUtf16(kSample), productData}).gatherContents(),
-      lint::lintDocument(kSample, readBytes(kSample), options)));
+      install::update_metadata_parser::diagnose(readBytes(kSample), options)));
 }
 
 class Report : public ::testing::Test {

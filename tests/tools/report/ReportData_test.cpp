@@ -19,6 +19,8 @@
 namespace update_metadata_tool::report {
 namespace {
 
+using install::update_metadata_parser::Diagnosis;
+using install::update_metadata_parser::Severity;
 using summary::Contents;
 using test_support::makeRandomDocument;
 using test_support::PlainDocument;
@@ -31,16 +33,11 @@ Contents contentsOf(const std::string& document, std::optional<std::u16string> p
       .gatherContents();
 }
 
-// The linter's report on a valid document.
-lint::FileReport faultless() {
-  return {"", "", true, std::nullopt, "", {}, {}};
-}
-
 TEST(ReportData, ContainEverythingAboutASample) {
   const std::string small = UMP_SOURCE_DIR "/examples/documents/small/";
   const Contents contents = contentsOf(test_support::readBytes(small + "update.json"),
                                        output::toUtf16(small + "product-data"));
-  EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents, faultless())), Json::parse(R"({
+  EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents, Diagnosis())), Json::parse(R"({
     "version": 1,
     "file": "update.json",
     "base": {"family": "Fernlight 7", "version": "7.1.0"},
@@ -81,7 +78,7 @@ TEST(ReportData, HaveEveryMemberForADocumentThatUpdatesNothing) {
                            contentsOf(R"({"metadata":{"arch":"","base":null,"target":null},)"
                                       R"("components":null,"products":null,)"
                                       R"("componentsWithFilesDeleted":null})"),
-                           faultless()),
+                           Diagnosis()),
             R"({"version":1,"file":"","base":{"family":"","version":""},)"
             R"("target":{"family":"","version":"","updateLevel":0},"arch":"",)"
             R"("totals":{"packagesToExtract":0,"packagesToDelete":0,"bytesToFetch":"0",)"
@@ -99,7 +96,7 @@ TEST(ReportData, GiveASumAsATextAndOneBeyondSixtyFourBitsAsItsBound) {
   contents.packagesToDelete = {{u"c_1", kMax, 0}};
   contents.components = {{u"c", {0}, {0, 1}}};
   contents.products = {{u"p", std::nullopt, {0}, {}}};
-  const Json data = Json::parse(makeReportData(u"", contents, faultless()));
+  const Json data = Json::parse(makeReportData(u"", contents, Diagnosis()));
   const Json all = {{"packagesToExtract", 2},
                     {"packagesToDelete", 1},
                     {"bytesToFetch", ">9223372036854775807"},
@@ -118,7 +115,7 @@ TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
   contents.packagesToExtract = {{u"c_1", -7, 1}, {u"c_2", 1, 1}};
   contents.packagesToDelete = {{u"c_3", std::numeric_limits<std::int64_t>::min(), 0}};
   contents.components = {{u"c", {0}, {0, 1}}};
-  const Json data = Json::parse(makeReportData(u"", contents, faultless()));
+  const Json data = Json::parse(makeReportData(u"", contents, Diagnosis()));
   EXPECT_EQ(data["doubtfulSizes"],
             "'!' marks doubtful sizes: 1 package with a negative size, 1 package with a size that "
             "does not fit into 64 bits and is read as -9223372036854775808. Totals include "
@@ -128,14 +125,14 @@ TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
 TEST(ReportData, ReplaceUnpairedSurrogatesAndKeepEverythingElse) {
   Contents contents;
   contents.architecture = u"\xD800 \u2028<\"\\\n";
-  EXPECT_EQ(Json::parse(makeReportData(u"", contents, faultless()))["arch"],
+  EXPECT_EQ(Json::parse(makeReportData(u"", contents, Diagnosis()))["arch"],
             "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
 }
 
 TEST(ReportData, EscapeCharactersThatControlATerminal) {
   Contents contents;
   contents.architecture = u"\x9B\x31m\x202E\x7F \x00E9";
-  const std::string data = makeReportData(u"\x85.json", contents, faultless());
+  const std::string data = makeReportData(u"\x85.json", contents, Diagnosis());
   EXPECT_NE(data.find(R"("arch":"\u009b1m\u202e\u007f )"
                       "\xC3\xA9\""),
             std::string::npos)
@@ -144,21 +141,12 @@ TEST(ReportData, EscapeCharactersThatControlATerminal) {
 }
 
 TEST(ReportData, GiveFindingsByLineAndColumn) {
-  lint::FileReport linting = faultless();
-  linting.text = "{\n  \"a\": 1}";
-  lint::Finding finding{lint::Rule::kRepeatedKey,
-                        lint::Severity::kWarning,
-                        4,
-                        3,
-                        "/a",
-                        "member \"a\"",
-                        "it \xFF",
-                        "go",
-                        {}};
-  linting.findings = {finding};
-  linting.omitted[0] = 7;
-  linting.omitted[5] = 2;
-  const Json data = Json::parse(makeReportData(u"", Contents(), linting));
+  Diagnosis diagnosis;
+  diagnosis.findings = {
+      {"repeated-key", Severity::kWarning, "it \xFF", "go", 4, 3, 2, 3, "/a", "member \"a\"", {}}};
+  diagnosis.omitted = {{"malformed-text", Severity::kError, 7},
+                       {"missing-section", Severity::kError, 2}};
+  const Json data = Json::parse(makeReportData(u"", Contents(), diagnosis));
   EXPECT_EQ(data["findings"], Json::parse(R"([{
     "severity": "warning", "rule": "repeated-key", "line": 2, "column": 3,
     "message": "it \ufffd", "advice": "go", "item": "member \"a\"", "pointer": "/a"}])"));
@@ -166,12 +154,11 @@ TEST(ReportData, GiveFindingsByLineAndColumn) {
 }
 
 TEST(ReportData, ContainTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
-  lint::FileReport linting = faultless();
-  linting.text = "{}";
-  linting.findings.assign(
-      10'005, {lint::Rule::kEmptyName, lint::Severity::kInfo, 0, 1, "", "", "m", "", {}});
-  linting.omitted[3] = 5;
-  const Json data = Json::parse(makeReportData(u"", Contents(), linting));
+  Diagnosis diagnosis;
+  diagnosis.findings.assign(10'005,
+                            {"empty-name", Severity::kInfo, "m", "", 0, 1, 1, 1, "", "", {}});
+  diagnosis.omitted = {{"empty-name", Severity::kInfo, 5}};
+  const Json data = Json::parse(makeReportData(u"", Contents(), diagnosis));
   EXPECT_EQ(data["findings"].size(), 10'000U);
   EXPECT_EQ(data["omittedFindings"], 10);
 }
@@ -181,7 +168,7 @@ TEST(ReportData, AddUpToTheTotalsOfRandomDocuments) {
   std::mt19937 random(6);
   for (int round = 0; round != 300; ++round) {
     const Contents contents = contentsOf(makeRandomDocument(random).json());
-    const Json data = Json::parse(makeReportData(u"", contents, faultless()));
+    const Json data = Json::parse(makeReportData(u"", contents, Diagnosis()));
     const summary::Totals totals = summary::Tally(contents).totalsOfAll();
     std::int64_t toFetch = 0;
     std::int64_t unpacked = 0;

@@ -10,13 +10,10 @@ void writeException(const std::optional<ThrownException>& exception, output::Jso
   json.beginObject().member("type", exception->type).member("text", exception->text).endObject();
 }
 
-void writeOmitted(const std::array<std::size_t, kRuleCount>& omitted, output::JsonWriter& json) {
+void writeOmitted(const std::vector<OmittedFindings>& omitted, output::JsonWriter& json) {
   json.beginObject();
-  for (const RuleDescription& description : allRules()) {
-    const std::size_t count = omitted[static_cast<std::size_t>(description.rule)];
-    if (count != 0) {
-      json.member(description.id, count);
-    }
+  for (const auto& [rule, severity, count] : omitted) {
+    json.member(rule, count);
   }
   json.endObject();
 }

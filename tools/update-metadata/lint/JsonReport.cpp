@@ -3,45 +3,36 @@
 #include <optional>
 #include <ostream>
 
-#include "diagnosis/source/LineIndex.h"
 #include "lint/JsonPieces.h"
+#include "lint/Severity.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
 constexpr int kFormatVersion = 1;
 
-void writeRelated(const RelatedPlace& related, const source::LineIndex& lines,
-                  output::JsonWriter& json) {
-  const source::Position position = lines.positionOf(related.offset);
+void writeRelated(const RelatedPlace& related, output::JsonWriter& json) {
   json.beginObject()
       .member("message", related.message)
-      .member("line", position.line)
-      .member("column", position.column)
+      .member("line", related.line)
+      .member("column", related.column)
       .member("offset", related.offset)
       .endObject();
 }
 
-void writeFinding(const Finding& finding, const source::LineIndex& lines,
-                  output::JsonWriter& json) {
-  const source::Position position = lines.positionOf(finding.offset);
+void writeFinding(const Finding& finding, output::JsonWriter& json) {
   json.beginObject()
-      .member("rule", describe(finding.rule).id)
+      .member("rule", finding.rule)
       .member("severity", nameOf(finding.severity))
       .member("message", finding.message)
       .member("advice", finding.advice)
-      .member("line", position.line)
-      .member("column", position.column)
+      .member("line", finding.line)
+      .member("column", finding.column)
       .member("offset", finding.offset)
       .member("pointer", finding.pointer)
       .member("length", finding.length)
       .member("item", finding.item);
-  json.name("related")
-      .array(finding.related,
-             [&lines](const RelatedPlace& place, output::JsonWriter& array) {
-               writeRelated(place, lines, array);
-             })
-      .endObject();
+  json.name("related").array(finding.related, writeRelated).endObject();
 }
 
 }  // namespace
@@ -51,23 +42,19 @@ JsonReport::JsonReport(std::ostream& out) : out_(out), json_(out) {
 }
 
 void JsonReport::write(const FileReport& report) {
-  json_.beginObject().member("file", report.file).member("loads", report.loads).name("exception");
-  writeException(report.exception, json_);
-  json_.name("findings").beginArray();
-  if (!report.findings.empty()) {
-    const source::LineIndex lines(report.text);
-    for (const Finding& finding : report.findings) {
-      writeFinding(finding, lines, json_);
-    }
-  }
-  json_.endArray().member("readable", true).name("readerMessage");
-  if (report.readerMessage.empty()) {
+  const Diagnosis& diagnosis = report.diagnosis;
+  json_.beginObject().member("file", report.file).member("loads", diagnosis.loads());
+  json_.name("exception");
+  writeException(diagnosis.exception, json_);
+  json_.name("findings").array(diagnosis.findings, writeFinding);
+  json_.member("readable", true).name("readerMessage");
+  if (diagnosis.readerMessage.empty()) {
     json_.value(nullptr);
   } else {
-    json_.value(report.readerMessage);
+    json_.value(diagnosis.readerMessage);
   }
   json_.name("omitted");
-  writeOmitted(report.omitted, json_);
+  writeOmitted(diagnosis.omitted, json_);
   json_.endObject();
 }
 

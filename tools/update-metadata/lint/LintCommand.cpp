@@ -15,7 +15,7 @@
 #include "command/Arguments.h"
 #include "command/HelpText.h"
 #include "command/SharedOptions.h"
-#include "diagnosis/Linter.h"
+#include "diagnosis/Rule.h"
 #include "input/DocumentText.h"
 #include "lint/JsonReport.h"
 #include "lint/RuleHelp.h"
@@ -30,6 +30,9 @@ namespace update_metadata_tool::lint {
 namespace {
 
 using command::ExitCode;
+using install::update_metadata_parser::diagnose;
+using install::update_metadata_parser::DiagnosisOptions;
+using install::update_metadata_parser::diagnosis::findRule;
 
 constexpr const char* kSarifFormat = "sarif";
 
@@ -76,13 +79,16 @@ using Outcome = std::variant<FileReport, UnreadableFile>;
 
 // Checks one file. If it cannot be read, the reason is written to `err`.
 Outcome lintFile(const std::string& file, const input::GivenLimits& limits,
-                 const LintOptions& options, terminal::ProgressLine& progress, std::ostream& err) {
+                 const DiagnosisOptions& options, terminal::ProgressLine& progress,
+                 std::ostream& err) {
   try {
-    return lintDocument(
-        file, input::readDocument(file, input::limitsOf(file, limits).bytes, progress), options);
+    FileReport report{
+        file, input::readDocument(file, input::limitsOf(file, limits).bytes, progress), {}};
+    report.diagnosis = diagnose(report.text, options);
+    return report;
   } catch (const std::exception& failure) {
     progress.clear();
-    command::reportUnloaded(failure, output::toUtf16(file), err);
+    command::reportUnloaded(failure, options.path, err);
     return UnreadableFile{file, describeException(failure)};
   }
 }
@@ -155,18 +161,20 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
 LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
   const SeveritySettings settings = makeSettings();
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
-  const LintOptions options{command::toOptionalUtf16(productData_),
-                            [&progress] { progress.update(); }};
+  DiagnosisOptions options;
+  options.productData = command::toOptionalUtf16(productData_);
+  options.onProgress = [&progress] { progress.update(); };
   LintTotals totals;
   std::size_t number = 0;
   for (const std::string& file : files_) {
     progress.begin("checking file " + std::to_string(++number) + " of " +
                    std::to_string(files_.size()));
+    options.path = output::toUtf16(file);
     Outcome outcome = lintFile(file, limits_, options, progress, err);
     progress.clear();
     if (auto* const found = std::get_if<FileReport>(&outcome)) {
-      settings.applyTo(*found);
-      totals.count(*found, settings);
+      settings.applyTo(found->diagnosis);
+      totals.count(*found);
       writer.write(*found);
     } else {
       const auto& unreadable = std::get<UnreadableFile>(outcome);

@@ -14,22 +14,19 @@ void add(Severity severity, std::size_t findings, LintTotals& totals) {
     case Severity::kInfo:
       totals.infos += findings;
       break;
-    case Severity::kOff:
-      break;
   }
 }
 
 }  // namespace
 
-void LintTotals::count(const FileReport& report, const SeveritySettings& settings) {
+void LintTotals::count(const FileReport& report) {
   ++files;
-  loads += report.loads ? 1 : 0;
-  for (const Finding& finding : report.findings) {
+  loads += report.diagnosis.loads() ? 1U : 0U;
+  for (const Finding& finding : report.diagnosis.findings) {
     add(finding.severity, 1, *this);
   }
-  for (const RuleDescription& description : allRules()) {
-    const auto index = static_cast<std::size_t>(description.rule);
-    add(settings.severityOf(description.rule), report.omitted[index], *this);
+  for (const OmittedFindings& omitted : report.diagnosis.omitted) {
+    add(omitted.severity, omitted.count, *this);
   }
 }
 

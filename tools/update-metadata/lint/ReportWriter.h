@@ -3,12 +3,9 @@
 #include <cstddef>
 #include <string>
 
-#include "diagnosis/Finding.h"
-#include "lint/SeveritySettings.h"
+#include "lint/FileReport.h"
 
 namespace update_metadata_tool::lint {
-
-using namespace install::update_metadata_parser::diagnosis;
 
 /// A file that could not be read, so nothing is known about its content.
 struct UnreadableFile {
@@ -25,9 +22,8 @@ struct LintTotals {
   std::size_t warnings = 0;
   std::size_t infos = 0;
 
-  /// Counts a file with its findings, including the omitted ones, to which `settings` give their
-  /// severities.
-  void count(const FileReport& report, const SeveritySettings& settings);
+  /// Counts a file with its findings, including the omitted ones.
+  void count(const FileReport& report);
   void count(const UnreadableFile& file);
 };
 

@@ -2,6 +2,8 @@
 
 namespace update_metadata_tool::lint {
 
+using install::update_metadata_parser::diagnosis::Rule;
+
 const char* explain(Rule rule) {
   switch (rule) {
     // --- what keeps a document from being loaded ----------------------------------------------

@@ -6,10 +6,15 @@
 #include <string>
 #include <string_view>
 
+#include "diagnosis/Rule.h"
 #include "lint/RuleExplanations.h"
+#include "lint/Severity.h"
 
 namespace update_metadata_tool::lint {
 namespace {
+
+using install::update_metadata_parser::diagnosis::allRules;
+using install::update_metadata_parser::diagnosis::RuleDescription;
 
 std::string padded(std::string_view text, std::size_t width) {
   std::string result(text);
@@ -33,7 +38,7 @@ void writeRuleList(const SeveritySettings& settings, std::ostream& out) {
 }
 
 void writeExplanation(Rule rule, const SeveritySettings& settings, std::ostream& out) {
-  const RuleDescription& description = describe(rule);
+  const RuleDescription& description = allRules()[static_cast<std::size_t>(rule)];
   out << description.id << " (" << nameOf(settings.severityOf(rule)) << "): " << description.summary
       << "\n\n"
       << explain(rule) << '\n';

@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "diagnosis/Rule.h"
 #include "diagnosis/source/LineIndex.h"
 #include "install/update_metadata_parser/Version.h"
 #include "lint/CharacterIndex.h"
@@ -15,6 +16,8 @@
 namespace update_metadata_tool::lint {
 namespace {
 
+namespace diagnosis = install::update_metadata_parser::diagnosis;
+using diagnosis::RuleDescription;
 using output::JsonWriter;
 
 constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
@@ -55,9 +58,8 @@ const char* levelOf(Severity severity) {
       return "warning";
     case Severity::kInfo:
       return "note";
-    default:
-      return "none";
   }
+  return "none";  // no other value is ever made
 }
 
 void writeText(const char* name, std::string_view text, JsonWriter& json) {
@@ -105,7 +107,7 @@ void writeTool(JsonWriter& json) {
       .member("version", install::update_metadata_parser::version())
       .member("informationUri", kManual);
   json.name("rules").beginArray();
-  for (const RuleDescription& description : allRules()) {
+  for (const RuleDescription& description : diagnosis::allRules()) {
     writeRule(description, json);
   }
   json.endArray().endObject().endObject();
@@ -137,7 +139,7 @@ class Regions {
   }
 
   std::size_t size_;
-  source::LineIndex lines_;
+  diagnosis::source::LineIndex lines_;
   CharacterIndex characters_;
 };
 
@@ -189,8 +191,8 @@ void writeRelatedLocations(const Finding& finding, const Place& place, JsonWrite
 // One result.
 void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) {
   json.beginObject()
-      .member("ruleId", describe(finding.rule).id)
-      .member("ruleIndex", static_cast<std::size_t>(finding.rule))
+      .member("ruleId", finding.rule)
+      .member("ruleIndex", static_cast<std::size_t>(*diagnosis::findRule(finding.rule)))
       .member("level", levelOf(finding.severity));
   writeMessage(toSentence(finding.message) + ' ' + toSentence(finding.advice), json);
   writeLocations(finding, place, json);
@@ -215,13 +217,13 @@ void SarifReport::write(const FileReport& report) {
   const auto [known, isNew] = artifactsByUri_.try_emplace(uri, artifacts_.size());
   const std::size_t artifact = known->second;
   if (isNew) {
-    artifacts_.push_back({uri, report.loads, report.exception, report.omitted});
+    artifacts_.push_back({uri, report.diagnosis.exception, report.diagnosis.omitted});
   }
-  if (report.findings.empty()) {
+  if (report.diagnosis.findings.empty()) {
     return;
   }
   const Regions regions(report.text);
-  for (const Finding& finding : report.findings) {
+  for (const Finding& finding : report.diagnosis.findings) {
     writeFinding(finding, {regions, uri, artifact}, json_);
   }
 }
@@ -234,7 +236,7 @@ void SarifReport::finish(const LintTotals& /*totals*/) {
   json_.endArray().name("artifacts").beginArray();
   for (const Artifact& artifact : artifacts_) {
     json_.beginObject().name("location").beginObject().member("uri", artifact.uri).endObject();
-    json_.name("properties").beginObject().member("loads", artifact.loads).name("exception");
+    json_.name("properties").beginObject().member("loads", !artifact.exception).name("exception");
     writeException(artifact.exception, json_);
     json_.name("omitted");
     writeOmitted(artifact.omitted, json_);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <iosfwd>
 #include <map>
@@ -30,9 +29,8 @@ class SarifReport : public ReportWriter {
  private:
   struct Artifact {
     std::string uri;
-    bool loads;
-    std::optional<ThrownException> exception;
-    std::array<std::size_t, kRuleCount> omitted;
+    std::optional<ThrownException> exception;  ///< nothing if the library loads the file
+    std::vector<OmittedFindings> omitted;
   };
 
   std::ostream& out_;

@@ -7,6 +7,7 @@
 
 #include "diagnosis/source/LineIndex.h"
 #include "lint/MarkedLine.h"
+#include "lint/Severity.h"
 #include "output/Count.h"
 #include "output/Text.h"
 #include "terminal/DisplayWidth.h"
@@ -16,15 +17,17 @@ namespace {
 
 using output::count;
 using output::toVisible;
-using source::LineIndex;
+namespace diagnosis = install::update_metadata_parser::diagnosis;
+using diagnosis::source::LineIndex;
 using terminal::FlowingLine;
 
 constexpr const char* kIndent = "  ";
 constexpr std::size_t kFurtherIndent = 4;
 
-std::string placeIn(const std::string& file, const LineIndex& lines, std::size_t offset) {
-  const source::Position position = lines.positionOf(offset);
-  return file + ':' + std::to_string(position.line) + ':' + std::to_string(position.column) + ':';
+// "update.json:31:7:", for a finding or a related place.
+template <class Place>
+std::string placeIn(const std::string& file, const Place& place) {
+  return file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column) + ':';
 }
 
 // The columns that are left for a line of the document after an indent.
@@ -102,10 +105,8 @@ void TextReport::writeReaderMessage(std::string_view message) {
   }
 }
 
-void TextReport::writeMarkedLine(const LineIndex& lines, std::size_t offset, std::size_t length) {
-  const source::Position position = lines.positionOf(offset);
-  const MarkedLine marked = markLine(lines.lineText(position.line), position.column - 1, length,
-                                     columnsBehind(kIndent, columns_));
+void TextReport::writeMarkedLine(std::string_view line, std::size_t column, std::size_t length) {
+  const MarkedLine marked = markLine(line, column - 1, length, columnsBehind(kIndent, columns_));
   if (marked.line.empty()) {
     return;  // nothing visible
   }
@@ -121,10 +122,10 @@ FlowingLine TextReport::beginDetail(const char* label) const {
 
 void TextReport::writeFinding(const std::string& file, const LineIndex& lines,
                               const Finding& finding) {
-  writeHeading(placeIn(file, lines, finding.offset), std::string(nameOf(finding.severity)) + ':',
+  writeHeading(placeIn(file, finding), std::string(nameOf(finding.severity)) + ':',
                colorOf(finding.severity),
-               toVisible(finding.message) + " [" + describe(finding.rule).id + ']');
-  writeMarkedLine(lines, finding.offset, finding.length);
+               toVisible(finding.message) + " [" + std::string(finding.rule) + ']');
+  writeMarkedLine(lines.lineText(finding.line), finding.column, finding.length);
   if (!finding.item.empty()) {
     out_ << beginDetail("in: ").words(toVisible(finding.item)) << '\n';
   }
@@ -133,46 +134,43 @@ void TextReport::writeFinding(const std::string& file, const LineIndex& lines,
   }
   out_ << beginDetail("help: ").words(toVisible(finding.advice)) << '\n';
   for (const RelatedPlace& related : finding.related) {
-    writeHeading(placeIn(file, lines, related.offset), "note:", Color::kInfo,
-                 toVisible(related.message));
-    writeMarkedLine(lines, related.offset, 1);
+    writeHeading(placeIn(file, related), "note:", Color::kInfo, toVisible(related.message));
+    writeMarkedLine(lines.lineText(related.line), related.column, 1);
   }
   out_ << '\n';
 }
 
 void TextReport::writeVerdict(const std::string& file, const FileReport& report) {
+  const Diagnosis& diagnosis = report.diagnosis;
   FlowingLine line(columns_, kFurtherIndent);
   line.name(file);
-  if (!report.exception) {
+  if (!diagnosis.exception) {
     out_ << line.words(": the library loads this document") << '\n';
     return;
   }
-  out_ << line.words(": the library rejects this document with " + report.exception->type + ": \"" +
-                     toVisible(report.exception->text) + '"')
+  out_ << line.words(": the library rejects this document with " + diagnosis.exception->type +
+                     ": \"" + toVisible(diagnosis.exception->text) + '"')
        << '\n';
-  if (!report.readerMessage.empty()) {
+  if (!diagnosis.readerMessage.empty()) {
     out_ << beginDetail("message of the library's text reader:") << '\n';
-    writeReaderMessage(report.readerMessage);
+    writeReaderMessage(diagnosis.readerMessage);
   }
 }
 
 void TextReport::write(const FileReport& report) {
   const std::string file = toVisible(report.file);
-  if (!report.findings.empty()) {
+  if (!report.diagnosis.findings.empty()) {
     const LineIndex lines(report.text);
-    for (const Finding& finding : report.findings) {
+    for (const Finding& finding : report.diagnosis.findings) {
       writeFinding(file, lines, finding);
     }
   }
-  for (const RuleDescription& description : allRules()) {
-    const std::size_t omitted = report.omitted[static_cast<std::size_t>(description.rule)];
-    if (omitted != 0) {
-      out_ << FlowingLine(columns_, kFurtherIndent)
-                  .name(file)
-                  .words(": " + count(omitted, "more finding") + " not shown [" + description.id +
-                         ']')
-           << '\n';
-    }
+  for (const OmittedFindings& omitted : report.diagnosis.omitted) {
+    out_ << FlowingLine(columns_, kFurtherIndent)
+                .name(file)
+                .words(": " + count(omitted.count, "more finding") + " not shown [" +
+                       std::string(omitted.rule) + ']')
+         << '\n';
   }
   writeVerdict(file, report);
 }

@@ -55,13 +55,14 @@ class TextReport : public ReportWriter {
 
   static Color colorOf(Severity severity);
   std::string painted(const std::string& text, Color color) const;
-  void writeFinding(const std::string& file, const source::LineIndex& lines,
+  void writeFinding(const std::string& file,
+                    const install::update_metadata_parser::diagnosis::source::LineIndex& lines,
                     const Finding& finding);
   void writeHeading(const std::string& place, const std::string& label, Color color,
                     const std::string& message);
   terminal::FlowingLine beginDetail(const char* label) const;
   void writeReaderMessage(std::string_view message);
-  void writeMarkedLine(const source::LineIndex& lines, std::size_t offset, std::size_t length);
+  void writeMarkedLine(std::string_view line, std::size_t column, std::size_t length);
   void writeVerdict(const std::string& file, const FileReport& report);
 
   std::ostream& out_;

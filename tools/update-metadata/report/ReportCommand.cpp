@@ -10,8 +10,8 @@
 #include "command/Advice.h"
 #include "command/Arguments.h"
 #include "command/SharedOptions.h"
-#include "diagnosis/Linter.h"
 #include "input/DocumentText.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 #include "output/FileReplacement.h"
 #include "output/Text.h"
 #include "report/Page.h"
@@ -113,13 +113,15 @@ std::optional<std::string> ReportCommand::makeReport(std::ostream& err,
   }
   progress.clear();
   summary::noteProductData(productData_, {{file_, contents}}, err);
-  lint::LintOptions options;
+  install::update_metadata_parser::DiagnosisOptions options;
+  options.path = file;
   options.productData = productData;
   options.onProgress = [&progress] { progress.update(); };
   progress.begin("linting the document");
-  const lint::FileReport linting = lint::lintDocument(file_, std::move(text), options);
+  const install::update_metadata_parser::Diagnosis diagnosis =
+      install::update_metadata_parser::diagnose(text, options);
   progress.begin("making the page");
-  return makePage(makeReportData(nameToShow(file_), contents, linting));
+  return makePage(makeReportData(nameToShow(file_), contents, diagnosis));
 }
 
 ExitCode ReportCommand::run(std::ostream& out, std::ostream& err) const {

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <ios>
-#include <numeric>
 #include <optional>
 #include <sstream>
 
-#include "diagnosis/source/LineIndex.h"
+#include "lint/Severity.h"
 #include "output/JsonWriter.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
@@ -17,7 +16,8 @@
 namespace update_metadata_tool::report {
 namespace {
 
-namespace source = install::update_metadata_parser::diagnosis::source;
+using install::update_metadata_parser::Diagnosis;
+using install::update_metadata_parser::Finding;
 using output::JsonWriter;
 using summary::Contents;
 
@@ -83,13 +83,12 @@ void writeComponentWithFiles(const summary::ComponentWithFiles& component, JsonW
   json.name("packages").array(component.packages, writePackageWithFiles).endObject();
 }
 
-void write(const lint::Finding& finding, const source::LineIndex& lines, JsonWriter& json) {
-  const source::Position position = lines.positionOf(finding.offset);
+void write(const Finding& finding, JsonWriter& json) {
   json.beginObject()
       .member("severity", lint::nameOf(finding.severity))
-      .member("rule", describe(finding.rule).id)
-      .member("line", position.line)
-      .member("column", position.column)
+      .member("rule", finding.rule)
+      .member("line", finding.line)
+      .member("column", finding.column)
       .member("message", finding.message)
       .member("advice", finding.advice)
       .member("item", finding.item)
@@ -97,20 +96,22 @@ void write(const lint::Finding& finding, const source::LineIndex& lines, JsonWri
       .endObject();
 }
 
-void writeFindings(const lint::FileReport& linting, JsonWriter& json) {
-  const source::LineIndex lines(linting.text);
-  const std::size_t listed = std::min(linting.findings.size(), kMostFindings);
+void writeFindings(const Diagnosis& diagnosis, JsonWriter& json) {
+  const std::size_t listed = std::min(diagnosis.findings.size(), kMostFindings);
   json.name("findings").beginArray();
   for (std::size_t place = 0; place != listed; ++place) {
-    write(linting.findings[place], lines, json);
+    write(diagnosis.findings[place], json);
   }
   json.endArray();
-  json.member("omittedFindings", std::accumulate(linting.omitted.begin(), linting.omitted.end(),
-                                                 linting.findings.size() - listed));
+  std::size_t omitted = diagnosis.findings.size() - listed;
+  for (const auto& [rule, severity, count] : diagnosis.omitted) {
+    omitted += count;
+  }
+  json.member("omittedFindings", omitted);
 }
 
-void writeData(const std::u16string& file, const Contents& contents,
-               const lint::FileReport& linting, JsonWriter& json) {
+void writeData(const std::u16string& file, const Contents& contents, const Diagnosis& diagnosis,
+               JsonWriter& json) {
   summary::Tally tally(contents);
   json.beginObject().member("version", 1).member("file", file);
   summary::writeReleases(contents.base, contents.target, contents.targetUpdateLevel, json);
@@ -126,19 +127,19 @@ void writeData(const std::u16string& file, const Contents& contents,
   json.name("products");
   writeProducts(contents, tally, json);
   json.name("componentsWithFiles").array(contents.componentsWithFiles, writeComponentWithFiles);
-  writeFindings(linting, json);
+  writeFindings(diagnosis, json);
   json.endObject();
 }
 
 }  // namespace
 
 std::string makeReportData(const std::u16string& file, const Contents& contents,
-                           const lint::FileReport& linting) {
+                           const Diagnosis& diagnosis) {
   std::ostringstream text;
   // Otherwise a lack of memory would truncate the text silently.
   text.exceptions(std::ios_base::badbit);
   JsonWriter json(text);
-  writeData(file, contents, linting, json);
+  writeData(file, contents, diagnosis, json);
   return text.str();
 }
 

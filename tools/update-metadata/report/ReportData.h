@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "lint/ReportWriter.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 #include "summary/Contents.h"
 
 namespace update_metadata_tool::report {
@@ -35,8 +35,7 @@ namespace update_metadata_tool::report {
 /// the others. The text is one line, with the escapes of JsonWriter.
 ///
 /// \param file     the document's name, to show
-/// \param linting  the linter's report on the document
 std::string makeReportData(const std::u16string& file, const summary::Contents& contents,
-                           const lint::FileReport& linting);
+                           const install::update_metadata_parser::Diagnosis& diagnosis);
 
 }  // namespace update_metadata_tool::report

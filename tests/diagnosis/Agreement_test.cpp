@@ -1,6 +1,6 @@
-// The linter and the library agree on every document: lint finds an error exactly if the library
+// A diagnosis and the library agree on every document: there is an error exactly if the library
 // rejects it.
-#include "diagnosis/Linter.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -25,11 +25,11 @@ std::vector<std::string> validDocuments() {
           readDocument(toUtf16(UMP_SOURCE_DIR "/examples/documents/small/update.json"))};
 }
 
-std::string describeFindings(const FileReport& report) {
+std::string describeFindings(const Diagnosis& diagnosis) {
   std::string lines;
-  for (const Finding& finding : report.findings) {
-    lines += std::string(describe(finding.rule).id) + " at " + std::to_string(finding.offset) +
-             ": " + finding.message + '\n';
+  for (const Finding& finding : diagnosis.findings) {
+    lines += std::string(finding.rule) + " at " + std::to_string(finding.offset) + ": " +
+             finding.message + '\n';
   }
   return lines;
 }
@@ -39,30 +39,33 @@ std::string naiveFailureOf(const std::string& text) {
   return test_support::naiveLoadOutcomeOf(text).failure;
 }
 
-std::string predictedFailureOf(const FileReport& report) {
-  return report.exception ? report.exception->type + ": " + report.exception->text : "nothing";
+std::string predictedFailureOf(const Diagnosis& diagnosis) {
+  return diagnosis.exception ? diagnosis.exception->type + ": " + diagnosis.exception->text
+                             : "nothing";
 }
 
 // Compares the findings of a text with what the library does.
 ::testing::AssertionResult agrees(const std::string& text) {
-  const FileReport report = lintDocument("document.json", text, {});
+  DiagnosisOptions options;
+  options.path = u"document.json";
+  const Diagnosis diagnosis = diagnose(text, options);
   const auto isError = [](const Finding& finding) { return finding.severity == Severity::kError; };
-  const bool hasErrors = std::any_of(report.findings.begin(), report.findings.end(), isError);
-  const auto isUnexplained = [](const Finding& finding) { return finding.rule == Rule::kRefused; };
-  if (hasErrors == report.loads || report.loads == report.exception.has_value() ||
-      std::any_of(report.findings.begin(), report.findings.end(), isUnexplained)) {
+  const bool hasErrors = std::any_of(diagnosis.findings.begin(), diagnosis.findings.end(), isError);
+  const auto isUnexplained = [](const Finding& finding) { return finding.rule == "refused"; };
+  if (hasErrors == diagnosis.loads() ||
+      std::any_of(diagnosis.findings.begin(), diagnosis.findings.end(), isUnexplained)) {
     return ::testing::AssertionFailure()
-           << (report.loads ? "loads" : report.exception->text) << '\n'
-           << describeFindings(report) << text;
+           << (diagnosis.loads() ? "loads" : diagnosis.exception->text) << '\n'
+           << describeFindings(diagnosis) << text;
   }
-  for (const Finding& finding : report.findings) {
+  for (const Finding& finding : diagnosis.findings) {
     if (finding.offset > text.size() || finding.message.empty() || finding.advice.empty()) {
-      return ::testing::AssertionFailure() << describeFindings(report) << text;
+      return ::testing::AssertionFailure() << describeFindings(diagnosis) << text;
     }
   }
-  if (naiveFailureOf(text) != predictedFailureOf(report)) {
+  if (naiveFailureOf(text) != predictedFailureOf(diagnosis)) {
     return ::testing::AssertionFailure()
-           << naiveFailureOf(text) << " is not " << predictedFailureOf(report) << '\n'
+           << naiveFailureOf(text) << " is not " << predictedFailureOf(diagnosis) << '\n'
            << text;
   }
   return ::testing::AssertionSuccess();
@@ -80,13 +83,13 @@ class Selection {
   std::size_t count_ = 0;
 };
 
-TEST(LinterAgreesWithTheLibrary, OnValidDocuments) {
+TEST(DiagnosisAgreesWithTheLibrary, OnValidDocuments) {
   for (const std::string& document : validDocuments()) {
     EXPECT_TRUE(agrees(document));
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnEveryPrefix) {
+TEST(DiagnosisAgreesWithTheLibrary, OnEveryPrefix) {
   Selection selection(7);
   for (const std::string& document : validDocuments()) {
     for (std::size_t length = 0; length < document.size(); ++length) {
@@ -95,7 +98,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryPrefix) {
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnEveryDeletionOfAByte) {
+TEST(DiagnosisAgreesWithTheLibrary, OnEveryDeletionOfAByte) {
   Selection selection(7);
   for (const std::string& document : validDocuments()) {
     for (std::size_t offset = 0; offset < document.size(); ++offset) {
@@ -104,7 +107,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryDeletionOfAByte) {
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnBytesReplacedByOthers) {
+TEST(DiagnosisAgreesWithTheLibrary, OnBytesReplacedByOthers) {
   constexpr std::string_view kBytes("\0\n /\"'\\{}[]:,-+.09aeuntf\x7F\xC3\xA9\xFF", 29);
   Selection selection(61);
   const std::string document = test_support::variedDocument();
@@ -117,7 +120,7 @@ TEST(LinterAgreesWithTheLibrary, OnBytesReplacedByOthers) {
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnEveryValueReplaced) {
+TEST(DiagnosisAgreesWithTheLibrary, OnEveryValueReplaced) {
   constexpr const char* kValues[] = {
       "null", "true",   "1",   "-2.5",           "\"text\"",
       "[]",   "{}",     "[1]", "{\"qztype\":1}", "{\"qztype\":\"int8\",\"qzdata\":[1]}",
@@ -164,7 +167,7 @@ std::vector<std::string> changesOfMember(const std::string& document,
   return texts;
 }
 
-TEST(LinterAgreesWithTheLibrary, OnEveryMemberRemovedRepeatedOrRenamed) {
+TEST(DiagnosisAgreesWithTheLibrary, OnEveryMemberRemovedRepeatedOrRenamed) {
   Selection selection(7);
   for (const std::string& document : validDocuments()) {
     const source::SourceTree tree(document);
@@ -179,7 +182,7 @@ TEST(LinterAgreesWithTheLibrary, OnEveryMemberRemovedRepeatedOrRenamed) {
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
+TEST(DiagnosisAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
   const std::string document = test_support::variedDocument();
   const source::SourceTree tree(document);
   constexpr int kRounds = test_support::kFullEffort ? 20'000 : 600;
@@ -206,7 +209,7 @@ TEST(LinterAgreesWithTheLibrary, OnDocumentsWithSeveralChanges) {
   }
 }
 
-TEST(LinterAgreesWithTheLibrary, OnTextAroundTheDocument) {
+TEST(DiagnosisAgreesWithTheLibrary, OnTextAroundTheDocument) {
   for (const std::string& document : validDocuments()) {
     for (const char* around : {"\n", "\r\n", " ", "\xEF\xBB\xBF", "\xFF\xFE", "x", ",", "{}", "]",
                                "//\n", "/**/", "/*", "\"", "\0"}) {
