@@ -1,8 +1,9 @@
-# Debian packages: library, development files, command and documentation, made by "cpack -G DEB" from a build with
+# Debian packages: libraries, development files, command and documentation, made by "cpack -G DEB" from a build with
 # UMP_DEBIAN_PACKAGES and the prefix /usr. scripts/release makes them reproducible.
 
 set(revision 1)
 set(library libupdate-metadata-parser${PROJECT_VERSION_MAJOR})
+set(diagnosis libupdate-metadata-diagnosis${PROJECT_VERSION_MAJOR})
 set(UMP_DEBIAN_VERSION "${PROJECT_VERSION}-${revision}")
 set(UMP_DEBIAN_MAINTAINER "update_metadata_parser maintainers <maintainers@update-metadata-parser.example>")
 
@@ -15,7 +16,9 @@ configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${documents}/LICENSE" COPYONLY)
 configure_file("${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${documents}/changelog" COPYONLY)
 # Programs run with this minor version and any later one with the same SONAME.
 set(UMP_DEBIAN_NEEDED ">= ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
-configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/shlibs.in" "${documents}/shlibs" @ONLY)
+foreach(UMP_DEBIAN_LIBRARY parser diagnosis)
+  configure_file("${PROJECT_SOURCE_DIR}/packaging/debian/shlibs.in" "${documents}/${UMP_DEBIAN_LIBRARY}/shlibs" @ONLY)
+endforeach()
 execute_process(COMMAND gzip -9nf changelog changelog.Debian WORKING_DIRECTORY "${documents}" COMMAND_ERROR_IS_FATAL ANY)
 
 # ump_add_debian_package(COMPONENT NAME SECTION SUMMARY TEXT [component...])
@@ -45,8 +48,11 @@ ump_add_debian_package(
   runtime ${library} libs "reads update metadata documents - shared library"
   ".\nThis library reads one and reports which packages it deletes and extracts, and\nhow large they are.")
 ump_add_debian_package(
+  diagnosis ${diagnosis} libs "says what is wrong with update metadata documents - shared library"
+  ".\nThis library says whether one can be loaded, and what is wrong or doubtful in\nit and where.")
+ump_add_debian_package(
   development libupdate-metadata-parser-dev libdevel "reads update metadata documents - development files"
-  ".\nThis package holds the headers of the library that reads one, its CMake\npackage and its pkg-config file."
+  ".\nThis package holds the headers of the libraries that read one, their CMake\npackage and their pkg-config files."
   platform)
 ump_add_debian_package(
   tool update-metadata utils "answers questions about update metadata documents"
@@ -73,9 +79,13 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${UMP_DEBIAN_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_RUNTIME_DEB_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DIAGNOSIS_DEB_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOL_DEB_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_DEB_PACKAGE_CONTROL_EXTRA "${documents}/shlibs" "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
-set(CPACK_DEBIAN_DEVELOPMENT_DEB_PACKAGE_DEPENDS "${library} (= ${UMP_DEBIAN_VERSION})")
+set(triggers "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
+set(CPACK_DEBIAN_RUNTIME_DEB_PACKAGE_CONTROL_EXTRA "${documents}/parser/shlibs" "${triggers}")
+set(CPACK_DEBIAN_DIAGNOSIS_DEB_PACKAGE_CONTROL_EXTRA "${documents}/diagnosis/shlibs" "${triggers}")
+set(CPACK_DEBIAN_DEVELOPMENT_DEB_PACKAGE_DEPENDS
+    "${library} (= ${UMP_DEBIAN_VERSION}), ${diagnosis} (= ${UMP_DEBIAN_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_DEB_PACKAGE_SUGGESTS libupdate-metadata-parser-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_DEB_PACKAGE_ARCHITECTURE all)
 include(CPack)

@@ -1,6 +1,6 @@
 # The contents of an installation.
 #
-# Components: runtime (the shared library), development (public headers, static library, CMake package, pkg-config file,
+# Components: runtime (the shared library), diagnosis (the shared library of the diagnosis), development (public headers, static library, CMake package, pkg-config file,
 # link for the linker), platform (headers of the model, of the JSON value and of the platform libraries that the library was built
 # with), tool (the companion command with its manual pages and completion, and the schema of the document), documentation
 # (pages, examples and, if it is built, the reference), python (the Python module, if it is built).
@@ -10,7 +10,7 @@ set(UMP_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/update_metadata_parser")
 
 set(targets update_metadata_parser)
 if(UMP_STATIC_IS_WHOLE)
-  list(APPEND targets update_metadata_parser_static)
+  list(APPEND targets update_metadata_parser_static update_metadata_diagnosis_static)
 else()
   message(STATUS "Not installing the static library: the platform has libraries that it does not contain")
 endif()
@@ -22,6 +22,14 @@ install(
           COMPONENT runtime
           NAMELINK_COMPONENT development
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
+if(TARGET update_metadata_diagnosis)
+  install(
+    TARGETS update_metadata_diagnosis
+    EXPORT update_metadata_parser-targets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+            COMPONENT diagnosis
+            NAMELINK_COMPONENT development)
+endif()
 
 if(TARGET update-metadata)
   install(TARGETS update-metadata RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
@@ -47,6 +55,7 @@ endfunction()
 ump_install_headers(
   development
   "${PROJECT_SOURCE_DIR}/include"
+  install/update_metadata_parser/Diagnosis.h
   install/update_metadata_parser/Export.h
   install/update_metadata_parser/Limits.h
   install/update_metadata_parser/UpdateMetaData.h
@@ -83,19 +92,20 @@ install(
   DESTINATION "${UMP_INSTALL_CMAKEDIR}"
   COMPONENT development)
 
-# pkg-config: all paths are relative to the file, so that an installation can be moved.
+# pkg-config: all paths are relative to the files, so that an installation can be moved.
 set(UMP_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
 set(UMP_PC_INCLUDEDIR "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 set(UMP_PC_LIBDIR "${CMAKE_INSTALL_FULL_LIBDIR}")
 cmake_path(RELATIVE_PATH UMP_PC_PREFIX BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
 cmake_path(RELATIVE_PATH UMP_PC_INCLUDEDIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
 cmake_path(RELATIVE_PATH UMP_PC_LIBDIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
-configure_file("${PROJECT_SOURCE_DIR}/packaging/update_metadata_parser.pc.in"
-               "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser.pc" @ONLY)
-install(
-  FILES "${CMAKE_CURRENT_BINARY_DIR}/update_metadata_parser.pc"
-  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
-  COMPONENT development)
+foreach(library update_metadata_parser update_metadata_diagnosis)
+  configure_file("${PROJECT_SOURCE_DIR}/packaging/${library}.pc.in" "${CMAKE_CURRENT_BINARY_DIR}/${library}.pc" @ONLY)
+  install(
+    FILES "${CMAKE_CURRENT_BINARY_DIR}/${library}.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+    COMPONENT development)
+endforeach()
 
 # The documentation, in the layout of this tree and with everything that its pages link to, so that the links work.
 set(UMP_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/update-metadata-parser")

@@ -1,6 +1,10 @@
-# cmake -DEXPECTED=FILE -P run_and_compare.cmake -- COMMAND ARGUMENT...
+# cmake [-DSTATUS=NUMBER] -DEXPECTED=FILE -P run_and_compare.cmake -- COMMAND ARGUMENT...
 #
-# Runs the command and fails unless it succeeds and its output equals the content of FILE.
+# Runs the command and fails unless it exits with the status, 0 if none is given, and its output equals the content of
+# FILE.
+if(NOT DEFINED STATUS)
+  set(STATUS 0)
+endif()
 set(command "")
 set(is_command NO)
 math(EXPR last "${CMAKE_ARGC} - 1")
@@ -14,7 +18,7 @@ endforeach()
 
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output RESULT_VARIABLE result)
 file(READ "${EXPECTED}" expected)
-if(NOT result EQUAL 0)
+if(NOT result EQUAL STATUS)
   message(FATAL_ERROR "The command exited with ${result} and printed:\n${output}")
 endif()
 if(NOT output STREQUAL expected)

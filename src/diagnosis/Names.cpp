@@ -1,9 +1,9 @@
 #include "diagnosis/Names.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cwctype>
+#include <locale>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 #include "diagnosis/Text.h"
@@ -138,33 +138,24 @@ const PathRule kPathRules[] = {
      "the path contains both '/' and '\\'", "use one kind of separator, preferably '/'"},
 };
 
-// Converts a text to lower case by the system's table of characters, or else only ASCII.
-class Folding {
- public:
-  Folding() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
-  Folding(const Folding&) = delete;
-  Folding& operator=(const Folding&) = delete;
-  ~Folding() {
-    if (locale_ != nullptr) {
-      freelocale(locale_);
-    }
+// The system's table of characters where there is one, otherwise that of ASCII.
+std::locale tableOfCharacters() {
+  try {
+    return {std::locale::classic(), "C.UTF-8", std::locale::ctype};
+  } catch (const std::runtime_error&) {
+    return std::locale::classic();
   }
+}
 
-  std::u16string fold(std::string_view text) const {
-    std::u16string units = toUtf16(text);
-    for (char16_t& unit : units) {
-      if (locale_ != nullptr) {
-        unit = static_cast<char16_t>(towlower_l(unit, locale_));
-      } else if (unit >= u'A' && unit <= u'Z') {
-        unit = static_cast<char16_t>(unit - u'A' + u'a');
-      }
-    }
-    return units;
+std::u16string toLowerCase(std::string_view text) {
+  static const std::locale locale = tableOfCharacters();
+  const auto& table = std::use_facet<std::ctype<wchar_t>>(locale);
+  std::u16string units = toUtf16(text);
+  for (char16_t& unit : units) {
+    unit = static_cast<char16_t>(table.tolower(static_cast<wchar_t>(unit)));
   }
-
- private:
-  locale_t locale_;
-};
+  return units;
+}
 
 struct FoldedPath {
   std::u16string folded;
@@ -270,7 +261,6 @@ void checkNames(SourceDocument& document, std::size_t object, const char* what,
 
 void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem& item,
                 FindingList& findings) {
-  static const Folding folding;
   std::vector<FoldedPath> paths;
   document.forEachElement(array, [&](std::size_t element) {
     if (!document.isA(source::SourceKind::kString, element)) {
@@ -286,7 +276,7 @@ void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem&
         findings.add(rule.rule, document.tree(), element, {rule.message, rule.advice, item()});
       }
     }
-    paths.push_back({folding.fold(path), path, element});
+    paths.push_back({toLowerCase(path), path, element});
   });
   checkCase(document, paths, item, findings);
 }

@@ -16,6 +16,7 @@
 #include "foundation/core/except.h"
 #include "foundation/json/Value.h"
 #include "install/product_data_provider/ProductDataProvider.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
@@ -199,6 +200,20 @@ void checkFailures() {
          "the text for a missing file");
 }
 
+void checkDiagnosis() {
+  using namespace install::update_metadata_parser;
+  expect(diagnose(kDocument).loads(), "the document loads");
+  DiagnosisOptions options;
+  options.path = u"in memory";
+  const Diagnosis diagnosis = diagnose("{\"metadata\": ", options);
+  expect(diagnosis.exception && diagnosis.exception->type == "std::runtime_error" &&
+             diagnosis.exception->text == "Error while parsing in memory",
+         "the exception for a malformed document");
+  expect(diagnosis.findings.size() == 1 && diagnosis.findings[0].rule == "malformed-text" &&
+             diagnosis.findings[0].severity == Severity::kError,
+         "the reason for it");
+}
+
 void checkVersion() {
   const std::string headers = std::to_string(UPDATE_METADATA_PARSER_VERSION_MAJOR) + '.' +
                               std::to_string(UPDATE_METADATA_PARSER_VERSION_MINOR) + '.' +
@@ -219,6 +234,7 @@ int main() {
     checkModel(*parser.countingHandler());
     checkValues(parser);
     checkFailures();
+    checkDiagnosis();
     checkVersion();
   } catch (const std::exception& failure) {
     std::cout << "FAILED: unexpected exception: " << failure.what() << '\n';
