@@ -37,6 +37,11 @@ std::u16string toPath(const py::object& path) {
   return toUtf16(py::reinterpret_borrow<py::str>(native));
 }
 
+py::str toText(std::string_view text) {
+  return owned<py::str>(
+      PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "replace"));
+}
+
 py::object toPython(const std::u16string& text) {
   int order = PY_BIG_ENDIAN ? 1 : -1;  // native byte order, so a byte-order mark is a character
   return owned<py::str>(PyUnicode_DecodeUTF16(

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <pybind11/pybind11.h>
@@ -17,6 +18,9 @@ std::u16string toUtf16(const pybind11::str& text);
 ///
 /// Raises TypeError for a path of bytes.
 std::u16string toPath(const pybind11::object& path);
+
+/// Converts UTF-8 to a str; ill-formed parts become U+FFFD.
+pybind11::str toText(std::string_view text);
 
 /// Converts an answer, or a part of one, to new Python objects: text to str, sets to set, maps to
 /// dict, pairs to tuple.

@@ -10,6 +10,7 @@
 #include <pybind11/pybind11.h>
 
 #include "Conversion.h"
+#include "Linting.h"
 #include "install/update_metadata_parser/UpdateMetaData.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "install/update_metadata_parser/Version.h"
@@ -50,12 +51,7 @@ std::shared_ptr<UpdateMetaData> loadBytes(const py::bytes& document, const py::s
 // Sets the Python exception for a failure of the library, with the unchanged text. Text that is not
 // UTF-8 can come from a product table; its ill-formed parts are replaced.
 void raise(const py::object& type, const std::exception& failure) {
-  const std::string_view text = failure.what();
-  const auto message = py::reinterpret_steal<py::object>(
-      PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "replace"));
-  if (message) {
-    PyErr_SetObject(type.ptr(), message.ptr());
-  }
+  PyErr_SetObject(type.ptr(), update_metadata_python::toText(failure.what()).ptr());
 }
 
 void addExceptions(py::module_& module) {
@@ -144,4 +140,5 @@ PYBIND11_MODULE(update_metadata_parser, module) {
   module.def("load", &load, py::arg("path"), "Loads the document at a path.");
   module.def("load_bytes", &loadBytes, py::arg("document"), py::arg("name") = "document",
              "Loads a document from its bytes; messages call it by the given name.");
+  update_metadata_python::addLinting(module);
 }

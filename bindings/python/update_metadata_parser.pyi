@@ -6,7 +6,7 @@ query that looks something up opens them, and later ones are ignored.
 """
 
 import os
-from typing import Union
+from typing import Optional, Union
 
 __version__: str
 
@@ -44,8 +44,90 @@ class UpdateMetaData:
     def update_size_for_components_to_extract(self) -> dict[str, tuple[int, int]]:
         """The size and the unpacked size of each package to extract."""
 
+class RelatedPlace:
+    """Another place of the document that a finding refers to."""
+
+    @property
+    def offset(self) -> int:
+        """The byte in the document, from 0."""
+    @property
+    def line(self) -> int:
+        """The line, from 1."""
+    @property
+    def column(self) -> int:
+        """The byte in the line, from 1."""
+    @property
+    def message(self) -> str:
+        """What is there."""
+
+class Finding:
+    """One problem of a document.
+
+    Bytes of the document that are not UTF-8 are U+FFFD in the texts.
+    """
+
+    @property
+    def rule(self) -> str:
+        """The id of the rule, which never changes."""
+    @property
+    def severity(self) -> str:
+        """"info", "warning" or "error"."""
+    @property
+    def message(self) -> str:
+        """What is wrong."""
+    @property
+    def advice(self) -> str:
+        """What to do."""
+    @property
+    def offset(self) -> int:
+        """The first byte that is marked, from 0."""
+    @property
+    def length(self) -> int:
+        """The number of bytes that are marked."""
+    @property
+    def line(self) -> int:
+        """The line, from 1."""
+    @property
+    def column(self) -> int:
+        """The byte in the line, from 1."""
+    @property
+    def pointer(self) -> str:
+        """The JSON Pointer to the value; empty for the whole document."""
+    @property
+    def item(self) -> str:
+        """The value in words; may be empty."""
+    @property
+    def related(self) -> list[RelatedPlace]:
+        """Other places that the finding refers to."""
+
+class Diagnosis:
+    """Everything that is known about one document. Made by lint()."""
+
+    @property
+    def loads(self) -> bool:
+        """Whether load_bytes() loads the document."""
+    @property
+    def exception(self) -> Optional[tuple[str, str]]:
+        """The type in C++ and the text of the library's exception; None if the document loads."""
+    @property
+    def reader_message(self) -> str:
+        """The text reader's own message about malformed text, or an empty one."""
+    @property
+    def findings(self) -> list[Finding]:
+        """The problems, in the order of their offsets."""
+    @property
+    def omitted(self) -> dict[str, int]:
+        """How many findings of each rule are left out because there are too many."""
+
 def load(path: _Path) -> UpdateMetaData:
     """Loads the document at a path."""
 
 def load_bytes(document: bytes, name: str = "document") -> UpdateMetaData:
     """Loads a document from its bytes; the name stands for it in messages."""
+
+def lint(document: bytes, name: str = "document", product_data: Optional[_Path] = None) -> Diagnosis:
+    """Finds every problem of a document, as the command's lint does.
+
+    The name stands for the document in the exception's text. With product data, the products are
+    looked up there.
+    """

@@ -154,5 +154,45 @@ class Stub(unittest.TestCase):
         self.assertRegex(ump.__version__, r"^\d+\.\d+\.\d+$")
 
 
+class Linting(unittest.TestCase):
+    def test_finds_nothing_in_a_sample(self) -> None:
+        diagnosis = ump.lint((SMALL / "update.json").read_bytes(), product_data=PRODUCT_DATA)
+        self.assertTrue(diagnosis.loads)
+        self.assertIsNone(diagnosis.exception)
+        self.assertEqual(("", [], {}),
+                         (diagnosis.reader_message, diagnosis.findings, diagnosis.omitted))
+
+    def test_says_what_is_wrong_and_where(self) -> None:
+        document = b'{"metadata": {"a\xff": 1,\n"a\xff": 2}, "components": 5}'
+        diagnosis = ump.lint(document, "faulty.json")
+        self.assertFalse(diagnosis.loads)
+        with self.assertRaises(ump.UpdateMetaDataError) as failure:
+            ump.load_bytes(document, "faulty.json")
+        assert diagnosis.exception is not None
+        self.assertEqual(str(failure.exception), diagnosis.exception[1])
+        finding = next(each for each in diagnosis.findings if each.rule == "repeated-key")
+        self.assertEqual(
+            ("warning", "duplicate key 'a\ufffd': the first value is used, this one is ignored",
+             "remove or rename one of the two", 23, 4, 2, 1, "/metadata/a\ufffd",
+             "section 'metadata'"),
+            (finding.severity, finding.message, finding.advice, finding.offset, finding.length,
+             finding.line, finding.column, finding.pointer, finding.item))
+        self.assertEqual([(14, 1, 15, "the value that is used")],
+                         [(place.offset, place.line, place.column, place.message)
+                          for place in finding.related])
+
+    def test_has_the_message_of_the_text_reader(self) -> None:
+        diagnosis = ump.lint(b"{\n]", "faulty.json")
+        self.assertEqual(("std::runtime_error", "Error while parsing faulty.json"),
+                         diagnosis.exception)
+        self.assertIn("(Line 2, Column 1)", diagnosis.reader_message)
+
+    def test_looks_up_products(self) -> None:
+        document = make_document(products={"Nobody": {"delete": [], "extract": []}})
+        rules = {finding.rule for finding in ump.lint(document, product_data=PRODUCT_DATA).findings}
+        self.assertIn("unknown-product", rules)
+        self.assertNotIn("unknown-product", {finding.rule for finding in ump.lint(document).findings})
+
+
 if __name__ == "__main__":
     unittest.main()
