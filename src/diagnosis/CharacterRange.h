@@ -8,8 +8,8 @@ namespace install::update_metadata_parser::diagnosis {
 
 /// Characters from the first to the last.
 struct CharacterRange {
-  char32_t first;
-  char32_t last;
+  char32_t first;  ///< the first of them
+  char32_t last;   ///< the last of them
 };
 
 /// Returns whether a character is in one of the ranges. Logarithmic time.

@@ -14,16 +14,16 @@ namespace install::update_metadata_parser::diagnosis {
 
 /// Another place of the document that a finding refers to, and what is there.
 struct Mention {
-  std::size_t offset;
-  std::string message;
+  std::size_t offset;   ///< byte in the text, from 0
+  std::string message;  ///< what is there
 };
 
 /// What a finding says.
 struct FindingWords {
-  std::string message;
-  std::string advice;
+  std::string message;    ///< what is wrong
+  std::string advice;     ///< what to do
   std::string item = {};  ///< what the value is, in words; if empty, derived from its pointer
-  std::vector<Mention> related = {};
+  std::vector<Mention> related = {};  ///< other places
 };
 
 /// Collects the findings of one document.
@@ -34,8 +34,13 @@ struct FindingWords {
 /// rejects a document.
 class FindingList {
  public:
+  /// How many findings of one rule are kept.
   static constexpr std::size_t kMostOfOneRule = 100'000;
+
+  /// The memory of all findings.
   static constexpr std::size_t kMostBytes = 128'000'000;
+
+  /// The memory of all findings that are not errors.
   static constexpr std::size_t kMostBytesWithoutErrors = kMostBytes / 4 * 3;
 
   /// Adds a finding about some bytes of the text. Its pointer is that of the innermost value around

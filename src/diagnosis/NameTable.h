@@ -16,9 +16,10 @@ constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 /// names are in the order in which the library visits objects.
 class NameTable {
  public:
+  /// A member.
   struct Entry {
-    std::string_view name;
-    std::size_t key;
+    std::string_view name;  ///< as the library reads it
+    std::size_t key;        ///< the node
   };
 
   NameTable() = default;
@@ -35,6 +36,7 @@ class NameTable {
     return table;
   }
 
+  /// The members, sorted.
   const std::vector<Entry>& entries() const { return entries_; }
 
   /// The index of the first entry of that name; kNever if there is none. Logarithmic time.

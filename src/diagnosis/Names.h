@@ -11,9 +11,8 @@
 
 namespace install::update_metadata_parser::diagnosis {
 
-/// Reports a name or path that is empty or contains control or invisible characters.
-///
-/// \param what  how the message calls it: "component", "path"
+/// Reports a name or path that is empty or contains control or invisible characters. The message
+/// calls it by `what`: "component", "path".
 void checkName(SourceDocument& document, std::size_t node, const char* what,
                const DescribeItem& item, FindingList& findings);
 

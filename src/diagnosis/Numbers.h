@@ -19,8 +19,8 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
 
 /// A size as it is read, and its node.
 struct ReadSize {
-  std::size_t node;
-  std::int64_t bytes;
+  std::size_t node;    ///< the number
+  std::int64_t bytes;  ///< its value
 };
 
 /// Reports two sizes of a package that do not fit together: it is smaller unpacked than packed, or

@@ -9,28 +9,22 @@
 
 namespace install::update_metadata_parser::diagnosis {
 
-/// Reports a component that no product uses.
-///
-/// \param component  its key
+/// Reports a component, by its key, that no product uses.
 void reportUnused(const SourceDocument& document, std::size_t component, FindingList& findings);
 
-/// Reports packages that are ignored because products list their component only on the other side.
-///
-/// \param component  its key
-/// \param packages   the object with the packages, which is a member's value
-/// \param side       "delete" or "extract"
+/// Reports packages that are ignored because products list their component, which is given by its
+/// key, only on the other side. `packages` is the object with the packages, `side` "delete" or
+/// "extract".
 void reportUnreachable(const SourceDocument& document, std::size_t component, std::size_t packages,
                        const std::string& side, FindingList& findings);
 
-/// Reports a product that deletes a component that only has packages to extract.
-///
-/// \param element  the component's name in the product's list
+/// Reports a product that deletes a component that only has packages to extract. `element` is the
+/// component's name in the product's list.
 void reportNothingToDelete(const SourceDocument& document, std::size_t element,
                            std::string_view product, FindingList& findings);
 
-/// Reports a component with files to delete that is not described while a similar one is.
-///
-/// \param component  its key in the section of files
+/// Reports a component with files to delete that is not described while a similar one is, by its
+/// key in the section of files.
 void reportSimilar(const SourceDocument& document, std::size_t component, std::string_view similar,
                    FindingList& findings);
 

@@ -10,9 +10,9 @@ namespace install::update_metadata_parser::diagnosis {
 
 /// What a product has packages for.
 struct ProductWork {
-  std::size_t key;  ///< the product's
-  bool hasPackagesToDelete;
-  bool hasPackagesToExtract;
+  std::size_t key;            ///< the product's
+  bool hasPackagesToDelete;   ///< whether any component to delete has packages
+  bool hasPackagesToExtract;  ///< whether any component to extract has packages
 };
 
 /// Checks the references between the sections of a complete document: components that no product

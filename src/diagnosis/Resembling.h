@@ -21,7 +21,10 @@ std::size_t mostEdits(std::string_view name);
 /// limit is reached, nothing is found.
 class NearestNames {
  public:
+  /// Knows no name.
   NearestNames() = default;
+
+  /// Knows these names, whose bytes must outlive it.
   explicit NearestNames(std::vector<std::string_view> names) : names_(std::move(names)) {}
 
   /// The nearest of the names within `most` edits, usually mostEdits(); of several, the first.

@@ -7,6 +7,7 @@
 
 #include "install/update_metadata_parser/Diagnosis.h"
 
+/// What is wrong with a document, and where.
 namespace install::update_metadata_parser::diagnosis {
 
 /// What a diagnosis looks for. The number of a rule is the index of its description in allRules().
@@ -69,19 +70,21 @@ enum class Rule {
   kProductData,
 };
 
+/// How many rules there are.
 constexpr std::size_t kRuleCount = static_cast<std::size_t>(Rule::kProductData) + 1;
 
 /// What users see of a rule in lists and findings.
 struct RuleDescription {
-  Rule rule;
-  const char* id;  ///< never changes: users write it into their settings
-  Severity severity;
+  Rule rule;            ///< which one
+  const char* id;       ///< never changes: users write it into their settings
+  Severity severity;    ///< of its findings
   const char* summary;  ///< one line, without a full stop at the end
 };
 
 /// Every rule, in the order of Rule.
 const std::array<RuleDescription, kRuleCount>& allRules();
 
+/// The description of a rule.
 const RuleDescription& describe(Rule rule);
 
 /// The rule of that id, if there is one.

@@ -9,9 +9,13 @@ namespace install::update_metadata_parser::diagnosis {
 /// "metadata", and returns the sections.
 Sections checkTop(SourceDocument& document, FindingList& findings);
 
-/// The same in the other sections, whose numbers, names and paths are also checked.
+/// The same in "components", whose numbers and names are also checked.
 void checkComponents(SourceDocument& document, std::size_t components, FindingList& findings);
+
+/// The same in "products".
 void checkProducts(SourceDocument& document, std::size_t products, FindingList& findings);
+
+/// The same in "componentsWithFilesDeleted", whose paths are also checked.
 void checkFiles(SourceDocument& document, std::size_t components, FindingList& findings);
 
 }  // namespace install::update_metadata_parser::diagnosis

@@ -17,6 +17,7 @@ class SourceDocument {
   /// Decodes every string and key with escapes or ill-formed UTF-8 once. Linear in the text.
   explicit SourceDocument(const source::SourceTree& tree);
 
+  /// The text with the places of all its values.
   const source::SourceTree& tree() const { return tree_; }
 
   /// Leaves out the member with this key from now on.
@@ -43,6 +44,7 @@ class SourceDocument {
     }
   }
 
+  /// Whether a value is of a kind.
   bool isA(source::SourceKind kind, std::size_t value) const { return tree_[value].kind == kind; }
 
   /// The bytes of a string or key, its escapes resolved, which live as long as the document.
@@ -74,11 +76,11 @@ class SourceDocument {
 /// The values of the sections of a document, except those that are missing, null or of the wrong
 /// kind.
 struct Sections {
-  std::optional<std::size_t> metadata;
-  std::optional<std::size_t> components;
-  std::optional<std::size_t> products;
-  std::optional<std::size_t> files;
-  bool areComponentsNull = false;  ///< no component is described, which is not an error
+  std::optional<std::size_t> metadata;    ///< "metadata"
+  std::optional<std::size_t> components;  ///< "components"
+  std::optional<std::size_t> products;    ///< "products"
+  std::optional<std::size_t> files;       ///< "componentsWithFilesDeleted"
+  bool areComponentsNull = false;         ///< no component is described, which is not an error
 };
 
 }  // namespace install::update_metadata_parser::diagnosis

@@ -11,10 +11,10 @@ namespace install::update_metadata_parser::diagnosis {
 
 /// A common mistake, and what to write instead.
 struct KnownMistake {
-  std::size_t offset;
-  std::size_t length;
-  std::string message;
-  std::string advice;
+  std::size_t offset;   ///< first byte of the mistake
+  std::size_t length;   ///< number of its bytes
+  std::string message;  ///< what is wrong
+  std::string advice;   ///< what to write instead
 };
 
 /// Recognizes notations other than JSON: True, yes, 5 MB, 0x1F, curly quotation marks, '=' and the
@@ -22,9 +22,7 @@ struct KnownMistake {
 std::optional<KnownMistake> findKnownMistake(std::string_view text,
                                              const source::SyntaxFault& fault);
 
-/// Returns what to do about any other error.
-///
-/// \param begin  where the document begins
+/// Returns what to do about any other error in a document that begins at the offset `begin`.
 std::string adviseOnSyntax(std::string_view text, std::size_t begin,
                            const source::SyntaxFault& fault);
 

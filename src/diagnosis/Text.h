@@ -26,6 +26,7 @@ char32_t takeCharacter(std::u16string_view text, std::size_t& index);
 /// around it, or is invisible: zero-width characters, fillers, tags, variation selectors.
 bool isUnseen(char32_t character);
 
+/// Returns whether a text begins with another one.
 inline bool startsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
 }
@@ -35,7 +36,10 @@ inline bool continuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+/// The digits for appendHexadecimal().
 constexpr const char* kUpperCaseHexadecimal = "0123456789ABCDEF";
+
+/// The same in lower case.
 constexpr const char* kLowerCaseHexadecimal = "0123456789abcdef";
 
 /// Appends the last `digits` hexadecimal digits of a number, at most eight.
@@ -46,7 +50,7 @@ void appendHexadecimal(char32_t number, unsigned digits, std::string& text,
 struct Character {
   char32_t code;      ///< or the byte's value
   std::size_t bytes;  ///< 1 for such a byte
-  bool isUtf8;
+  bool isUtf8;        ///< whether it is a character
 };
 
 /// The first character of `text`, or its first byte if that does not begin a character.
@@ -55,7 +59,7 @@ struct Character {
 Character firstCharacter(std::string_view text);
 
 /// Appends one character so that it is safe to show on a terminal: an unseen one as its code,
-/// <U+001B>, a byte that is not UTF-8 as its value, <FF>.
+/// `<U+001B>`, a byte that is not UTF-8 as its value, `<FF>`.
 void appendVisible(const Character& character, std::string& shown);
 
 }  // namespace install::update_metadata_parser::diagnosis

@@ -17,11 +17,13 @@ std::string quoteKey(std::string_view component, std::string_view package);
 /// A kind in words: "a number", "an object".
 const char* describeKind(source::SourceKind kind);
 
-/// What a value is, in words.
+/// What a component is, in words.
 std::string describeComponent(std::string_view component);
+
+/// What a product is, in words.
 std::string describeProduct(std::string_view product);
 
-/// \param what  "to delete", "to extract" or "with files to delete"
+/// What a package is, in words; `what` is "to delete", "to extract" or "with files to delete".
 std::string describePackage(std::string_view package, const char* what, std::string_view component);
 
 /// What the value at a JSON Pointer is or belongs to, in words, as far as the pointer shows it;

@@ -36,13 +36,13 @@ struct RelatedPlace {
 /// bytes: control characters, and text that is not UTF-8.
 struct Finding {
   std::string_view rule;  ///< the id: "repeated-key"; exists as long as the diagnosis library
-  Severity severity;
-  std::string message;  ///< what is wrong
-  std::string advice;   ///< what to do
-  std::size_t offset;   ///< first byte that is marked, from 0; at most the size of the text
-  std::size_t length;   ///< number of bytes that are marked; may reach beyond the text
-  std::size_t line;     ///< of the first byte, from 1; only line feeds end a line
-  std::size_t column;   ///< in bytes, from 1
+  Severity severity;      ///< of the rule
+  std::string message;    ///< what is wrong
+  std::string advice;     ///< what to do
+  std::size_t offset;     ///< first byte that is marked, from 0; at most the size of the text
+  std::size_t length;     ///< number of bytes that are marked; may reach beyond the text
+  std::size_t line;       ///< of the first byte, from 1; only line feeds end a line
+  std::size_t column;     ///< in bytes, from 1
 
   /// JSON Pointer (RFC 6901) to the value; empty for the whole document. Instead of one of more
   /// than 4,096 bytes, that of an enclosing value.
@@ -52,14 +52,15 @@ struct Finding {
   /// and for members that are not read.
   std::string item;
 
+  /// Other places that the finding refers to, such as the value that is used.
   std::vector<RelatedPlace> related;
 };
 
 /// Findings of one rule that are left out because there are too many.
 struct OmittedFindings {
   std::string_view rule;  ///< as Finding::rule
-  Severity severity;
-  std::size_t count;
+  Severity severity;      ///< of the rule
+  std::size_t count;      ///< how many are left out
 };
 
 /// An exception of the library.
@@ -112,7 +113,8 @@ struct DiagnosisOptions {
 /// in it. A program that links update_metadata_parser as well has two copies of the reader, which
 /// share nothing and know nothing of each other.
 ///
-/// \param text  the bytes of the document, as readFile() returns them
+/// \param text     the bytes of the document, as readFile() returns them
+/// \param options  what else there is to know
 ///
 /// \throws std::bad_alloc  there is not enough memory: nothing is known about the document
 ///

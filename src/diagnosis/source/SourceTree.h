@@ -7,8 +7,10 @@
 #include <string>
 #include <string_view>
 
+/// A text as it is written, with the places of its values.
 namespace install::update_metadata_parser::diagnosis::source {
 
+/// What a value is; a key is one, too.
 enum class SourceKind : std::uint8_t {
   kNull,
   kBoolean,
@@ -28,7 +30,7 @@ struct SourceNode {
   std::size_t begin;  ///< offset of its first byte in the text
   std::size_t end;    ///< offset after its last byte
   std::size_t next;   ///< index of the node after it and all its content
-  SourceKind kind;
+  SourceKind kind;    ///< what it is
   bool hasEscapes;    ///< a string or key that is written with a backslash
   bool isClosed;      ///< false for a container in which the text ends
   std::uint8_t note;  ///< used by the text reader
@@ -54,9 +56,8 @@ struct SyntaxFault {
 class SourceTree {
  public:
   /// Reads the value that begins at the offset `begin` of a text, which must outlive the tree.
-  /// Memory and time are linear in its size.
-  ///
-  /// \param allowComments  accept // and /* */ comments wherever white space is allowed
+  /// Memory and time are linear in its size. If `allowComments` is true, line and block comments
+  /// are accepted wherever white space is.
   explicit SourceTree(std::string_view text, std::size_t begin = 0, bool allowComments = false);
 
   /// Why the library cannot read the text, if it cannot. The nodes are then those before the fault,
@@ -66,9 +67,13 @@ class SourceTree {
   /// Whether the first value of the text is complete; other text may follow it.
   bool isWhole() const { return !nodes_.empty() && nodes_.front().isClosed; }
 
+  /// All nodes, in the order of the text.
   const std::deque<SourceNode>& nodes() const { return nodes_; }
+
+  /// The node of that index.
   const SourceNode& operator[](std::size_t index) const { return nodes_[index]; }
 
+  /// The text that was read.
   std::string_view text() const { return text_; }
 
   /// The value of the text. \pre It has a node.
@@ -90,8 +95,10 @@ class SourceTree {
   /// The value of a number as the library reads it.
   double number(std::size_t index) const;
 
-  /// The same number as the library reads it as a size in bytes, and as an update level.
+  /// The same number as the library reads it as a size in bytes.
   std::int64_t byteCount(std::size_t index) const;
+
+  /// The same number as the library reads it as an update level.
   int updateLevel(std::size_t index) const;
 
  private:
