@@ -12,11 +12,11 @@ namespace {
 // Formats a sum, or `above` or `below` and the 64-bit bound that it exceeds.
 template <class Format>
 std::string formatOrBound(const ByteSum& sum, const char* above, const char* below, Format format) {
-  using Limits = std::numeric_limits<std::int64_t>;
+  using Numbers = std::numeric_limits<std::int64_t>;
   if (const std::optional<std::int64_t> value = sum.value()) {
     return format(*value);
   }
-  return sum.isNegative() ? below + format(Limits::min()) : above + format(Limits::max());
+  return sum.isNegative() ? below + format(Numbers::min()) : above + format(Numbers::max());
 }
 
 }  // namespace
