@@ -3,7 +3,8 @@
 
   scripts/check/coverage.py LINES BRANCHES FOLDER=PERCENT...
 
-LINES and BRANCHES are what llvm-cov exports as lcov and as JSON.
+LINES and BRANCHES are what llvm-cov exports as lcov and as JSON. A folder does not include those below it that
+are also given.
 """
 
 import collections
@@ -53,12 +54,14 @@ def main():
             texts[source] = [line.strip() for line in text]
     failed = False
     left_out = set()
+    folders = [limit.partition("=")[0] for limit in limits]
     for limit in limits:
         folder, _, least = limit.partition("=")
+        inner = tuple(other + "/" for other in folders if other.startswith(folder + "/"))
         for kind, counts in kinds.items():
             run = missed = 0
             for source in counts:
-                if not source.startswith(folder + "/"):
+                if not source.startswith(folder + "/") or source.startswith(inner):
                     continue
                 for place, count in counts[source].items():
                     text = texts[source][place[0] - 1]

@@ -10,7 +10,7 @@
 /// A text as it is written, with the places of its values.
 namespace install::update_metadata_parser::diagnosis::source {
 
-/// What a value is; a key is one, too.
+/// The kind of a value or a key.
 enum class SourceKind : std::uint8_t {
   kNull,
   kBoolean,

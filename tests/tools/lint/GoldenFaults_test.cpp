@@ -23,11 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
-using install::update_metadata_parser::diagnosis::allRules;
 using install::update_metadata_parser::diagnosis::describe;
 using install::update_metadata_parser::diagnosis::findRule;
-using install::update_metadata_parser::diagnosis::Rule;
-using install::update_metadata_parser::diagnosis::RuleDescription;
 using test_support::readBytes;
 using test_support::ToolRun;
 
@@ -154,42 +151,6 @@ TEST_P(FaultyDocumentInEveryForm, IsReportedAsItsExpectationsSay) {
 INSTANTIATE_TEST_SUITE_P(Cases, FaultyDocumentInEveryForm,
                          ::testing::Values("many-faults", "faultless", "missing-brace",
                                            "wide-characters", "same-name", "shared-base-code"),
-                         [](const auto& row) { return toTestName(row.param); });
-
-std::vector<std::string> shownRules() {
-  std::vector<std::string> ids;
-  for (const RuleDescription& description : allRules()) {
-    // The fallback has no findings as long as the other rules are complete.
-    if (description.rule != Rule::kRefused) {
-      ids.emplace_back(description.id);
-    }
-  }
-  return ids;
-}
-
-// Whether a rule has a finding for a document in its folder.
-bool fires(const std::string& id, const std::string& document, const std::string& productData) {
-  install::update_metadata_parser::DiagnosisOptions options;
-  if (fs::exists(kFolder / id / productData)) {
-    options.productData = (kFolder / id / productData).u16string();
-  }
-  const Diagnosis diagnosis =
-      install::update_metadata_parser::diagnose(readBytes(kFolder / id / document), options);
-  return std::any_of(diagnosis.findings.begin(), diagnosis.findings.end(),
-                     [&](const Finding& finding) { return finding.rule == id; });
-}
-
-class ShownRule : public ::testing::TestWithParam<std::string> {};
-
-TEST_P(ShownRule, FiresForItsDocumentAndNotForOneThatIsNearlyTheSame) {
-  const std::string& id = GetParam();
-  // A rule about product data has better product data instead.
-  const bool hasOthers = fs::exists(kFolder / id / "silent-product-data");
-  EXPECT_TRUE(fires(id, "document.json", "product-data"));
-  EXPECT_FALSE(fires(id, "silent.json", hasOthers ? "silent-product-data" : "product-data"));
-}
-
-INSTANTIATE_TEST_SUITE_P(Rules, ShownRule, ::testing::ValuesIn(shownRules()),
                          [](const auto& row) { return toTestName(row.param); });
 
 }  // namespace
