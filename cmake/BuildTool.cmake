@@ -1,10 +1,15 @@
 # Decides whether to build the companion command unless the user has decided: builds it if its libraries are found,
 # except when this tree is part of another build or uses another platform, which the command does not support.
+set(UMP_TOOL_LIBRARIES CLI11 nlohmann_json)
+if(NOT WIN32)
+  # Windows computes digests by itself.
+  list(APPEND UMP_TOOL_LIBRARIES OpenSSL)
+endif()
 if(UMP_BUILD_TOOL STREQUAL "AUTO")
   set(UMP_BUILD_TOOL OFF)
   if(PROJECT_IS_TOP_LEVEL AND UMP_PLATFORM_FILE STREQUAL "${PROJECT_SOURCE_DIR}/cmake/PlatformStandIns.cmake")
     set(missing "")
-    foreach(library CLI11 OpenSSL nlohmann_json)
+    foreach(library IN LISTS UMP_TOOL_LIBRARIES)
       find_package(${library} QUIET)
       if(NOT ${library}_FOUND)
         list(APPEND missing ${library})

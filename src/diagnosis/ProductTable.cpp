@@ -9,7 +9,7 @@
 namespace install::update_metadata_parser::diagnosis {
 
 std::vector<std::string> readProductNames(const std::u16string& productData) {
-  std::filesystem::path path(toUtf8(productData));
+  std::filesystem::path path = std::filesystem::u8path(toUtf8(productData));
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) {
     path /= kProductTable;

@@ -32,8 +32,8 @@ class TemporaryFolder {
   /// Makes a folder and the folders above it; returns its path.
   std::u16string makeFolder(std::string_view name) const;
 
-  /// Makes a symbolic link to `target`, which is stored verbatim; returns its path. Like the two
-  /// operations below, only on POSIX systems.
+  /// Makes a symbolic link to `target`, which is stored verbatim; returns its path. On Windows,
+  /// this and the two operations below end the test as skipped.
   std::u16string makeLink(std::string_view name, std::string_view target) const;
 
   /// Makes a FIFO; returns its path.

@@ -33,7 +33,7 @@ const fs::path kFolder = fs::path(UMP_SOURCE_DIR) / "tests" / "golden" / "lint";
 // Lints the document of a case, against the product data of the case if there are any.
 ToolRun lint(const std::string& name, const std::string& format) {
   test_support::ToolSurroundings around;
-  around.folder = kFolder / name;
+  around.folder = (kFolder / name).string();
   std::vector<std::string> arguments = {"lint", "document.json", "--format", format};
   if (fs::exists(kFolder / name / "product-data")) {
     arguments.insert(arguments.end(), {"--product-data", "product-data"});
@@ -125,7 +125,8 @@ TEST_P(FaultyDocument, IsReportedAsItsExpectationSays) {
   expectStored(text.out, "expected.txt");
   const ToolRun json = lint(GetParam(), "json");
   const Json report = Json::parse(json.out);
-  EXPECT_EQ(withReplacements(textOf(report, readBytes(kFolder / GetParam() / "document.json"))),
+  EXPECT_EQ(withReplacements(
+                textOf(report, readBytes((kFolder / GetParam() / "document.json").string()))),
             withReplacements(text.out));
   EXPECT_EQ(text.err + json.err, "");
   const int exitCode = report["totals"]["errors"] != 0 ? 1 : 0;

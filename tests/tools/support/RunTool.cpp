@@ -10,10 +10,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <ostream>
-#include <stdexcept>
 #include <system_error>
 
 #include "support/TemporaryFolder.h"
@@ -133,24 +129,6 @@ class Terminal {
 };
 
 }  // namespace
-
-bool operator==(const ToolRun& left, const ToolRun& right) {
-  return left.exitCode == right.exitCode && left.out == right.out && left.err == right.err;
-}
-
-std::ostream& operator<<(std::ostream& out, const ToolRun& run) {
-  return out << "exit code " << run.exitCode << "\nstandard output:\n"
-             << run.out << "standard error:\n"
-             << run.err;
-}
-
-std::string readBytes(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    throw std::runtime_error("cannot read " + path);
-  }
-  return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
 
 ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurroundings& around) {
   const TemporaryFolder folder;

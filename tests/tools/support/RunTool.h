@@ -1,22 +1,13 @@
 #pragma once
 
 #include <cstddef>
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "support/ToolRun.h"
+
 namespace test_support {
-
-/// How a run of the command ended, and what it wrote.
-struct ToolRun {
-  int exitCode = 0;  ///< or the negative number of the signal that ended it
-  std::string out;
-  std::string err;
-};
-
-bool operator==(const ToolRun& left, const ToolRun& right);
-std::ostream& operator<<(std::ostream& out, const ToolRun& run);
 
 /// The environment of a run.
 struct ToolSurroundings {
@@ -40,8 +31,5 @@ struct ToolSurroundings {
 ///
 /// Throws std::system_error if it cannot be run.
 ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurroundings& around = {});
-
-/// The bytes of the file at `path`. Throws std::runtime_error if it cannot be read.
-std::string readBytes(const std::string& path);
 
 }  // namespace test_support

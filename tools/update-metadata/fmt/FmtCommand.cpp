@@ -144,7 +144,8 @@ FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& ou
                                        std::ostream& err) const {
   const bool isFilter = file == input::kStandardInput;
   std::error_code ignored;
-  if (!checksOnly_ && !isFilter && std::filesystem::is_other(file, ignored)) {
+  if (!checksOnly_ && !isFilter &&
+      std::filesystem::is_other(std::filesystem::u8path(file), ignored)) {
     // Not even read: the content of a pipe can be read only once and would be lost.
     complain(file, "was not changed: it is not a regular file; pipe its content to 'fmt -'", err);
     return Outcome::kFailed;

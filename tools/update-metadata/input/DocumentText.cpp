@@ -7,6 +7,7 @@
 
 #include "install/update_metadata_parser/Limits.h"
 #include "output/Text.h"
+#include "terminal/Console.h"
 #include "terminal/Terminal.h"
 
 namespace update_metadata_tool::input {
@@ -18,7 +19,8 @@ constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
 // that is waiting for them.
 void promptForTyping(terminal::ProgressLine& progress) {
   progress.clear();
-  std::cerr << "update-metadata: reading the document from the terminal; end it with Ctrl-D\n"
+  std::cerr << "update-metadata: reading the document from the terminal; end it with "
+            << terminal::kEndOfInputKeys << '\n'
             << std::flush;
 }
 

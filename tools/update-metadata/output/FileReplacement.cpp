@@ -1,6 +1,7 @@
 #include "output/FileReplacement.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -16,6 +17,25 @@
 #include "output/Text.h"
 
 namespace update_metadata_tool::output {
+
+/// Owns a file descriptor and closes it. Negative if there is none.
+class Descriptor {
+ public:
+  explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (descriptor_ >= 0) {
+      ::close(descriptor_);
+    }
+  }
+
+  int get() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
 namespace {
 
 constexpr const char* kAccessList = "system.posix_acl_access";
@@ -45,13 +65,13 @@ bool isUnchanged(const struct stat& before, const struct stat& now) {
          before.st_size == now.st_size && isSame(before.st_mtim, now.st_mtim);
 }
 
-std::string follow(const std::string& path) {
+std::filesystem::path follow(const std::string& path) {
   std::error_code error;
   std::filesystem::path target = std::filesystem::canonical(path, error);
   if (error) {
     fail("its path cannot be resolved", error.value());
   }
-  return target.string();
+  return target;
 }
 
 int openFolder(const std::filesystem::path& folder) {
@@ -188,23 +208,29 @@ class TemporaryFile {
 
 }  // namespace
 
-Descriptor::~Descriptor() {
-  if (descriptor_ >= 0) {
-    ::close(descriptor_);
+struct OpenedFile::State {
+  // `target` has no symbolic links.
+  State(const std::filesystem::path& target, Use use)
+      : folder(openFolder(target.parent_path())),
+        name(target.filename().string()),
+        file(
+            openIn(folder, name.empty() ? "." : name, use == Use::kReplace ? O_WRONLY : O_RDONLY)) {
+    if (file.get() < 0) {
+      fail(use == Use::kReplace ? "the file cannot be written" : "the file cannot be opened");
+    }
+    status = statusOf(file.get());
   }
-}
+
+  Descriptor folder;
+  std::string name;  // in that folder
+  Descriptor file;
+  struct stat status {};
+};
 
 OpenedFile::OpenedFile(const std::string& path, Use use)
-    : path_(follow(path)),
-      folder_(openFolder(std::filesystem::path(path_).parent_path())),
-      name_(std::filesystem::path(path_).filename().string()),
-      file_(openIn(folder_, name_.empty() ? "." : name_,
-                   use == Use::kReplace ? O_WRONLY : O_RDONLY)) {
-  if (file_.get() < 0) {
-    fail(use == Use::kReplace ? "the file cannot be written" : "the file cannot be opened");
-  }
-  status_ = statusOf(file_.get());
-}
+    : state_(std::make_unique<State>(follow(path), use)) {}
+
+OpenedFile::~OpenedFile() = default;
 
 std::string OpenedFile::read(std::uint64_t atMost) const {
   constexpr std::size_t kBytesAtOnce = std::size_t{1} << 20U;
@@ -212,7 +238,7 @@ std::string OpenedFile::read(std::uint64_t atMost) const {
   for (std::size_t size = 0;;) {
     text.resize(size + kBytesAtOnce);
     const ssize_t got =
-        ::pread(file_.get(), text.data() + size, kBytesAtOnce, static_cast<off_t>(size));
+        ::pread(state_->file.get(), text.data() + size, kBytesAtOnce, static_cast<off_t>(size));
     if (got < 0 && errno != EINTR) {
       throw std::ios_base::failure("the file cannot be read",
                                    std::error_code(errno, std::generic_category()));
@@ -229,27 +255,27 @@ void OpenedFile::replace(std::string_view content) const {
   constexpr const char* kChanged = "the file has changed since it was read";
   const BlockedSignals blocked;
   // Opened, because only the system knows whether the file may be written.
-  const int opened = openIn(folder_, name_, O_WRONLY);
+  const int opened = openIn(state_->folder, state_->name, O_WRONLY);
   if (opened < 0 && (errno == ELOOP || errno == ENOENT || errno == ENXIO || errno == EISDIR)) {
     fail(kChanged, ECANCELED);
   } else if (opened < 0) {
     fail("the file cannot be written");
   }
   const Descriptor current(opened);
-  TemporaryFile file(folder_, 0600);
+  TemporaryFile file(state_->folder, 0600);
   file.write(content);
   struct stat status {};
-  if (::fstat(current.get(), &status) != 0 || !isUnchanged(status_, status)) {
+  if (::fstat(current.get(), &status) != 0 || !isUnchanged(state_->status, status)) {
     fail(kChanged, ECANCELED);
   }
   file.copyRights(current.get(), status);
   file.flush();
   // The last check: the name must still belong to this file, which must still be unchanged.
-  if (::fstatat(folder_.get(), name_.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
-      !isUnchanged(status_, status)) {
+  if (::fstatat(state_->folder.get(), state_->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+      !isUnchanged(state_->status, status)) {
     fail(kChanged, ECANCELED);
   }
-  file.rename(name_);
+  file.rename(state_->name);
 }
 
 void writeFile(const std::string& path, std::string_view content) {

@@ -1,26 +1,11 @@
 #pragma once
 
-#include <sys/stat.h>
-
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace update_metadata_tool::output {
-
-/// Owns a file descriptor and closes it. Negative if there is none.
-class Descriptor {
- public:
-  explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor();
-
-  int get() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 /// A regular file that is opened now and can be replaced later if it is unchanged by then.
 ///
@@ -31,7 +16,10 @@ class OpenedFile {
   enum class Use { kReadAndReplace, kReplace };
 
   /// \throws std::system_error  it is missing, is not a regular file or cannot be opened for `use`
+  ///
+  /// \pre `path` is UTF-8 on Windows
   explicit OpenedFile(const std::string& path, Use use = Use::kReadAndReplace);
+  ~OpenedFile();
 
   /// Reads the whole file, or what exceeds `atMost` bytes by a little if it is longer.
   ///
@@ -45,7 +33,8 @@ class OpenedFile {
   ///
   /// Keeps mode, access control list, owner and group. If the system does not permit keeping the
   /// group, the group loses its rights, so that no other group gets them. Other hard links keep the
-  /// old content.
+  /// old content. On Windows, keeps attributes and access control list, and closes the file, which
+  /// can then not be used again.
   ///
   /// \throws std::system_error  nothing was changed: the file may not be written, or no file can be
   ///                            created beside it; with std::errc::operation_canceled, the file was
@@ -53,11 +42,9 @@ class OpenedFile {
   void replace(std::string_view content) const;
 
  private:
-  std::string path_;  ///< without symbolic links
-  Descriptor folder_;
-  std::string name_;  ///< in that folder
-  Descriptor file_;
-  struct stat status_ {};
+  struct State;
+
+  std::unique_ptr<State> state_;
 };
 
 /// Writes a file, all or nothing. An existing file is replaced as by OpenedFile; a new one gets the

@@ -40,8 +40,9 @@ class InstalledTree {
   /// The path is resolved as the system does to open a file: links are followed, and ".." leads up
   /// from where they led. Below a missing folder, the rest is resolved by name alone, so that a
   /// path out of the tree is detected even if it does not exist. A link at the end is followed to
-  /// see where it leads, but counts as an existing file even if it leads to a folder or nowhere. A
-  /// backslash is part of a name and does not separate folders.
+  /// see where it leads, but counts as an existing file even if it leads to a folder or nowhere.
+  /// Except on Windows, a backslash is part of a name and does not separate folders; on Windows,
+  /// ".." is resolved by name, as the system does.
   ///
   /// A path that is not well-formed or contains a NUL is missing: no file can have that name.
   InstalledFile find(std::u16string_view path) const;

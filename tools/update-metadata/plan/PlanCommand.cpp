@@ -38,7 +38,7 @@ or the document could not be loaded or queried.)";
 // Nothing, after a message, if the folder cannot be accessed.
 std::optional<InstalledTree> openTree(const std::string& folder, std::ostream& err) {
   try {
-    return InstalledTree(std::filesystem::path(folder));
+    return InstalledTree(std::filesystem::u8path(folder));
   } catch (const std::filesystem::filesystem_error& failure) {
     err << "update-metadata: '" << output::toVisible(folder)
         << "' cannot be read as a folder: " << failure.code().message()

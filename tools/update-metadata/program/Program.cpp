@@ -60,6 +60,8 @@ void describeProgram(CLI::App& app) {
   app.set_version_flag(
       "--version", std::string("update-metadata ") + install::update_metadata_parser::version());
   app.require_subcommand(0, 1);
+  // On Windows a slash would begin an option, but paths may begin with one.
+  app.allow_windows_style_options(false);
   app.failure_message(describeUsageError);
   app.footer(
       "Run 'update-metadata SUBCOMMAND --help' for a subcommand's options. Examples:\n"

@@ -52,10 +52,10 @@ std::u16string nameToShow(const std::string& file) {
              : std::filesystem::path(toUtf16(file)).filename().u16string();
 }
 
-// Whether both paths lead to one existing file.
-bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+// Whether both paths lead to one existing file; the second is in UTF-8.
+bool isSameFile(const std::filesystem::path& one, const std::string& other) {
   std::error_code ignored;
-  return std::filesystem::equivalent(one, other, ignored);
+  return std::filesystem::equivalent(one, std::filesystem::u8path(other), ignored);
 }
 
 }  // namespace
@@ -79,13 +79,14 @@ const char* ReportCommand::findReplacedInput() const {
   if (output_ == kStandardOutput) {
     return nullptr;
   }
-  if (isSameFile(file_ == input::kStandardInput ? "/dev/stdin" : file_, output_)) {
+  if (isSameFile(std::filesystem::u8path(file_ == input::kStandardInput ? "/dev/stdin" : file_),
+                 output_)) {
     return "the document";
   }
   // The user names the folder or the table.
   if (productData_ &&
-      (isSameFile(*productData_, output_) ||
-       isSameFile(std::filesystem::path(*productData_) / summary::kProductTable, output_))) {
+      (isSameFile(std::filesystem::u8path(*productData_), output_) ||
+       isSameFile(std::filesystem::u8path(*productData_) / summary::kProductTable, output_))) {
     return "the product data";
   }
   return nullptr;

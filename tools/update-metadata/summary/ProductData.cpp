@@ -44,7 +44,8 @@ std::ostream& beginNote(const std::string& location, std::ostream& err) {
 }  // namespace
 
 bool noteMissingProductData(const std::optional<std::string>& location, std::ostream& err) {
-  const std::optional<std::string> fault = location ? findFault(*location) : std::nullopt;
+  const std::optional<std::string> fault =
+      location ? findFault(std::filesystem::u8path(*location)) : std::nullopt;
   if (fault) {
     beginNote(*location, err) << *fault
                               << ", so no product has a base code; check --product-data\n";

@@ -1,13 +1,12 @@
 #include "terminal/Terminal.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <string_view>
 #include <system_error>
+
+#include "terminal/Console.h"
 
 namespace update_metadata_tool::terminal {
 namespace {
@@ -21,8 +20,8 @@ std::string_view environment(const char* name) {
 }
 
 // A dumb terminal shows escape sequences as text.
-bool understandsEscapes(int descriptor) {
-  return ::isatty(descriptor) == 1 && environment("TERM") != "dumb";
+bool understandsEscapes(Stream stream) {
+  return environment("TERM") != "dumb" && canObeyEscapes(stream);
 }
 
 // 0 if the environment does not contain a number.
@@ -34,29 +33,23 @@ std::size_t columnsOfEnvironment() {
   return error == std::errc() && stop == end ? columns : 0;
 }
 
-// Of a terminal.
-std::size_t columnsOf(int descriptor) {
-  winsize size{};
-  const bool isKnown = ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
-  return isKnown ? size.ws_col : kUsualColumns;
-}
-
 std::size_t columnsOfOutput() {
-  return isOutputTerminal() ? columnsOf(STDOUT_FILENO) : kUnlimitedColumns;
+  return isOutputTerminal() ? columnsOf(Stream::kOutput).value_or(kUsualColumns)
+                            : kUnlimitedColumns;
 }
 
 }  // namespace
 
 bool isOutputColored() {
-  return understandsEscapes(STDOUT_FILENO) && environment("NO_COLOR").empty();
+  return understandsEscapes(Stream::kOutput) && environment("NO_COLOR").empty();
 }
 
 bool isOutputTerminal() {
-  return ::isatty(STDOUT_FILENO) == 1;
+  return isTerminal(Stream::kOutput);
 }
 
 bool isInputTerminal() {
-  return ::isatty(STDIN_FILENO) == 1;
+  return isTerminal(Stream::kInput);
 }
 
 std::size_t outputColumns() {
@@ -65,7 +58,9 @@ std::size_t outputColumns() {
 }
 
 std::optional<std::size_t> errorTerminalColumns() {
-  return understandsEscapes(STDERR_FILENO) ? std::optional(columnsOf(STDERR_FILENO)) : std::nullopt;
+  return understandsEscapes(Stream::kError)
+             ? std::optional(columnsOf(Stream::kError).value_or(kUsualColumns))
+             : std::nullopt;
 }
 
 }  // namespace update_metadata_tool::terminal

@@ -1,0 +1,21 @@
+// The files of a TemporaryFolder that only POSIX systems have: a test that needs one is skipped.
+
+#include "support/Skip.h"
+#include "support/TemporaryFolder.h"
+
+namespace test_support {
+
+std::u16string TemporaryFolder::makeLink(std::string_view /*name*/,
+                                         std::string_view /*target*/) const {
+  skip("Windows has other links");
+}
+
+std::u16string TemporaryFolder::makeFifo(std::string_view /*name*/) const {
+  skip("Windows has no such pipes");
+}
+
+std::u16string TemporaryFolder::makeSocket(std::string_view /*name*/) const {
+  skip("Windows has no sockets in folders");
+}
+
+}  // namespace test_support
