@@ -115,8 +115,10 @@ TEST(ProductTable, MayHaveRowsWhoseKeysShareOneHash) {
   constexpr std::size_t kRows = 40'000;
   const std::vector<std::u16string> names = HashCollisions::names(kRows);
   const std::vector<std::uint32_t> numbers = HashCollisions::numbers(kRows);
+#if defined(__GLIBCXX__) && defined(__x86_64__)  // whose hash they are made for
   const std::hash<std::u16string> hash;
   ASSERT_EQ(hash(names.front()), hash(names.back()));
+#endif
   std::string table = kHeader;
   for (std::size_t row = 0; row != kRows; ++row) {
     const std::string name = fl::i18n::to_string(names[row]);
