@@ -3,6 +3,8 @@
 # Language, warnings and symbol visibility that all targets share.
 function(ump_set_up_target NAME)
   target_compile_features(${NAME} PUBLIC cxx_std_17)
+  # On 32-bit systems, files may have 2 GB and more.
+  target_compile_definitions(${NAME} PRIVATE _FILE_OFFSET_BITS=64)
   set_target_properties(
     ${NAME}
     PROPERTIES CXX_EXTENSIONS OFF

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <ios>
+#include <new>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -30,6 +31,9 @@ constexpr std::size_t kPiece = std::size_t{32} << 20;
 constexpr std::size_t kReadBytes = std::size_t{64} << 10;
 
 void makeRoom(std::string& text, std::size_t bytes) {
+  if (bytes > text.max_size()) {  // possible where pointers have 32 bits
+    throw std::bad_alloc();
+  }
   text.reserve(bytes);
   foundation::core::adviseLargePages(text.data(), bytes);
 }

@@ -15,6 +15,7 @@ namespace install::update_metadata_parser {
 /// its size of the address space and up to 32 MB more than its size of the memory.
 ///
 /// \throws what the buffer throws
+/// \throws std::bad_alloc  also for more bytes than a string can have
 std::string readText(std::streambuf& buffer,
                      std::size_t atMost = std::numeric_limits<std::size_t>::max());
 

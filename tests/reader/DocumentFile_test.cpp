@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <ios>
+#include <new>
 #include <ostream>
 #include <streambuf>
 #include <string>
@@ -104,6 +106,13 @@ TEST_P(StreamOf, IsReadToItsEndWithoutASeek) {
     EXPECT_FALSE(buffer.wasSought());
   }
 }
+
+#if SIZE_MAX == UINT32_MAX
+TEST(StreamOfMoreThanAStringCanHave, IsMoreThanTheMemory) {
+  ForwardBuffer buffer(std::string().max_size() + 1, 3 * kMegabyte);
+  EXPECT_THROW(readText(buffer), std::bad_alloc);
+}
+#endif
 
 }  // namespace
 }  // namespace install::update_metadata_parser

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 #include "fl/block.h"
 
@@ -164,6 +165,9 @@ std::basic_string<Char> makeString(std::size_t limit, Write write) {
     Char buffer[kShortText];
     const std::size_t size = write(buffer);
     return std::basic_string<Char>(buffer, size);
+  }
+  if (limit > std::basic_string<Char>().max_size()) {  // possible where pointers have 32 bits
+    throw std::bad_alloc();
   }
   std::basic_string<Char> result(limit, Char());
   result.resize(write(result.data()));

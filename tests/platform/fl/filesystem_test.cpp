@@ -1,5 +1,7 @@
 #include "fl/filesystem.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <ios>
 #include <iterator>
@@ -35,6 +37,15 @@ TEST(FileSystem, SeesAndOpensAFileWithANonAsciiName) {
   const TemporaryFolder folder;
   folder.writeFile("\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "{}");
   EXPECT_EQ(verdict(folder.path() + u"/\u00E4\u20AC\U0001F600"), kReadable);
+}
+
+// Its size does not fit into 32 bits. It takes no room on most file systems.
+TEST(FileSystem, SeesAndOpensAFileOfFiveGigabytes) {
+  const TemporaryFolder folder;
+  const std::u16string path = folder.writeFile("document.json", "{}");
+  std::filesystem::resize_file(path, std::uintmax_t{5} << 30);
+  EXPECT_EQ(fl::filesystem::exists(path), true);
+  EXPECT_EQ(Stream(path).get(), '{');
 }
 
 TEST(FileSystem, SeesAFolderButDoesNotOpenIt) {
