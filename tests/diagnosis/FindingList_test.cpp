@@ -91,5 +91,17 @@ TEST(FindingList, CountsFindingsWhoseTextsExceedTheMemory) {
   EXPECT_TRUE(list.hasErrors());
 }
 
+TEST(FindingList, GivesAVeryLongPointerUpForThatOfTheValueAround) {
+  const std::string text = R"({"a~/b": {")" + std::string(5'000, 'k') + R"(": [1]}})";
+  const source::SourceTree tree(text);
+  FindingList list;
+  for (std::size_t node = 0; node != tree.nodes().size(); ++node) {
+    list.add(Rule::kNegativeSize, tree, node, {"message", "advice"});
+  }
+  for (const Finding& finding : list.take(tree)) {
+    EXPECT_EQ(finding.pointer, finding.offset == 0 ? "" : "/a~0~1b");
+  }
+}
+
 }  // namespace
 }  // namespace install::update_metadata_parser::diagnosis

@@ -1,13 +1,19 @@
-// Each rule has a document for which it fires and a similar one for which it does not.
+// Each rule has a document for which it fires and a similar one for which it does not. The stored
+// reports of the command on these and other documents have the findings of the diagnosis.
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
+#include <regex>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "diagnosis/Rule.h"
+#include "diagnosis/Text.h"
 #include "install/update_metadata_parser/Diagnosis.h"
 #include "reader/DocumentFile.h"
 
@@ -35,14 +41,18 @@ std::vector<std::string> shownRules() {
   return ids;
 }
 
+Diagnosis diagnoseDocument(const fs::path& document, const fs::path& productData) {
+  DiagnosisOptions options;
+  options.path = document.filename().u16string();
+  if (fs::exists(productData)) {
+    options.productData = productData.u16string();
+  }
+  return diagnose(readDocument(document.u16string()), options);
+}
+
 // Whether a rule has a finding for a document in its folder.
 bool fires(const std::string& id, const std::string& document, const std::string& productData) {
-  DiagnosisOptions options;
-  if (fs::exists(kFolder / id / productData)) {
-    options.productData = (kFolder / id / productData).u16string();
-  }
-  const Diagnosis diagnosis =
-      diagnose(readDocument((kFolder / id / document).u16string()), options);
+  const Diagnosis diagnosis = diagnoseDocument(kFolder / id / document, kFolder / id / productData);
   return std::any_of(diagnosis.findings.begin(), diagnosis.findings.end(),
                      [&](const Finding& finding) { return finding.rule == id; });
 }
@@ -58,6 +68,70 @@ TEST_P(ShownRule, FiresForItsDocumentAndNotForOneThatIsNearlyTheSame) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rules, ShownRule, ::testing::ValuesIn(shownRules()),
+                         [](const auto& row) { return toTestName(row.param); });
+
+std::vector<std::string> folders() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(kFolder)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// A text as the command shows it.
+std::string toVisible(std::string_view text) {
+  std::string shown;
+  while (!text.empty()) {
+    const Character character = firstCharacter(text);
+    appendVisible(character, shown);
+    text.remove_prefix(character.bytes);
+  }
+  return shown;
+}
+
+// The first line of a finding in the command's report.
+std::string headingOf(const Finding& finding) {
+  constexpr const char* kNames[] = {"info", "warning", "error"};
+  return "document.json:" + std::to_string(finding.line) + ':' + std::to_string(finding.column) +
+         ": " + kNames[static_cast<std::size_t>(finding.severity)] + ": " +
+         toVisible(finding.message) + " [" + std::string(finding.rule) + ']';
+}
+
+std::vector<std::string> storedHeadings(const std::string& report) {
+  static const std::regex heading(
+      R"(document\.json:\d+:\d+: (info|warning|error): .* \[[a-z0-9-]+\])");
+  std::vector<std::string> headings;
+  std::istringstream lines(report);
+  for (std::string line; std::getline(lines, line);) {
+    if (std::regex_match(line, heading)) {
+      headings.push_back(line);
+    }
+  }
+  return headings;
+}
+
+class StoredReport : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(StoredReport, HasTheFindingsOfTheDiagnosisInTheirOrder) {
+  const fs::path folder = kFolder / GetParam();
+  const Diagnosis diagnosis = diagnoseDocument(folder / "document.json", folder / "product-data");
+  std::vector<std::string> headings;
+  for (Finding finding : diagnosis.findings) {
+    // A message quotes the path of the product data.
+    const std::string parent = folder.string() + '/';
+    if (const std::size_t at = finding.message.find(parent); at != std::string::npos) {
+      finding.message.erase(at, parent.size());
+    }
+    headings.push_back(headingOf(finding));
+  }
+  const std::string report = readDocument((folder / "expected.txt").u16string());
+  EXPECT_EQ(headings, storedHeadings(report));
+  EXPECT_EQ(diagnosis.loads(),
+            report.find("document.json: the library loads this document") != std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, StoredReport, ::testing::ValuesIn(folders()),
                          [](const auto& row) { return toTestName(row.param); });
 
 }  // namespace

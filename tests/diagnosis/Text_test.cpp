@@ -15,6 +15,31 @@ TEST(Utf8OfUtf16, KeepsControlCharactersAndReplacesUnpairedSurrogates) {
             std::string("a\0\x1B\xF0\x9F\x97\xBA\xEF\xBF\xBD", 10));
 }
 
+TEST(Utf8OfUtf16, HasCharactersOfEveryLength) {
+  EXPECT_EQ(toUtf8(u"a\u00FC\uFB01\U0001F5FA"), "a\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA");
+}
+
+TEST(Utf8OfUtf16, ReplacesEverySurrogateWithoutItsOtherHalf) {
+  EXPECT_EQ(toUtf8(std::u16string{0xD83D}), "\xEF\xBF\xBD");
+  EXPECT_EQ(toUtf8(std::u16string{0xD83D, u'x'}), "\xEF\xBF\xBDx");
+  EXPECT_EQ(toUtf8(std::u16string{0xDC00, 0xD83D}), "\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+std::string visible(const char* bytes) {
+  std::string shown;
+  appendVisible(firstCharacter(bytes), shown);
+  return shown;
+}
+
+TEST(VisibleCharacter, IsItsCodeIfItCannotBeSeen) {
+  EXPECT_EQ(visible("a"), "a");
+  EXPECT_EQ(visible("\x1B"), "<U+001B>");
+  EXPECT_EQ(visible("\xE2\x80\x8B"), "<U+200B>");
+  EXPECT_EQ(visible("\xF3\xA0\x81\x81"), "<U+E0041>");
+  EXPECT_EQ(visible("\xF0\x9F\x97\xBA"), "\xF0\x9F\x97\xBA");
+  EXPECT_EQ(visible("\xFF"), "<FF>");
+}
+
 TEST(Utf16OfUtf8, AcceptsCharactersOfEveryLength) {
   EXPECT_EQ(toUtf16("a\xC3\xBC\xEF\xAC\x81\xF0\x9F\x97\xBA"), u"a\u00FC\uFB01\U0001F5FA");
 }
