@@ -2,8 +2,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <optional>
-#include <stdexcept>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -14,6 +12,7 @@
 #include "support/BigInteger.h"
 #include "support/Effort.h"
 #include "support/ExactNumber.h"
+#include "support/InLocale.h"
 #include "support/Locales.h"
 
 namespace foundation::json {
@@ -22,7 +21,6 @@ namespace {
 using test_support::BigInteger;
 using test_support::isNearest;
 using test_support::kFullEffort;
-using test_support::LocaleScope;
 using test_support::NumberTexts;
 
 // -------------------------------------------------------------------------------------------------
@@ -73,19 +71,7 @@ TEST(NearestDouble, IsKnownByExactArithmetic) {
 // -------------------------------------------------------------------------------------------------
 // The reader
 
-class NumbersInLocale : public ::testing::TestWithParam<const char*> {
- protected:
-  void SetUp() override {
-    try {
-      locale_.emplace(GetParam());
-    } catch (const std::runtime_error& failure) {
-      GTEST_SKIP() << failure.what();
-    }
-  }
-
- private:
-  std::optional<LocaleScope> locale_;
-};
+class NumbersInLocale : public test_support::InLocale {};
 
 void expectNearest(const std::string& text) {
   const double number = parseJsonText(text).as<double>();

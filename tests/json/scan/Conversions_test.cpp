@@ -18,6 +18,7 @@
 
 #include "json/scan/ClassicStrtod.h"
 #include "support/Effort.h"
+#include "support/InLocale.h"
 #include "support/Locales.h"
 
 namespace foundation::json::detail {
@@ -231,12 +232,14 @@ TEST_F(DecimalCommas, OfTheStreamsChangeNothing) {
   EXPECT_EQ(classicStrtod("1234567.25"), 1234567.25);
 }
 
-TEST(ClassicStrtod, IgnoresTheLocaleOfTheProgram) {
-  for (const char* name : test_support::localesOfTests()) {
-    const test_support::LocaleScope scope(name);
-    EXPECT_EQ(classicStrtod("1234567.25"), 1234567.25) << name;
-  }
+class ClassicStrtodInLocale : public test_support::InLocale {};
+
+TEST_P(ClassicStrtodInLocale, IgnoresTheLocaleOfTheProgram) {
+  EXPECT_EQ(classicStrtod("1234567.25"), 1234567.25);
 }
+
+INSTANTIATE_TEST_SUITE_P(Locales, ClassicStrtodInLocale,
+                         ::testing::ValuesIn(test_support::localesOfTests()));
 
 // -------------------------------------------------------------------------------------------------
 // u16_to_u8
