@@ -1,4 +1,4 @@
-// The files of a TemporaryFolder that only POSIX systems have.
+// The names and files of a TemporaryFolder that only POSIX systems have.
 
 #include <sys/stat.h>
 
@@ -18,6 +18,8 @@ void requireMade(bool success, const std::string& what) {
 }
 
 }  // namespace
+
+void TemporaryFolder::checkName(std::string_view /*name*/) {}
 
 std::u16string TemporaryFolder::makeLink(std::string_view name, std::string_view target) const {
   std::filesystem::create_symlink(target, nativePath(name));

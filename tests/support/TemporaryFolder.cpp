@@ -54,6 +54,7 @@ std::string TemporaryFolder::nativePath(std::string_view name) const {
 }
 
 std::u16string TemporaryFolder::writeFile(std::string_view name, std::string_view bytes) const {
+  checkName(name);
   const std::string file = nativePath(name);
   fs::create_directories(fs::u8path(file).parent_path());
   std::ofstream stream(fs::u8path(file), std::ios_base::binary);
@@ -64,6 +65,7 @@ std::u16string TemporaryFolder::writeFile(std::string_view name, std::string_vie
 }
 
 std::u16string TemporaryFolder::makeFolder(std::string_view name) const {
+  checkName(name);
   fs::create_directories(fs::u8path(nativePath(name)));
   return path(name);
 }

@@ -43,6 +43,9 @@ class TemporaryFolder {
   std::u16string makeSocket(std::string_view name) const;
 
  private:
+  /// Ends the test as skipped if the system permits no such name.
+  static void checkName(std::string_view name);
+
   std::string nativePath_;
 };
 

@@ -28,7 +28,6 @@ std::wstring wide(std::string_view text) {
 /// A handle that children inherit.
 class Handle {
  public:
-  explicit Handle(HANDLE handle) : handle_(handle) {}
   Handle(const std::string& path, DWORD access, DWORD disposition) {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     handle_ = ::CreateFileW(wide(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -53,17 +52,6 @@ class Handle {
  private:
   HANDLE handle_ = nullptr;
 };
-
-HANDLE pipeWithoutReader() {
-  SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-  HANDLE reader = nullptr;
-  HANDLE writer = nullptr;
-  if (::CreatePipe(&reader, &writer, &inherited, 0) == 0) {
-    fail("a pipe");
-  }
-  ::CloseHandle(reader);
-  return writer;
-}
 
 // Quotes an argument as the system takes a command line apart.
 void appendArgument(const std::wstring& argument, std::wstring& line) {
@@ -117,8 +105,9 @@ int runToEnd(std::wstring line, const std::string& folder, const std::wstring& e
 }  // namespace
 
 ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurroundings& around) {
-  if (around.isOnTerminal || !around.isAdministrator || around.memory || around.fileSize) {
-    skip("Windows has other terminals, rights and limits");
+  if (around.isOnTerminal || around.isOutClosedPipe || !around.isAdministrator || around.memory ||
+      around.fileSize) {
+    skip("Windows has other terminals, pipes, rights and limits");
   }
   const TemporaryFolder folder;
   folder.writeFile("out", "");
@@ -127,19 +116,21 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
   std::wstring line;
   appendArgument(fs::absolute(fs::u8path(UPDATE_METADATA_TOOL)).native(), line);
   for (const std::string& argument : arguments) {
+    if (fl::i18n::to_string(fl::i18n::utf8_to_ustring(argument)) != argument) {
+      skip("arguments are UTF-16 on Windows");
+    }
     appendArgument(wide(argument), line);
   }
 
   const bool hasNoInput = around.inFile == "/dev/null";
   Handle input(hasNoInput ? "NUL" : around.inFile, GENERIC_READ, OPEN_EXISTING);
-  Handle output(around.isOutClosedPipe ? "NUL" : out, GENERIC_WRITE, OPEN_EXISTING);
-  Handle closedPipe(around.isOutClosedPipe ? pipeWithoutReader() : nullptr);
+  Handle output(out, GENERIC_WRITE, OPEN_EXISTING);
   Handle errors(err, GENERIC_WRITE, CREATE_ALWAYS);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdInput = around.isInClosed ? nullptr : input.get();
-  startup.hStdOutput = around.isOutClosedPipe ? closedPipe.get() : output.get();
+  startup.hStdOutput = output.get();
   startup.hStdError = errors.get();
   const int exitCode = runToEnd(line, around.folder, environmentWith(around.environment), startup);
   input.close();
