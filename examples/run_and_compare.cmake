@@ -17,6 +17,8 @@ foreach(index RANGE ${last})
 endforeach()
 
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+# On Windows, streams of text end lines so.
+string(REPLACE "\r\n" "\n" output "${output}")
 file(READ "${EXPECTED}" expected)
 if(NOT result EQUAL STATUS)
   message(FATAL_ERROR "The command exited with ${result} and printed:\n${output}")
