@@ -154,7 +154,8 @@ void FindingList::addOf(Rule rule, std::size_t node, std::size_t offset, std::si
                      0,
                      "",
                      std::move(words.item),
-                     {}};
+                     {},
+                     std::move(words.fix)};
   finding.related.reserve(words.related.size());
   for (Mention& mention : words.related) {
     finding.related.push_back({mention.offset, 0, 0, std::move(mention.message)});
@@ -179,7 +180,8 @@ bool FindingList::reserve(Severity severity, std::size_t bytes) {
 // While findings are sorted and moved out, they exist twice, but their texts do not.
 std::size_t FindingList::bytesOf(const Finding& finding) {
   std::size_t bytes = 2 * sizeof(Entry) + heapOf(finding.pointer) + heapOf(finding.item) +
-                      heapOf(finding.message) + heapOf(finding.advice);
+                      heapOf(finding.message) + heapOf(finding.advice) +
+                      (finding.fix ? heapOf(finding.fix->replacement) : 0);
   for (const RelatedPlace& related : finding.related) {
     bytes += 2 * sizeof(RelatedPlace) + heapOf(related.message);
   }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct FindingWords {
   std::string advice;     ///< what to do
   std::string item = {};  ///< what the value is, in words; if empty, derived from its pointer
   std::vector<Mention> related = {};  ///< other places
+  std::optional<Fix> fix = {};        ///< how to change the text
 };
 
 /// Collects the findings of one document.

@@ -32,23 +32,39 @@ const ListedMember* findResembling(std::string_view name, const ListedMember* li
   return nearest;
 }
 
+// Writes a section that is null as an empty one, which is read alike.
+std::optional<Fix> writeEmpty(const SourceDocument& document, std::size_t null,
+                              const ListedMember& member) {
+  if (member.ifNull != Rule::kNullSection) {
+    return std::nullopt;
+  }
+  return Fix{document.tree()[null].begin, document.tree().written(null).size(), "{}", true};
+}
+
 std::string quotedName(const ListedMember& member) {
   return '\'' + std::string(member.name) + '\'';
 }
 
-// `meant` is the listed member that the name resembles, if any.
+// `meant` is the listed member that the name resembles, if any. `isFirst` is false if an earlier
+// name resembles it, too.
 void reportUnlisted(const SourceDocument& document, std::size_t key, std::string_view name,
-                    const ListedMember* meant, const DescribeItem& item, FindingList& findings) {
+                    const ListedMember* meant, bool isFirst, const DescribeItem& item,
+                    FindingList& findings) {
+  std::optional<Fix> fix;
   std::string message = "unknown member " + quote(name);
   std::string advice = "remove it, unless another program reads it";
   if (meant != nullptr) {
     message += "; did you mean " + quotedName(*meant) + '?';
     advice = "correct the name, or remove the member";
+    if (isFirst && document.isA(meant->kind, key + 1)) {
+      fix = Fix{document.tree()[key].begin, document.tree().written(key).size(),
+                '"' + std::string(meant->name) + '"', false};
+    }
   } else {
     message += ": the library ignores it";
   }
   findings.add(Rule::kUnlistedMember, document.tree(), key,
-               {std::move(message), std::move(advice), item()});
+               {std::move(message), std::move(advice), item(), {}, std::move(fix)});
 }
 
 // `similar` is the key of an unlisted member whose name resembles the missing one's, if any.
@@ -109,7 +125,9 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
                    {quotedName(*member) + " is null, which is read as empty",
                     std::string("keep null if that is intended; otherwise write ") +
                         describeKind(member->kind) + ": " + member->meaning,
-                    item()});
+                    item(),
+                    {},
+                    writeEmpty(document, value, *member)});
     } else if (checkKind(document, value, member->kind, quotedName(*member), member->meaning, item,
                          findings)) {
       values[index] = value;
@@ -119,10 +137,13 @@ void checkMembers(const SourceDocument& document, std::size_t object, const List
   for (const std::size_t key : unlisted) {
     const std::string_view name = tree.decodedInto(key, buffer);
     const ListedMember* const meant = findResembling(name, listed, count, isThere);
+    bool isFirst = false;
     if (meant != nullptr) {
-      similar[static_cast<std::size_t>(meant - listed)] = key;
+      std::optional<std::size_t>& one = similar[static_cast<std::size_t>(meant - listed)];
+      isFirst = !one;
+      one = key;
     }
-    reportUnlisted(document, key, name, meant, item, findings);
+    reportUnlisted(document, key, name, meant, isFirst, item, findings);
   }
   if (!tree[object].isClosed) {
     return;

@@ -47,6 +47,11 @@ bool hasFraction(std::string_view written) {
   return places > exponent;
 }
 
+// Writes a number as the library reads it.
+Fix rewriteNumber(const source::SourceTree& tree, std::size_t number, std::int64_t read) {
+  return {tree[number].begin, tree.written(number).size(), std::to_string(read), true};
+}
+
 }  // namespace
 
 std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_t number,
@@ -56,9 +61,11 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
   const double written = tree.number(number);
   const std::int64_t read = tree.byteCount(number);
   bool isSound = true;
-  const auto report = [&](Rule rule, const std::string& message, const char* advice) {
+  const auto report = [&](Rule rule, const std::string& message, const char* advice,
+                          std::optional<Fix> fix = {}) {
     isSound = false;
-    findings.add(rule, tree, number, {'\'' + std::string(name) + "' " + message, advice, item()});
+    findings.add(rule, tree, number,
+                 {'\'' + std::string(name) + "' " + message, advice, item(), {}, std::move(fix)});
   };
   if (!(written >= -kTwoTo63 && written < kTwoTo63)) {
     report(Rule::kSizeOutOfRange, "does not fit in 64 bits and is read as " + std::to_string(read),
@@ -67,7 +74,7 @@ std::optional<std::int64_t> checkSize(const SourceDocument& document, std::size_
   }
   if (hasFraction(tree.written(number))) {
     report(Rule::kFractionalSize, "has a fraction and is read as " + std::to_string(read),
-           "write a whole number of bytes");
+           "write a whole number of bytes", rewriteNumber(tree, number, read));
   }
   if (read < 0) {
     report(Rule::kNegativeSize, "is negative and is read as " + std::to_string(read),
@@ -113,7 +120,10 @@ void checkUpdateLevel(const SourceDocument& document, std::size_t number, Findin
   if (static_cast<double>(read) != written || hasFraction(tree.written(number))) {
     findings.add(Rule::kUpdateLevel, tree, number,
                  {"the update level is read back as " + std::to_string(read),
-                  "write an integer from -128 to 127", "target release"});
+                  "write an integer from -128 to 127",
+                  "target release",
+                  {},
+                  rewriteNumber(tree, number, read)});
   }
 }
 

@@ -88,12 +88,15 @@ class ReferenceChecks {
   // The library visits products in the order of their keys' bytes, and the elements of each array
   // in the order of the text. This order decides which of two packages with the same key is used.
   void checkProducts() {
-    std::vector<std::pair<std::string_view, std::size_t>> products;
+    std::vector<std::tuple<std::string_view, std::size_t, std::size_t>> products;
+    std::size_t behind = tree_[*sections_.products].begin;
     document_.forEachMember(*sections_.products, [&](std::size_t key) {
-      products.emplace_back(document_.bytesOf(key), key);
+      products.emplace_back(document_.bytesOf(key), key, behind);
+      behind = tree_[key + 1].end;
     });
     std::sort(products.begin(), products.end());
-    for (const auto& [bytes, key] : products) {
+    const bool isAnyRepeated = products.size() != countMembers(*sections_.products);
+    for (const auto& [bytes, key, behindPrevious] : products) {
       const auto [toDelete, toExtract] = membersOf(key + 1, SourceKind::kArray);
       if (toDelete == kNever || toExtract == kNever) {
         isEveryNameKnown_ = false;
@@ -105,11 +108,37 @@ class ReferenceChecks {
       works_.push_back(
           {key, namesPackages(toDelete, kToDelete), namesPackages(toExtract, kToExtract)});
       if (isEmpty(toDelete) && isEmpty(toExtract)) {
-        findings_.add(Rule::kProductWithoutWork, tree_, key,
-                      {"the product lists no component, so the library skips it",
-                       "list its components, or remove the product", describeProduct(product)});
+        findings_.add(
+            Rule::kProductWithoutWork, tree_, key,
+            {"the product lists no component, so the library skips it",
+             "list its components, or remove the product",
+             describeProduct(product),
+             {},
+             // Without the first of two equal keys, the second value would be used.
+             isAnyRepeated ? std::nullopt : std::optional(withoutProduct(key, behindPrevious))});
       }
     }
+  }
+
+  // The number of members as they are written, with repeated keys.
+  std::size_t countMembers(std::size_t object) const {
+    std::size_t count = 0;
+    for (std::size_t key = object + 1; key < tree_[object].next; key = tree_[key + 1].next) {
+      ++count;
+    }
+    return count;
+  }
+
+  // Removes a product and one of the commas around it. `behindPrevious` is the offset after the
+  // member before it.
+  Fix withoutProduct(std::size_t key, std::size_t behindPrevious) const {
+    if (key != *sections_.products + 1) {
+      return {behindPrevious, tree_[key + 1].end - behindPrevious, "", true};
+    }
+    const std::size_t next = tree_[key + 1].next;
+    const bool isOnly = next >= tree_[*sections_.products].next;
+    const std::size_t end = isOnly ? tree_[key + 1].end : tree_[next].begin;
+    return {tree_[key].begin, end - tree_[key].begin, "", true};
   }
 
   // Whether any of the components in an array has packages.
@@ -133,15 +162,18 @@ class ReferenceChecks {
     struct Named {
       std::string_view name;
       std::size_t element;
+      std::size_t behindPrevious;  // offset after the element before it
     };
     std::vector<Named> names;
+    std::size_t behind = tree_[array].begin;
     document_.forEachElement(array, [&](std::size_t element) {
+      const std::size_t behindPrevious = std::exchange(behind, tree_[element].end);
       if (!document_.isA(SourceKind::kString, element)) {
         isEveryNameKnown_ = false;
         return;
       }
       const std::string_view name = document_.nameOf(element);
-      names.push_back({name, element});
+      names.push_back({name, element, behindPrevious});
       const std::size_t component = components_.find(name);
       if (component == kNever) {
         // A section that is missing or malformed might describe it.
@@ -166,12 +198,15 @@ class ReferenceChecks {
     std::sort(names.begin(), names.end(), isBefore);
     for (std::size_t index = 1; index < names.size(); ++index) {
       if (names[index].name == names[index - 1].name) {
-        findings_.add(Rule::kComponentNamedTwice, tree_, names[index].element,
-                      {"duplicate component " + quote(names[index].name) + " in '" +
-                           kMembers[answer] + "': it counts once in the answers",
-                       "remove the duplicate",
-                       describeProduct(product),
-                       {{tree_[names[index - 1].element].begin, "the previous mention"}}});
+        findings_.add(
+            Rule::kComponentNamedTwice, tree_, names[index].element,
+            {"duplicate component " + quote(names[index].name) + " in '" + kMembers[answer] +
+                 "': it counts once in the answers",
+             "remove the duplicate",
+             describeProduct(product),
+             {{tree_[names[index - 1].element].begin, "the previous mention"}},
+             Fix{names[index].behindPrevious,
+                 tree_[names[index].element].end - names[index].behindPrevious, "", true}});
       }
     }
   }

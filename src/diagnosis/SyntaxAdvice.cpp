@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <system_error>
 
+#include "diagnosis/Notation.h"
 #include "diagnosis/Text.h"
 #include "diagnosis/Words.h"
 
@@ -67,40 +68,24 @@ std::optional<KnownMistake> findEncoding(std::string_view text) {
 
 // --- quotation marks --------------------------------------------------------------------------
 
-constexpr std::string_view kCurlyQuotes[] = {
-    "\xE2\x80\x98", "\xE2\x80\x99", "\xE2\x80\x9A", "\xE2\x80\x9B", "\xE2\x80\x9C",
-    "\xE2\x80\x9D", "\xE2\x80\x9E", "\xE2\x80\x9F", "\xC2\xAB",     "\xC2\xBB",
-};
-
 std::optional<KnownMistake> findQuote(std::string_view text, std::size_t offset) {
   for (const std::string_view quote : kCurlyQuotes) {
     if (startsWith(text.substr(offset), quote)) {
       return KnownMistake{offset, quote.size(),
                           "a curly or angled quotation mark cannot start a string",
-                          "put names and strings in straight double quotation marks (\")"};
+                          "put names and strings in straight double quotation marks (\")",
+                          rewriteNotation(text, offset)};
     }
   }
   const char byte = byteAt(text, offset);
   if (byte == '\'' || byte == '`') {
     return KnownMistake{offset, 1, std::string("a string cannot start with ") + byte,
-                        "put strings in double quotation marks"};
+                        "put strings in double quotation marks", rewriteNotation(text, offset)};
   }
   return std::nullopt;
 }
 
 // --- words ------------------------------------------------------------------------------------
-
-struct ForeignWord {
-  std::string_view word;  ///< in lower case
-  const char* meant;
-};
-
-constexpr ForeignWord kForeignWords[] = {
-    {"true", "true"}, {"yes", "true"},       {"on", "true"},   {"false", "false"},
-    {"no", "false"},  {"off", "false"},      {"null", "null"}, {"none", "null"},
-    {"nil", "null"},  {"nullptr", "null"},   {"nul", "null"},  {"fals", "false"},
-    {"tru", "true"},  {"undefined", "null"},
-};
 
 std::string lowered(std::string_view text) {
   std::string small(text);
@@ -111,10 +96,8 @@ std::string lowered(std::string_view text) {
 
 std::string adviseOnWord(std::string_view word) {
   const std::string small = lowered(word);
-  for (const ForeignWord& foreign : kForeignWords) {
-    if (foreign.word == small) {
-      return std::string("write ") + foreign.meant;
-    }
+  if (const char* const meant = findMeantWord(small)) {
+    return std::string("write ") + meant;
   }
   if (small == "nan" || small == "infinity" || small == "inf") {
     return "write a number: JSON has no " + std::string(word);
@@ -142,12 +125,13 @@ std::optional<KnownMistake> findWord(std::string_view text, const SyntaxFault& f
   const std::string_view word = text.substr(begin, end - begin);
   if (byteAt(text, source::skipSpace(text, end)) == ':') {
     return KnownMistake{begin, word.size(), "the name " + quote(word) + " has no quotation marks",
-                        "put names in double quotation marks"};
+                        "put names in double quotation marks", rewriteNotation(text, begin)};
   }
   if (begin == fault.offset && !isExpected(fault, "value") && !isExpected(fault, "digit")) {
     return std::nullopt;  // a value comes before this word
   }
-  return KnownMistake{begin, word.size(), quote(word) + " is not a JSON value", adviseOnWord(word)};
+  return KnownMistake{begin, word.size(), quote(word) + " is not a JSON value", adviseOnWord(word),
+                      rewriteNotation(text, begin)};
 }
 
 // --- what follows a number --------------------------------------------------------------------
@@ -211,11 +195,12 @@ std::optional<KnownMistake> findPunctuation(std::string_view text, const SyntaxF
     return KnownMistake{
         fault.offset, length,
         "a name and its value are separated by " + quote(text.substr(fault.offset, length)),
-        "write ':' between a name and its value"};
+        "write ':' between a name and its value", Fix{fault.offset, length, ":", false}};
   }
   if (byte == ';' && isExpected(fault, "','")) {
     return KnownMistake{fault.offset, 1, "two values are separated by ';'",
-                        "write ',' between two values, and nothing after the last one"};
+                        "write ',' between two values, and nothing after the last one",
+                        Fix{fault.offset, 1, ",", false}};
   }
   return std::nullopt;
 }
@@ -269,9 +254,9 @@ std::string adviseOnSyntax(std::string_view text, std::size_t begin, const Synta
 }
 
 bool hasCurlyQuote(std::string_view text) {
-  return std::any_of(
-      std::begin(kCurlyQuotes), std::end(kCurlyQuotes),
-      [text](std::string_view quote) { return text.find(quote) != std::string_view::npos; });
+  return std::any_of(kCurlyQuotes.begin(), kCurlyQuotes.end(), [text](std::string_view quote) {
+    return text.find(quote) != std::string_view::npos;
+  });
 }
 
 }  // namespace install::update_metadata_parser::diagnosis

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "diagnosis/source/SourceTree.h"
+#include "install/update_metadata_parser/Diagnosis.h"
 
 namespace install::update_metadata_parser::diagnosis {
 
@@ -15,6 +16,9 @@ struct KnownMistake {
   std::size_t length;   ///< number of its bytes
   std::string message;  ///< what is wrong
   std::string advice;   ///< what to write instead
+
+  /// How to write it, and what follows it, as JSON.
+  std::optional<Fix> fix = {};
 };
 
 /// Recognizes notations other than JSON: True, yes, 5 MB, 0x1F, curly quotation marks, '=' and the

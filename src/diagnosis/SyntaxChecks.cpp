@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "diagnosis/Comments.h"
 #include "diagnosis/Indentation.h"
 #include "diagnosis/SyntaxAdvice.h"
 #include "diagnosis/Text.h"
@@ -73,7 +74,7 @@ class Repair {
         const std::size_t next = skipSpace(text_, fault.offset);
         return {std::move(tree), next == text_.size() || !isOfObject(text_[next])};
       }
-      if (round == kMostRepairs || !repair(fault)) {
+      if (round == kMostRepairs || !repair(fault, tree)) {
         const bool isNestingSure = report(fault, tree);
         return {std::move(tree), isNestingSure};
       }
@@ -90,13 +91,18 @@ class Repair {
   void reportComment(std::size_t offset) {
     allowComments_ = true;
     findings_.addAt(Rule::kMalformedText, offset, 2,
-                    {"JSON has no comments", "remove this and all other comments"});
+                    {"JSON has no comments",
+                     "remove this and all other comments",
+                     "",
+                     {},
+                     removeComments(text_, begin_, offset)});
   }
 
   // Replaces a comment up to the end of its line with blanks.
   void blankComment(std::size_t offset) {
-    findings_.addAt(Rule::kMalformedText, offset, 1,
-                    {"JSON has no comments", "remove this comment"});
+    findings_.addAt(
+        Rule::kMalformedText, offset, 1,
+        {"JSON has no comments", "remove this comment", "", {}, removeHashComment(text_, offset)});
     const std::size_t end = std::min(text_.find('\n', offset), text_.size());
     for (std::size_t at = offset; at < end; ++at) {
       replace(at, ' ');
@@ -113,7 +119,10 @@ class Repair {
       findings_.addAt(Rule::kTextAroundValue, 0, offset,
                       {"byte-order mark before the document",
                        "save the file as UTF-8 without a byte-order mark, or run "
-                       "'update-metadata fmt'"});
+                       "'update-metadata fmt'",
+                       "",
+                       {},
+                       Fix{0, offset, "", true}});
     }
     const std::size_t behindSpace = skipSpace(text_, offset);
     if (behindSpace == text_.size()) {
@@ -122,9 +131,13 @@ class Repair {
     if (behindSpace != offset) {
       findings_.addAt(Rule::kTextAroundValue, offset, 1,
                       {"white space before the document",
-                       "start the file with '{', or run 'update-metadata fmt'"});
+                       "start the file with '{', or run 'update-metadata fmt'",
+                       "",
+                       {},
+                       Fix{offset, behindSpace - offset, "", true}});
     }
     if (isCommentAt(behindSpace)) {
+      begin_ = behindSpace;
       reportComment(behindSpace);
       return skipSpace(text_, behindSpace, true);
     }
@@ -137,17 +150,29 @@ class Repair {
       findings_.addAt(Rule::kTextAroundValue, offset, 1,
                       {describeSpace(rest) + " after the document",
                        "end the file with the last '}' of the document (many editors add a line "
-                       "feed), or run 'update-metadata fmt'"});
+                       "feed), or run 'update-metadata fmt'",
+                       "",
+                       {},
+                       Fix{offset, rest.size(), "", true}});
       return;
     }
     const std::size_t place = skipSpace(text_, offset);
+    std::optional<Fix> fix;
+    if (isEmptyRest(rest)) {
+      fix = Fix{offset, rest.size(), "", true};
+    } else if (!isOfObject(text_[place])) {
+      fix = Fix{offset, rest.size(), "", false};
+    }
     findings_.addAt(Rule::kTextAroundValue, place, 1,
                     {"text after the end of the document",
-                     "remove it, or the bracket that closes the document too early"});
+                     "remove it, or the bracket that closes the document too early",
+                     "",
+                     {},
+                     std::move(fix)});
   }
 
   // Repairs a fault that has one obvious remedy; returns whether it has one.
-  bool repair(const SyntaxFault& fault) {
+  bool repair(const SyntaxFault& fault, const SourceTree& tree) {
     const std::size_t offset = fault.offset;
     if (fault.isTypeNotString || fault.isInPayload) {
       return false;
@@ -160,10 +185,10 @@ class Repair {
       blankComment(offset);
       return true;
     }
-    return repairTrailingComma(offset) || repairMissingComma(fault);
+    return repairTrailingComma(offset, tree) || repairMissingComma(fault, tree);
   }
 
-  bool repairTrailingComma(std::size_t offset) {
+  bool repairTrailingComma(std::size_t offset, const SourceTree& tree) {
     const char closing = byteAt(offset);
     if ((closing != '}' && closing != ']') || offset == begin_ || allowComments_) {
       return false;
@@ -175,15 +200,21 @@ class Repair {
     if (text_[comma] != ',') {
       return false;
     }
-    findings_.addAt(Rule::kMalformedText, comma, 1,
-                    {std::string("trailing comma before '") + closing + '\'',
-                     std::string("remove it, or add the missing ") +
-                         (closing == '}' ? "member" : "element") + " after it"});
+    const char opening = openBracket(tree);
+    findings_.addAt(
+        Rule::kMalformedText, comma, 1,
+        {std::string("trailing comma before '") + closing + '\'',
+         std::string("remove it, or add the missing ") + (closing == '}' ? "member" : "element") +
+             " after it",
+         "",
+         {},
+         opening == (closing == '}' ? '{' : '[') ? std::optional(Fix{comma, 1, "", true})
+                                                 : std::nullopt});
     replace(comma, ' ');
     return true;
   }
 
-  bool repairMissingComma(const SyntaxFault& fault) {
+  bool repairMissingComma(const SyntaxFault& fault, const SourceTree& tree) {
     const bool isExpected = fault.why.find("','") != std::string_view::npos;
     const bool isSpaceBefore =
         fault.offset > begin_ && isWhiteSpace(text_.substr(fault.offset - 1, 1));
@@ -191,9 +222,32 @@ class Repair {
       return false;
     }
     findings_.addAt(Rule::kMalformedText, fault.offset, 1,
-                    {"missing comma before this", "add a comma after the previous value"});
+                    {"missing comma before this",
+                     "add a comma after the previous value",
+                     "",
+                     {},
+                     insertComma(tree, fault.offset)});
     replace(fault.offset - 1, ',');
     return true;
+  }
+
+  // Inserts the comma before a string after the value that precedes it. Nothing if the string is
+  // where a name should be, but is none: then the quotation mark may be the mistake.
+  std::optional<Fix> insertComma(const SourceTree& tree, std::size_t string) const {
+    std::size_t behind = 0;
+    for (const source::SourceNode& node : tree.nodes()) {
+      if (node.isClosed) {
+        behind = std::max(behind, node.end);
+      }
+    }
+    if (openBracket(tree) == '{') {
+      const SourceTree name(text_, string);
+      const std::size_t next = name.nodes().empty() ? text_.size() : name.nodes().front().end;
+      if (byteAt(skipSpace(text_, next, true)) != ':') {
+        return std::nullopt;
+      }
+    }
+    return Fix{behind, 0, ",", true};
   }
 
   void replace(std::size_t offset, char byte) {
@@ -230,7 +284,7 @@ class Repair {
     }
     if (const std::optional<KnownMistake> mistake = findKnownMistake(text_, fault)) {
       findings_.addAt(Rule::kMalformedText, mistake->offset, mistake->length,
-                      {mistake->message, mistake->advice + kNotChecked});
+                      {mistake->message, mistake->advice + kNotChecked, "", {}, mistake->fix});
       return true;
     }
     const std::string advice = adviseOnSyntax(text_, begin_, fault);
@@ -282,15 +336,26 @@ class Repair {
     return tree.nodes().back().begin;
   }
 
-  // The innermost unclosed bracket.
-  std::vector<Mention> findOpen(const SourceTree& tree) const {
+  // The offset of the innermost unclosed bracket, if any.
+  static std::optional<std::size_t> offsetOfOpen(const SourceTree& tree) {
     const auto& nodes = tree.nodes();
     const auto open = std::find_if(nodes.rbegin(), nodes.rend(),
                                    [](const source::SourceNode& node) { return !node.isClosed; });
-    if (open == nodes.rend()) {
+    return open == nodes.rend() ? std::nullopt : std::optional(open->begin);
+  }
+
+  // That bracket; 0 if there is none.
+  char openBracket(const SourceTree& tree) const {
+    const std::optional<std::size_t> open = offsetOfOpen(tree);
+    return open ? text_[*open] : '\0';
+  }
+
+  std::vector<Mention> findOpen(const SourceTree& tree) const {
+    const std::optional<std::size_t> open = offsetOfOpen(tree);
+    if (!open) {
       return {};
     }
-    return {{open->begin, std::string("the innermost unclosed '") + text_[open->begin] + '\''}};
+    return {{*open, std::string("the innermost unclosed '") + text_[*open] + '\''}};
   }
 
   std::string_view text_;

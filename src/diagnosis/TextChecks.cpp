@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +23,7 @@ using source::SourceTree;
 struct Key {
   std::string_view bytes;
   std::size_t node;
+  std::size_t behindPrevious;  ///< offset after the member before it
 };
 
 bool isBefore(const Key& left, const Key& right) {
@@ -58,17 +60,21 @@ class RepeatedKeys {
     keys_.clear();
     decoded_.clear();
     const std::size_t end = tree_[object].next;
+    std::size_t behindPrevious = tree_[object].begin;
     for (std::size_t key = object + 1; key < end; key = tree_[key + 1].next) {
       if (tree_[key].hasEscapes) {
-        keys_.push_back({decoded_.emplace_back(tree_.decoded(key)), key});
+        keys_.push_back({decoded_.emplace_back(tree_.decoded(key)), key, behindPrevious});
       } else {
-        keys_.push_back({tree_.decodedInto(key, unused_), key});
+        keys_.push_back({tree_.decodedInto(key, unused_), key, behindPrevious});
       }
+      behindPrevious = tree_[key + 1].end;
     }
   }
 
   void report(const Key& first, const Key& later) {
     document_.ignore(later.node);
+    const source::SourceNode& value = tree_[later.node + 1];
+    std::optional<Fix> fix;
     std::string message = "duplicate key " + quote(later.bytes) + ": ";
     if (later.bytes == "qzdata") {
       message +=
@@ -77,12 +83,16 @@ class RepeatedKeys {
       message += "the first value is used, but this one also determines what \"qzdata\" must be";
     } else {
       message += "the first value is used, this one is ignored";
+      if (value.isClosed) {
+        fix = Fix{later.behindPrevious, value.end - later.behindPrevious, "", true};
+      }
     }
     findings_.add(Rule::kRepeatedKey, tree_, later.node,
                   {std::move(message),
                    "remove or rename one of the two",
                    "",
-                   {{tree_[first.node].begin, "the value that is used"}}});
+                   {{tree_[first.node].begin, "the value that is used"}},
+                   std::move(fix)});
   }
 
   SourceDocument& document_;

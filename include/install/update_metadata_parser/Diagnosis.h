@@ -28,6 +28,17 @@ struct RelatedPlace {
   std::string message;  ///< what is there: "the value that is used"
 };
 
+/// A change of the text that removes a problem.
+struct Fix {
+  std::size_t offset;       ///< first byte that is replaced, from 0
+  std::size_t length;       ///< number of bytes that are replaced; 0 inserts
+  std::string replacement;  ///< what to write instead; empty removes
+
+  /// Whether applying it needs no decision: the library gives the same answers as before, or it
+  /// rejected the document before. Otherwise the fix is a suggestion, which may guess wrong.
+  bool isSafe;
+};
+
 /// One problem of a document.
 ///
 /// The message and the advice are one sentence each, without an initial capital and without a final
@@ -54,6 +65,10 @@ struct Finding {
 
   /// Other places that the finding refers to, such as the value that is used.
   std::vector<RelatedPlace> related;
+
+  /// How to change the text, if there is an obvious way. Apply one fix, or several whose bytes do
+  /// not overlap, from the last to the first; then diagnose the result.
+  std::optional<Fix> fix;
 };
 
 /// Findings of one rule that are left out because there are too many.

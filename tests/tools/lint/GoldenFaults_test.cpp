@@ -71,6 +71,7 @@ Finding readFinding(const Json& json) {
                   json["column"],
                   json["pointer"],
                   json["item"],
+                  {},
                   {}};
   for (const Json& related : json["related"]) {
     finding.related.push_back(

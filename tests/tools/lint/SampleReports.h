@@ -20,31 +20,35 @@ inline const std::string kRepeatedKeyText =
 /// A document that loads, with a warning that refers to two places, an info about no byte, and more
 /// findings that are omitted.
 inline update_metadata_tool::lint::FileReport repeatedKey() {
+  using update_metadata_tool::lint::Fix;
   using update_metadata_tool::lint::Severity;
   const std::size_t ignored = kRepeatedKeyText.rfind("\"\xC3\xBC\"");
   const std::size_t used = kRepeatedKeyText.find("\"\xC3\xBC\"");
-  return {"a folder/update.json",
-          kRepeatedKeyText,
-          {std::nullopt,
-           "",
-           {{"null-section", Severity::kInfo, "a section is null", "look", 0, 0, 1, 1, "", "", {}},
-            {"repeated-key",
-             Severity::kWarning,
-             "duplicate key '\xC3\xBC'",
-             "remove one of the two",
-             ignored,
-             4,
-             4,
-             5,
-             "/extract/\xC3\xBC",
-             "package '\xC3\xBC'",
-             {{used, 3, 5, "the value that is used"}}}},
-           {{"null-section", Severity::kInfo, 1}, {"empty-name", Severity::kWarning, 3}}}};
+  return {
+      "a folder/update.json",
+      kRepeatedKeyText,
+      {std::nullopt,
+       "",
+       {{"null-section", Severity::kInfo, "a section is null", "look", 0, 0, 1, 1, "", "", {}, {}},
+        {"repeated-key",
+         Severity::kWarning,
+         "duplicate key '\xC3\xBC'",
+         "remove one of the two",
+         ignored,
+         4,
+         4,
+         5,
+         "/extract/\xC3\xBC",
+         "package '\xC3\xBC'",
+         {{used, 3, 5, "the value that is used"}},
+         Fix{44, 18, "", true}}},
+       {{"null-section", Severity::kInfo, 1}, {"empty-name", Severity::kWarning, 3}}}};
 }
 
 /// A document that does not load, with control characters and bytes that are not UTF-8, which
 /// neither a terminal nor JSON may receive.
 inline update_metadata_tool::lint::FileReport malformedText() {
+  using update_metadata_tool::lint::Fix;
   using update_metadata_tool::lint::Severity;
   using update_metadata_tool::lint::ThrownException;
   return {"/srv/b\x1B.json",
@@ -62,7 +66,8 @@ inline update_metadata_tool::lint::FileReport malformedText() {
              8,
              "/\xFF",
              "member '\xFF'",
-             {}}},
+             {},
+             Fix{7, 3, "\xC3\xBC", false}}},
            {}}};
 }
 

@@ -61,7 +61,14 @@ TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
           "physicalLocation": {
             "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
             "region": {"startLine": 3, "startColumn": 5, "endLine": 3, "endColumn": 6,
-                       "byteOffset": 21, "byteLength": 1}}}]
+                       "byteOffset": 21, "byteLength": 1}}}],
+        "fixes": [{
+          "description": {"text": "Safe fix."},
+          "artifactChanges": [{
+            "artifactLocation": {"uri": "a%20folder/update.json", "index": 0},
+            "replacements": [{
+              "deletedRegion": {"startLine": 4, "startColumn": 3, "endLine": 4, "endColumn": 20,
+                                "byteOffset": 44, "byteLength": 18}}]}]}]
       }, {
         "ruleId": "malformed-text",
         "ruleIndex": 0,
@@ -72,7 +79,15 @@ TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
             "artifactLocation": {"uri": "file:///srv/b%1B.json", "index": 1},
             "region": {"startLine": 1, "startColumn": 8, "endLine": 1, "endColumn": 11,
                        "byteOffset": 7, "byteLength": 3}},
-          "logicalLocations": [{"name": "member '\ufffd'", "fullyQualifiedName": "/\ufffd"}]}]
+          "logicalLocations": [{"name": "member '\ufffd'", "fullyQualifiedName": "/\ufffd"}]}],
+        "fixes": [{
+          "description": {"text": "Suggested fix."},
+          "artifactChanges": [{
+            "artifactLocation": {"uri": "file:///srv/b%1B.json", "index": 1},
+            "replacements": [{
+              "deletedRegion": {"startLine": 1, "startColumn": 8, "endLine": 1, "endColumn": 11,
+                                "byteOffset": 7, "byteLength": 3},
+              "insertedContent": {"text": "\u00fc"}}]}]}]
       }],
       "artifacts": [
         {"location": {"uri": "a%20folder/update.json"}, "properties":
@@ -125,7 +140,8 @@ TEST(SarifReport, MakesNeitherALinkNorAPlaceholderOfANameInAMessage) {
                               1,
                               "/[a](1)",
                               "item [a](1)",
-                              {{1, 1, 2, "]{"}}}};
+                              {{1, 1, 2, "]{"}},
+                              {}}};
   std::ostringstream out;
   SarifReport report(out);
   report.write(file);
@@ -147,7 +163,7 @@ TEST(SarifReport, GivesARegionOfSeveralLinesItsEndInCharacters) {
   FileReport file = test_support::clean();
   file.text = "\xC3\xBC [\n1\n\xF0\x9F\x97\xBA]\n";
   file.diagnosis.findings = {
-      {"wrong-kind", Severity::kError, "wrong", "right", 3, 9, 1, 4, "/a", "item", {}}};
+      {"wrong-kind", Severity::kError, "wrong", "right", 3, 9, 1, 4, "/a", "item", {}, {}}};
   std::ostringstream out;
   SarifReport report(out);
   report.write(file);

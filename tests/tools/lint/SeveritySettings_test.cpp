@@ -16,7 +16,7 @@ namespace {
 
 Finding findingOf(Rule rule) {
   const auto& description = install::update_metadata_parser::diagnosis::describe(rule);
-  return {description.id, description.severity, "", "", 0, 1, 1, 1, "", "", {}};
+  return {description.id, description.severity, "", "", 0, 1, 1, 1, "", "", {}, {}};
 }
 
 // The findings that remain of one finding of each of four rules, as "id severity".

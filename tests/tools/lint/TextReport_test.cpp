@@ -87,7 +87,7 @@ TEST(TextReport, ShowsNoLineThatIsBlank) {
   FileReport empty = test_support::clean();
   empty.text = "\t\n{";
   empty.diagnosis.findings = {
-      {"malformed-text", Severity::kError, "no text", "write one", 1, 1, 1, 2, "", "", {}}};
+      {"malformed-text", Severity::kError, "no text", "write one", 1, 1, 1, 2, "", "", {}, {}}};
   TextReport(out, false).write(empty);
   EXPECT_EQ(out.str(),
             "clean.json:1:2: error: no text [malformed-text]\n"

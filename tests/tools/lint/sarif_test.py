@@ -106,7 +106,18 @@ class FromJson:
                 {"id": number, "message": message(sentence(related["message"])),
                  "physicalLocation": self.place(related, 1)}
                 for number, related in enumerate(finding["related"])]
+        if finding["fix"]:
+            result["fixes"] = [self.fix(finding["fix"])]
         return result
+
+    def fix(self, fix):
+        replacement = {"deletedRegion": region_of(self.text, fix["offset"], fix["length"])}
+        if fix["replacement"]:
+            replacement["insertedContent"] = {"text": fix["replacement"]}
+        kind = "Safe" if fix["safe"] else "Suggested"
+        return {"description": {"text": kind + " fix."},
+                "artifactChanges": [{"artifactLocation": self.location,
+                                     "replacements": [replacement]}]}
 
 
 class Sarif(unittest.TestCase):

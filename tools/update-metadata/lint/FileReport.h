@@ -8,6 +8,7 @@ namespace update_metadata_tool::lint {
 
 using install::update_metadata_parser::Diagnosis;
 using install::update_metadata_parser::Finding;
+using install::update_metadata_parser::Fix;
 using install::update_metadata_parser::OmittedFindings;
 using install::update_metadata_parser::RelatedPlace;
 using install::update_metadata_parser::Severity;

@@ -20,6 +20,19 @@ void writeRelated(const RelatedPlace& related, output::JsonWriter& json) {
       .endObject();
 }
 
+void writeFix(const std::optional<Fix>& fix, output::JsonWriter& json) {
+  if (!fix) {
+    json.value(nullptr);
+    return;
+  }
+  json.beginObject()
+      .member("offset", fix->offset)
+      .member("length", fix->length)
+      .member("replacement", fix->replacement)
+      .member("safe", fix->isSafe)
+      .endObject();
+}
+
 void writeFinding(const Finding& finding, output::JsonWriter& json) {
   json.beginObject()
       .member("rule", finding.rule)
@@ -32,7 +45,9 @@ void writeFinding(const Finding& finding, output::JsonWriter& json) {
       .member("pointer", finding.pointer)
       .member("length", finding.length)
       .member("item", finding.item);
-  json.name("related").array(finding.related, writeRelated).endObject();
+  json.name("related").array(finding.related, writeRelated).name("fix");
+  writeFix(finding.fix, json);
+  json.endObject();
 }
 
 }  // namespace

@@ -118,10 +118,11 @@ class Regions {
  public:
   explicit Regions(std::string_view text) : size_(text.size()), lines_(text), characters_(text) {}
 
-  void writeRegion(std::size_t begin, std::size_t length, JsonWriter& json) const {
+  void writeRegion(const char* name, std::size_t begin, std::size_t length,
+                   JsonWriter& json) const {
     begin = std::min(begin, size_);
     const std::size_t end = begin + std::min(length, size_ - begin);
-    json.name("region")
+    json.name(name)
         .beginObject()
         .member("startLine", lines_.positionOf(begin).line)
         .member("startColumn", columnOf(begin))
@@ -150,16 +151,19 @@ struct Place {
   std::size_t artifact;  ///< its index
 };
 
-void writePhysicalLocation(const Place& place, std::size_t begin, std::size_t length,
-                           JsonWriter& json) {
-  json.name("physicalLocation")
-      .beginObject()
-      .name("artifactLocation")
+void writeArtifactLocation(const Place& place, JsonWriter& json) {
+  json.name("artifactLocation")
       .beginObject()
       .member("uri", place.uri)
       .member("index", place.artifact)
       .endObject();
-  place.regions.writeRegion(begin, length, json);
+}
+
+void writePhysicalLocation(const Place& place, std::size_t begin, std::size_t length,
+                           JsonWriter& json) {
+  json.name("physicalLocation").beginObject();
+  writeArtifactLocation(place, json);
+  place.regions.writeRegion("region", begin, length, json);
   json.endObject();
 }
 
@@ -188,6 +192,19 @@ void writeRelatedLocations(const Finding& finding, const Place& place, JsonWrite
   json.endArray();
 }
 
+void writeFix(const Fix& fix, const Place& place, JsonWriter& json) {
+  json.name("fixes").beginArray().beginObject();
+  writeText("description", fix.isSafe ? "Safe fix." : "Suggested fix.", json);
+  json.name("artifactChanges").beginArray().beginObject();
+  writeArtifactLocation(place, json);
+  json.name("replacements").beginArray().beginObject();
+  place.regions.writeRegion("deletedRegion", fix.offset, fix.length, json);
+  if (!fix.replacement.empty()) {
+    writeText("insertedContent", fix.replacement, json);
+  }
+  json.endObject().endArray().endObject().endArray().endObject().endArray();
+}
+
 // One result.
 void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) {
   json.beginObject()
@@ -198,6 +215,9 @@ void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) 
   writeLocations(finding, place, json);
   if (!finding.related.empty()) {
     writeRelatedLocations(finding, place, json);
+  }
+  if (finding.fix) {
+    writeFix(*finding.fix, place, json);
   }
   json.endObject();
 }
