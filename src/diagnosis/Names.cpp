@@ -147,7 +147,7 @@ std::locale tableOfCharacters() {
   }
 }
 
-std::u16string toLowerCase(std::string_view text) {
+std::u16string foldCase(std::string_view text) {
   static const std::locale locale = tableOfCharacters();
   const auto& table = std::use_facet<std::ctype<wchar_t>>(locale);
   std::u16string units = toUtf16(text);
@@ -276,7 +276,7 @@ void checkPaths(SourceDocument& document, std::size_t array, const DescribeItem&
         findings.add(rule.rule, document.tree(), element, {rule.message, rule.advice, item()});
       }
     }
-    paths.push_back({toLowerCase(path), path, element});
+    paths.push_back({foldCase(path), path, element});
   });
   checkCase(document, paths, item, findings);
 }

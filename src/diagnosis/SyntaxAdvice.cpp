@@ -1,7 +1,6 @@
 #include "diagnosis/SyntaxAdvice.h"
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <cstdint>
 #include <system_error>
@@ -22,7 +21,7 @@ bool isDigit(char byte) {
 }
 
 bool isLetter(char byte) {
-  return std::isalpha(static_cast<unsigned char>(byte)) != 0;
+  return toLowerCase(byte) >= 'a' && toLowerCase(byte) <= 'z';
 }
 
 bool isOfWord(char byte) {
@@ -89,8 +88,7 @@ std::optional<KnownMistake> findQuote(std::string_view text, std::size_t offset)
 
 std::string lowered(std::string_view text) {
   std::string small(text);
-  std::transform(small.begin(), small.end(), small.begin(),
-                 [](unsigned char byte) { return static_cast<char>(std::tolower(byte)); });
+  std::transform(small.begin(), small.end(), small.begin(), toLowerCase);
   return small;
 }
 

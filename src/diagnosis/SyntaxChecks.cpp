@@ -1,7 +1,6 @@
 #include "diagnosis/SyntaxChecks.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -28,7 +27,7 @@ bool isWhiteSpace(std::string_view text) {
 
 std::string withSmallInitial(std::string_view why) {
   std::string words(why);
-  words[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(words[0])));
+  words[0] = toLowerCase(words[0]);
   return words;
 }
 

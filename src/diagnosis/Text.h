@@ -31,6 +31,11 @@ inline bool startsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
 }
 
+/// The small letter of a capital letter of ASCII; any other byte as it is, whatever the locale.
+inline char toLowerCase(char byte) {
+  return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
 /// Returns whether a byte of UTF-8 continues the character before it.
 inline bool continuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;

@@ -25,6 +25,14 @@ TEST(Utf8OfUtf16, ReplacesEverySurrogateWithoutItsOtherHalf) {
   EXPECT_EQ(toUtf8(std::u16string{0xDC00, 0xD83D}), "\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
+TEST(LowerCase, ChangesOnlyLettersOfAscii) {
+  std::string changed;
+  for (const char byte : std::string("@AZ[`az{\xC4")) {
+    changed += toLowerCase(byte);
+  }
+  EXPECT_EQ(changed, "@az[`az{\xC4");
+}
+
 std::string visible(const char* bytes) {
   std::string shown;
   appendVisible(firstCharacter(bytes), shown);
