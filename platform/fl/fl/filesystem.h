@@ -1,7 +1,9 @@
 #pragma once
 
-#include <fstream>
 #include <ios>
+#include <istream>
+#include <memory>
+#include <streambuf>
 #include <string>
 #include <string_view>
 
@@ -32,7 +34,7 @@ std::u16string join(const std::u16string& folder, std::u16string_view name);
 template <class CharT>
 class basic_ifstream;
 
-/// Reads the bytes of a file unchanged, whatever the global locale: the stream has the classic one.
+/// Reads the bytes of a file unchanged, from the first to the last, whatever the global locale.
 ///
 /// is_open() reports whether the file was opened, and so does failbit, as for every file stream.
 /// Anything that can be read as a sequence of bytes opens: a file, a device, or a FIFO, whose
@@ -42,13 +44,19 @@ class basic_ifstream;
 /// could not be read are never mistaken for the end of the file. The formatted and unformatted
 /// operations of the stream report it as badbit, as in every stream.
 template <>
-class basic_ifstream<char> : public std::basic_ifstream<char> {
+class basic_ifstream<char> : public std::istream {
  public:
-  /// Opens `path` for reading; `mode` is as for std::basic_ifstream.
+  /// Opens `path` for reading, always as bytes and from the first one; `mode` makes no difference.
   ///
   /// Throws nothing except on memory exhaustion.
   explicit basic_ifstream(const std::u16string& path,
                           std::ios_base::openmode mode = std::ios_base::in);
+
+  /// Whether the file was opened.
+  bool is_open() const { return buffer_ != nullptr; }
+
+ private:
+  std::unique_ptr<std::streambuf> buffer_;  // null if the file was not opened
 };
 
 }  // namespace fl::filesystem

@@ -3,7 +3,9 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <fstream>
 #include <locale>
+#include <utility>
 
 namespace fl::filesystem {
 
@@ -65,15 +67,23 @@ std::u16string join(const std::u16string& folder, std::u16string_view name) {
   return path.append(name);
 }
 
-basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::openmode mode) {
-  if (!isPath(path)) {
-    setstate(std::ios_base::failbit);
-    return;
+basic_ifstream<char>::basic_ifstream(const std::u16string& path, std::ios_base::openmode /*mode*/)
+    : std::istream(nullptr) {
+  if (isPath(path)) {
+    auto buffer = std::make_unique<std::filebuf>();
+    // Before the file is opened, and so for every byte of it: a global locale may convert
+    // characters.
+    buffer->pubimbue(std::locale::classic());
+    // As text, bytes would be converted and 1A would end the file. A folder does not open.
+    if (buffer->open(std::filesystem::path(toNativePath(path)),
+                     std::ios_base::in | std::ios_base::binary) != nullptr) {
+      buffer_ = std::move(buffer);
+    }
   }
-  // Before the file is opened, and so for every byte of it: a global locale may convert characters.
-  imbue(std::locale::classic());
-  // As text, bytes would be converted and 1A would end the file. A folder does not open.
-  open(std::filesystem::path(toNativePath(path)), mode | std::ios_base::binary);
+  rdbuf(buffer_.get());
+  if (!is_open()) {
+    setstate(std::ios_base::failbit);
+  }
 }
 
 }  // namespace fl::filesystem

@@ -129,15 +129,28 @@ TEST(InputFileStream, SetsFailbitWhenNothingWasOpened) {
   EXPECT_TRUE(Stream(folder.writeFile("document.json", "")).good());
 }
 
-TEST(InputFileStream, AcceptsAnOpenMode) {
+TEST(InputFileStream, ReadsTheSameInEveryMode) {
   const TemporaryFolder folder;
-  Stream stream(folder.writeFile("document.json", "abc"),
-                std::ios_base::in | std::ios_base::binary | std::ios_base::ate);
-  EXPECT_EQ(stream.tellg(), std::streampos(3));
+  Stream stream(folder.writeFile("document.json", "abc"), std::ios_base::in | std::ios_base::ate);
+  EXPECT_EQ(readAll(stream), "abc");
 }
 
-TEST(InputFileStream, IsAStandardFileStreamWithoutImplicitConversionFromAPath) {
-  static_assert(std::is_base_of_v<std::ifstream, Stream>);
+TEST(InputFileStream, GivesBlocksAfterSingleBytes) {
+  const TemporaryFolder folder;
+  const std::string text = std::string(10'000, 'a') + std::string(10'000, 'b') + "c";
+  Stream stream(folder.writeFile("document.json", text));
+  std::string read(1, static_cast<char>(stream.get()));
+  for (const std::size_t count : {5U, 8186U, 1U, 9000U, 100'000U}) {
+    std::string block(count, '-');
+    block.resize(static_cast<std::size_t>(
+        stream.rdbuf()->sgetn(block.data(), static_cast<std::streamsize>(count))));
+    read += block;
+  }
+  EXPECT_TRUE(read == text);
+}
+
+TEST(InputFileStream, IsAnInputStreamWithoutImplicitConversionFromAPath) {
+  static_assert(std::is_base_of_v<std::istream, Stream>);
   static_assert(std::is_constructible_v<Stream, std::u16string>);
   static_assert(!std::is_convertible_v<std::u16string, Stream>);
 }
