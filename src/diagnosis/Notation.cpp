@@ -1,7 +1,6 @@
 #include "diagnosis/Notation.h"
 
 #include <algorithm>
-#include <cctype>
 #include <string>
 #include <utility>
 
@@ -63,7 +62,7 @@ class Rewriting {
     if (const std::string_view quote = curlyQuoteAt(text_.substr(at_)); !quote.empty()) {
       return rewriteString(quote);
     }
-    if (std::isalpha(static_cast<unsigned char>(byte)) != 0 || byte == '_') {
+    if (const char small = toLowerCase(byte); (small >= 'a' && small <= 'z') || byte == '_') {
       return takeWord();
     }
     constexpr std::string_view kNumbersAndPunctuation = "0123456789+-.{}[]:, \t\r\n";
@@ -142,8 +141,7 @@ class Rewriting {
       return true;
     }
     std::string small(word);
-    std::transform(small.begin(), small.end(), small.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::transform(small.begin(), small.end(), small.begin(), toLowerCase);
     const char* const meant = findMeantWord(small);
     if (meant == nullptr) {
       return false;
