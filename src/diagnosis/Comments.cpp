@@ -1,7 +1,6 @@
 #include "diagnosis/Comments.h"
 
 #include <algorithm>
-#include <cctype>
 #include <string>
 #include <utility>
 
@@ -43,8 +42,7 @@ std::size_t lengthOfLineEnd(std::string_view rest) {
 }
 
 bool isOfWordOrNumber(char byte) {
-  return std::isalnum(static_cast<unsigned char>(byte)) != 0 ||
-         std::string_view("+-._").find(byte) != std::string_view::npos;
+  return isLetterOrDigit(byte) || std::string_view("+-._").find(byte) != std::string_view::npos;
 }
 
 std::size_t skipBlanksBackwards(std::string_view text, std::size_t offset) {

@@ -124,7 +124,7 @@ class Rewriting {
   bool takeWord() {
     std::size_t end = at_;
     const auto isOfWord = [this](std::size_t place) {
-      return std::isalnum(static_cast<unsigned char>(text_[place])) != 0 || text_[place] == '_';
+      return isLetterOrDigit(text_[place]) || text_[place] == '_';
     };
     while (end < text_.size() && isOfWord(end)) {
       ++end;

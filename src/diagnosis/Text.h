@@ -41,6 +41,12 @@ inline bool continuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+/// Returns whether a byte is a letter or digit of ASCII, whatever the locale.
+inline bool isLetterOrDigit(char byte) {
+  const char small = toLowerCase(byte);
+  return (small >= 'a' && small <= 'z') || (byte >= '0' && byte <= '9');
+}
+
 /// The digits for appendHexadecimal().
 constexpr const char* kUpperCaseHexadecimal = "0123456789ABCDEF";
 

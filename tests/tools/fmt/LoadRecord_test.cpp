@@ -1,4 +1,4 @@
-#include "fmt/LoadRecord.h"
+#include "input/LoadRecord.h"
 
 #include <ostream>
 #include <stdexcept>
@@ -9,6 +9,8 @@
 
 namespace update_metadata_tool::fmt {
 namespace {
+
+using input::recordLoad;
 
 using ::testing::StrEq;
 using ::testing::ThrowsMessage;

@@ -1,20 +1,19 @@
 #include "fmt/FmtCommand.h"
 
 #include <exception>
-#include <filesystem>
 #include <new>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
-#include <system_error>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
 #include "command/Advice.h"
+#include "command/ReplaceableDocument.h"
 #include "command/SharedOptions.h"
 #include "fmt/Formatting.h"
 #include "input/DocumentText.h"
-#include "output/FileReplacement.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::fmt {
@@ -41,45 +40,21 @@ Exit status: 0 every document has the format now, 1 a document would change
 (--check) or the output could not be written, 2 a document could not be loaded,
 read or replaced, or wrong usage.)";
 
-// Reports what happened to a file, and what to do.
-void complain(const std::string& file, const std::string& outcome, std::ostream& err) {
-  err << "update-metadata: '" << output::toVisible(toUtf16(file)) << "' " << outcome << '\n';
-}
-
+// Reports why something happened to a file, and what to do.
 void complain(const std::exception& failure, const std::string& file, const std::string& outcome,
               std::ostream& err) {
   err << output::toVisible(failure.what()) << '\n';
-  complain(file, outcome, err);
+  command::reportOutcome(file, outcome, err);
 }
 
-/// A document's bytes, and the file that they were read from if it can be replaced.
-struct Input {
-  std::optional<output::OpenedFile> file;
-  std::string text;
-};
-
-// Opens a file that can be replaced. Returns nothing for any other; the library then says what is
-// wrong with it.
-void openFile(const std::string& file, std::optional<output::OpenedFile>& opened) {
+std::optional<command::ReplaceableDocument> read(const std::string& file, std::uint64_t limit,
+                                                 std::ostream& err) {
   try {
-    opened.emplace(file);
-  } catch (const std::system_error&) {
-    opened.reset();
-  }
-}
-
-bool read(const std::string& file, std::uint64_t limit, Input& input, std::ostream& err) {
-  try {
-    if (file != input::kStandardInput) {
-      openFile(file, input.file);
-    }
-    input.text = input.file ? input.file->read(limit) : input::readDocument(file, limit);
-    input::checkLength(input.text, limit);
-    return true;
+    return std::optional<command::ReplaceableDocument>(std::in_place, file, limit);
   } catch (const std::exception& failure) {
     complain(failure, file,
              "could not be read; " + command::adviseOnLoading(failure, toUtf16(file)), err);
-    return false;
+    return std::nullopt;
   }
 }
 
@@ -96,26 +71,6 @@ std::optional<std::string> formatText(const std::string& file, const std::string
     complain(failure, file, "was not changed; this is a bug in the command: please report it", err);
   }
   return std::nullopt;
-}
-
-bool replace(const std::string& file, const Input& input, const std::string& text,
-             std::ostream& err) {
-  try {
-    if (!input.file) {
-      throw std::system_error(std::make_error_code(std::errc::operation_canceled),
-                              "the file changed while it was read");
-    }
-    input.file->replace(text);
-    return true;
-  } catch (const std::system_error& failure) {
-    complain(failure, file,
-             failure.code() == std::errc::operation_canceled
-                 ? "was not changed; run the command again when nothing else writes to the file"
-                 : "was not changed; check that it is writable, that files can be created in its "
-                   "folder, and that there is space",
-             err);
-    return false;
-  }
 }
 
 }  // namespace
@@ -143,29 +98,27 @@ FmtCommand::FmtCommand(CLI::App& app)
 FmtCommand::Outcome FmtCommand::handle(const std::string& file, std::ostream& out,
                                        std::ostream& err) const {
   const bool isFilter = file == input::kStandardInput;
-  std::error_code ignored;
-  if (!checksOnly_ && !isFilter &&
-      std::filesystem::is_other(std::filesystem::u8path(file), ignored)) {
-    // Not even read: the content of a pipe can be read only once and would be lost.
-    complain(file, "was not changed: it is not a regular file; pipe its content to 'fmt -'", err);
+  if (!checksOnly_ && !isFilter && command::isReadOnlyOnce(file)) {
+    command::reportOutcome(
+        file, "was not changed: it is not a regular file; pipe its content to 'fmt -'", err);
     return Outcome::kFailed;
   }
-  Input input;
-  if (!read(file, input::limitsOf(file, limits_).bytes, input, err)) {
+  const auto document = read(file, input::limitsOf(file, limits_).bytes, err);
+  if (!document) {
     return Outcome::kFailed;
   }
-  const std::optional<std::string> formatted = formatText(file, input.text, layout_, err);
+  const std::optional<std::string> formatted = formatText(file, document->text(), layout_, err);
   if (!formatted) {
     return Outcome::kFailed;
   }
-  const bool isChanged = *formatted != input.text;
+  const bool isChanged = *formatted != document->text();
   if (checksOnly_) {
     if (isChanged) {
       out << output::toVisible(toUtf16(file)) << '\n';
     }
   } else if (isFilter) {
     out << *formatted;
-  } else if (isChanged && !replace(file, input, *formatted, err)) {
+  } else if (isChanged && !document->replace(*formatted, err)) {
     return Outcome::kFailed;
   }
   return isChanged ? Outcome::kChanged : Outcome::kUnchanged;

@@ -7,7 +7,7 @@
 #include "command/Advice.h"
 #include "diagnosis/source/LineIndex.h"
 #include "diagnosis/source/SourceTree.h"
-#include "fmt/LoadRecord.h"
+#include "input/LoadRecord.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::fmt {
@@ -65,14 +65,14 @@ std::string format(const std::u16string& path, const std::string& text, const La
   const SourceTree tree(text, begin);
   std::u16string record;
   try {
-    record = recordLoad(path, text.substr(begin, findEnd(tree) - begin));
+    record = input::recordLoad(path, text.substr(begin, findEnd(tree) - begin));
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& failure) {
     throw RejectedText(failure.what(), adviseOn(tree, path, failure));
   }
   std::string formatted = layOut(tree, layout);
-  if (recordLoad(path, formatted) != record) {
+  if (input::recordLoad(path, formatted) != record) {
     throw std::logic_error("the library would read something else from the reformatted text");
   }
   return formatted;

@@ -1,6 +1,8 @@
 #include "lint/LintCommand.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <ios>
 #include <new>
@@ -36,16 +38,24 @@ using install::update_metadata_parser::diagnosis::findRule;
 
 constexpr const char* kSarifFormat = "sarif";
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kExamples =
+    R"(--fix applies only what is proved: the library gives the same answers as before,
+or, if it rejected the document, loads it or reads farther. Then it reports what
+is left; with standard input, which is written fixed to standard output, on
+standard error.
+
+Examples:
   update-metadata lint update.json
   update-metadata lint releases/*.json --product-data /srv/product-data
   update-metadata lint --strict --severity unlisted-member=off update.json
   update-metadata lint --format sarif update.json > update.sarif
   generate-update | update-metadata lint -
+  update-metadata lint --fix update.json
+  update-metadata lint --fix --suggested --dry-run update.json | patch update.json
   update-metadata lint --explain repeated-key
 
 Exit status: 0 no errors, 1 errors (with --strict also warnings) or the output could not be
-written, 2 wrong usage or a file that cannot be read.)";
+written, 2 wrong usage or a file that cannot be read, or with --fix replaced.)";
 
 CLI::Validator isSeverityChoice() {
   return CLI::Validator([](const std::string& choice) { return SeveritySettings().add(choice); },
@@ -77,13 +87,17 @@ ThrownException describeException(const std::exception& failure) {
 
 using Outcome = std::variant<FileReport, UnreadableFile>;
 
-// Checks one file. If it cannot be read, the reason is written to `err`.
+// Checks one file, and fixes it if there is a fixer. If it cannot be read, the reason is written to
+// `err`.
 Outcome lintFile(const std::string& file, const input::GivenLimits& limits,
-                 const DiagnosisOptions& options, terminal::ProgressLine& progress,
-                 std::ostream& err) {
+                 const DiagnosisOptions& options, FileFixer* fixer,
+                 terminal::ProgressLine& progress, std::ostream& err) {
   try {
-    FileReport report{
-        file, input::readDocument(file, input::limitsOf(file, limits).bytes, progress), {}};
+    const std::uint64_t limit = input::limitsOf(file, limits).bytes;
+    if (fixer != nullptr) {
+      return fixer->fix(file, limit, options, progress);
+    }
+    FileReport report{file, input::readDocument(file, limit, progress), {}};
     report.diagnosis = diagnose(report.text, options);
     return report;
   } catch (const std::exception& failure) {
@@ -117,6 +131,15 @@ LintCommand::LintCommand(CLI::App& app)
       ->allow_extra_args(false)
       ->check(isSeverityChoice());
   subcommand().add_flag("--strict", isStrict_, "Exit with status 1 for warnings as well");
+  CLI::Option* const fix =
+      subcommand().add_flag("--fix", isFixing_, "Apply the safe fixes, and report what is left");
+  subcommand()
+      .add_flag("--suggested", appliesSuggested_, "With --fix, apply the suggested fixes as well")
+      ->needs(fix);
+  subcommand()
+      .add_flag("--dry-run", isDryRun_,
+                "With --fix, change nothing, but print the changes as a unified diff")
+      ->needs(fix);
   subcommand()
       .add_option("--explain", explained_, "Explain a rule and exit")
       ->type_name("RULE")
@@ -138,6 +161,18 @@ void LintCommand::checkArguments() const {
     throw CLI::ExcludesError("FILE", explained_ ? "--explain" : "--list-rules");
   }
   command::checkStandardInput("FILE", files_);
+  if (isDryRun_ && format_ != command::kTextFormat) {
+    throw CLI::ExcludesError("--dry-run", "--format " + format_);
+  }
+  if (isFixingInput() && (files_.size() > 1 || format_ != command::kTextFormat)) {
+    throw CLI::ValidationError(
+        "FILE", "with --fix, standard input (-) must be the only file, and the format text");
+  }
+}
+
+bool LintCommand::isFixingInput() const {
+  return isFixing_ &&
+         std::find(files_.begin(), files_.end(), input::kStandardInput) != files_.end();
 }
 
 SeveritySettings LintCommand::makeSettings() const {
@@ -148,7 +183,10 @@ SeveritySettings LintCommand::makeSettings() const {
   return settings;
 }
 
-std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
+std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out, std::ostream& err) const {
+  if (isFixingInput() && !isDryRun_) {
+    return std::make_unique<TextReport>(err, false);
+  }
   if (format_ == command::kJsonFormat) {
     return std::make_unique<JsonReport>(out);
   }
@@ -158,8 +196,8 @@ std::unique_ptr<ReportWriter> LintCommand::makeWriter(std::ostream& out) const {
   return std::make_unique<TextReport>(out, terminal::isOutputColored(), terminal::outputColumns());
 }
 
-LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const {
-  const SeveritySettings settings = makeSettings();
+LintTotals LintCommand::lintFiles(const SeveritySettings& settings, FileFixer* fixer,
+                                  ReportWriter& writer, std::ostream& err) const {
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   DiagnosisOptions options;
   options.productData = command::toOptionalUtf16(productData_);
@@ -170,7 +208,7 @@ LintTotals LintCommand::lintFiles(ReportWriter& writer, std::ostream& err) const
     progress.begin("checking file " + std::to_string(++number) + " of " +
                    std::to_string(files_.size()));
     options.path = output::toUtf16(file);
-    Outcome outcome = lintFile(file, limits_, options, progress, err);
+    Outcome outcome = lintFile(file, limits_, options, fixer, progress, err);
     progress.clear();
     if (auto* const found = std::get_if<FileReport>(&outcome)) {
       settings.applyTo(found->diagnosis);
@@ -198,11 +236,15 @@ ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
     return ExitCode::kDone;
   }
   summary::noteMissingProductData(productData_, err);
-  const std::unique_ptr<ReportWriter> writer = makeWriter(out);
-  const LintTotals totals = lintFiles(*writer, err);
+  const SeveritySettings settings = makeSettings();
+  FileFixer fixer({appliesSuggested_ ? FixKinds::kSafeAndSuggested : FixKinds::kSafe, isDryRun_},
+                  settings, out, err);
+  std::ostream nowhere(nullptr);  // a diff comes without a report
+  const std::unique_ptr<ReportWriter> writer = makeWriter(isDryRun_ ? nowhere : out, err);
+  const LintTotals totals = lintFiles(settings, isFixing_ ? &fixer : nullptr, *writer, err);
   writer->finish(totals);
   out.flush();
-  if (totals.unreadable != 0) {
+  if (totals.unreadable != 0 || fixer.hasFailed()) {
     return ExitCode::kTrouble;
   }
   const bool isClean = totals.errors == 0 && (!isStrict_ || totals.warnings == 0);

@@ -9,6 +9,7 @@
 #include "command/Command.h"
 #include "command/ExitCode.h"
 #include "input/DocumentLimits.h"
+#include "lint/FileFixing.h"
 #include "lint/ReportWriter.h"
 #include "lint/SeveritySettings.h"
 
@@ -27,9 +28,13 @@ class LintCommand : public command::Command {
 
  private:
   void checkArguments() const;
+  bool isFixingInput() const;
   SeveritySettings makeSettings() const;
-  std::unique_ptr<ReportWriter> makeWriter(std::ostream& out) const;
-  LintTotals lintFiles(ReportWriter& writer, std::ostream& err) const;
+  std::unique_ptr<ReportWriter> makeWriter(std::ostream& out, std::ostream& err) const;
+
+  /// `fixer` is null if the files are only checked.
+  LintTotals lintFiles(const SeveritySettings& settings, FileFixer* fixer, ReportWriter& writer,
+                       std::ostream& err) const;
 
   std::vector<std::string> files_;
   input::GivenLimits limits_;
@@ -37,6 +42,9 @@ class LintCommand : public command::Command {
   std::string format_ = "text";
   std::vector<std::string> severities_;
   bool isStrict_ = false;
+  bool isFixing_ = false;
+  bool appliesSuggested_ = false;
+  bool isDryRun_ = false;
   std::optional<std::string> explained_;
   bool listsRules_ = false;
 };

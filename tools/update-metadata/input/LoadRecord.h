@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace update_metadata_tool::fmt {
+namespace update_metadata_tool::input {
 
 /// Has the library load `text` as the document at `path`, and records everything that it reads: the
 /// calls that the handler receives, in order, and the two tables of packages.
@@ -16,4 +16,9 @@ namespace update_metadata_tool::fmt {
 /// The library's exceptions pass through.
 std::u16string recordLoad(const std::u16string& path, const std::string& text);
 
-}  // namespace update_metadata_tool::fmt
+/// As recordLoad(), but without what changes no answer: documents have equal records even if a
+/// product names a component several times in one list, or if an update level is written as another
+/// number that is read back alike.
+std::u16string recordAnswers(const std::u16string& path, const std::string& text);
+
+}  // namespace update_metadata_tool::input

@@ -1,16 +1,17 @@
-#include "fmt/LoadRecord.h"
+#include "input/LoadRecord.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <utility>
 #include <vector>
 
 #include "input/TextParser.h"
 #include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 
-namespace update_metadata_tool::fmt {
+namespace update_metadata_tool::input {
 namespace {
 
 using install::datamodels::product_update::PkgDataWithFilesToDelete;
@@ -76,9 +77,26 @@ enum class Call : std::int64_t {
   kSetComponentDataWithFilesToDelete,
 };
 
+/// What is recorded.
+enum class Detail { kEverything, kAnswers };
+
+/// The components of a list as answers see them: each once, where it is named first.
+std::vector<std::u16string> withoutRepetitions(const std::vector<std::u16string>& components) {
+  std::set<std::u16string> known;
+  std::vector<std::u16string> once;
+  for (const std::u16string& component : components) {
+    if (known.insert(component).second) {
+      once.push_back(component);
+    }
+  }
+  return once;
+}
+
 /// Records the calls that it receives instead of building a model.
 class RecordingHandler : public UpdateMetaDataHandler {
  public:
+  explicit RecordingHandler(Detail detail) : detail_(detail) {}
+
   Record& record() { return record_; }
 
   void setBaseReleaseFamily(const std::u16string& family) override {
@@ -98,7 +116,8 @@ class RecordingHandler : public UpdateMetaDataHandler {
   }
 
   void setTargetUpdateLevelForQorv(int level) const override {
-    write(Call::kSetTargetUpdateLevelForQorv, level);
+    // Only the low eight bits are kept.
+    write(Call::kSetTargetUpdateLevelForQorv, detail_ == Detail::kAnswers ? level & 0xFF : level);
   }
 
   void setMetaDataArch(const std::u16string& arch) const override {
@@ -111,7 +130,12 @@ class RecordingHandler : public UpdateMetaDataHandler {
                            const std::vector<std::u16string>& compsToExtract,
                            const PkgsToDelete& /*pkgsToDelete*/,
                            const PkgsToExtract& /*pkgsToExtract*/) const override {
-    write(Call::kSetProductDeltaData, name, compsToDelete, compsToExtract);
+    if (detail_ == Detail::kAnswers) {
+      write(Call::kSetProductDeltaData, name, withoutRepetitions(compsToDelete),
+            withoutRepetitions(compsToExtract));
+    } else {
+      write(Call::kSetProductDeltaData, name, compsToDelete, compsToExtract);
+    }
   }
 
   PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
@@ -135,10 +159,11 @@ class RecordingHandler : public UpdateMetaDataHandler {
     (record_.add(arguments), ...);
   }
 
+  Detail detail_;
   mutable Record record_;
 };
 
-class RecordingParser : public input::TextParser {
+class RecordingParser : public TextParser {
  public:
   using TextParser::TextParser;
 
@@ -148,14 +173,22 @@ class RecordingParser : public input::TextParser {
   }
 };
 
-}  // namespace
-
-std::u16string recordLoad(const std::u16string& path, const std::string& text) {
-  const auto handler = std::make_shared<RecordingHandler>();
+std::u16string record(const std::u16string& path, const std::string& text, Detail detail) {
+  const auto handler = std::make_shared<RecordingHandler>(detail);
   RecordingParser parser(path, text, handler);
   parser.parseUpdateMetaDataJson();
   parser.addTables(handler->record());
   return handler->record().take();
 }
 
-}  // namespace update_metadata_tool::fmt
+}  // namespace
+
+std::u16string recordLoad(const std::u16string& path, const std::string& text) {
+  return record(path, text, Detail::kEverything);
+}
+
+std::u16string recordAnswers(const std::u16string& path, const std::string& text) {
+  return record(path, text, Detail::kAnswers);
+}
+
+}  // namespace update_metadata_tool::input

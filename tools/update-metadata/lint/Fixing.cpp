@@ -1,0 +1,198 @@
+#include "lint/Fixing.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "diagnosis/source/SourceTree.h"
+#include "input/LoadRecord.h"
+
+namespace update_metadata_tool::lint {
+namespace {
+
+using install::update_metadata_parser::diagnose;
+using install::update_metadata_parser::DiagnosisOptions;
+using install::update_metadata_parser::diagnosis::source::SourceTree;
+
+constexpr int kMostRounds = 1'000;
+
+// How often the library is asked in one round.
+constexpr int kMostProofs = 1'000;
+
+bool isSyntax(std::string_view rule) {
+  return rule == "malformed-text" || rule == "text-around-value";
+}
+
+std::size_t countErrors(const Diagnosis& diagnosis) {
+  const auto isError = [](const Finding& finding) { return finding.severity == Severity::kError; };
+  std::size_t errors = static_cast<std::size_t>(
+      std::count_if(diagnosis.findings.begin(), diagnosis.findings.end(), isError));
+  for (const OmittedFindings& omitted : diagnosis.omitted) {
+    errors += omitted.severity == Severity::kError ? omitted.count : 0;
+  }
+  return errors;
+}
+
+/// What the library makes of a text.
+struct Standing {
+  bool loads;
+  std::u16string answers;  ///< a record of them, if it loads
+  std::size_t unread;      ///< bytes from the first syntax error on; 0 for JSON
+  std::size_t errors;      ///< of JSON that does not load
+};
+
+Standing examine(const std::string& text, const DiagnosisOptions& options) {
+  try {
+    return {true, input::recordAnswers(options.path, text), 0, 0};
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    const SourceTree tree(text);
+    if (tree.fault()) {
+      return {false, {}, text.size() - tree.fault()->offset + 1, 0};
+    }
+  }
+  return {false, {}, 0, countErrors(diagnose(text, options))};
+}
+
+// Whether a change of a text is an improvement without a doubt.
+bool isProved(const Standing& before, const Standing& after) {
+  if (before.loads) {
+    return after.loads && after.answers == before.answers;
+  }
+  return after.loads || after.unread < before.unread ||
+         (before.unread == 0 && after.unread == 0 && after.errors < before.errors);
+}
+
+/// Fixes in the order of their offsets, which do not overlap.
+using Choice = std::vector<const Finding*>;
+
+std::string applyAll(const Choice& findings, std::string_view text) {
+  std::string fixed;
+  fixed.reserve(text.size());
+  std::size_t copied = 0;
+  for (const Finding* finding : findings) {
+    const Fix& fix = *finding->fix;
+    fixed += text.substr(copied, fix.offset - copied);
+    fixed += fix.replacement;
+    copied = fix.offset + fix.length;
+  }
+  fixed += text.substr(copied);
+  return fixed;
+}
+
+/// One round: proves and applies the fixes of one text.
+class Round {
+ public:
+  Round(const std::string& text, const DiagnosisOptions& options)
+      : text_(text), options_(options), standing_(examine(text, options)) {}
+
+  // The fixes that can be proved now: first the syntax, then the other errors, then the rest.
+  Choice choose(const Diagnosis& diagnosis, FixKinds kinds) const {
+    std::vector<const Finding*> wanted;
+    for (const Finding& finding : diagnosis.findings) {
+      if (finding.fix && (finding.fix->isSafe || kinds == FixKinds::kSafeAndSuggested) &&
+          isTurnOf(finding)) {
+        wanted.push_back(&finding);
+      }
+    }
+    const auto isBefore = [](const Finding* left, const Finding* right) {
+      return left->fix->offset < right->fix->offset;
+    };
+    std::stable_sort(wanted.begin(), wanted.end(), isBefore);
+    Choice chosen;
+    std::size_t end = 0;
+    for (const Finding* finding : wanted) {
+      const Fix& fix = *finding->fix;
+      if (chosen.empty() || fix.offset >= end) {
+        chosen.push_back(finding);
+        end = fix.offset + std::max<std::size_t>(fix.length, 1);
+      }
+    }
+    return chosen;
+  }
+
+  // Proves as many fixes as possible.
+  void prove(const Choice& fixes) {
+    if (fixes.empty()) {
+      return;
+    }
+    Choice all = proved_;
+    all.insert(all.end(), fixes.begin(), fixes.end());
+    std::string fixed = applyAll(all, text_);
+    if (Standing after = examine(fixed, options_); isProved(standing_, after)) {
+      proved_ = std::move(all);
+      result_ = std::move(fixed);
+      standing_ = std::move(after);
+      return;
+    }
+    ++failedProofs_;
+    if (fixes.size() == 1 || failedProofs_ >= kMostProofs) {
+      unproved_.insert(unproved_.end(), fixes.begin(), fixes.end());
+      return;
+    }
+    const auto middle = fixes.begin() + static_cast<std::ptrdiff_t>(fixes.size() / 2);
+    prove(Choice(fixes.begin(), middle));
+    prove(Choice(middle, fixes.end()));
+  }
+
+  const Choice& proved() const { return proved_; }
+  const Choice& unproved() const { return unproved_; }
+  std::string takeResult() { return std::move(result_); }
+
+ private:
+  bool isTurnOf(const Finding& finding) const {
+    if (standing_.loads) {
+      return true;
+    }
+    if (standing_.unread != 0) {
+      return isSyntax(finding.rule);
+    }
+    return finding.severity == Severity::kError || !finding.fix->isSafe;
+  }
+
+  const std::string& text_;
+  const DiagnosisOptions& options_;
+  Standing standing_;
+  Choice proved_;
+  Choice unproved_;
+  std::string result_;
+  int failedProofs_ = 0;
+};
+
+}  // namespace
+
+FixedText fixText(std::string text, const DiagnosisOptions& options,
+                  const SeveritySettings& settings, FixKinds kinds) {
+  FixedText fixed;
+  fixed.text = std::move(text);
+  for (int number = 0;; ++number) {
+    fixed.diagnosis = diagnose(fixed.text, options);
+    settings.applyTo(fixed.diagnosis);
+    if (number == kMostRounds) {
+      break;
+    }
+    Round round(fixed.text, options);
+    round.prove(round.choose(fixed.diagnosis, kinds));
+    if (round.proved().empty()) {
+      for (const Finding* finding : round.unproved()) {
+        fixed.unproved.push_back(*finding);
+      }
+      break;
+    }
+    fixed.applied += round.proved().size();
+    fixed.text = round.takeResult();
+  }
+  if (kinds == FixKinds::kSafe) {
+    const auto isSuggested = [](const Finding& finding) {
+      return finding.fix && !finding.fix->isSafe;
+    };
+    fixed.suggested = static_cast<std::size_t>(std::count_if(
+        fixed.diagnosis.findings.begin(), fixed.diagnosis.findings.end(), isSuggested));
+  }
+  return fixed;
+}
+
+}  // namespace update_metadata_tool::lint

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "lint/FileReport.h"
+#include "lint/SeveritySettings.h"
+
+namespace update_metadata_tool::lint {
+
+/// Which fixes are applied.
+enum class FixKinds { kSafe, kSafeAndSuggested };
+
+/// A text after its fixes were applied.
+struct FixedText {
+  std::string text;
+  Diagnosis diagnosis;            ///< of that text, with the severities of the settings
+  std::size_t applied = 0;        ///< how many fixes were applied
+  std::size_t suggested = 0;      ///< how many suggested fixes are left that were not requested
+  std::vector<Finding> unproved;  ///< findings of that text whose fixes could not be proved
+};
+
+/// Applies the fixes of a text's findings, and those of the result, until nothing more changes.
+///
+/// Only what is proved is applied. If the library loads the text, it must give the same answers
+/// about the result. If it does not, it must load the result, read farther in it, or, once the text
+/// is JSON, find fewer errors. Fixes of rules that are off are not applied. Fixing the result again
+/// changes nothing, except after a thousand rounds, where it stops.
+///
+/// Each round diagnoses the text and loads the result; fixes that cannot be proved together are
+/// tried in halves. Exceptions of diagnose() pass through.
+FixedText fixText(std::string text,
+                  const install::update_metadata_parser::DiagnosisOptions& options,
+                  const SeveritySettings& settings, FixKinds kinds);
+
+}  // namespace update_metadata_tool::lint
