@@ -40,6 +40,12 @@ bool write(const std::u16string& path, const char* bytes) {
   return static_cast<bool>(file << bytes);
 }
 
+/// The bytes of a file, which is closed again.
+std::string contentOf(const std::u16string& path) {
+  Stream stream(path);
+  return readAll(stream);
+}
+
 /// Makes another folder the working directory while it lives.
 class WorkingDirectory {
  public:
@@ -102,9 +108,7 @@ TEST(WindowsPath, MayBeAReservedNameThatIsAFileForThePrefixOfVerbatimPaths) {
   EXPECT_EQ(verdict(file), kAbsent);
   ASSERT_TRUE(write(file, "{}"));
   EXPECT_EQ(verdict(file), kReadable);
-  Stream stream(file);
-  EXPECT_EQ(readAll(stream), "{}");
-  stream.close();
+  EXPECT_EQ(contentOf(file), "{}");
   EXPECT_NE(::DeleteFileW(wide(file).c_str()), 0);
 }
 
@@ -141,9 +145,7 @@ TEST(WindowsPath, MayContainAnUnpairedSurrogate) {
   }
   EXPECT_EQ(verdict(low), kAbsent);
   EXPECT_EQ(verdict(high), kReadable);
-  Stream stream(high);
-  EXPECT_EQ(readAll(stream), "high");
-  stream.close();
+  EXPECT_EQ(contentOf(high), "high");
   EXPECT_NE(::DeleteFileW(wide(high).c_str()), 0);
 }
 
