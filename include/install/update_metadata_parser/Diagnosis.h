@@ -68,7 +68,7 @@ struct Finding {
 
   /// How to change the text, if there is an obvious way. Apply one fix, or several whose bytes do
   /// not overlap, from the last to the first; then diagnose the result.
-  std::optional<Fix> fix;
+  std::optional<Fix> fix = std::nullopt;
 };
 
 /// Findings of one rule that are left out because there are too many.
