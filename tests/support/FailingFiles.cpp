@@ -1,12 +1,13 @@
 #include "support/FailingFiles.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <cstdarg>
 #include <functional>
 #include <limits>
 #include <utility>
@@ -56,36 +57,46 @@ Function* systemsOwn(const char* name) {
 
 }  // namespace
 
-// Shared libraries must see these replacements of system functions.
+// Shared libraries must see the replacements of system functions.
 #pragma GCC visibility push(default)
 
 extern "C" {
 
-// The linker replaces stat() by this function in statically linked code.
-int __real_stat(const char* path, struct stat* status);
+// In statically linked code, the linker replaces the functions by these. Files may be large, so
+// their names end in 64.
+int __real_stat64(const char* path, struct stat* status);
+int __real_fstat64(int descriptor, struct stat* status);
+int __real_open64(const char* path, int flags, ...);
+int __real_close(int descriptor);
 
-int __wrap_stat(const char* path, struct stat* status) {
-  return fails(FileCall::kStat) ? -1 : __real_stat(path, status);
+int __wrap_stat64(const char* path, struct stat* status) {
+  return fails(FileCall::kStat) ? -1 : __real_stat64(path, status);
 }
 
-FILE* fopen64(const char* path, const char* mode) {
-  static auto* const real = systemsOwn<FILE*(const char*, const char*)>("fopen64");
+int __wrap_fstat64(int descriptor, struct stat* status) {
+  return fails(FileCall::kStat) ? -1 : __real_fstat64(descriptor, status);
+}
+
+int __wrap_open64(const char* path, int flags, ...) {
+  std::va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+  va_end(arguments);
   if (fails(FileCall::kOpen)) {
-    return nullptr;
+    return -1;
   }
-  FILE* const file = real(path, mode);
-  opened += watched && !busy && file != nullptr ? 1 : 0;
+  const int file = __real_open64(path, flags, mode);
+  opened += watched && !busy && file >= 0 ? 1 : 0;
   return file;
 }
 
-int fclose(FILE* file) {
-  static auto* const real = systemsOwn<int(FILE*)>("fclose");
+int __wrap_close(int descriptor) {
   opened -= watched && !busy ? 1 : 0;
   const bool failing = fails(FileCall::kClose);
-  const int result = real(file);
+  const int result = __real_close(descriptor);
   if (failing) {
     errno = errorOfFailures;
-    return EOF;
+    return -1;
   }
   return result;
 }

@@ -47,7 +47,7 @@ class FileBuffer : public std::streambuf {
   /// Whether the file can be read. The platform opens a folder and rejects only the first read.
   bool isReadable() const {
     struct stat status = {};
-    return file_ >= 0 && ::fstat(file_, &status) == 0 && !S_ISDIR(status.st_mode);
+    return file_ >= 0 && !(::fstat(file_, &status) == 0 && S_ISDIR(status.st_mode));
   }
 
  protected:
@@ -80,8 +80,9 @@ class FileBuffer : public std::streambuf {
       got = ::read(file_, out, size);
     } while (got < 0 && errno == EINTR);
     if (got < 0) {
+      const int error = errno;  // before an exception is made, which may change it
       throw std::ios_base::failure("the file cannot be read",
-                                   std::error_code(errno, std::generic_category()));
+                                   std::error_code(error, std::generic_category()));
     }
     return static_cast<std::size_t>(got);
   }
