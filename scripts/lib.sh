@@ -15,7 +15,7 @@ export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
 # module and its tests.
 build_packages=(g++ cmake ninja-build libcli11-dev libssl-dev nlohmann-json3-dev)
 # shellcheck disable=SC2034
-test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales python3-jsonschema)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales patch python3-jsonschema)
 # shellcheck disable=SC2034
 python_packages=(python3-dev pybind11-dev mypy)
 
