@@ -16,8 +16,8 @@ namespace install::update_metadata_parser::diagnosis {
 /// comment is not closed, or if the text ends in it.
 std::optional<Fix> removeComments(std::string_view text, std::size_t begin, std::size_t offset);
 
-/// Removes the bytes from `offset` up to the end of the line, which is no notation for comments
-/// that the text reader knows: "# note". A suggestion if they may be something else.
+/// Removes the bytes from `offset` up to the end of the line, a comment in a notation that the text
+/// reader does not know: "# note". A suggestion if they may be something else.
 std::optional<Fix> removeHashComment(std::string_view text, std::size_t offset);
 
 /// Whether a text consists only of white space, comments, superfluous brackets and commas, and

@@ -22,8 +22,8 @@ const char* findMeantWord(std::string_view word);
 /// Suggests how to write, as JSON, what begins at `offset` in the notation of another language:
 /// strings in other quotation marks, names without them, and words like True and None.
 ///
-/// The same mistakes in what follows are corrected, too, in at most a megabyte and up to the first
-/// byte that cannot be understood. Nothing if that is the one at `offset`.
+/// Also corrects the same mistakes in what follows, in at most a megabyte and up to the first byte
+/// that cannot be understood. Nothing if that is the one at `offset`.
 std::optional<Fix> rewriteNotation(std::string_view text, std::size_t offset);
 
 }  // namespace install::update_metadata_parser::diagnosis

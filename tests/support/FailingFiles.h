@@ -12,8 +12,8 @@ enum class FileCall { kStat, kOpen, kSeek, kRead, kClose };
 /// While it lives, watches the calls by which this process reads files, and makes some of them
 /// fail.
 ///
-/// In an executable that links ump_failing_files these calls are replaced, for the shared libraries
-/// that it uses as well. One thread, and one object at a time.
+/// In an executable that links ump_failing_files these calls are replaced in all code that is
+/// linked statically. One thread, and one object at a time.
 class WatchedFiles {
  public:
   /// All calls succeed.
