@@ -14,6 +14,7 @@ using install::update_metadata_parser::diagnose;
 using install::update_metadata_parser::Diagnosis;
 using install::update_metadata_parser::DiagnosisOptions;
 using install::update_metadata_parser::Finding;
+using install::update_metadata_parser::Fix;
 using install::update_metadata_parser::OmittedFindings;
 using install::update_metadata_parser::RelatedPlace;
 using install::update_metadata_parser::Severity;
@@ -74,6 +75,16 @@ void addPlace(py::module_& module) {
       .def_property_readonly("message", textOf(&RelatedPlace::message), "What is there.");
 }
 
+void addFix(py::module_& module) {
+  py::class_<Fix>(module, "Fix", "A change of the document that removes a problem.")
+      .def_readonly("offset", &Fix::offset, "The first byte that is replaced, from 0.")
+      .def_readonly("length", &Fix::length, "The number of bytes that are replaced; 0 inserts.")
+      .def_property_readonly(
+          "replacement", [](const Fix& fix) { return py::bytes(fix.replacement); },
+          "The bytes to write instead; empty removes.")
+      .def_readonly("is_safe", &Fix::isSafe, "Whether applying it needs no decision.");
+}
+
 void addFinding(py::module_& module) {
   py::class_<Finding>(module, "Finding", "One problem of a document.")
       .def_property_readonly("rule", textOf(&Finding::rule), "The id of the rule.")
@@ -90,7 +101,13 @@ void addFinding(py::module_& module) {
       .def_property_readonly("item", textOf(&Finding::item), "The value in words; may be empty.")
       .def_property_readonly(
           "related", [](const Finding& finding) { return listOf(finding.related); },
-          "Other places that the finding refers to.");
+          "Other places that the finding refers to.")
+      .def_property_readonly(
+          "fix",
+          [](const Finding& finding) -> py::object {
+            return finding.fix ? py::cast(*finding.fix) : py::none();
+          },
+          "How to change the document; None if the remedy is not obvious.");
 }
 
 void addDiagnosis(py::module_& module) {
@@ -119,6 +136,7 @@ void addDiagnosis(py::module_& module) {
 
 void addLinting(py::module_& module) {
   addPlace(module);
+  addFix(module);
   addFinding(module);
   addDiagnosis(module);
   module.def("lint", &lint, py::arg("document"), py::arg("name") = "document",

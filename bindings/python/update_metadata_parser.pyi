@@ -60,6 +60,29 @@ class RelatedPlace:
     def message(self) -> str:
         """What is there."""
 
+class Fix:
+    """A change of the document that removes a problem.
+
+    To apply several whose bytes do not overlap, begin with the last.
+    """
+
+    @property
+    def offset(self) -> int:
+        """The first byte that is replaced, from 0."""
+    @property
+    def length(self) -> int:
+        """The number of bytes that are replaced; 0 inserts."""
+    @property
+    def replacement(self) -> bytes:
+        """What to write instead; empty removes."""
+    @property
+    def is_safe(self) -> bool:
+        """Whether applying it needs no decision.
+
+        The library then gives the same answers as before, or it rejected the document before.
+        Otherwise the fix is a suggestion, which may guess wrong.
+        """
+
 class Finding:
     """One problem of a document.
 
@@ -99,6 +122,9 @@ class Finding:
     @property
     def related(self) -> list[RelatedPlace]:
         """Other places that the finding refers to."""
+    @property
+    def fix(self) -> Optional[Fix]:
+        """How to change the document; None if the remedy is not obvious."""
 
 class Diagnosis:
     """Everything that is known about one document. Made by lint()."""

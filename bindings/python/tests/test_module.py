@@ -181,6 +181,21 @@ class Linting(unittest.TestCase):
                          [(place.offset, place.line, place.column, place.message)
                           for place in finding.related])
 
+    def test_has_fixes_that_repair_the_document(self) -> None:
+        document = make_document().replace(b'""', b'"\xc3\xbc"')
+        faulty = document.replace(b'"\xc3\xbc"', b"'\xc3\xbc'")[:-1] + b",}\n"
+        fixes = []
+        while not (diagnosis := ump.lint(faulty)).loads:
+            fix = next(found.fix for found in diagnosis.findings if found.severity == "error")
+            assert fix is not None
+            fixes.append((fix.replacement, fix.is_safe))
+            faulty = faulty[:fix.offset] + fix.replacement + faulty[fix.offset + fix.length:]
+        self.assertEqual(document, faulty)
+        self.assertEqual([(b'"\xc3\xbc"', False), (b"", True), (b"", True)], fixes)
+
+    def test_has_no_fix_where_the_remedy_is_not_clear(self) -> None:
+        self.assertIsNone(ump.lint(b"{").findings[0].fix)
+
     def test_has_the_message_of_the_text_reader(self) -> None:
         diagnosis = ump.lint(b"{\n]", "faulty.json")
         self.assertEqual(("std::runtime_error", "Error while parsing faulty.json"),
