@@ -90,12 +90,15 @@ TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
               "insertedContent": {"text": "\u00fc"}}]}]}]
       }],
       "artifacts": [
-        {"location": {"uri": "a%20folder/update.json"}, "properties":
+        {"location": {"uri": "a%20folder/update.json"}, "hashes": {"sha-256":
+          "b7bc6f4dc418b19851de40980a4a9f66ff639df07e8102925f3131e8040ce699"}, "properties":
           {"loads": true, "exception": null, "omitted": {"null-section": 1, "empty-name": 3}}},
-        {"location": {"uri": "file:///srv/b%1B.json"}, "properties": {"loads": false,
+        {"location": {"uri": "file:///srv/b%1B.json"}, "hashes": {"sha-256":
+          "0629919bb75c7411dd601daa7b6c896fcd868c026cd4196d08f259859c31850c"}, "properties": {"loads": false,
           "exception": {"type": "std::runtime_error",
                         "text": "Error while parsing /srv/b\u001b.json"}, "omitted": {}}},
-        {"location": {"uri": "clean.json"}, "properties":
+        {"location": {"uri": "clean.json"}, "hashes": {"sha-256":
+          "44136fa355b3678a1146ad16f7e8649e94fb4fc21fe77e8310c060f61caaff8a"}, "properties":
           {"loads": true, "exception": null, "omitted": {}}}
       ],
       "invocations": [{

@@ -4,6 +4,7 @@ sarif_test.py SCHEMA COMMAND SOURCES
 """
 
 import copy
+import hashlib
 import json
 import os
 import re
@@ -78,9 +79,11 @@ class FromJson:
         self.rules = rules
         with open(file["file"], "rb") as document:
             self.text = document.read()
+        assert list(file.items())[-1] == ("sha256", hashlib.sha256(self.text).hexdigest())
         self.location = {"uri": "file://" + urllib.parse.quote(file["file"], safe="-._~/"),
                          "index": index}
         self.artifact = {"location": {"uri": self.location["uri"]},
+                         "hashes": {"sha-256": file["sha256"]},
                          "properties": {name: file[name]
                                         for name in ("loads", "exception", "omitted")}}
         self.results = [self.result(finding) for finding in file["findings"]]

@@ -5,6 +5,7 @@
 
 #include "lint/JsonPieces.h"
 #include "lint/Severity.h"
+#include "output/Digest.h"
 
 namespace update_metadata_tool::lint {
 namespace {
@@ -70,7 +71,7 @@ void JsonReport::write(const FileReport& report) {
   }
   json_.name("omitted");
   writeOmitted(diagnosis.omitted, json_);
-  json_.endObject();
+  json_.member("sha256", output::sha256(report.text)).endObject();
 }
 
 void JsonReport::write(const UnreadableFile& file) {
@@ -78,7 +79,7 @@ void JsonReport::write(const UnreadableFile& file) {
   writeException(file.exception, json_);
   json_.name("findings").beginArray().endArray();
   json_.member("readable", false).member("readerMessage", nullptr);
-  json_.name("omitted").beginObject().endObject().endObject();
+  json_.name("omitted").beginObject().endObject().member("sha256", nullptr).endObject();
 }
 
 void JsonReport::finish(const LintTotals& totals) {

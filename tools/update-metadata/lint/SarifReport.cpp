@@ -11,6 +11,7 @@
 #include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"
 #include "lint/RuleExplanations.h"
+#include "output/Digest.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::lint {
@@ -237,7 +238,8 @@ void SarifReport::write(const FileReport& report) {
   const auto [known, isNew] = artifactsByUri_.try_emplace(uri, artifacts_.size());
   const std::size_t artifact = known->second;
   if (isNew) {
-    artifacts_.push_back({uri, report.diagnosis.exception, report.diagnosis.omitted});
+    artifacts_.push_back(
+        {uri, output::sha256(report.text), report.diagnosis.exception, report.diagnosis.omitted});
   }
   if (report.diagnosis.findings.empty()) {
     return;
@@ -256,6 +258,7 @@ void SarifReport::finish(const LintTotals& /*totals*/) {
   json_.endArray().name("artifacts").beginArray();
   for (const Artifact& artifact : artifacts_) {
     json_.beginObject().name("location").beginObject().member("uri", artifact.uri).endObject();
+    json_.name("hashes").beginObject().member("sha-256", artifact.sha256).endObject();
     json_.name("properties").beginObject().member("loads", !artifact.exception).name("exception");
     writeException(artifact.exception, json_);
     json_.name("omitted");

@@ -29,6 +29,7 @@ class SarifReport : public ReportWriter {
  private:
   struct Artifact {
     std::string uri;
+    std::string sha256;                        ///< digest of the bytes
     std::optional<ThrownException> exception;  ///< nothing if the library loads the file
     std::vector<OmittedFindings> omitted;
   };
