@@ -1,8 +1,5 @@
 #include "lint/JsonReport.h"
 
-#include <sstream>
-#include <string>
-
 #include <gtest/gtest.h>
 
 #include "tools/lint/SampleReports.h"
@@ -11,11 +8,8 @@ namespace update_metadata_tool::lint {
 namespace {
 
 TEST(JsonReport, WritesEverythingOnOneLine) {
-  std::ostringstream out;
-  JsonReport report(out);
-  test_support::writeAllSamples(report);
   EXPECT_EQ(
-      out.str(),
+      test_support::reportOnAllSamples<JsonReport>(),
       R"({"version":1,"files":[)"
       R"({"file":"a folder/update.json","loads":true,"exception":null,"findings":[)"
       R"({"rule":"null-section","severity":"info","message":"a section is null","advice":"look",)"

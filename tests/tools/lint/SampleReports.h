@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <sstream>
 #include <string>
 
 #include "lint/FileReport.h"
 #include "lint/ReportWriter.h"
+#include "output/Pieces.h"
 
 namespace test_support {
 
@@ -79,18 +81,25 @@ inline update_metadata_tool::lint::UnreadableFile unreadable() {
   return {"gone.json", {"std::runtime_error", "Update MetaData Json file does not exist "}};
 }
 
-/// Writes all of these with a writer and ends the report.
-inline void writeAllSamples(update_metadata_tool::lint::ReportWriter& writer) {
+/// A report on all of these; the arguments are those of the writer after its stream.
+template <class Writer, class... Arguments>
+std::string reportOnAllSamples(const Arguments&... arguments) {
+  std::ostringstream out;
+  Writer report(out, arguments...);
+  update_metadata_tool::output::Pieces pieces(out, report.separator());
   update_metadata_tool::lint::LintTotals totals;
-  for (const auto& file : {repeatedKey(), malformedText()}) {
+  const auto write = [&](const auto& file) {
     totals.count(file);
-    writer.write(file);
-  }
-  totals.count(unreadable());
-  writer.write(unreadable());
-  totals.count(clean());
-  writer.write(clean());
-  writer.finish(totals);
+    report.remember(file.file, Writer(pieces, arguments...).write(file));
+    pieces.endPiece();
+  };
+  report.begin();
+  write(repeatedKey());
+  write(malformedText());
+  write(unreadable());
+  write(clean());
+  report.finish(totals);
+  return out.str();
 }
 
 }  // namespace test_support

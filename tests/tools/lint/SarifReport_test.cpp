@@ -20,10 +20,8 @@ using install::update_metadata_parser::diagnosis::allRules;
 using install::update_metadata_parser::diagnosis::RuleDescription;
 
 Json reportOnAllSamples() {
-  std::ostringstream out;
-  SarifReport report(out);
-  test_support::writeAllSamples(report);
-  return Json::parse(out.str());
+  return Json::parse(test_support::reportOnAllSamples<SarifReport>(
+      indexArtifacts({"a folder/update.json", "/srv/b\x1B.json", "gone.json", "clean.json"})));
 }
 
 TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
@@ -97,6 +95,9 @@ TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
           "0629919bb75c7411dd601daa7b6c896fcd868c026cd4196d08f259859c31850c"}, "properties": {"loads": false,
           "exception": {"type": "std::runtime_error",
                         "text": "Error while parsing /srv/b\u001b.json"}, "omitted": {}}},
+        {"location": {"uri": "gone.json"}, "properties": {"loads": false,
+          "exception": {"type": "std::runtime_error",
+                        "text": "Update MetaData Json file does not exist "}, "omitted": {}}},
         {"location": {"uri": "clean.json"}, "hashes": {"sha-256":
           "44136fa355b3678a1146ad16f7e8649e94fb4fc21fe77e8310c060f61caaff8a"}, "properties":
           {"loads": true, "exception": null, "omitted": {}}}
@@ -106,7 +107,8 @@ TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
         "toolExecutionNotifications": [{
           "level": "error",
           "message": {"text": "Update MetaData Json file does not exist "},
-          "locations": [{"physicalLocation": {"artifactLocation": {"uri": "gone.json"}}}]}]
+          "locations": [{"physicalLocation": {"artifactLocation":
+            {"uri": "gone.json", "index": 2}}}]}]
       }]
     }]
   })")
@@ -145,10 +147,13 @@ TEST(SarifReport, MakesNeitherALinkNorAPlaceholderOfANameInAMessage) {
                               "item [a](1)",
                               {{1, 1, 2, "]{"}},
                               {}}};
+  const UnreadableFile unreadable{"[c](3)", {"std::exception", "[c](3)"}};
+  const ArtifactIndices artifacts = indexArtifacts({file.file, unreadable.file});
   std::ostringstream out;
-  SarifReport report(out);
-  report.write(file);
-  report.write(UnreadableFile{"[c](3)", {"std::exception", "[c](3)"}});
+  SarifReport report(out, artifacts);
+  report.begin();
+  report.remember(file.file, report.write(file));
+  report.remember(unreadable.file, report.write(unreadable));
   report.finish({});
   const Json run = Json::parse(out.str())["runs"][0];
   const Json& result = run["results"][0];
@@ -168,8 +173,10 @@ TEST(SarifReport, GivesARegionOfSeveralLinesItsEndInCharacters) {
   file.diagnosis.findings = {
       {"wrong-kind", Severity::kError, "wrong", "right", 3, 9, 1, 4, "/a", "item", {}, {}}};
   std::ostringstream out;
-  SarifReport report(out);
-  report.write(file);
+  const ArtifactIndices artifacts = indexArtifacts({file.file});
+  SarifReport report(out, artifacts);
+  report.begin();
+  report.remember(file.file, report.write(file));
   report.finish({});
   EXPECT_EQ(
       Json::parse(out.str())["runs"][0]["results"][0]["locations"][0]["physicalLocation"]["region"],

@@ -13,11 +13,8 @@ namespace update_metadata_tool::lint {
 namespace {
 
 TEST(TextReport, ShowsEveryFindingThenWhatTheLibraryDoesThenTheTotals) {
-  std::ostringstream out;
-  TextReport report(out, false);
-  test_support::writeAllSamples(report);
   EXPECT_EQ(
-      out.str(),
+      test_support::reportOnAllSamples<TextReport>(false),
       "a folder/update.json:1:1: info: a section is null [null-section]\n"
       "  {\n"
       "  ^\n"

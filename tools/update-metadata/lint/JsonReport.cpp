@@ -6,6 +6,7 @@
 #include "lint/JsonPieces.h"
 #include "lint/Severity.h"
 #include "output/Digest.h"
+#include "output/JsonWriter.h"
 
 namespace update_metadata_tool::lint {
 namespace {
@@ -53,37 +54,43 @@ void writeFinding(const Finding& finding, output::JsonWriter& json) {
 
 }  // namespace
 
-JsonReport::JsonReport(std::ostream& out) : out_(out), json_(out) {
-  json_.beginObject().member("version", kFormatVersion).name("files").beginArray();
+void JsonReport::begin() {
+  output::JsonWriter json(out_);
+  json.beginObject().member("version", kFormatVersion).name("files").beginArray();
 }
 
-void JsonReport::write(const FileReport& report) {
+std::string JsonReport::write(const FileReport& report) {
+  output::JsonWriter json(out_);
   const Diagnosis& diagnosis = report.diagnosis;
-  json_.beginObject().member("file", report.file).member("loads", diagnosis.loads());
-  json_.name("exception");
-  writeException(diagnosis.exception, json_);
-  json_.name("findings").array(diagnosis.findings, writeFinding);
-  json_.member("readable", true).name("readerMessage");
+  json.beginObject().member("file", report.file).member("loads", diagnosis.loads());
+  json.name("exception");
+  writeException(diagnosis.exception, json);
+  json.name("findings").array(diagnosis.findings, writeFinding);
+  json.member("readable", true).name("readerMessage");
   if (diagnosis.readerMessage.empty()) {
-    json_.value(nullptr);
+    json.value(nullptr);
   } else {
-    json_.value(diagnosis.readerMessage);
+    json.value(diagnosis.readerMessage);
   }
-  json_.name("omitted");
-  writeOmitted(diagnosis.omitted, json_);
-  json_.member("sha256", output::sha256(report.text)).endObject();
+  json.name("omitted");
+  writeOmitted(diagnosis.omitted, json);
+  json.member("sha256", output::sha256(report.text)).endObject();
+  return {};
 }
 
-void JsonReport::write(const UnreadableFile& file) {
-  json_.beginObject().member("file", file.file).member("loads", false).name("exception");
-  writeException(file.exception, json_);
-  json_.name("findings").beginArray().endArray();
-  json_.member("readable", false).member("readerMessage", nullptr);
-  json_.name("omitted").beginObject().endObject().member("sha256", nullptr).endObject();
+std::string JsonReport::write(const UnreadableFile& file) {
+  output::JsonWriter json(out_);
+  json.beginObject().member("file", file.file).member("loads", false).name("exception");
+  writeException(file.exception, json);
+  json.name("findings").beginArray().endArray();
+  json.member("readable", false).member("readerMessage", nullptr);
+  json.name("omitted").beginObject().endObject().member("sha256", nullptr).endObject();
+  return {};
 }
 
 void JsonReport::finish(const LintTotals& totals) {
-  json_.endArray()
+  output::JsonWriter json(out_);
+  json.endArray()
       .name("totals")
       .beginObject()
       .member("files", totals.files)

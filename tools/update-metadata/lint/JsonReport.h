@@ -3,7 +3,6 @@
 #include <iosfwd>
 
 #include "lint/ReportWriter.h"
-#include "output/JsonWriter.h"
 
 namespace update_metadata_tool::lint {
 
@@ -13,15 +12,16 @@ namespace update_metadata_tool::lint {
 /// findings.
 class JsonReport : public ReportWriter {
  public:
-  explicit JsonReport(std::ostream& out);
+  explicit JsonReport(std::ostream& out) : out_(out) {}
 
-  void write(const FileReport& report) override;
-  void write(const UnreadableFile& file) override;
+  void begin() override;
+  const char* separator() const override { return ","; }
+  std::string write(const FileReport& report) override;
+  std::string write(const UnreadableFile& file) override;
   void finish(const LintTotals& totals) override;
 
  private:
   std::ostream& out_;
-  output::JsonWriter json_;
 };
 
 }  // namespace update_metadata_tool::lint

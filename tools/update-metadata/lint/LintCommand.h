@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,8 +9,7 @@
 #include "command/Command.h"
 #include "command/ExitCode.h"
 #include "input/DocumentLimits.h"
-#include "lint/FileFixing.h"
-#include "lint/ReportWriter.h"
+#include "lint/FileLinting.h"
 #include "lint/SeveritySettings.h"
 
 namespace update_metadata_tool::lint {
@@ -21,20 +20,12 @@ class LintCommand : public command::Command {
  public:
   explicit LintCommand(CLI::App& app);
 
-  /// A file that cannot be read is reported on `err`: the first line is the exception's text,
-  /// escaped for a terminal, the second one says which file it is about and what to do. The others
-  /// are still checked.
   command::ExitCode run(std::ostream& out, std::ostream& err) const override;
 
  private:
   void checkArguments() const;
-  bool isFixingInput() const;
   SeveritySettings makeSettings() const;
-  std::unique_ptr<ReportWriter> makeWriter(std::ostream& out, std::ostream& err) const;
-
-  /// `fixer` is null if the files are only checked.
-  LintTotals lintFiles(const SeveritySettings& settings, FileFixer* fixer, ReportWriter& writer,
-                       std::ostream& err) const;
+  LintOptions makeOptions() const;
 
   std::vector<std::string> files_;
   input::GivenLimits limits_;
@@ -42,6 +33,7 @@ class LintCommand : public command::Command {
   std::string format_ = "text";
   std::vector<std::string> severities_;
   bool isStrict_ = false;
+  std::size_t processes_ = 1;
   bool isFixing_ = false;
   bool appliesSuggested_ = false;
   bool isDryRun_ = false;

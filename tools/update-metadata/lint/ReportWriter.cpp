@@ -3,7 +3,7 @@
 namespace update_metadata_tool::lint {
 namespace {
 
-void add(Severity severity, std::size_t findings, LintTotals& totals) {
+void countFindings(Severity severity, std::size_t findings, LintTotals& totals) {
   switch (severity) {
     case Severity::kError:
       totals.errors += findings;
@@ -23,16 +23,26 @@ void LintTotals::count(const FileReport& report) {
   ++files;
   loads += report.diagnosis.loads() ? 1U : 0U;
   for (const Finding& finding : report.diagnosis.findings) {
-    add(finding.severity, 1, *this);
+    countFindings(finding.severity, 1, *this);
   }
   for (const OmittedFindings& omitted : report.diagnosis.omitted) {
-    add(omitted.severity, omitted.count, *this);
+    countFindings(omitted.severity, omitted.count, *this);
   }
 }
 
 void LintTotals::count(const UnreadableFile& /*file*/) {
   ++files;
   ++unreadable;
+}
+
+void LintTotals::add(const LintTotals& others) {
+  files += others.files;
+  loads += others.loads;
+  unreadable += others.unreadable;
+  errors += others.errors;
+  warnings += others.warnings;
+  infos += others.infos;
+  unfixed += others.unfixed;
 }
 
 }  // namespace update_metadata_tool::lint

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <ostream>
+#include <sstream>
 #include <string_view>
 
 #include "diagnosis/Rule.h"
@@ -12,6 +14,7 @@
 #include "lint/JsonPieces.h"
 #include "lint/RuleExplanations.h"
 #include "output/Digest.h"
+#include "output/JsonWriter.h"
 #include "output/Text.h"
 
 namespace update_metadata_tool::lint {
@@ -152,18 +155,18 @@ struct Place {
   std::size_t artifact;  ///< its index
 };
 
-void writeArtifactLocation(const Place& place, JsonWriter& json) {
+void writeArtifactLocation(const std::string& uri, std::size_t artifact, JsonWriter& json) {
   json.name("artifactLocation")
       .beginObject()
-      .member("uri", place.uri)
-      .member("index", place.artifact)
+      .member("uri", uri)
+      .member("index", artifact)
       .endObject();
 }
 
 void writePhysicalLocation(const Place& place, std::size_t begin, std::size_t length,
                            JsonWriter& json) {
   json.name("physicalLocation").beginObject();
-  writeArtifactLocation(place, json);
+  writeArtifactLocation(place.uri, place.artifact, json);
   place.regions.writeRegion("region", begin, length, json);
   json.endObject();
 }
@@ -197,13 +200,22 @@ void writeFix(const Fix& fix, const Place& place, JsonWriter& json) {
   json.name("fixes").beginArray().beginObject();
   writeText("description", fix.isSafe ? "Safe fix." : "Suggested fix.", json);
   json.name("artifactChanges").beginArray().beginObject();
-  writeArtifactLocation(place, json);
+  writeArtifactLocation(place.uri, place.artifact, json);
   json.name("replacements").beginArray().beginObject();
   place.regions.writeRegion("deletedRegion", fix.offset, fix.length, json);
   if (!fix.replacement.empty()) {
     writeText("insertedContent", fix.replacement, json);
   }
   json.endObject().endArray().endObject().endArray().endObject().endArray();
+}
+
+void writeProperties(const std::optional<ThrownException>& exception,
+                     const std::vector<OmittedFindings>& omitted, JsonWriter& json) {
+  json.name("properties").beginObject().member("loads", !exception).name("exception");
+  writeException(exception, json);
+  json.name("omitted");
+  writeOmitted(omitted, json);
+  json.endObject();
 }
 
 // One result.
@@ -225,58 +237,78 @@ void writeFinding(const Finding& finding, const Place& place, JsonWriter& json) 
 
 }  // namespace
 
-SarifReport::SarifReport(std::ostream& out) : out_(out), json_(out) {
-  json_.beginObject().member("$schema", kSchema).member("version", kSarifVersion);
-  json_.name("runs").beginArray().beginObject();
-  writeTool(json_);
-  json_.member("columnKind", "unicodeCodePoints").name("results").beginArray();
+ArtifactIndices indexArtifacts(const std::vector<std::string>& files) {
+  ArtifactIndices indices;
+  for (const std::string& file : files) {
+    indices.try_emplace(file, indices.size());
+  }
+  return indices;
 }
 
-void SarifReport::write(const FileReport& report) {
+void SarifReport::begin() {
+  JsonWriter json(out_);
+  json.beginObject().member("$schema", kSchema).member("version", kSarifVersion);
+  json.name("runs").beginArray().beginObject();
+  writeTool(json);
+  json.member("columnKind", "unicodeCodePoints").name("results").beginArray();
+}
+
+std::string SarifReport::write(const FileReport& report) {
+  const Diagnosis& diagnosis = report.diagnosis;
   const std::string uri = toUri(report.file);
-  // A file may be checked twice, but must be only one artifact.
-  const auto [known, isNew] = artifactsByUri_.try_emplace(uri, artifacts_.size());
-  const std::size_t artifact = known->second;
-  if (isNew) {
-    artifacts_.push_back(
-        {uri, output::sha256(report.text), report.diagnosis.exception, report.diagnosis.omitted});
+  if (!diagnosis.findings.empty()) {
+    JsonWriter json(out_);
+    const Regions regions(report.text);
+    for (const Finding& finding : diagnosis.findings) {
+      writeFinding(finding, {regions, uri, indices_.at(report.file)}, json);
+    }
   }
-  if (report.diagnosis.findings.empty()) {
-    return;
-  }
-  const Regions regions(report.text);
-  for (const Finding& finding : report.diagnosis.findings) {
-    writeFinding(finding, {regions, uri, artifact}, json_);
-  }
+  std::ostringstream note;
+  JsonWriter json(note);
+  json.beginObject().name("location").beginObject().member("uri", uri).endObject();
+  json.name("hashes").beginObject().member("sha-256", output::sha256(report.text)).endObject();
+  writeProperties(diagnosis.exception, diagnosis.omitted, json);
+  json.endObject();
+  return note.str();
 }
 
-void SarifReport::write(const UnreadableFile& file) {
-  unreadable_.push_back(file);
+std::string SarifReport::write(const UnreadableFile& file) {
+  const std::string uri = toUri(file.file);
+  std::ostringstream note;
+  JsonWriter artifact(note);
+  artifact.beginObject().name("location").beginObject().member("uri", uri).endObject();
+  writeProperties(file.exception, {}, artifact);
+  artifact.endObject();
+  note << '\n';
+  JsonWriter json(note);
+  json.beginObject().member("level", "error");
+  writeMessage(file.exception.text, json);
+  json.name("locations").beginArray().beginObject().name("physicalLocation").beginObject();
+  writeArtifactLocation(uri, indices_.at(file.file), json);
+  json.endObject().endObject().endArray().endObject();
+  return note.str();
+}
+
+// A note is an artifact and, on a second line, perhaps a notification.
+void SarifReport::remember(const std::string& file, const std::string& note) {
+  const auto append = [](std::string_view json, std::string& list) {
+    list += list.empty() ? "" : ",";
+    list += json;
+  };
+  const std::size_t end = note.find('\n');
+  if (indices_.at(file) == artifactCount_) {
+    ++artifactCount_;
+    append(note.substr(0, end), artifacts_);
+  }
+  if (end != std::string::npos) {
+    append(note.substr(end + 1), notifications_);
+  }
 }
 
 void SarifReport::finish(const LintTotals& /*totals*/) {
-  json_.endArray().name("artifacts").beginArray();
-  for (const Artifact& artifact : artifacts_) {
-    json_.beginObject().name("location").beginObject().member("uri", artifact.uri).endObject();
-    json_.name("hashes").beginObject().member("sha-256", artifact.sha256).endObject();
-    json_.name("properties").beginObject().member("loads", !artifact.exception).name("exception");
-    writeException(artifact.exception, json_);
-    json_.name("omitted");
-    writeOmitted(artifact.omitted, json_);
-    json_.endObject().endObject();
-  }
-  json_.endArray().name("invocations").beginArray().beginObject();
-  json_.member("executionSuccessful", unreadable_.empty());
-  json_.name("toolExecutionNotifications").beginArray();
-  for (const UnreadableFile& file : unreadable_) {
-    json_.beginObject().member("level", "error");
-    writeMessage(file.exception.text, json_);
-    json_.name("locations").beginArray().beginObject().name("physicalLocation").beginObject();
-    json_.name("artifactLocation").beginObject().member("uri", toUri(file.file)).endObject();
-    json_.endObject().endObject().endArray().endObject();
-  }
-  json_.endArray().endObject().endArray().endObject().endArray().endObject();
-  out_ << '\n';
+  out_ << "],\"artifacts\":[" << artifacts_ << "],\"invocations\":[{\"executionSuccessful\":"
+       << (notifications_.empty() ? "true" : "false") << ",\"toolExecutionNotifications\":["
+       << notifications_ << "]}]}]}\n";
 }
 
 }  // namespace update_metadata_tool::lint

@@ -157,7 +157,7 @@ void TextReport::writeVerdict(const std::string& file, const FileReport& report)
   }
 }
 
-void TextReport::write(const FileReport& report) {
+std::string TextReport::write(const FileReport& report) {
   const std::string file = toVisible(report.file);
   if (!report.diagnosis.findings.empty()) {
     const LineIndex lines(report.text);
@@ -173,9 +173,12 @@ void TextReport::write(const FileReport& report) {
          << '\n';
   }
   writeVerdict(file, report);
+  return {};
 }
 
-void TextReport::write(const UnreadableFile& /*file*/) {}
+std::string TextReport::write(const UnreadableFile& /*file*/) {
+  return {};
+}
 
 void TextReport::finish(const LintTotals& totals) {
   std::string problems;

@@ -43,10 +43,10 @@ class TextReport : public ReportWriter {
   TextReport(std::ostream& out, bool isColored, std::size_t columns = terminal::kUnlimitedColumns)
       : out_(out), isColored_(isColored), columns_(columns) {}
 
-  void write(const FileReport& report) override;
+  std::string write(const FileReport& report) override;
 
   /// Writes nothing: the reason is written to standard error.
-  void write(const UnreadableFile& file) override;
+  std::string write(const UnreadableFile& file) override;
 
   void finish(const LintTotals& totals) override;
 
