@@ -119,9 +119,9 @@ TEST_P(StoredReport, HasTheFindingsOfTheDiagnosisInTheirOrder) {
   std::vector<std::string> headings;
   for (Finding finding : diagnosis.findings) {
     // A message quotes the path of the product data.
-    const std::string parent = folder.string() + '/';
-    if (const std::size_t at = finding.message.find(parent); at != std::string::npos) {
-      finding.message.erase(at, parent.size());
+    const std::string quoted = (folder / "product-data" / "products.tsv").string();
+    if (const std::size_t at = finding.message.find(quoted); at != std::string::npos) {
+      finding.message.replace(at, quoted.size(), "product-data/products.tsv");
     }
     headings.push_back(headingOf(finding));
   }

@@ -17,6 +17,9 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   ~TemporaryFolder();
 
+  /// Ends the test as skipped if the system permits no such name.
+  static void checkName(std::string_view name);
+
   /// The path of the folder itself, without a final slash.
   std::u16string path() const;
 
@@ -43,9 +46,6 @@ class TemporaryFolder {
   std::u16string makeSocket(std::string_view name) const;
 
  private:
-  /// Ends the test as skipped if the system permits no such name.
-  static void checkName(std::string_view name);
-
   std::string nativePath_;
 };
 

@@ -1,7 +1,9 @@
 // Nothing that the command writes for people contains characters that are unsafe for a terminal,
 // whatever its input.
 
+#include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -10,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "output/Text.h"
+#include "support/Effort.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
@@ -156,9 +159,13 @@ TEST_P(UnsafeTexts, AreEscapedInProductData) {
                               "P\tN\t1\t" + text_ + "\n",
                               text_ + "\n",
                               "P\tN\t" + text_ + "\n"};
-  for (const std::string& row : rows) {
-    for (const char* beginning : {"", "\n", "base code\tname\tnumber\t\n"}) {
-      folder_.writeFile("data/products.tsv", beginning + row);
+  constexpr const char* kBeginnings[] = {"", "\n", "base code\tname\tnumber\t\n"};
+  for (std::size_t row = 0; row < std::size(rows); ++row) {
+    for (std::size_t beginning = 0; beginning < std::size(kBeginnings); ++beginning) {
+      if (!test_support::kFullEffort && beginning != row % std::size(kBeginnings)) {
+        continue;
+      }
+      folder_.writeFile("data/products.tsv", kBeginnings[beginning] + rows[row]);
       for (const char* command : {"query", "show", "plan", "lint"}) {
         expectSafe({command, "good", "--product-data=data"}, around_);
       }
@@ -169,6 +176,7 @@ TEST_P(UnsafeTexts, AreEscapedInProductData) {
 }
 
 TEST_P(UnsafeTexts, AreEscapedAsFileNames) {
+  TemporaryFolder::checkName(text_);
   const std::string folder = "folder" + text_;
   const std::string broken = "broken" + text_;
   std::filesystem::create_directory(folder_.nativePath(folder));

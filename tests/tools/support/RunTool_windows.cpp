@@ -109,6 +109,9 @@ ToolRun runTool(const std::vector<std::string>& arguments, const ToolSurrounding
       around.fileSize) {
     skip("Windows has other terminals, pipes, rights and limits");
   }
+  if (fs::is_directory(fs::u8path(around.inFile))) {
+    skip("Windows opens no folder");
+  }
   const TemporaryFolder folder;
   folder.writeFile("out", "");
   const std::string out = around.outFile.value_or(folder.nativePath("out"));
