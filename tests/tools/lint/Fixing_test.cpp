@@ -75,6 +75,15 @@ TEST(Fixing, GetsAsFarAsItCan) {
   EXPECT_FALSE(fixed.diagnosis.loads());
 }
 
+TEST(Fixing, DoesNotComplainOfAFixThatWaitsForASuggestedOne) {
+  const std::string text = "{\"a\": 1,\n#\"b\": 2\n}";
+  const FixedText fixed = fix(text, FixKinds::kSafe);
+  EXPECT_EQ(fixed.text, text);
+  EXPECT_EQ(fixed.suggested, 1U);
+  EXPECT_TRUE(fixed.unproved.empty());
+  EXPECT_EQ(fix(text).text, "{\"a\": 1\n}");
+}
+
 TEST(Fixing, AppliesSuggestionsThatLeaveFewerErrors) {
   const FixedText fixed = fix("{\"Components\": {}} END");
   EXPECT_EQ(fixed.text, "{\"components\": {}}");

@@ -90,12 +90,15 @@ class Round {
       : text_(text), options_(options), standing_(examine(text, options)) {}
 
   // The fixes that can be proved now: first the syntax, then the other errors, then the rest.
-  Choice choose(const Diagnosis& diagnosis, FixKinds kinds) const {
+  Choice choose(const Diagnosis& diagnosis, FixKinds kinds) {
     std::vector<const Finding*> wanted;
     for (const Finding& finding : diagnosis.findings) {
-      if (finding.fix && (finding.fix->isSafe || kinds == FixKinds::kSafeAndSuggested) &&
-          isTurnOf(finding)) {
+      const bool isWanted =
+          finding.fix && (finding.fix->isSafe || kinds == FixKinds::kSafeAndSuggested);
+      if (isWanted && isTurnOf(finding)) {
         wanted.push_back(&finding);
+      } else if (isSyntax(finding.rule)) {
+        isObstructed_ = true;
       }
     }
     const auto isBefore = [](const Finding* left, const Finding* right) {
@@ -139,7 +142,10 @@ class Round {
   }
 
   const Choice& proved() const { return proved_; }
-  const Choice& unproved() const { return unproved_; }
+
+  // What could not be proved, except where another syntax error, which is left, is in the way.
+  Choice unproved() const { return isObstructed_ ? Choice() : unproved_; }
+
   std::string takeResult() { return std::move(result_); }
 
  private:
@@ -160,6 +166,7 @@ class Round {
   Choice unproved_;
   std::string result_;
   int failedProofs_ = 0;
+  bool isObstructed_ = false;  ///< whether a syntax error is left that nothing is done about
 };
 
 }  // namespace

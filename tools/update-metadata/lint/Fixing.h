@@ -15,10 +15,13 @@ enum class FixKinds { kSafe, kSafeAndSuggested };
 /// A text after its fixes were applied.
 struct FixedText {
   std::string text;
-  Diagnosis diagnosis;            ///< of that text, with the severities of the settings
-  std::size_t applied = 0;        ///< how many fixes were applied
-  std::size_t suggested = 0;      ///< how many suggested fixes are left that were not requested
-  std::vector<Finding> unproved;  ///< findings of that text whose fixes could not be proved
+  Diagnosis diagnosis;        ///< of that text, with the severities of the settings
+  std::size_t applied = 0;    ///< how many fixes were applied
+  std::size_t suggested = 0;  ///< how many suggested fixes are left that were not requested
+
+  /// Findings of that text whose fixes could not be proved, although no other syntax error is in
+  /// the way.
+  std::vector<Finding> unproved;
 };
 
 /// Applies the fixes of a text's findings, and those of the result, until nothing more changes.
