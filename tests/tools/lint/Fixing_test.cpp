@@ -105,6 +105,28 @@ TEST(Fixing, CorrectsAWholeDocumentOfAnotherLanguage) {
   EXPECT_EQ(fix(replaced(replaced(text, "false", "False"), "null", "None")).text, kDocument);
 }
 
+// Each semicolon is found once the one before it is fixed.
+TEST(Fixing, StopsAfterSomeWorkAndGoesOnTheNextTime) {
+  std::string text = "{";
+  for (int member = 0; member < 100; ++member) {
+    text += "\"" + std::to_string(member) + "\": 1; ";
+  }
+  text += "\"last\": 1}";
+  const std::string commas = fix(text).text;
+  EXPECT_EQ(std::count(commas.begin(), commas.end(), ';'), 0);
+  FixedText fixed;
+  int runs = 0;
+  do {
+    fixed = fixText(text, {}, {}, FixKinds::kSafeAndSuggested, 0);
+    ASSERT_TRUE(fixed.applied != 0 || !fixed.isStopped);
+    text = fixed.text;
+    ++runs;
+  } while (fixed.isStopped);
+  EXPECT_EQ(text, commas);
+  EXPECT_GT(runs, 3);
+  EXPECT_LT(runs, 50);
+}
+
 // --- random damage ----------------------------------------------------------------------------
 
 /// One fault that can be put anywhere before a byte of a kind.

@@ -52,6 +52,9 @@ void FileFixer::report(const std::string& file, const FixedText& fixed) {
                       countOf(fixed.applied, "place", "s"),
                   err_);
   }
+  if (fixed.isStopped) {
+    reportOutcome(file, "takes long to fix and may need more fixes; run the command again", err_);
+  }
   if (fixed.suggested != 0) {
     reportOutcome(
         file,

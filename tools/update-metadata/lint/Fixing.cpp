@@ -16,10 +16,23 @@ using install::update_metadata_parser::diagnose;
 using install::update_metadata_parser::DiagnosisOptions;
 using install::update_metadata_parser::diagnosis::source::SourceTree;
 
-constexpr int kMostRounds = 1'000;
+// How often a document of any size may be read.
+constexpr std::size_t kMostReadings = 32;
 
-// How often the library is asked in one round.
-constexpr int kMostProofs = 1'000;
+// Reading even a short text takes the time of so many bytes.
+constexpr std::size_t kBytesOfAReading = 1024;
+
+/// The bytes that may still be read.
+class Effort {
+ public:
+  explicit Effort(std::size_t bytes) : left_(bytes) {}
+
+  void read(const std::string& text) { left_ -= std::min(left_, text.size() + kBytesOfAReading); }
+  bool isSpent() const { return left_ == 0; }
+
+ private:
+  std::size_t left_;
+};
 
 bool isSyntax(std::string_view rule) {
   return rule == "malformed-text" || rule == "text-around-value";
@@ -43,7 +56,8 @@ struct Standing {
   std::size_t errors;      ///< of JSON that does not load
 };
 
-Standing examine(const std::string& text, const DiagnosisOptions& options) {
+Standing examine(const std::string& text, const DiagnosisOptions& options, Effort& effort) {
+  effort.read(text);
   try {
     return {true, input::recordAnswers(options.path, text), 0, 0};
   } catch (const std::bad_alloc&) {
@@ -54,6 +68,7 @@ Standing examine(const std::string& text, const DiagnosisOptions& options) {
       return {false, {}, text.size() - tree.fault()->offset + 1, 0};
     }
   }
+  effort.read(text);
   return {false, {}, 0, countErrors(diagnose(text, options))};
 }
 
@@ -86,8 +101,10 @@ std::string applyAll(const Choice& findings, std::string_view text) {
 /// One round: proves and applies the fixes of one text.
 class Round {
  public:
-  Round(const std::string& text, const DiagnosisOptions& options)
-      : text_(text), options_(options), standing_(examine(text, options)) {}
+  /// \param standing  of the text; afterwards that of the result
+  Round(const std::string& text, const DiagnosisOptions& options, Standing& standing,
+        Effort& effort)
+      : text_(text), options_(options), standing_(standing), effort_(effort) {}
 
   // The fixes that can be proved now: first the syntax, then the other errors, then the rest.
   Choice choose(const Diagnosis& diagnosis, FixKinds kinds) {
@@ -119,20 +136,19 @@ class Round {
 
   // Proves as many fixes as possible.
   void prove(const Choice& fixes) {
-    if (fixes.empty()) {
+    if (fixes.empty() || effort_.isSpent()) {
       return;
     }
     Choice all = proved_;
     all.insert(all.end(), fixes.begin(), fixes.end());
     std::string fixed = applyAll(all, text_);
-    if (Standing after = examine(fixed, options_); isProved(standing_, after)) {
+    if (Standing after = examine(fixed, options_, effort_); isProved(standing_, after)) {
       proved_ = std::move(all);
       result_ = std::move(fixed);
       standing_ = std::move(after);
       return;
     }
-    ++failedProofs_;
-    if (fixes.size() == 1 || failedProofs_ >= kMostProofs) {
+    if (fixes.size() == 1) {
       unproved_.insert(unproved_.end(), fixes.begin(), fixes.end());
       return;
     }
@@ -161,32 +177,33 @@ class Round {
 
   const std::string& text_;
   const DiagnosisOptions& options_;
-  Standing standing_;
+  Standing& standing_;
+  Effort& effort_;
   Choice proved_;
   Choice unproved_;
   std::string result_;
-  int failedProofs_ = 0;
   bool isObstructed_ = false;  ///< whether a syntax error is left that nothing is done about
 };
 
 }  // namespace
 
 FixedText fixText(std::string text, const DiagnosisOptions& options,
-                  const SeveritySettings& settings, FixKinds kinds) {
+                  const SeveritySettings& settings, FixKinds kinds, std::size_t mostBytes) {
   FixedText fixed;
   fixed.text = std::move(text);
-  for (int number = 0;; ++number) {
+  Effort effort(mostBytes + kMostReadings * fixed.text.size());
+  Standing standing = examine(fixed.text, options, effort);
+  for (;;) {
+    effort.read(fixed.text);
     fixed.diagnosis = diagnose(fixed.text, options);
     settings.applyTo(fixed.diagnosis);
-    if (number == kMostRounds) {
-      break;
-    }
-    Round round(fixed.text, options);
+    Round round(fixed.text, options, standing, effort);
     round.prove(round.choose(fixed.diagnosis, kinds));
     if (round.proved().empty()) {
       for (const Finding* finding : round.unproved()) {
         fixed.unproved.push_back(*finding);
       }
+      fixed.isStopped = effort.isSpent();
       break;
     }
     fixed.applied += round.proved().size();
