@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "RandomDocument.h"
 #include "support/Depth.h"
 #include "support/Effort.h"
 #include "support/LoadOutcome.h"
+#include "support/RandomDocument.h"
 #include "support/RunTool.h"
 
 namespace update_metadata_tool::fmt {
@@ -91,7 +91,7 @@ TEST(Formatting, KeepsWhatIsReadFromEveryGoldenDocumentThatLoads) {
 
 TEST(Formatting, KeepsWhatIsReadFromDocumentsOfEveryForm) {
   expectTheSameIsRead(test_support::variedDocument());
-  RandomDocument documents(7);
+  test_support::RandomDocument documents(7);
   const int documentCount = test_support::kFullEffort ? 3000 : 300;
   for (int count = 0; count < documentCount && !HasFatalFailure(); ++count) {
     const std::string text = documents.next();

@@ -1,17 +1,18 @@
-#include "RandomDocument.h"
+#include "support/RandomDocument.h"
 
 #include <algorithm>
 
 #include "diagnosis/source/SourceTree.h"
 
-namespace update_metadata_tool::fmt {
+namespace test_support {
 namespace {
 
 constexpr std::string_view kNames[] = {"\"\"",          "\"a\"",       "\"b\"",
                                        "\"a_b\"",       "\"\\u0061\"", "\"\xC3\xA9\"",
                                        "\"\\u00e9\"",   "\"\xFF\"",    "\"a\tb\n\"",
                                        "\"a\\tb\\\\\"", "\"\\\"\"",    "\"\\ud83d\\ude00\"",
-                                       "\"[1, {\"",     "\"} , ]:\"",  "\"\\u0000/\\/\""};
+                                       "\"[1, {\"",     "\"} , ]:\"",  "\"\\u0000/\\/\"",
+                                       "\"b_a\"",       "\"\xFE\"",    "\"\\ue000\""};
 
 constexpr std::string_view kNumbers[] = {
     "0",      "7",   "12.9", "-3.5", "1e30", "007", "-0", "1E+3", "9007199254740993",
@@ -130,4 +131,4 @@ std::string RandomDocument::named(std::string (RandomDocument::*makeValue)()) {
   return written(members);
 }
 
-}  // namespace update_metadata_tool::fmt
+}  // namespace test_support

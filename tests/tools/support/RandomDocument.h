@@ -9,7 +9,7 @@
 
 #include "support/RandomJsonText.h"
 
-namespace update_metadata_tool::fmt {
+namespace test_support {
 
 /// Generates documents that the library loads; the same seed gives the same documents.
 class RandomDocument {
@@ -62,7 +62,7 @@ class RandomDocument {
   std::string written(const std::vector<Member>& members);
 
   std::mt19937_64 random_;
-  test_support::RandomJsonText values_;
+  RandomJsonText values_;
 };
 
-}  // namespace update_metadata_tool::fmt
+}  // namespace test_support
