@@ -123,9 +123,7 @@ class ReferenceChecks {
   // The number of members as they are written, with repeated keys.
   std::size_t countMembers(std::size_t object) const {
     std::size_t count = 0;
-    for (std::size_t key = object + 1; key < tree_[object].next; key = tree_[key + 1].next) {
-      ++count;
-    }
+    document_.forEachWrittenMember(object, [&count](std::size_t /*key*/) { ++count; });
     return count;
   }
 

@@ -23,15 +23,26 @@ class SourceDocument {
   /// Leaves out the member with this key from now on.
   void ignore(std::size_t key) { isIgnored_[key] = true; }
 
+  /// Whether the member with this key is left out.
+  bool isIgnored(std::size_t key) const { return isIgnored_[key]; }
+
   /// Calls `visit(key)` for each member of an object in the order of the text; the value is the
   /// node after the key.
   template <class Visit>
   void forEachMember(std::size_t object, Visit visit) const {
-    const std::size_t end = tree_[object].next;
-    for (std::size_t key = object + 1; key < end; key = tree_[key + 1].next) {
+    forEachWrittenMember(object, [&](std::size_t key) {
       if (!isIgnored_[key]) {
         visit(key);
       }
+    });
+  }
+
+  /// The same for every member as it is written, even if it is left out.
+  template <class Visit>
+  void forEachWrittenMember(std::size_t object, Visit visit) const {
+    const std::size_t end = tree_[object].next;
+    for (std::size_t key = object + 1; key < end; key = tree_[key + 1].next) {
+      visit(key);
     }
   }
 

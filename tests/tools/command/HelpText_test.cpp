@@ -63,8 +63,8 @@ TEST_P(HelpOf, FitsTheTerminal) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Subcommands, HelpOf,
-                         ::testing::Values("query", "show", "plan", "lint", "diff", "fmt",
-                                           "report"),
+                         ::testing::Values("query", "show", "plan", "lint", "diff", "fmt", "report",
+                                           "why", "list"),
                          [](const auto& row) { return std::string(row.param); });
 
 }  // namespace

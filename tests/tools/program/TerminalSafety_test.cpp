@@ -1,6 +1,7 @@
 // Nothing that the command writes for people contains characters that are unsafe for a terminal,
 // whatever its input.
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <iterator>
@@ -37,7 +38,10 @@ std::string firstUnsafe(std::string_view text) {
 }
 
 void expectSafe(const std::vector<std::string>& arguments, const ToolSurroundings& around) {
-  const ToolRun run = runTool(arguments, around);
+  ToolRun run = runTool(arguments, around);
+  if (arguments.front() == "list") {
+    std::replace(run.out.begin(), run.out.end(), '\t', ' ');  // between fields
+  }
   std::string words;
   for (const std::string& argument : arguments) {
     words += ' ' + output::toVisible(argument);
@@ -128,6 +132,11 @@ TEST_P(UnsafeTexts, AreEscapedAsNames) {
       {"plan", "named", "--product-data=data", "--installed=."},
       {"diff", "good", "named", "--product-data=data"},
       {"diff", "named", "good"},
+      {"why", text_ + '_' + text_, "named", "--product-data=data"},
+      {"why", text_, "named"},
+      {"why", "none", "named", "--product", text_},
+      {"list", "named", "--product-data=data"},
+      {"list", "named", "--format=ndjson"},
       {"lint", "named", "--product-data=data"},
       {"report", "named", "-o", "page"},
       {"fmt", "--check", "named"},
@@ -146,7 +155,7 @@ TEST_P(UnsafeTexts, AreEscapedInMalformedDocuments) {
       "{" + jsonString(text_) + ":{\"qztype\":" + jsonString(text_) + ",\"qzdata\":[1]}}"};
   for (const std::string& document : documents) {
     folder_.writeFile("malformed", document);
-    for (const char* command : {"query", "show", "lint", "fmt"}) {
+    for (const char* command : {"query", "show", "lint", "list", "fmt"}) {
       expectSafe({command, "malformed"}, around_);
     }
   }
@@ -166,7 +175,7 @@ TEST_P(UnsafeTexts, AreEscapedInProductData) {
         continue;
       }
       folder_.writeFile("data/products.tsv", kBeginnings[beginning] + rows[row]);
-      for (const char* command : {"query", "show", "plan", "lint"}) {
+      for (const char* command : {"query", "show", "plan", "list", "lint"}) {
         expectSafe({command, "good", "--product-data=data"}, around_);
       }
       expectSafe({"diff", "good", "named", "--product-data=data"}, around_);
@@ -184,13 +193,14 @@ TEST_P(UnsafeTexts, AreEscapedAsFileNames) {
   folder_.writeFile("broken", "{");
   std::filesystem::rename(folder_.nativePath("broken"), folder_.nativePath(broken));
   for (const std::string& file : {text_, broken, folder, "missing" + text_}) {
-    for (const char* command : {"query", "show", "lint", "fmt"}) {
+    for (const char* command : {"query", "show", "lint", "list", "fmt"}) {
       expectSafe({command, file}, around_);
     }
     expectSafe({"plan", file, "--product-data=data"}, around_);
     expectSafe({"plan", "good", "--product-data", file}, around_);
     expectSafe({"plan", "good", "--product-data=data", "--installed", file}, around_);
     expectSafe({"diff", "good", file}, around_);
+    expectSafe({"why", "c_p", file}, around_);
     expectSafe({"report", file, "-o", "page"}, around_);
     expectSafe({"query", "good", "--product-data", file}, around_);
     expectSafe({"fmt", "--check", file}, around_);

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "command/Arguments.h"
+#include "command/Jobs.h"
 #include "input/DocumentText.h"
 #include "install/update_metadata_parser/Limits.h"
 
@@ -69,6 +70,15 @@ void addFormat(CLI::App& subcommand, std::string& format) {
       ->type_name("FORMAT")
       ->check(CLI::IsMember({kTextFormat, kJsonFormat}))
       ->capture_default_str();
+}
+
+void addJobs(CLI::App& subcommand, std::size_t& processes, const std::string& verb) {
+  subcommand
+      .add_option(
+          "--jobs", processes,
+          verb + " N files at a time, in separate processes; on Windows, one after the other")
+      ->type_name("N")
+      ->check(CLI::Range(std::size_t{1}, kMostProcesses));
 }
 
 void checkStandardInput(const std::string& argument, const std::vector<std::string>& files) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -38,6 +39,9 @@ void addLimits(CLI::App& subcommand, input::GivenLimits& limits);
 
 /// Adds --format with the two values above.
 void addFormat(CLI::App& subcommand, std::string& format);
+
+/// Adds --jobs, the number of files to work on at a time. `verb` is what is done with them.
+void addJobs(CLI::App& subcommand, std::size_t& processes, const std::string& verb);
 
 /// Writes `results` to `out`, which is flushed, in the form that --format asks for: calls
 /// writeJson(results..., out) or writeText(results..., out) of the namespace of `results`.

@@ -8,7 +8,6 @@
 
 #include "command/Arguments.h"
 #include "command/HelpText.h"
-#include "command/Jobs.h"
 #include "command/SharedOptions.h"
 #include "diagnosis/Rule.h"
 #include "lint/FileLinting.h"
@@ -79,11 +78,7 @@ LintCommand::LintCommand(CLI::App& app)
       ->allow_extra_args(false)
       ->check(isSeverityChoice());
   subcommand().add_flag("--strict", isStrict_, "Exit with status 1 for warnings as well");
-  subcommand()
-      .add_option("--jobs", processes_,
-                  "Check N files at a time, in separate processes; on Windows, one after the other")
-      ->type_name("N")
-      ->check(CLI::Range(std::size_t{1}, command::kMostProcesses));
+  command::addJobs(subcommand(), processes_, "Check");
   CLI::Option* const fix =
       subcommand().add_flag("--fix", isFixing_, "Apply the safe fixes, and report what is left");
   subcommand()

@@ -58,6 +58,18 @@ void writeVisible(std::string_view json, std::ostream& out) {
   out << json;
 }
 
+bool isPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) { return isPlain(byte); });
+}
+
+// Used for strings only: destroying this library's arrays and objects allocates memory, and ends
+// the program if there is none.
+std::string toJson(std::string_view text) {
+  using Json = nlohmann::json;
+  constexpr int kOneLine = -1;
+  return Json(text).dump(kOneLine, ' ', false, Json::error_handler_t::replace);
+}
+
 }  // namespace
 
 JsonWriter& JsonWriter::begin(char bracket) {
@@ -108,15 +120,35 @@ void JsonWriter::separate() {
 }
 
 void JsonWriter::writeString(std::string_view text) {
-  if (std::all_of(text.begin(), text.end(), isPlain)) {
+  if (isPlain(text)) {
     out_ << '"' << text << '"';
+  } else {
+    writeVisible(toJson(text), out_);
+  }
+}
+
+void writeUnquoted(std::string_view text, std::ostream& out) {
+  if (isPlain(text)) {
+    out << text;
     return;
   }
-  // Used for strings only: destroying this library's arrays and objects allocates memory, and ends
-  // the program if there is none.
-  using Json = nlohmann::json;
-  constexpr int kOneLine = -1;
-  writeVisible(Json(text).dump(kOneLine, ' ', false, Json::error_handler_t::replace), out_);
+  const std::string json = toJson(text);
+  std::string unquoted;
+  unquoted.reserve(json.size());
+  for (std::size_t index = 1; index + 1 < json.size(); ++index) {
+    const bool isEscape = json[index] == '\\';
+    if (!isEscape || json[index + 1] != '"') {
+      unquoted += json[index];
+    }
+    if (isEscape) {
+      unquoted += json[++index];
+    }
+  }
+  writeVisible(unquoted, out);
+}
+
+void writeUnquoted(std::u16string_view text, std::ostream& out) {
+  writeUnquoted(toUtf8(text), out);
 }
 
 }  // namespace update_metadata_tool::output

@@ -83,4 +83,9 @@ class JsonWriter {
   bool isFirst_ = true;  ///< the next value or name needs no comma before it
 };
 
+/// Writes a text as in JSON, with the same escapes, but without quotation marks around it, and with
+/// those inside it as they are.
+void writeUnquoted(std::string_view text, std::ostream& out);
+void writeUnquoted(std::u16string_view text, std::ostream& out);
+
 }  // namespace update_metadata_tool::output

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "places/LoadedDocument.h"
+#include "places/Place.h"
+#include "places/ProductLookUp.h"
+
+namespace update_metadata_tool::why {
+
+/// What the user asks about.
+struct Question {
+  std::string wanted;                  ///< a package key, or the path of a file to delete
+  std::optional<std::string> product;  ///< the base code of the only product that is of interest
+};
+
+/// A place that answers the question.
+struct FoundPlace {
+  places::Place place;             ///< without a product; see below
+  places::ProductOfPlace product;  ///< if there is one
+  bool hasProduct = false;
+  bool isFile = false;  ///< the path was asked for, not the key
+};
+
+/// What one document says. Must not outlive it.
+struct FoundDocument {
+  const places::DocumentHead& head;
+  std::deque<FoundPlace> places;     ///< as they come from the document
+  std::vector<std::string> nearest;  ///< if there is no place: keys and paths that are similar
+};
+
+/// All places of a document that name a package with that key, or list a file with that path; also
+/// those of undescribed components whose packages could have the key.
+///
+/// Exceptions of the product data pass through. Looks at each place once, or twice if none is
+/// found.
+FoundDocument search(const places::LoadedDocument& document, const places::ProductLookUp& products,
+                     const Question& question);
+
+/// Whether a product has the base code, or without product data the name, that was asked for.
+bool isWanted(const places::ProductOfPlace& product, const std::string& code);
+
+}  // namespace update_metadata_tool::why
