@@ -35,7 +35,7 @@ bool isFixingInput(const LintOptions& options);
 ///
 /// A file that cannot be read is reported on `err`: the first line is the exception's text, escaped
 /// for a terminal, the second one says which file it is about and what to do. The others are still
-/// checked. So it is for a file whose check ends a process.
+/// checked. The same holds for a file whose process is killed.
 LintTotals lintFiles(const LintOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace update_metadata_tool::lint
