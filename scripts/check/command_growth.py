@@ -116,6 +116,8 @@ def subcommands(path):
         "plan json": ["plan", path, "--product-data", table, "--format", "json"],
         "diff": ["diff", path, path],
         "diff all": ["diff", os.path.join(FOLDER, "nothing.json"), path],
+        "why": ["why", "no_such_package", path, "--product-data", table],
+        "list": ["list", path, "--product-data", table],
         "fmt": ["fmt", "--check", path],
         "lint": ["lint", path],
         "lint json": ["lint", path, "--format", "json"],

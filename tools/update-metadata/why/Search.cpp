@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
 #include <string_view>
-#include <unordered_set>
 
 #include "diagnosis/Resembling.h"
 #include "output/Text.h"
@@ -39,7 +39,7 @@ bool isOfOtherProduct(const Place& place, const Question& question) {
 std::vector<std::string> findNearest(const LoadedDocument& document,
                                      const places::ProductLookUp& products,
                                      const std::string& wanted) {
-  std::unordered_set<std::string> known;
+  std::set<std::string> known;
   document.forEachPlace(products, [&](const Place& place) {
     if (place.package &&
         place.component.size() + 1 + place.package->size() <= diagnosis::kLongestResembling) {
@@ -52,7 +52,6 @@ std::vector<std::string> findNearest(const LoadedDocument& document,
     }
   });
   std::vector<std::string_view> names(known.begin(), known.end());
-  std::sort(names.begin(), names.end());
   std::vector<std::string> nearest;
   while (nearest.size() < kMostSuggestions) {
     const auto found = diagnosis::NearestNames(names).find(wanted, diagnosis::mostEdits(wanted));
