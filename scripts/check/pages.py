@@ -110,7 +110,7 @@ class Workplace:
              SMALL + "/update.json": ["update.json", "old.json", "one.json", "another.json",
                                       "releases/old.json", "documents/update.json"]}
     # Replacements for other programs in a pipe with the command; their output is not checked.
-    PROGRAMS = {"generate-update": "cat old.json", "jq": "cat"}
+    PROGRAMS = {"generate-update": "cat old.json", "jq": "cat", "parallel": "cat"}
     # Commands that may exit with status 1 without having failed.
     ANSWERS_NO = re.compile(r"update-metadata (diff|fmt --check|lint) ")
     # Folders that a page names, and their replacements here.
@@ -208,7 +208,9 @@ def main():
     presets = {preset["name"] for preset in json.loads(read("CMakePresets.json"))["configurePresets"]}
     sources = ["CMakeLists.txt", *glob.glob("cmake/*.cmake"), *glob.glob("bindings/*/CMakeLists.txt")]
     options = set().union(*(OPTION.findall(read(source)) for source in sources))
-    pages = [page for page in glob.glob("**/*.md", recursive=True) if not page.startswith("build")]
+    # Wine's folders in a build contain links to the root of the file system.
+    folders = [name for name in os.listdir() if not name.startswith((".", "build"))]
+    pages = sum((glob.glob(name + "/**/*.md", recursive=True) for name in folders), glob.glob("*.md"))
     workplace = Workplace(tool.path)
     problems = []
     for page in pages:
