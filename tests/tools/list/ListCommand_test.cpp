@@ -136,16 +136,6 @@ TEST(List, ReadsStandardInputAndNotesMissingProductData) {
             "base code; check --product-data\n");
 }
 
-TEST(List, ReportsOutputThatCannotBeWritten) {
-  const TemporaryFolder folder;
-  folder.writeFile("update.json", kUnusual);
-  ToolSurroundings around;
-  around.folder = folder.nativePath();
-  around.outFile = "/dev/full";
-  EXPECT_EQ(runTool({"list", "update.json"}, around),
-            test_support::unwrittenRun(1, "No space left on device"));
-}
-
 class WrongList : public ::testing::TestWithParam<WrongUsage> {};
 
 TEST_P(WrongList, IsRejected) {

@@ -147,16 +147,6 @@ TEST(Why, UsesTheNameOfAProductWithoutProductData) {
   EXPECT_EQ(runOnSamples({"why", "core_engine", kSmall, "--product=Fernlight Viewer"}).exitCode, 0);
 }
 
-TEST(Why, ReportsOutputThatCannotBeWritten) {
-  const TemporaryFolder folder;
-  folder.writeFile("update.json", makeDocument("null", "null"));
-  ToolSurroundings around;
-  around.folder = folder.nativePath();
-  around.outFile = "/dev/full";
-  EXPECT_EQ(runTool({"why", "a_p", "update.json"}, around),
-            test_support::unwrittenRun(1, "No space left on device"));
-}
-
 class WrongWhy : public ::testing::TestWithParam<WrongUsage> {};
 
 TEST_P(WrongWhy, IsRejected) {
