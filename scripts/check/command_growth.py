@@ -21,6 +21,8 @@ LARGER_SIZES = (4, 8, 16)
 # Smaller figures measure the program itself and the resolution of the clock.
 LEAST_SECONDS = 0.05
 LEAST_BYTES = 4_000_000
+# The keys of these documents are many times as long as the text, and list prints each of them.
+WITHOUT_LIST = ("component-name", "long-keys-that-coincide")
 MEMORY = os.path.join(FOLDER, "memory")
 
 
@@ -258,6 +260,8 @@ def main():
             continue
         documents = Documents(family, make)
         for name in floors:
+            if name == "list" and family in WITHOUT_LIST:
+                continue
             growth = Growth(name, documents, floors[name])
             failed = failed or growth.is_too_much
             print(f"{family:30} {name:11} {growth.row()}", flush=True)
