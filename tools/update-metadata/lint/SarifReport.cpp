@@ -1,6 +1,5 @@
 #include "lint/SarifReport.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <ostream>
@@ -8,10 +7,10 @@
 #include <string_view>
 
 #include "diagnosis/Rule.h"
-#include "diagnosis/source/LineIndex.h"
+#include "diagnosis/Text.h"
 #include "install/update_metadata_parser/Version.h"
-#include "lint/CharacterIndex.h"
 #include "lint/JsonPieces.h"
+#include "lint/Regions.h"
 #include "lint/RuleExplanations.h"
 #include "output/Digest.h"
 #include "output/JsonWriter.h"
@@ -33,14 +32,11 @@ std::string toUri(std::string_view path) {
   constexpr std::string_view kKept = "-._~/";
   std::string uri = path.substr(0, 1) == "/" ? "file://" : "";
   for (const char character : path) {
-    const auto byte = static_cast<unsigned char>(character);
-    const bool isLetterOrDigit = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-                                 (byte >= '0' && byte <= '9');
-    if (isLetterOrDigit || kKept.find(character) != std::string_view::npos) {
+    if (diagnosis::isLetterOrDigit(character) || kKept.find(character) != std::string_view::npos) {
       uri += character;
     } else {
       uri += '%';
-      output::appendHexadecimal(byte, 2, uri);
+      output::appendHexadecimal(static_cast<unsigned char>(character), 2, uri);
     }
   }
   return uri;
@@ -117,37 +113,6 @@ void writeTool(JsonWriter& json) {
   json.endArray().endObject().endObject();
 }
 
-/// Finds regions of one file's text.
-class Regions {
- public:
-  explicit Regions(std::string_view text) : size_(text.size()), lines_(text), characters_(text) {}
-
-  void writeRegion(const char* name, std::size_t begin, std::size_t length,
-                   JsonWriter& json) const {
-    begin = std::min(begin, size_);
-    const std::size_t end = begin + std::min(length, size_ - begin);
-    json.name(name)
-        .beginObject()
-        .member("startLine", lines_.positionOf(begin).line)
-        .member("startColumn", columnOf(begin))
-        .member("endLine", lines_.positionOf(end).line)
-        .member("endColumn", columnOf(end))
-        .member("byteOffset", begin)
-        .member("byteLength", end - begin)
-        .endObject();
-  }
-
- private:
-  std::size_t columnOf(std::size_t offset) const {
-    const std::size_t lineBegin = offset - (lines_.positionOf(offset).column - 1);
-    return characters_.countBefore(offset) - characters_.countBefore(lineBegin) + 1;
-  }
-
-  std::size_t size_;
-  diagnosis::source::LineIndex lines_;
-  CharacterIndex characters_;
-};
-
 /// A place in the file of an artifact.
 struct Place {
   const Regions& regions;
@@ -167,7 +132,7 @@ void writePhysicalLocation(const Place& place, std::size_t begin, std::size_t le
                            JsonWriter& json) {
   json.name("physicalLocation").beginObject();
   writeArtifactLocation(place.uri, place.artifact, json);
-  place.regions.writeRegion("region", begin, length, json);
+  place.regions.write("region", begin, length, json);
   json.endObject();
 }
 
@@ -202,7 +167,7 @@ void writeFix(const Fix& fix, const Place& place, JsonWriter& json) {
   json.name("artifactChanges").beginArray().beginObject();
   writeArtifactLocation(place.uri, place.artifact, json);
   json.name("replacements").beginArray().beginObject();
-  place.regions.writeRegion("deletedRegion", fix.offset, fix.length, json);
+  place.regions.write("deletedRegion", fix.offset, fix.length, json);
   if (!fix.replacement.empty()) {
     writeText("insertedContent", fix.replacement, json);
   }
