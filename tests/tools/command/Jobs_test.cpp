@@ -122,6 +122,21 @@ TEST_P(JobsOf, EndWithALackOfMemory) {
   EXPECT_THROW(run(GetParam()), std::bad_alloc);
 }
 
+// Some lines are longer than a frame.
+TEST_P(JobsOf, SendLinesOfAnyLength) {
+  setWork([](std::size_t index, std::ostream& out, std::ostream& /*err*/) {
+    for (std::size_t length = 1; length < 300'000; length = length * 3 + index) {
+      out << '\n' << std::string(length, 'x') << std::string(length, 'y');
+    }
+    return "";
+  });
+  run(1);
+  const std::string out = out_.str();
+  out_.str("");
+  run(GetParam());
+  EXPECT_TRUE(out_.str() == out);
+}
+
 /// Accepts a number of bytes, then none.
 class FullDisk : public std::streambuf {
  public:
@@ -181,6 +196,27 @@ TEST_F(LostJobs, AreThePiecesInWhichAProcessEnds) {
             "4 lost: the process ended with status 6, with output\n"
             "5 done: \n6 done: \n");
   EXPECT_EQ(out_.str(), "01456");
+}
+
+TEST_F(LostJobs, LeaveWholeLines) {
+  std::string lines;
+  for (int number = 0; number != 50'000; ++number) {
+    lines += std::to_string(number) + '\n';
+  }
+  setWork([lines](std::size_t /*index*/, std::ostream& out, std::ostream& /*err*/) {
+    out << lines << "part of a line";
+    ::raise(SIGKILL);
+    return "";
+  });
+  jobs_.count = 2;
+  run(2);
+  EXPECT_EQ(results_.str(),
+            "0 lost: the process was ended by signal 9, with output\n"
+            "1 lost: the process was ended by signal 9, with output\n");
+  const std::string half = out_.str().substr(0, out_.str().size() / 2);
+  EXPECT_EQ(out_.str(), half + half);
+  EXPECT_THAT(lines, ::testing::StartsWith(half));
+  EXPECT_THAT(half, ::testing::EndsWith("\n"));
 }
 
 TEST_F(LostJobs, AreAllIfEachEndsItsProcess) {

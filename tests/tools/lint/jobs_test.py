@@ -33,6 +33,15 @@ def lint(*arguments, **options):
     return process.returncode, out, err
 
 
+def first_child(process):
+    children = "/proc/%d/task/%d/children" % (process.pid, process.pid)
+    while True:
+        with open(children, encoding="ascii") as file:
+            found = file.read().split()
+        if found:
+            return int(found[0])
+
+
 def is_left(group):
     try:
         os.killpg(group, 0)
@@ -115,12 +124,7 @@ class Jobs(unittest.TestCase):
             with self.subTest(form):
                 process = start("--format", form, "--jobs", "2", pipe, *others)
                 # The first process waits for the pipe, which nobody writes.
-                children = "/proc/%d/task/%d/children" % (process.pid, process.pid)
-                first = []
-                while not first:
-                    with open(children, encoding="ascii") as file:
-                        first = file.read().split()
-                os.kill(int(first[0]), signal.SIGKILL)
+                os.kill(first_child(process), signal.SIGKILL)
                 out, err = process.communicate()
                 self.assertEqual(process.returncode, 2)
                 self.assertEqual(err.decode(), (
@@ -137,6 +141,28 @@ class Jobs(unittest.TestCase):
                     self.assertFalse(run["invocations"][0]["executionSuccessful"])
                 else:
                     self.assertIn(b"\n3 files checked, 1 could not be read: ", out)
+
+    def test_says_what_a_process_that_was_killed_while_it_wrote_leaves(self):
+        long, other = self.copies(FAULTY, 2)
+        with open(long, "w", encoding="ascii") as file:
+            file.write("{%s}" % ",".join(['"a":1'] * 30_000))
+        endings = {
+            "text": "is not complete; check it alone",
+            "json": "breaks off, so the report is not valid JSON; run the command again without "
+                    "this file, and check it alone"}
+        endings["sarif"] = endings["json"]
+        for form in FORMATS:
+            with self.subTest(form):
+                process = start("--format", form, "--jobs", "2", long, other)
+                # More than begins the report. The rest is more than all pipes hold.
+                process.stdout.read(200_000)
+                os.kill(first_child(process), signal.SIGKILL)
+                out, err = process.communicate()
+                self.assertEqual((process.returncode, err.decode()), (
+                    2, "the process was ended by signal 9\n"
+                       "update-metadata: '%s' was not checked, and what is written about it %s\n"
+                       % (long, endings[form])))
+                self.assertIn(b"\n" + other.encode() if form == "text" else other.encode(), out)
 
     def test_needs_no_more_memory_for_more_files(self):
         files = self.copies(FAULTY, 5000)

@@ -18,19 +18,22 @@
 #include <streambuf>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 #include <vector>
 
 namespace update_metadata_tool::command {
 namespace {
 
-/// What a process sends: for each piece its output in any number of frames, then the result.
-enum class FrameKind { kOutput, kErrorOutput, kResult, kException, kNoMemory };
+/// What a process sends: for each piece its output in any number of frames, then the result. It is
+/// as wide as a size, so that a header has no unused bytes.
+enum class FrameKind : std::size_t { kOutput, kErrorOutput, kResult, kException, kNoMemory };
 
 /// Comes before the bytes of a frame. Both ends are the same program, so its layout is the same.
 struct FrameHeader {
   FrameKind kind;
   std::size_t size;
 };
+static_assert(std::has_unique_object_representations_v<FrameHeader>);
 
 constexpr std::size_t kFrameBytes = 64U << 10U;
 
@@ -59,7 +62,7 @@ void sendFrame(int pipe, FrameKind kind, std::string_view bytes) {
   sendBytes(pipe, bytes.data(), bytes.size());
 }
 
-/// Sends what is written to a stream.
+/// Sends what is written to a stream, as whole lines where it can: they remain of a killed process.
 class FrameBuffer : public std::streambuf {
  public:
   FrameBuffer(int pipe, FrameKind kind) : pipe_(pipe), kind_(kind), bytes_(kFrameBytes, '\0') {
@@ -69,20 +72,32 @@ class FrameBuffer : public std::streambuf {
  protected:
   int sync() override {
     if (pptr() != pbase()) {
-      sendFrame(pipe_, kind_, {pbase(), static_cast<std::size_t>(pptr() - pbase())});
+      sendFrame(pipe_, kind_, written());
       clear();
     }
     return 0;
   }
 
   int_type overflow(int_type next) override {
-    sync();
+    const std::size_t end = written().rfind('\n');
+    if (end == std::string_view::npos) {
+      sync();
+    } else {
+      const std::string_view lines = written().substr(0, end + 1);
+      const std::string_view rest = written().substr(lines.size());
+      sendFrame(pipe_, kind_, lines);
+      std::copy(rest.begin(), rest.end(), bytes_.begin());
+      clear();
+      pbump(static_cast<int>(rest.size()));
+    }
     return traits_type::eq_int_type(next, traits_type::eof())
                ? traits_type::not_eof(next)
                : sputc(traits_type::to_char_type(next));
   }
 
  private:
+  std::string_view written() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
+
   void clear() { setp(bytes_.data(), bytes_.data() + bytes_.size()); }
 
   int pipe_;

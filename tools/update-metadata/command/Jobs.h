@@ -30,7 +30,8 @@ struct Jobs {
   std::function<void(std::size_t index, const std::string& result)> done;
 
   /// Called instead of done() if a process ended during the piece: "the process was ended by signal
-  /// 9". If `hasOutput`, a part of the piece's output is written.
+  /// 9". If `hasOutput`, a part of the piece's output is written: whole lines, unless one is longer
+  /// than 64 KB or the piece flushed its output within it.
   std::function<void(std::size_t index, const std::string& reason, bool hasOutput)> lost;
 };
 

@@ -145,16 +145,22 @@ class FileLinter {
   FileResult lost(const std::string& file, const std::string& reason, bool hasOutput,
                   std::ostream& out, std::ostream& err) const {
     err << reason << '\n';
-    command::reportOutcome(file,
-                           hasOutput
-                               ? "was not checked, and what is written about it is not complete; "
-                                 "check it alone"
-                               : "was not checked; check it alone",
-                           err);
+    command::reportOutcome(file, std::string("was not checked") + whatIsWritten(hasOutput), err);
     return unreadable(file, {kOtherException, reason}, hasOutput ? nowhere_ : out, err);
   }
 
  private:
+  // What a part of the output about a file means for the whole, and what to do.
+  const char* whatIsWritten(bool hasOutput) const {
+    if (!hasOutput) {
+      return "; check it alone";
+    }
+    return options_.format == command::kTextFormat
+               ? ", and what is written about it is not complete; check it alone"
+               : ", and what is written about it breaks off, so the report is not valid JSON; run "
+                 "the command again without this file, and check it alone";
+  }
+
   // Reads a file, fixes it if that is wanted, and diagnoses it.
   void check(FileReport& report, LintTotals& totals, const DiagnosisOptions& options,
              std::ostream& out, std::ostream& err, terminal::ProgressLine& progress) const {
