@@ -33,9 +33,19 @@ bool isBefore(const Key& left, const Key& right) {
 
 class RepeatedKeys {
  public:
-  RepeatedKeys(SourceDocument& document, FindingList& findings)
+  /// \param findings  null if nothing is to be reported
+  RepeatedKeys(SourceDocument& document, FindingList* findings)
       : document_(document), tree_(document.tree()), findings_(findings) {}
 
+  void checkAll() {
+    for (std::size_t node = 0; node < tree_.nodes().size(); ++node) {
+      if (tree_[node].kind == source::SourceKind::kObject) {
+        check(node);
+      }
+    }
+  }
+
+ private:
   void check(std::size_t object) {
     gather(object);
     if (keys_.size() < 2) {
@@ -48,14 +58,16 @@ class RepeatedKeys {
     std::size_t first = 0;
     for (std::size_t index = 1; index < keys_.size(); ++index) {
       if (keys_[index].bytes == keys_[first].bytes) {
-        report(keys_[first], keys_[index]);
+        document_.ignore(keys_[index].node);
+        if (findings_ != nullptr) {
+          report(keys_[first], keys_[index]);
+        }
       } else {
         first = index;
       }
     }
   }
 
- private:
   void gather(std::size_t object) {
     keys_.clear();
     decoded_.clear();
@@ -72,7 +84,6 @@ class RepeatedKeys {
   }
 
   void report(const Key& first, const Key& later) {
-    document_.ignore(later.node);
     const source::SourceNode& value = tree_[later.node + 1];
     std::optional<Fix> fix;
     std::string message = "duplicate key " + quote(later.bytes) + ": ";
@@ -87,17 +98,17 @@ class RepeatedKeys {
         fix = Fix{later.behindPrevious, value.end - later.behindPrevious, "", true};
       }
     }
-    findings_.add(Rule::kRepeatedKey, tree_, later.node,
-                  {std::move(message),
-                   "remove or rename one of the two",
-                   "",
-                   {{tree_[first.node].begin, "the value that is used"}},
-                   std::move(fix)});
+    findings_->add(Rule::kRepeatedKey, tree_, later.node,
+                   {std::move(message),
+                    "remove or rename one of the two",
+                    "",
+                    {{tree_[first.node].begin, "the value that is used"}},
+                    std::move(fix)});
   }
 
   SourceDocument& document_;
   const SourceTree& tree_;
-  FindingList& findings_;
+  FindingList* findings_;
   std::vector<Key> keys_;
   std::deque<std::string> decoded_;
   std::string unused_;
@@ -171,13 +182,11 @@ void checkEscapes(const SourceTree& tree, std::size_t node, FindingList& finding
 }  // namespace
 
 void checkRepeatedKeys(SourceDocument& document, FindingList& findings) {
-  RepeatedKeys keys(document, findings);
-  const SourceTree& tree = document.tree();
-  for (std::size_t node = 0; node < tree.nodes().size(); ++node) {
-    if (tree[node].kind == source::SourceKind::kObject) {
-      keys.check(node);
-    }
-  }
+  RepeatedKeys(document, &findings).checkAll();
+}
+
+void ignoreRepeatedKeys(SourceDocument& document) {
+  RepeatedKeys(document, nullptr).checkAll();
 }
 
 void checkEncoding(const SourceTree& tree, FindingList& findings) {

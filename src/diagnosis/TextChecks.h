@@ -9,6 +9,9 @@ namespace install::update_metadata_parser::diagnosis {
 /// the members of an object.
 void checkRepeatedKeys(SourceDocument& document, FindingList& findings);
 
+/// The same without findings.
+void ignoreRepeatedKeys(SourceDocument& document);
+
 /// Finds strings and keys that are not text: ill-formed UTF-8 and unpaired surrogates.
 void checkEncoding(const source::SourceTree& tree, FindingList& findings);
 

@@ -60,19 +60,24 @@ Use useIn(Use use) {
   return use;
 }
 
+bool isAnyUsed(const Verdicts& verdicts) {
+  return verdicts.allProducts.use == Use::kUsed || verdicts.oneProduct.use == Use::kUsed ||
+         verdicts.sizes.use == Use::kUsed || verdicts.files.use == Use::kUsed;
+}
+
 /// Adds what each place says, and expects that nothing is added twice.
 AnswersOfPlaces gather(const LoadedDocument& document, const ProductLookUp& products) {
   AnswersOfPlaces answers;
   document.forEachPlace(products, [&](const Place& place) {
     if (!place.package) {
-      EXPECT_FALSE(place.uses.isAny());
+      EXPECT_FALSE(isAnyUsed(place.verdicts));
       return;
     }
     const std::u16string key = toUtf16(keyOf(place));
     if (place.side == Side::kFiles) {
-      if (useIn(place.uses.files) == Use::kUsed) {
+      if (useIn(place.verdicts.files.use) == Use::kUsed) {
         Keys files;
-        for (const std::string_view file : document.filesOf(place)) {
+        for (const std::string_view file : document.filesOf(place.files)) {
           files.insert(toUtf16(file));
         }
         EXPECT_TRUE(answers.files.emplace(key, std::pair(files, *place.size)).second);
@@ -81,19 +86,19 @@ AnswersOfPlaces gather(const LoadedDocument& document, const ProductLookUp& prod
     }
     const bool isToDelete = place.side == Side::kDelete;
     if (place.product == nullptr) {
-      EXPECT_FALSE(place.uses.isAny());
+      EXPECT_FALSE(isAnyUsed(place.verdicts));
       return;
     }
     const std::u16string code = products.baseCodeOf(toUtf16(place.product->name));
-    if (useIn(place.uses.allProducts) == Use::kUsed) {
+    if (useIn(place.verdicts.allProducts.use) == Use::kUsed) {
       auto& all = isToDelete ? answers.allToDelete : answers.allToExtract;
       EXPECT_TRUE(all[code].insert(key).second);
     }
-    if (useIn(place.uses.oneProduct) == Use::kUsed) {
+    if (useIn(place.verdicts.oneProduct.use) == Use::kUsed) {
       auto& one = isToDelete ? answers.oneToDelete : answers.oneToExtract;
       EXPECT_TRUE(one[code].insert(key).second);
     }
-    if (!isToDelete && useIn(place.uses.sizes) == Use::kUsed) {
+    if (!isToDelete && useIn(place.verdicts.sizes.use) == Use::kUsed) {
       EXPECT_TRUE(
           answers.sizes.emplace(key, std::pair(*place.size, *place.uncompressedBytes)).second);
     }

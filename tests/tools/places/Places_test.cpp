@@ -31,10 +31,10 @@ std::string describe(const Place& place) {
   text += place.size ? ' ' + std::to_string(*place.size) : "";
   text += place.uncompressedBytes ? '/' + std::to_string(*place.uncompressedBytes) : "";
   text += ':';
-  for (const auto& [answer, use] : {std::pair(" all ", place.uses.allProducts),
-                                    {" one ", place.uses.oneProduct},
-                                    {" sizes ", place.uses.sizes},
-                                    {" files ", place.uses.files}}) {
+  for (const auto& [answer, use] : {std::pair(" all ", place.verdicts.allProducts.use),
+                                    {" one ", place.verdicts.oneProduct.use},
+                                    {" sizes ", place.verdicts.sizes.use},
+                                    {" files ", place.verdicts.files.use}}) {
     text += use == Use::kNotAsked ? "" : std::string(answer) + nameOf(use);
   }
   return text;

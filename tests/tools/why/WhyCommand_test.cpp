@@ -1,5 +1,6 @@
 #include "why/WhyCommand.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -80,49 +81,126 @@ const std::string kReleases =
     "Base release:   none\n"
     "Target release: none, update level 0\n";
 
-TEST(Why, ShowsEveryReasonOfAPackageInNoAnswer) {
-  const TemporaryFolder folder;
-  folder.writeFile(
-      "update.json",
-      makeDocument(R"({"a":{"delete":{"p":{"size":1},"p":{"size":2}},"extract":{}}})", "null"));
-  EXPECT_EQ(
-      askIn(folder, {"a_p", "update.json"}),
-      (ToolRun{
-          0,
-          "update.json: named, but in no answer\n" + kReleases +
-              "\n"
-              "line 1: package 'p' of component 'a', to delete\n"
-              "  size: 1 byte\n"
-              "  packages to delete, all products: not used: no product has the component in\n"
-              "      'delete'\n"
-              "  packages to delete, this product: not used: no product has the component in\n"
-              "      'delete'\n"
-              "\n"
-              "line 1: package 'p' of component 'a', to delete\n"
-              "  size: 2 bytes\n"
-              "  packages to delete, all products: not used: it is in the value of a duplicate\n"
-              "      key, which is ignored\n"
-              "  packages to delete, this product: not used: it is in the value of a duplicate\n"
-              "      key, which is ignored\n",
-          ""}));
+const std::string kTwoComponents =
+    R"({"c":{"delete":{"p":{"size":1}},"extract":{"q":{"size":2,"uncompressedBytes":3}}},)"
+    R"("c_q":{"delete":{},"extract":{"":{"size":4,"uncompressedBytes":5}}}})";
+
+/// A document, the key that is asked for, and what is shown between and after the releases.
+struct ReasonCase {
+  const char* name;
+  std::string document;
+  std::string key;
+  std::string verdict;
+  std::string places;
+  int exitCode = 0;
+  std::string productData = {};
+};
+
+std::ostream& operator<<(std::ostream& out, const ReasonCase& row) {
+  return out << row.name;
 }
 
-TEST(Why, FindsWhatAnUndescribedComponentWouldContain) {
+class ReasonsOf : public ::testing::TestWithParam<ReasonCase> {};
+
+TEST_P(ReasonsOf, AreInWords) {
+  const ReasonCase& row = GetParam();
   const TemporaryFolder folder;
-  folder.writeFile("update.json", makeDocument("{}", R"({"P":{"delete":["a"],"extract":[]}})"));
+  folder.writeFile("update.json", row.document);
+  std::vector<std::string> arguments = {row.key, "update.json"};
+  if (!row.productData.empty()) {
+    folder.writeFile("products.tsv",
+                     "base code\tname\tnumber\tcontrolling product\n" + row.productData);
+    arguments.emplace_back("--product-data=.");
+  }
   EXPECT_EQ(
-      askIn(folder, {"a_p", "update.json"}),
-      (ToolRun{
-          0,
-          "update.json: named, but in no answer\n" + kReleases +
-              "\n"
-              "line 1: component 'a', to delete for P\n"
-              "  packages to delete, all products: not used: \"components\" does not contain its\n"
-              "      component\n"
-              "  packages to delete, this product: not used: \"components\" does not contain its\n"
-              "      component\n",
-          ""}));
+      askIn(folder, arguments),
+      (ToolRun{row.exitCode, "update.json: " + row.verdict + '\n' + kReleases + row.places, ""}));
 }
+
+const ReasonCase kReasons[] = {
+    {"NoProductAndADuplicateKey",
+     makeDocument(R"({"a":{"delete":{"p":{"size":1},"p":{"size":2}},"extract":{}}})", "null"),
+     "a_p", "named, but in no answer",
+     "\n"
+     "line 1: package 'p' of component 'a', to delete\n"
+     "  size: 1 byte\n"
+     "  in no answer: no product has the component in 'delete'\n"
+     "\n"
+     "line 1: package 'p' of component 'a', to delete\n"
+     "  size: 2 bytes\n"
+     "  in no answer: it is in the value of a duplicate key, which is ignored\n"},
+    {"AnUndescribedComponent", makeDocument("{}", R"({"P":{"delete":["a"],"extract":[]}})"), "a_p",
+     "not named, but a product names a component that is not described",
+     "\n"
+     "line 1: component 'a', to delete for P\n"
+     "  in no answer: \"components\" does not contain the component\n",
+     1},
+    {"AComponentNamedTwiceAndADuplicateProduct",
+     makeDocument(kTwoComponents,
+                  R"({"P":{"delete":["c","c"],"extract":[]},"P":{"delete":["c"],"extract":[]}})"),
+     "c_p", "deleted for P",
+     "\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "  size: 1 byte\n"
+     "  in packages to delete, all products: yes\n"
+     "  in packages to delete, this product: yes\n"
+     "\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "  size: 1 byte\n"
+     "  in no answer: the product has named the component before\n"
+     "\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "  size: 1 byte\n"
+     "  in no answer: the product names it in the value of a duplicate key, which is\n"
+     "      ignored\n"},
+    {"AnEqualKeyOfAnotherComponent",
+     makeDocument(kTwoComponents, R"({"P":{"delete":[],"extract":["c_q","c"]}})"), "c_q_",
+     "extracted for P",
+     "\n"
+     "line 1: package '(empty)' of component 'c_q', to extract for P, named on line 1\n"
+     "  size: 4 bytes; unpacked: 5 bytes\n"
+     "  in packages to extract, all products: yes\n"
+     "  in packages to extract, this product: yes\n"
+     "  in sizes of the packages to extract: yes\n"},
+    {"OnlySizesOfASecondProductWithTheBaseCode",
+     makeDocument(kTwoComponents, R"({"P":{"delete":[],"extract":["c_q"]},)"
+                                  R"("Q":{"delete":[],"extract":["c"]}})"),
+     "c_q", "named, but only its sizes are in an answer",
+     "\n"
+     "line 1: package 'q' of component 'c', to extract for Q (X), named on line 1\n"
+     "  size: 2 bytes; unpacked: 3 bytes\n"
+     "  in packages to extract, all products: no, 'P' comes first and has the same\n"
+     "      base code\n"
+     "  in packages to extract, this product: no, the product data assign its base\n"
+     "      code to 'P'\n"
+     "  in sizes of the packages to extract: yes\n",
+     0, "X\tP\t1\t\nX\tQ\t2\t\n"},
+    {"TheSecondUnknownProduct",
+     makeDocument(kTwoComponents, R"({"P":{"delete":["c"],"extract":[]},)"
+                                  R"("Q":{"delete":["c"],"extract":[]}})"),
+     "c_p", "deleted for P",
+     "\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "  size: 1 byte\n"
+     "  in packages to delete, all products: yes\n"
+     "  in packages to delete, this product: no, the product data do not contain the\n"
+     "      product\n"
+     "\n"
+     "line 1: package 'p' of component 'c', to delete for Q, named on line 1\n"
+     "  size: 1 byte\n"
+     "  in no answer: the product data do not contain the product\n",
+     0, "X\tOther\t1\t\n"},
+    {"EqualKeysOfPackagesWithFiles",
+     makeDocument("null", "null",
+                  R"({"a":{"b_c":{"size":1,"files":[]}},"a_b":{"c":{"size":2,"files":["x"]}}})"),
+     "x", "named, but in no answer",
+     "\n"
+     "line 1: file 'x' of package 'c' of component 'a_b', to delete\n"
+     "  size: 2 bytes\n"
+     "  in no answer: a package of component 'a' comes first and has the same key\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Documents, ReasonsOf, ::testing::ValuesIn(kReasons),
+                         [](const auto& row) { return row.param.name; });
 
 TEST(Why, AnswersTheOtherDocumentsIfOneDoesNotLoad) {
   const TemporaryFolder folder;
@@ -134,7 +212,23 @@ TEST(Why, AnswersTheOtherDocumentsIfOneDoesNotLoad) {
   EXPECT_EQ(run.err.substr(0, 29), "Error while parsing bad.json\n");
 }
 
+TEST(Why, SaysThatOnlyOtherProductsNameThePackage) {
+  EXPECT_EQ(runOnSamples({"why", "viewer_slideshow", kSmall, "--product-data", kSmallProducts,
+                          "--product=FE"}),
+            (ToolRun{1, "small/update.json: named, but not for product 'FE'\n", ""}));
+}
+
+TEST(Why, RejectsMorePackagesThanTheLimit) {
+  const ToolRun run = runOnSamples({"why", "core_engine", kSmall, "--limit-packages=1"});
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_EQ(run.err.substr(0, 52), "Update MetaData Json file names more than 1 packages");
+}
+
 TEST(Why, NotesAProductThatNoDocumentHas) {
+  const ToolRun byName = runOnSamples({"why", "core_engine", kSmall, "--product=FE"});
+  EXPECT_EQ(byName.err,
+            "update-metadata: note: no document has a product 'FE'; base codes need "
+            "--product-data, otherwise check the name\n");
   const ToolRun run = runOnSamples(
       {"why", "core_engine", kSmall, "--product=FX", "--product-data", kSmallProducts});
   EXPECT_EQ(run.exitCode, 1);

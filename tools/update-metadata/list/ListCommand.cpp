@@ -51,7 +51,7 @@ ListCommand::ListCommand(CLI::App& app)
       ->check(CLI::IsMember({kTsvFormat, kNdjsonFormat}))
       ->capture_default_str();
   command::addJobs(subcommand(), processes_, "Read");
-  command::addLimitBytes(subcommand(), limits_);
+  command::addLimits(subcommand(), limits_);
   subcommand().final_callback([this] { command::checkStandardInput("FILE", files_); });
   subcommand().footer(kExamples);
 }

@@ -12,7 +12,7 @@
 
 namespace update_metadata_tool::list {
 
-/// The subcommand `list`: prints a row for each package of each component of each product.
+/// The subcommand `list`: prints a row for each place that names a package.
 class ListCommand : public command::Command {
  public:
   explicit ListCommand(CLI::App& app);

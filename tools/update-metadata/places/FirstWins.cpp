@@ -2,32 +2,29 @@
 
 namespace update_metadata_tool::places {
 
-Use FirstWins::beginNaming(std::size_t component, std::size_t product) {
-  const auto [place, isNew] = products_.try_emplace(component, product);
+Verdict FirstWins::beginNaming(std::size_t component, const Named& product) {
+  const auto [place, isNew] = namings_.try_emplace(component, Naming{product.number, product.name});
   if (isNew) {
-    return Use::kUsed;
+    return {Use::kUsed};
   }
-  if (place->second == product) {
-    return Use::kRepeatedComponent;
+  Naming& naming = place->second;
+  if (naming.lastProduct == product.number) {
+    return {Use::kRepeatedComponent};
   }
-  place->second = product;
-  return Use::kEarlierProduct;
+  naming.lastProduct = product.number;
+  return {Use::kEarlierProduct, naming.firstProduct};
 }
 
-Use FirstWins::useOf(const NamedPackage& package, std::size_t component, Use ofNaming) {
+Verdict FirstWins::verdictOn(const NamedPackage& package, const Named& component,
+                             const Verdict& ofNaming) {
   if (package.isNameRepeated) {
-    return Use::kEqualKey;
+    return {Use::kEqualKey, component.name};
   }
   if (package.group == kNoGroup) {
     return ofNaming;
   }
-  const std::size_t holder = components_.try_emplace(package.group, component).first->second;
-  return holder == component ? ofNaming : Use::kEqualKey;
-}
-
-void FirstWins::clear() {
-  products_.clear();
-  components_.clear();
+  const Named& holder = holders_.try_emplace(package.group, component).first->second;
+  return holder.number == component.number ? ofNaming : Verdict{Use::kEqualKey, holder.name};
 }
 
 }  // namespace update_metadata_tool::places

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 #include <unordered_map>
 
 #include "places/NamedPackages.h"
@@ -11,19 +12,27 @@ namespace update_metadata_tool::places {
 /// One answer of the library while it is built: the first package with a key is used.
 class FirstWins {
  public:
-  /// A product names a component. Returns the use of those of its packages whose keys no other
+  /// A component or a product, with its number.
+  struct Named {
+    std::size_t number;
+    std::string_view name;
+  };
+
+  /// A product names a component. Returns the verdict on those of its packages whose keys no other
   /// component has.
-  Use beginNaming(std::size_t component, std::size_t product);
+  Verdict beginNaming(std::size_t component, const Named& product);
 
-  /// The use of a package of a component, whose naming has the use `ofNaming`.
-  Use useOf(const NamedPackage& package, std::size_t component, Use ofNaming);
-
-  /// Forgets everything.
-  void clear();
+  /// The verdict on a package of a component; that on the component's naming is `ofNaming`.
+  Verdict verdictOn(const NamedPackage& package, const Named& component, const Verdict& ofNaming);
 
  private:
-  std::unordered_map<std::size_t, std::size_t> products_;    // that named a component last
-  std::unordered_map<std::size_t, std::size_t> components_;  // that have the keys of a group
+  struct Naming {
+    std::size_t lastProduct;
+    std::string_view firstProduct;
+  };
+
+  std::unordered_map<std::size_t, Naming> namings_;  // of each component
+  std::unordered_map<std::size_t, Named> holders_;   // the component that has a group's key
 };
 
 }  // namespace update_metadata_tool::places

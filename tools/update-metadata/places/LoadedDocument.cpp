@@ -1,87 +1,92 @@
 #include "places/LoadedDocument.h"
 
-#include <cstdint>
 #include <memory>
 #include <utility>
 
-#include "diagnosis/FindingList.h"
 #include "diagnosis/TextChecks.h"
 #include "input/DocumentText.h"
 #include "input/TextParser.h"
-#include "install/update_metadata_parser/UpdateMetaDataHandler.h"
 #include "output/Digest.h"
 #include "output/Text.h"
 #include "places/ModelPlaces.h"
 #include "places/NamedPackages.h"
 #include "places/UnreadPlaces.h"
+#include "summary/SummaryHandler.h"
 
 namespace update_metadata_tool::places {
 namespace {
 
 namespace diagnosis = install::update_metadata_parser::diagnosis;
 using diagnosis::source::SourceKind;
-using install::datamodels::product_update::PkgDataWithFilesToDelete;
-using install::update_metadata_parser::UpdateMetaDataHandler;
 
-/// Keeps the releases and the architecture of a document, and nothing of its packages.
-class HeadHandler : public UpdateMetaDataHandler {
- public:
-  void setMetaDataArch(const std::u16string& arch) const override { arch_ = arch; }
-  void setProductDeltaData(const std::u16string& /*name*/,
-                           const std::vector<std::u16string>& /*compsToDelete*/,
-                           const std::vector<std::u16string>& /*compsToExtract*/,
-                           const PkgsToDelete& /*pkgsToDelete*/,
-                           const PkgsToExtract& /*pkgsToExtract*/) const override {}
-  PkgDataWithFilesToDelete createPkgDataWithFilesToDelete(
-      const std::u16string& /*name*/, std::int64_t /*size*/,
-      const std::vector<std::u16string>& /*files*/) const override {
-    return {};
-  }
-  void setComponentDataWithFilesToDelete(
-      const std::u16string& /*name*/,
-      const std::vector<PkgDataWithFilesToDelete>& /*pkgs*/) const override {}
-
-  const std::u16string& arch() const { return arch_; }
-
- private:
-  mutable std::u16string arch_;  // the setters are const
-};
-
-DocumentHead loadHead(const std::string& file, const std::string& text) {
-  const auto handler = std::make_shared<HeadHandler>();
+DocumentHead loadHead(const std::string& file, const std::string& text,
+                      const input::GivenLimits& limits) {
+  const auto handler = std::make_shared<summary::SummaryHandler>(input::limitsOf(file, limits),
+                                                                 terminal::noProgress());
   input::TextParser(output::toUtf16(file), text, handler).parseUpdateMetaDataJson();
   return {file,
           {handler->getBaseReleaseFamily(), handler->getBaseReleaseVersion()},
           {handler->getTargetReleaseFamily(), handler->getTargetReleaseVersion()},
           handler->getTargetUpdateLevelForQorv(),
-          handler->arch(),
+          handler->architecture(),
           output::sha256(text)};
-}
-
-std::string readText(const std::string& file, const input::GivenLimits& limits,
-                     terminal::ProgressLine& progress) {
-  progress.begin("reading the document");
-  return input::readDocument(file, input::limitsOf(file, limits).bytes, progress);
 }
 
 }  // namespace
 
 LoadedDocument::LoadedDocument(const std::string& file, const input::GivenLimits& limits,
                                terminal::ProgressLine& progress)
-    : LoadedDocument(file, readText(file, limits, progress)) {}
+    : LoadedDocument(file, input::readDocument(file, input::limitsOf(file, limits).bytes, progress),
+                     limits) {}
 
-LoadedDocument::LoadedDocument(const std::string& file, std::string text)
-    : text_(std::move(text)), tree_(text_), document_(tree_), lines_(text_) {
-  head_ = loadHead(file, text_);
-  diagnosis::FindingList unused;
-  diagnosis::checkRepeatedKeys(document_, unused);
+LoadedDocument::LoadedDocument(const std::string& file, std::string text,
+                               const input::GivenLimits& limits)
+    : text_(std::move(text)),
+      head_(loadHead(file, text_, limits)),
+      tree_(text_),
+      document_(tree_),
+      lines_(text_) {
+  diagnosis::ignoreRepeatedKeys(document_);
 }
 
-void LoadedDocument::forEachPlace(const ProductLookUp& products, const VisitPlace& visit) const {
+void LoadedDocument::forEachPlace(const ProductLookUp& products, const VisitPlace& visit,
+                                  std::optional<std::string_view> onlyKey) const {
   const ReadDocument read = {document_, lines_};
-  const DescribedComponents components(read);
+  const DescribedComponents components(read, onlyKey);
   forEachPlaceOfModel(read, components, products, visit);
   forEachUnreadPlace(read, components, products, visit);
+}
+
+std::set<std::string> LoadedDocument::shortNames(std::size_t bytes) const {
+  std::set<std::string> names;
+  const auto addKey = [&](std::string_view component, std::string_view package) {
+    if (component.size() + 1 + package.size() <= bytes) {
+      names.insert(std::string(component) + '_' + std::string(package));
+    }
+  };
+  const ReadDocument read = {document_, lines_};
+  const DescribedComponents components(read);
+  for (const DescribedComponent& component : components.all()) {
+    for (const std::vector<NamedPackage>& packages : component.packages) {
+      for (const NamedPackage& package : packages) {
+        addKey(component.name, package.name);
+      }
+    }
+  }
+  if (const auto section = read.section("componentsWithFilesDeleted")) {
+    document_.forEachMember(*section, [&](std::size_t component) {
+      document_.forEachMember(component + 1, [&](std::size_t package) {
+        addKey(document_.nameOf(component), document_.nameOf(package));
+        for (const std::string_view file :
+             filesOf(read.member(package + 1, "files", SourceKind::kArray))) {
+          if (file.size() <= bytes) {
+            names.emplace(file);
+          }
+        }
+      });
+    });
+  }
+  return names;
 }
 
 std::vector<std::string_view> LoadedDocument::productNames() const {
@@ -93,10 +98,10 @@ std::vector<std::string_view> LoadedDocument::productNames() const {
   return names;
 }
 
-std::vector<std::string_view> LoadedDocument::filesOf(const Place& place) const {
+std::vector<std::string_view> LoadedDocument::filesOf(std::optional<std::size_t> list) const {
   std::vector<std::string_view> files;
-  if (place.files) {
-    document_.forEachElement(*place.files, [&](std::size_t element) {
+  if (list) {
+    document_.forEachElement(*list, [&](std::size_t element) {
       if (document_.isA(SourceKind::kString, element)) {
         files.push_back(document_.nameOf(element));
       }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,31 +31,37 @@ struct DocumentHead {
 /// A document that the library loads, as it is written.
 class LoadedDocument {
  public:
-  /// Reads the file, or standard input, and has the library load it, without a model. The library's
-  /// exceptions pass through.
+  /// Reads the file, or standard input, and has the library load it. The library's exceptions pass
+  /// through.
   LoadedDocument(const std::string& file, const input::GivenLimits& limits,
                  terminal::ProgressLine& progress);
 
   /// The same for a document that was read already.
-  LoadedDocument(const std::string& file, std::string text);
+  LoadedDocument(const std::string& file, std::string text, const input::GivenLimits& limits = {});
 
   const DocumentHead& head() const { return head_; }
 
   /// Calls `visit` for each place: those of the model, in its order, then those that are not read.
   ///
+  /// \param onlyKey  leaves out packages with other keys that products can name
+  ///
   /// Nothing is stored of a place, so memory is linear in the document. Exceptions of `visit` and
   /// of the product data pass through.
-  void forEachPlace(const ProductLookUp& products, const VisitPlace& visit) const;
+  void forEachPlace(const ProductLookUp& products, const VisitPlace& visit,
+                    std::optional<std::string_view> onlyKey = std::nullopt) const;
+
+  /// The package keys and the paths of files to delete that have at most so many bytes.
+  std::set<std::string> shortNames(std::size_t bytes) const;
 
   /// The names of all products that are read.
   std::vector<std::string_view> productNames() const;
 
-  /// The files that a place lists, in its order, with duplicates. Empty if it is not of that side.
-  std::vector<std::string_view> filesOf(const Place& place) const;
+  /// The files of Place::files, in the order of the text, with duplicates. Empty without a list.
+  std::vector<std::string_view> filesOf(std::optional<std::size_t> list) const;
 
  private:
-  DocumentHead head_;
   std::string text_;
+  DocumentHead head_;  // loaded before the rest takes memory
   install::update_metadata_parser::diagnosis::source::SourceTree tree_;
   install::update_metadata_parser::diagnosis::SourceDocument document_;
   install::update_metadata_parser::diagnosis::source::LineIndex lines_;

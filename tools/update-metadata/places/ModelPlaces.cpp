@@ -47,8 +47,8 @@ class ModelPlaces {
 
   // How the answers treat the packages of one side of a product.
   struct Answers {
-    Use allProducts;  // kUsed if the product's packages are used
-    Use oneProduct;
+    Verdict allProducts;  // kUsed if the product's packages are used
+    Verdict oneProduct;
     FirstWins* inAllProducts;
     FirstWins* inOneProduct;
   };
@@ -88,26 +88,31 @@ class ModelPlaces {
                                              namesPackages(lists[1], Side::kExtract)};
     const std::u16string name = output::toUtf16(product.name);
     const std::u16string code = products_.baseCodeOf(name);
-    const bool isChosen = products_.nameOf(code) == name;
+    const std::u16string chosen = products_.nameOf(code);
+    const std::string chosenName = output::toUtf8(chosen);
     const bool isKnown = products_.isKnown(code);
     const ProductOfPlace shown = products_.show(product.name, code);
     for (const Side side : kSidesOfProducts) {
       const auto index = static_cast<std::size_t>(side);
       FirstWins ofProduct;
       FirstWins ofName;
-      Answers answers = {Use::kUsed, Use::kUsed, &ofProduct, &ofName};
-      if (hasPackages[index] && !codes_[index].insert(code).second) {
-        answers.allProducts = isKnown ? Use::kEarlierProduct : Use::kUnknownProduct;
+      Answers answers = {{Use::kUsed}, {Use::kUsed}, &ofProduct, &ofName};
+      if (hasPackages[index]) {
+        const auto [holder, isFirst] = codes_[index].try_emplace(code, product.name);
+        if (!isFirst) {
+          answers.allProducts = {isKnown ? Use::kEarlierProduct : Use::kUnknownProduct,
+                                 holder->second};
+        }
       }
-      if (!isChosen) {
-        answers.oneProduct = isKnown ? Use::kOtherProduct : Use::kUnknownProduct;
+      if (chosen != name) {
+        answers.oneProduct = {isKnown ? Use::kOtherProduct : Use::kUnknownProduct, chosenName};
       }
       if (product.isNameShared) {
         answers.inOneProduct = &namesakes_[index][product.name];
       }
       if (lists[index]) {
         read_.document.forEachElement(*lists[index], [&](std::size_t element) {
-          walkNaming(side, shown, number, element, answers);
+          walkNaming(side, shown, {number, product.name}, element, answers);
         });
       }
     }
@@ -117,14 +122,16 @@ class ModelPlaces {
     bool isAny = false;
     if (list) {
       read_.document.forEachElement(*list, [&](std::size_t element) {
-        const std::size_t component = components_.find(read_.document.nameOf(element));
-        isAny = isAny || (component != kNever && !packagesOf(component, side).empty());
+        if (!isAny) {
+          const std::size_t component = components_.find(read_.document.nameOf(element));
+          isAny = component != kNever && components_.hasPackages(component, side);
+        }
       });
     }
     return isAny;
   }
 
-  void walkNaming(Side side, const ProductOfPlace& product, std::size_t productNumber,
+  void walkNaming(Side side, const ProductOfPlace& product, const FirstWins::Named& named,
                   std::size_t element, const Answers& answers) {
     const std::size_t component = components_.find(read_.document.nameOf(element));
     if (component == kNever) {
@@ -132,20 +139,22 @@ class ModelPlaces {
       return;
     }
     isNamed_[component][static_cast<std::size_t>(side)] = true;
-    const Use inAll = answers.inAllProducts->beginNaming(component, productNumber);
-    const Use inOne = answers.inOneProduct->beginNaming(component, productNumber);
-    const Use inSizes =
-        side == Side::kExtract ? sizes_.beginNaming(component, productNumber) : Use::kNotAsked;
-    Place place = placeOf(side, components_.all()[component].name);
+    const FirstWins::Named holder = {component, components_.all()[component].name};
+    const Verdict inAll = answers.inAllProducts->beginNaming(component, named);
+    const Verdict inOne = answers.inOneProduct->beginNaming(component, named);
+    const Verdict inSizes =
+        side == Side::kExtract ? sizes_.beginNaming(component, named) : Verdict();
+    Place place = placeOf(side, holder.name);
     place.product = &product;
     place.namingLine = read_.lineOf(element);
     for (const NamedPackage& package : packagesOf(component, side)) {
-      const Use all = answers.inAllProducts->useOf(package, component, inAll);
-      const Use one = answers.inOneProduct->useOf(package, component, inOne);
-      place.uses.allProducts = answers.allProducts == Use::kUsed ? all : answers.allProducts;
-      place.uses.oneProduct = answers.oneProduct == Use::kUsed ? one : answers.oneProduct;
+      const Verdict all = answers.inAllProducts->verdictOn(package, holder, inAll);
+      const Verdict one = answers.inOneProduct->verdictOn(package, holder, inOne);
+      const bool isListed = answers.allProducts.use == Use::kUsed;
+      place.verdicts.allProducts = isListed ? all : answers.allProducts;
+      place.verdicts.oneProduct = answers.oneProduct.use == Use::kUsed ? one : answers.oneProduct;
       if (side == Side::kExtract) {
-        place.uses.sizes = sizes_.useOf(package, component, inSizes);
+        place.verdicts.sizes = sizes_.verdictOn(package, holder, inSizes);
       }
       visitPackage(package, place);
     }
@@ -190,10 +199,10 @@ class ModelPlaces {
     const bool isShared = first != index || (index + 1 < names.size() && names[index + 1] == name);
     Place place = placeOf(Side::kFiles, name);
     for (const NamedPackage& package : lists[index]) {
-      place.uses.files = files_.useOf(package, first, Use::kUsed);
+      place.verdicts.files = files_.verdictOn(package, {first, name}, {Use::kUsed});
       if (isShared && !package.isNameRepeated &&
           !namesWithFiles_[name].insert(package.name).second) {
-        place.uses.files = Use::kRepeatedComponent;
+        place.verdicts.files = {Use::kRepeatedComponent};
       }
       visitPackage(package, place);
     }
@@ -205,7 +214,7 @@ class ModelPlaces {
       for (const Side side : kSidesOfProducts) {
         if (!isNamed_[index][static_cast<std::size_t>(side)]) {
           Place place = placeOf(side, components_.all()[index].name);
-          place.uses = usesOf(side, Use::kUnusedComponent);
+          place.verdicts = verdictsOf(side, Use::kUnusedComponent);
           for (const NamedPackage& package : packagesOf(index, side)) {
             visitPackage(package, place);
           }
@@ -219,7 +228,7 @@ class ModelPlaces {
     place.product = &product;
     place.line = read_.lineOf(element);
     place.namingLine = place.line;
-    place.uses = usesOf(side, Use::kUndescribedComponent);
+    place.verdicts = verdictsOf(side, Use::kUndescribedComponent);
     visit_(place);
   }
 
@@ -236,8 +245,8 @@ class ModelPlaces {
   const DescribedComponents& components_;
   const ProductLookUp& products_;
   const VisitPlace& visit_;
-  std::vector<std::array<bool, 2>> isNamed_;  // by component and side
-  std::array<std::set<std::u16string>, 2> codes_;
+  std::vector<std::array<bool, 2>> isNamed_;                         // by component and side
+  std::array<std::map<std::u16string, std::string_view>, 2> codes_;  // the products that have them
   std::array<std::map<std::string_view, FirstWins>, 2> namesakes_;
   FirstWins sizes_;
   FirstWins files_;

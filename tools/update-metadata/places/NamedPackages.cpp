@@ -5,6 +5,7 @@
 
 #include "diagnosis/KeyCollisions.h"
 #include "diagnosis/NameTable.h"
+#include "diagnosis/Text.h"
 
 namespace update_metadata_tool::places {
 namespace {
@@ -99,11 +100,21 @@ void ReadDocument::setPackage(const NamedPackage& package, Place& place) const {
   }
 }
 
-std::vector<NamedPackage> listPackages(const ReadDocument& read, std::size_t object, Side side) {
+std::optional<std::string_view> packageIn(std::string_view key, std::string_view component) {
+  const bool isBeginning = key.size() > component.size() && key[component.size()] == '_' &&
+                           diagnosis::startsWith(key, component);
+  return isBeginning ? std::optional(key.substr(component.size() + 1)) : std::nullopt;
+}
+
+std::vector<NamedPackage> listPackages(const ReadDocument& read, std::size_t object, Side side,
+                                       std::optional<std::string_view> only) {
   std::vector<NamedPackage> packages;
   const NameTable table(read.document, object);
-  packages.reserve(table.entries().size());
+  packages.reserve(only ? 1 : table.entries().size());
   for (const NameTable::Entry& entry : table.entries()) {
+    if (only && entry.name != *only) {
+      continue;
+    }
     const bool isRepeated = !packages.empty() && packages.back().name == entry.name;
     packages.push_back(read.package(entry.key, side));
     packages.back().isNameRepeated = isRepeated;
@@ -138,7 +149,8 @@ void markEqualKeys(const ReadDocument& read, const std::vector<std::string_view>
   }
 }
 
-DescribedComponents::DescribedComponents(const ReadDocument& read) {
+DescribedComponents::DescribedComponents(const ReadDocument& read,
+                                         std::optional<std::string_view> onlyKey) {
   const std::optional<std::size_t> section = read.section("components");
   if (!section) {
     return;
@@ -150,13 +162,17 @@ DescribedComponents::DescribedComponents(const ReadDocument& read) {
       components_.push_back({entry.name, {kNever, kNever}, {}});
     }
     DescribedComponent& component = components_.back();
+    const std::optional<std::string_view> only =
+        onlyKey ? packageIn(*onlyKey, entry.name) : std::nullopt;
     for (const Side side : kSidesOfProducts) {
       const auto number = static_cast<std::size_t>(side);
       const auto object = read.member(entry.key + 1, nameOf(side), SourceKind::kObject);
       const bool hasPackages = object && read.document.tree()[*object].next != *object + 1;
       if (hasPackages && component.objects[number] == kNever) {
         component.objects[number] = *object;
-        component.packages[number] = listPackages(read, *object, side);
+        if (!onlyKey || only) {
+          component.packages[number] = listPackages(read, *object, side, only);
+        }
       }
     }
   }
@@ -171,6 +187,10 @@ DescribedComponents::DescribedComponents(const ReadDocument& read) {
     }
     markEqualKeys(read, names, objects, lists);
   }
+}
+
+bool DescribedComponents::hasPackages(std::size_t component, Side side) const {
+  return components_[component].objects[static_cast<std::size_t>(side)] != kNever;
 }
 
 std::size_t DescribedComponents::find(std::string_view name) const {

@@ -59,7 +59,10 @@ struct ReadDocument {
 constexpr std::array<Side, 2> kSidesOfProducts = {Side::kDelete, Side::kExtract};
 
 /// The packages of an object, in the order in which the library puts them into its model. n log n.
-std::vector<NamedPackage> listPackages(const ReadDocument& read, std::size_t object, Side side);
+///
+/// \param only  the name of the only package that is wanted, if so
+std::vector<NamedPackage> listPackages(const ReadDocument& read, std::size_t object, Side side,
+                                       std::optional<std::string_view> only = std::nullopt);
 
 /// Marks packages of different components that have the same key.
 ///
@@ -69,6 +72,9 @@ std::vector<NamedPackage> listPackages(const ReadDocument& read, std::size_t obj
 void markEqualKeys(const ReadDocument& read, const std::vector<std::string_view>& names,
                    const std::vector<std::size_t>& objects,
                    const std::vector<std::vector<NamedPackage>*>& lists);
+
+/// Whether "component_package" can be a key, and the name of the package then.
+std::optional<std::string_view> packageIn(std::string_view key, std::string_view component);
 
 /// A component that is described in "components".
 struct DescribedComponent {
@@ -83,9 +89,14 @@ struct DescribedComponent {
 /// The described components, in the order of their names, each name once.
 class DescribedComponents {
  public:
-  explicit DescribedComponents(const ReadDocument& read);
+  /// \param onlyKey  leaves out the packages with other keys
+  explicit DescribedComponents(const ReadDocument& read,
+                               std::optional<std::string_view> onlyKey = std::nullopt);
 
   const std::vector<DescribedComponent>& all() const { return components_; }
+
+  /// Whether a component has packages for a side, even if they are left out.
+  bool hasPackages(std::size_t component, Side side) const;
 
   /// The index of a component; kNever if it is not described. Logarithmic time.
   std::size_t find(std::string_view name) const;

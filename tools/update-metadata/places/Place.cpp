@@ -37,23 +37,18 @@ const char* nameOf(Use use) {
   return kUseNames[static_cast<std::size_t>(use)];
 }
 
-bool Uses::isAny() const {
-  return allProducts == Use::kUsed || oneProduct == Use::kUsed || sizes == Use::kUsed ||
-         files == Use::kUsed;
-}
-
-Uses usesOf(Side side, Use use) {
-  Uses uses;
+Verdicts verdictsOf(Side side, Use use) {
+  Verdicts verdicts;
   if (side == Side::kFiles) {
-    uses.files = use;
-    return uses;
+    verdicts.files = {use};
+    return verdicts;
   }
-  uses.allProducts = use;
-  uses.oneProduct = use;
+  verdicts.allProducts = {use};
+  verdicts.oneProduct = {use};
   if (side == Side::kExtract) {
-    uses.sizes = use;
+    verdicts.sizes = {use};
   }
-  return uses;
+  return verdicts;
 }
 
 Place placeOf(Side side, std::string_view component) {

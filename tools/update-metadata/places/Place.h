@@ -37,19 +37,25 @@ enum class Use : std::uint8_t {
 /// The word for a use in rows, such as "earlier-product"; "used" for kUsed. \pre not kNotAsked
 const char* nameOf(Use use);
 
-/// Whether each answer contains a place.
-struct Uses {
-  Use allProducts = Use::kNotAsked;  ///< packages to delete, or to extract, by base code
-  Use oneProduct = Use::kNotAsked;   ///< the same for the base code of the place's product
-  Use sizes = Use::kNotAsked;        ///< sizes of the packages to extract
-  Use files = Use::kNotAsked;        ///< packages with files to delete
+/// Whether an answer contains a place, and what it contains instead.
+struct Verdict {
+  Use use = Use::kNotAsked;
 
-  /// Whether any answer contains the place.
-  bool isAny() const;
+  /// The product for kEarlierProduct and kOtherProduct, the component for kEqualKey. That for
+  /// kOtherProduct is as short-lived as the place.
+  std::string_view winner = {};
 };
 
-/// The same use in each answer that lists packages of a side.
-Uses usesOf(Side side, Use use);
+/// The verdict on a place for each answer.
+struct Verdicts {
+  Verdict allProducts;  ///< packages to delete, or to extract, by base code
+  Verdict oneProduct;   ///< the same for the base code of the place's product
+  Verdict sizes;        ///< sizes of the packages to extract
+  Verdict files;        ///< packages with files to delete
+};
+
+/// The same use for each answer that could contain packages of a side.
+Verdicts verdictsOf(Side side, Use use);
 
 /// A product as a place shows it.
 struct ProductOfPlace {
@@ -67,10 +73,10 @@ struct Place {
   std::optional<std::string_view> package;        ///< nothing for an undescribed component
   std::optional<std::int64_t> size;               ///< bytes, as the library reads them
   std::optional<std::int64_t> uncompressedBytes;  ///< of a package to extract
-  std::size_t line = 0;                           ///< of the package, or of its component if none
+  std::size_t line = 0;                           ///< of the package; without one, of the naming
   std::optional<std::size_t> namingLine;          ///< where the product names the component
   std::optional<std::size_t> files;               ///< the node of the array of files
-  Uses uses;
+  Verdicts verdicts;
 };
 
 /// A place without a package.

@@ -8,9 +8,10 @@
 
 namespace update_metadata_tool::places {
 
-/// The word for a use; nothing if the answer never contains packages of the side.
-inline std::optional<std::string_view> toWord(Use use) {
-  return use == Use::kNotAsked ? std::nullopt : std::optional<std::string_view>(nameOf(use));
+/// The word for a verdict; nothing if the answer never contains packages of the side.
+inline std::optional<std::string_view> toWord(const Verdict& verdict) {
+  return verdict.use == Use::kNotAsked ? std::nullopt
+                                       : std::optional<std::string_view>(nameOf(verdict.use));
 }
 
 /// Writes the members of a place, in a fixed order. `writer` has a member(name, value), as
@@ -30,10 +31,10 @@ void writeMembers(const Place& place, Writer& writer) {
   writer.member("uncompressedBytes", place.uncompressedBytes);
   writer.member("line", place.line);
   writer.member("namingLine", place.namingLine);
-  writer.member("inAllProducts", toWord(place.uses.allProducts));
-  writer.member("inOneProduct", toWord(place.uses.oneProduct));
-  writer.member("inSizes", toWord(place.uses.sizes));
-  writer.member("inFiles", toWord(place.uses.files));
+  writer.member("inAllProducts", toWord(place.verdicts.allProducts));
+  writer.member("inOneProduct", toWord(place.verdicts.oneProduct));
+  writer.member("inSizes", toWord(place.verdicts.sizes));
+  writer.member("inFiles", toWord(place.verdicts.files));
 }
 
 }  // namespace update_metadata_tool::places

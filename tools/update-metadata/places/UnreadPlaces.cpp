@@ -73,7 +73,7 @@ class UnreadPlaces {
 
   void visitUnread(Side side, std::string_view component, std::size_t key, bool isIgnored) {
     Place place = placeOf(side, component);
-    place.uses = usesOf(side, isIgnored ? Use::kRepeatedKey : Use::kRepeatedComponent);
+    place.verdicts = verdictsOf(side, isIgnored ? Use::kRepeatedKey : Use::kRepeatedComponent);
     read_.setPackage(read_.package(key, side), place);
     visit_(place);
   }
@@ -107,7 +107,7 @@ class UnreadPlaces {
       Place place = placeOf(side, components_.all()[component].name);
       place.product = &shown;
       place.namingLine = read_.lineOf(element);
-      place.uses = usesOf(side, Use::kRepeatedKey);
+      place.verdicts = verdictsOf(side, Use::kRepeatedKey);
       for (const NamedPackage& package :
            components_.all()[component].packages[static_cast<std::size_t>(side)]) {
         read_.setPackage(package, place);

@@ -15,7 +15,7 @@ void writeJson(const FoundDocument& found, JsonWriter& json) {
       .name("places")
       .array(found.places, [](const FoundPlace& foundPlace, JsonWriter& writer) {
         places::Place place = foundPlace.place;
-        place.product = foundPlace.hasProduct ? &foundPlace.product : nullptr;
+        place.product = foundPlace.product ? &*foundPlace.product : nullptr;
         writer.beginObject().member("matches", foundPlace.isFile ? "file" : "key");
         places::writeMembers(place, writer);
         writer.endObject();

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "diagnosis/Resembling.h"
-#include "output/Text.h"
+#include "places/NamedPackages.h"
 
 namespace update_metadata_tool::why {
 namespace {
@@ -18,16 +18,12 @@ using places::Place;
 constexpr std::size_t kMostSuggestions = 3;
 
 bool hasKey(const Place& place, std::string_view wanted) {
-  const std::string_view component = place.component;
-  if (!output::startsWith(wanted, component) || wanted.size() == component.size() ||
-      wanted[component.size()] != '_') {
-    return false;
-  }
-  return !place.package || wanted.substr(component.size() + 1) == *place.package;
+  const std::optional<std::string_view> package = places::packageIn(wanted, place.component);
+  return package && (!place.package || *package == *place.package);
 }
 
 bool listsFile(const LoadedDocument& document, const Place& place, std::string_view path) {
-  const std::vector<std::string_view> files = document.filesOf(place);
+  const std::vector<std::string_view> files = document.filesOf(place.files);
   return std::find(files.begin(), files.end(), path) != files.end();
 }
 
@@ -36,21 +32,8 @@ bool isOfOtherProduct(const Place& place, const Question& question) {
          !isWanted(*place.product, *question.product);
 }
 
-std::vector<std::string> findNearest(const LoadedDocument& document,
-                                     const places::ProductLookUp& products,
-                                     const std::string& wanted) {
-  std::set<std::string> known;
-  document.forEachPlace(products, [&](const Place& place) {
-    if (place.package &&
-        place.component.size() + 1 + place.package->size() <= diagnosis::kLongestResembling) {
-      known.insert(keyOf(place));
-    }
-    for (const std::string_view file : document.filesOf(place)) {
-      if (file.size() <= diagnosis::kLongestResembling) {
-        known.emplace(file);
-      }
-    }
-  });
+std::vector<std::string> findNearest(const LoadedDocument& document, const std::string& wanted) {
+  const std::set<std::string> known = document.shortNames(diagnosis::kLongestResembling);
   std::vector<std::string_view> names(known.begin(), known.end());
   std::vector<std::string> nearest;
   while (nearest.size() < kMostSuggestions) {
@@ -72,24 +55,33 @@ bool isWanted(const places::ProductOfPlace& product, const std::string& code) {
 
 FoundDocument search(const LoadedDocument& document, const places::ProductLookUp& products,
                      const Question& question) {
-  FoundDocument found = {document.head(), {}, {}};
-  document.forEachPlace(products, [&](const Place& place) {
+  FoundDocument found = {document.head(), {}, false, {}};
+  const auto visit = [&](const Place& place) {
     const bool isFile =
         place.side == places::Side::kFiles && listsFile(document, place, question.wanted);
-    if ((!isFile && !hasKey(place, question.wanted)) || isOfOtherProduct(place, question)) {
+    if (!isFile && !hasKey(place, question.wanted)) {
+      return;
+    }
+    found.isNamed = found.isNamed || place.package.has_value();
+    if (isOfOtherProduct(place, question)) {
       return;
     }
     FoundPlace& added = found.places.emplace_back();
     added.place = place;
+    added.place.product = nullptr;
     added.isFile = isFile;
     if (place.product != nullptr) {
       added.product = *place.product;
-      added.hasProduct = true;
     }
-    added.place.product = nullptr;
-  });
-  if (found.places.empty()) {
-    found.nearest = findNearest(document, products, question.wanted);
+    places::Verdict& ofProduct = added.place.verdicts.oneProduct;
+    if (ofProduct.use == places::Use::kOtherProduct) {
+      added.otherProduct = ofProduct.winner;
+      ofProduct.winner = added.otherProduct;
+    }
+  };
+  document.forEachPlace(products, visit, question.wanted);
+  if (found.places.empty() && !found.isNamed) {
+    found.nearest = findNearest(document, question.wanted);
   }
   return found;
 }

@@ -19,24 +19,28 @@ struct Question {
 
 /// A place that answers the question.
 struct FoundPlace {
-  places::Place place;             ///< without a product; see below
-  places::ProductOfPlace product;  ///< if there is one
-  bool hasProduct = false;
-  bool isFile = false;  ///< the path was asked for, not the key
+  places::Place place;  ///< without its product
+  std::optional<places::ProductOfPlace> product;
+  std::string otherProduct;  ///< what the winner of Use::kOtherProduct refers to
+  bool isFile = false;       ///< the path was asked for, not the key
 };
 
 /// What one document says. Must not outlive it.
 struct FoundDocument {
   const places::DocumentHead& head;
-  std::deque<FoundPlace> places;     ///< as they come from the document
-  std::vector<std::string> nearest;  ///< if there is no place: keys and paths that are similar
+  std::deque<FoundPlace> places;  ///< as they come from the document
+
+  /// Whether the package or file is named, even if only for products that are left out. Places of
+  /// an undescribed component alone do not name a package.
+  bool isNamed = false;
+
+  std::vector<std::string> nearest;  ///< if nothing is found: keys and paths that are similar
 };
 
 /// All places of a document that name a package with that key, or list a file with that path; also
 /// those of undescribed components whose packages could have the key.
 ///
-/// Exceptions of the product data pass through. Looks at each place once, or twice if none is
-/// found.
+/// Exceptions of the product data pass through. Linear in the document and in the found places.
 FoundDocument search(const places::LoadedDocument& document, const places::ProductLookUp& products,
                      const Question& question);
 

@@ -10,6 +10,7 @@ namespace update_metadata_tool::why {
 /// Writes what one document says for people, in lines of at most `width` columns: one line that
 /// answers the question, the releases, and for each place which answers contain it and why the
 /// others do not.
-void writeText(const FoundDocument& found, std::size_t width, std::ostream& out);
+void writeText(const Question& question, const FoundDocument& found, std::size_t width,
+               std::ostream& out);
 
 }  // namespace update_metadata_tool::why

@@ -51,7 +51,7 @@ WhyCommand::WhyCommand(CLI::App& app)
                   "Leave out other products; CODE is a name without product data")
       ->type_name("CODE")
       ->check(command::isUtf8Argument());
-  command::addLimitBytes(subcommand(), limits_);
+  command::addLimits(subcommand(), limits_);
   command::addFormat(subcommand(), format_);
   subcommand().final_callback([this] { command::checkStandardInput("FILE", files_); });
   subcommand().footer(kExamples);
@@ -63,7 +63,10 @@ WhyCommand::Totals WhyCommand::searchAll(const Write& write, std::ostream& err) 
   const places::ProductLookUp products(location);
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   Totals totals;
+  std::size_t number = 0;
   for (const std::string& file : files_) {
+    progress.begin("searching file " + std::to_string(++number) + " of " +
+                   std::to_string(files_.size()));
     std::optional<places::LoadedDocument> document;
     std::optional<FoundDocument> found;
     const bool isAnswered = command::loadAndQuery(
@@ -82,7 +85,7 @@ WhyCommand::Totals WhyCommand::searchAll(const Write& write, std::ostream& err) 
     progress.clear();
     totals.hasFailed = totals.hasFailed || !isAnswered;
     if (isAnswered) {
-      totals.isNamed = totals.isNamed || !found->places.empty();
+      totals.isNamed = totals.isNamed || (found->isNamed && !found->places.empty());
       write(*found);
     }
   }
@@ -108,15 +111,17 @@ ExitCode WhyCommand::run(std::ostream& out, std::ostream& err) const {
     totals = searchAll(
         [&](const FoundDocument& found) {
           out << separator;
-          writeText(found, terminal::outputColumns(), out);
+          writeText(question_, found, terminal::outputColumns(), out);
           separator = "\n";
         },
         err);
   }
   out.flush();
   if (!totals.isProductKnown && !totals.hasFailed && !areDataMissing) {
-    err << "update-metadata: note: no document has a product with the base code '"
-        << output::toVisible(*question_.product) << "'; check --product\n";
+    err << "update-metadata: note: no document has a product "
+        << (productData_ ? "with the base code '" : "'") << output::toVisible(*question_.product)
+        << (productData_ ? "'; check --product\n"
+                         : "'; base codes need --product-data, otherwise check the name\n");
   }
   if (totals.hasFailed) {
     return ExitCode::kTrouble;
