@@ -31,6 +31,16 @@ TEST_F(Fmt, DoesNotReadAPipe) {
                      "its content to 'fmt -'\n"}));
 }
 
+TEST_F(Fmt, DoesNotReplaceAFileThroughADescriptor) {
+  around_.inFile = folder_.nativePath("other.json");
+  const std::string before = contentOf("other.json");
+  EXPECT_EQ(run({"/dev/stdin"}),
+            (ToolRun{kTrouble, "",
+                     "update-metadata: '/dev/stdin' was not changed: it is not a regular file; "
+                     "pipe its content to 'fmt -'\n"}));
+  EXPECT_EQ(contentOf("other.json"), before);
+}
+
 TEST_F(Fmt, KeepsLinksAndModes) {
   ASSERT_EQ(::chmod(folder_.nativePath("other.json").c_str(), 0640), 0);
   folder_.makeLink("link.json", "other.json");

@@ -144,6 +144,16 @@ TEST_F(LintFix, DoesNotReadAPipe) {
   EXPECT_THAT(run.err, HasSubstr("it is not a regular file; pipe its content to 'lint --fix -'"));
 }
 
+TEST_F(LintFix, DoesNotReplaceAFileThroughADescriptor) {
+  around_.inFile = folder_.nativePath("a.json");
+  for (const char* name : {"/dev/stdin", "/dev/fd/0", "/proc/self/fd/0"}) {
+    const ToolRun run = lint({name});
+    EXPECT_EQ(run.exitCode, kNotFixed);
+    EXPECT_THAT(run.err, HasSubstr("it is not a regular file; pipe its content to 'lint --fix -'"));
+  }
+  EXPECT_EQ(contentOf("a.json"), kFaulty);
+}
+
 TEST_F(LintFix, ReportsAFileThatCannotBeRead) {
   const ToolRun run = lint({"gone.json", "a.json"});
   EXPECT_EQ(run.exitCode, kNotFixed);

@@ -49,6 +49,12 @@ void reportOutcome(const std::string& file, const std::string& outcome, std::ost
 }
 
 bool isReadOnlyOnce(const std::string& file) {
+  // Through these names, the file that standard input was redirected from would be replaced.
+  for (const char* const descriptor : {"/dev/stdin", "/dev/fd/", "/proc/"}) {
+    if (file.rfind(descriptor, 0) == 0) {
+      return true;
+    }
+  }
   std::error_code ignored;
   return std::filesystem::is_other(std::filesystem::u8path(file), ignored);
 }

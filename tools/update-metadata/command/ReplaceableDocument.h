@@ -32,8 +32,8 @@ class ReplaceableDocument {
 /// Writes what happened to a file: "'a.json' was not changed; ...".
 void reportOutcome(const std::string& file, const std::string& outcome, std::ostream& err);
 
-/// Returns whether a path is that of a pipe or a device, which should not even be read: its content
-/// can be read only once and would be lost.
+/// Returns whether a path is that of a pipe, a device or a file descriptor, such as /dev/stdin. It
+/// should not even be read: its content can be read only once and would be lost.
 bool isReadOnlyOnce(const std::string& file);
 
 }  // namespace update_metadata_tool::command
