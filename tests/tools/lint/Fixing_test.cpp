@@ -36,7 +36,7 @@ TEST(Fixing, LeavesATextWithoutFixesAsItIs) {
   for (const std::string& text : {kDocument, std::string("{"), std::string()}) {
     const FixedText fixed = fix(text);
     EXPECT_EQ(fixed.text, text);
-    EXPECT_EQ(fixed.applied, 0U);
+    EXPECT_EQ(fixed.applied.size(), 0U);
     EXPECT_TRUE(fixed.unproved.empty());
   }
 }
@@ -49,7 +49,28 @@ TEST(Fixing, RepairsTheFaultsOfAFirstDay) {
   const FixedText fixed = fix(text);
   EXPECT_EQ(fixed.text, replaced(kDocument, "\"arch\"", "\n \"arch\""));
   EXPECT_TRUE(fixed.diagnosis.loads());
-  EXPECT_EQ(fix(fixed.text).applied, 0U);
+  EXPECT_EQ(fix(fixed.text).applied.size(), 0U);
+}
+
+// The fixes are applied in several rounds, and each changes the offsets of the next ones.
+TEST(Fixing, SaysWhereTheFaultsWereBeforeAnyFix) {
+  std::string text = "\xEF\xBB\xBF" + kDocument;
+  text = replaced(text, "\"arch\": \"any\"", "// the architecture\n arch: 'any'");
+  text = replaced(text, "\"size\": 1}", "\"size\": 1.5; \"size\": 7}");
+  text = replaced(text, "\"core\"]}},", "\"core\",]}}");
+  std::string faults;
+  for (const AppliedFix& applied : fix(text).applied) {
+    faults += std::string(applied.rule) + " at " + text.substr(applied.offset, 8) + '\n';
+  }
+  EXPECT_EQ(faults,
+            "text-around-value at \xEF\xBB\xBF{\"met\n"
+            "malformed-text at // the a\n"
+            "malformed-text at arch: 'a\n"
+            "fractional-size at 1.5; \"si\n"
+            "malformed-text at ; \"size\"\n"
+            "repeated-key at \"size\": \n"
+            "malformed-text at ,]}}\n \"c\n"
+            "malformed-text at \"compone\n");
 }
 
 TEST(Fixing, AppliesSuggestedFixesOnlyOnRequest) {
@@ -87,7 +108,7 @@ TEST(Fixing, DoesNotComplainOfAFixThatWaitsForASuggestedOne) {
 TEST(Fixing, AppliesSuggestionsThatLeaveFewerErrors) {
   const FixedText fixed = fix("{\"Components\": {}} END");
   EXPECT_EQ(fixed.text, "{\"components\": {}}");
-  EXPECT_EQ(fixed.applied, 2U);
+  EXPECT_EQ(fixed.applied.size(), 2U);
   EXPECT_EQ(fix(replaced(kDocument, "\"arch\"", "\"Arch\"")).text, kDocument);
 }
 
@@ -118,7 +139,7 @@ TEST(Fixing, StopsAfterSomeWorkAndGoesOnTheNextTime) {
   int runs = 0;
   do {
     fixed = fixText(text, {}, {}, FixKinds::kSafeAndSuggested, 0);
-    ASSERT_TRUE(fixed.applied != 0 || !fixed.isStopped);
+    ASSERT_TRUE(!fixed.applied.empty() || !fixed.isStopped);
     text = fixed.text;
     ++runs;
   } while (fixed.isStopped);
@@ -163,7 +184,7 @@ TEST(Fixing, RepairsRandomDamage) {
     const FixedText fixed = fix(text);
     const FixedText again = fix(fixed.text);
     ASSERT_EQ(again.text, fixed.text) << text;
-    ASSERT_EQ(again.applied, 0U);
+    ASSERT_EQ(again.applied.size(), 0U);
     const DiagnosisOptions options;
     if (install::update_metadata_parser::diagnose(text, options).loads()) {
       ASSERT_EQ(input::recordAnswers(u"", fixed.text), input::recordAnswers(u"", text)) << text;

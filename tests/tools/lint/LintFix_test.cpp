@@ -66,7 +66,10 @@ class LintFix : public ::testing::Test {
 TEST_F(LintFix, ReplacesTheFileAndReportsWhatIsLeft) {
   const ToolRun run = lint({"a.json"});
   EXPECT_EQ(run.exitCode, kNoErrorLeft);
-  EXPECT_EQ(run.err, "update-metadata: 'a.json' was fixed in 2 places\n");
+  EXPECT_EQ(run.err,
+            "a.json:2:16: fixed: 'components' is null, which is read as empty [null-section]\n"
+            "a.json:4:35: fixed: line feed after the document [text-around-value]\n"
+            "update-metadata: 'a.json' was changed by 2 fixes\n");
   EXPECT_THAT(run.out, HasSubstr(kLeft));
   EXPECT_EQ(contentOf("a.json"), kFixed);
 }
@@ -89,7 +92,8 @@ TEST_F(LintFix, MentionsSuggestedFixesAndAppliesThemOnRequest) {
   folder_.writeFile("a.json", "{'metadata'" + kFixed.substr(kFixed.find(':')));
   const ToolRun safe = lint({"a.json"});
   EXPECT_EQ(safe.exitCode, kErrorLeft);
-  EXPECT_EQ(safe.err, "update-metadata: 'a.json' has 1 suggested fix, which --suggested applies\n");
+  EXPECT_EQ(safe.err,
+            "update-metadata: 'a.json' has at least 1 suggested fix, which --suggested applies\n");
   EXPECT_EQ(lint({"--suggested", "a.json"}).exitCode, kNoErrorLeft);
   EXPECT_EQ(contentOf("a.json"), kFixed);
 }
@@ -108,7 +112,10 @@ TEST_F(LintFix, ShowsADiffAndChangesNothingInADryRun) {
       "\\ No newline at end of file\n";
   EXPECT_EQ(
       lint({"--dry-run", "a.json"}),
-      (ToolRun{kNoErrorLeft, diff, "update-metadata: 'a.json' would be fixed in 2 places\n"}));
+      (ToolRun{kNoErrorLeft, diff,
+               "a.json:2:16: fix: 'components' is null, which is read as empty [null-section]\n"
+               "a.json:4:35: fix: line feed after the document [text-around-value]\n"
+               "update-metadata: 'a.json' would be changed by 2 fixes\n"}));
   EXPECT_EQ(contentOf("a.json"), kFaulty);
 }
 

@@ -83,14 +83,14 @@ class Jobs(unittest.TestCase):
                     contents.append(file.read())
             runs.append((run, contents))
         self.assertEqual(runs[0], runs[1])
-        self.assertIn(b"was fixed in", runs[0][0][2])
+        self.assertIn(b"was changed by", runs[0][0][2])
 
     def test_fixes_a_file_that_is_given_twice_in_one_process(self):
         path, other = self.copies(FAULTY, 2)
         again = os.path.join(self.folder, ".", os.path.basename(path))
         status, _, err = lint("--fix", "--suggested", "--jobs", "2", path, again)
         self.assertNotEqual(status, 2)
-        self.assertEqual(err.count(b"was fixed in"), 1)
+        self.assertEqual(err.count(b"was changed by"), 1)
         lint("--fix", "--suggested", other)
         with open(path, "rb") as file, open(other, "rb") as expected:
             self.assertEqual(file.read(), expected.read())

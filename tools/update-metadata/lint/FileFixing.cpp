@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "command/ReplaceableDocument.h"
+#include "diagnosis/source/LineIndex.h"
 #include "input/DocumentText.h"
 #include "lint/UnifiedDiff.h"
 #include "output/Text.h"
@@ -17,9 +18,10 @@ namespace {
 
 using command::reportOutcome;
 using install::update_metadata_parser::diagnose;
+using install::update_metadata_parser::diagnosis::source::LineIndex;
 
-std::string countOf(std::size_t count, const std::string& what, const char* plural) {
-  return std::to_string(count) + ' ' + what + (count == 1 ? "" : plural);
+std::string countFixes(std::size_t count, const char* what) {
+  return std::to_string(count) + ' ' + what + (count == 1 ? "" : "es");
 }
 
 // Lines whose control characters a terminal would obey, by the codes of these; tabs stay.
@@ -39,27 +41,39 @@ std::string toVisibleLines(std::string_view text) {
 
 }  // namespace
 
-void FileFixer::report(const std::string& file, const FixedText& fixed) {
+void FileFixer::reportApplied(const std::string& file, const std::string& text,
+                              const std::vector<AppliedFix>& applied) {
+  if (applied.empty()) {
+    return;
+  }
+  const LineIndex lines(text);
+  for (const AppliedFix& fix : applied) {
+    const auto [line, column] = lines.positionOf(fix.offset);
+    err_ << output::toVisible(file) + ':' + std::to_string(line) + ':' + std::to_string(column) +
+                (fixSettings_.isDryRun ? ": fix: " : ": fixed: ") + output::toVisible(fix.message) +
+                " [" + std::string(fix.rule) + "]\n";
+  }
+  reportOutcome(file,
+                (fixSettings_.isDryRun ? "would be changed by " : "was changed by ") +
+                    countFixes(applied.size(), "fix"),
+                err_);
+}
+
+void FileFixer::reportLeft(const std::string& file, const FixedText& fixed) {
   for (const Finding& finding : fixed.unproved) {
     reportOutcome(file,
                   "was not fixed at line " + std::to_string(finding.line) + ": the fix of " +
                       std::string(finding.rule) + " could not be proved",
                   err_);
   }
-  if (fixed.applied != 0) {
-    reportOutcome(file,
-                  (fixSettings_.isDryRun ? "would be fixed in " : "was fixed in ") +
-                      countOf(fixed.applied, "place", "s"),
-                  err_);
-  }
   if (fixed.isStopped) {
     reportOutcome(file, "takes long to fix and may need more fixes; run the command again", err_);
   }
   if (fixed.suggested != 0) {
-    reportOutcome(
-        file,
-        "has " + countOf(fixed.suggested, "suggested fix", "es") + ", which --suggested applies",
-        err_);
+    reportOutcome(file,
+                  "has at least " + countFixes(fixed.suggested, "suggested fix") +
+                      ", which --suggested applies",
+                  err_);
   }
 }
 
@@ -83,7 +97,8 @@ FileReport FileFixer::fix(const std::string& file, std::uint64_t limit,
     hasFailed_ = true;
     return {file, document.text(), diagnose(document.text(), options)};
   }
-  report(file, fixed);
+  reportApplied(file, document.text(), fixed.applied);
+  reportLeft(file, fixed);
   return {file, std::move(fixed.text), std::move(fixed.diagnosis)};
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "install/update_metadata_parser/Diagnosis.h"
 #include "lint/FileReport.h"
@@ -26,8 +27,9 @@ class FileFixer {
             std::ostream& err)
       : fixSettings_(fixSettings), severities_(severities), out_(out), err_(err) {}
 
-  /// Reads a file, fixes it as fixText() does, and replaces it if that changes anything. Returns
-  /// what is left to report; of a file that cannot be replaced, that is everything.
+  /// Reads a file, fixes it as fixText() does, and replaces it if that changes anything. Reports
+  /// each applied fix with its place in the text as it was. Returns what is left to report; of a
+  /// file that cannot be replaced, that is everything.
   ///
   /// \throws std::ios_base::failure  it is not a regular file
   ///
@@ -40,7 +42,9 @@ class FileFixer {
   bool hasFailed() const { return hasFailed_; }
 
  private:
-  void report(const std::string& file, const FixedText& fixed);
+  void reportApplied(const std::string& file, const std::string& text,
+                     const std::vector<AppliedFix>& applied);
+  void reportLeft(const std::string& file, const FixedText& fixed);
 
   FixSettings fixSettings_;
   const SeveritySettings& severities_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -98,6 +99,52 @@ std::string applyAll(const Choice& findings, std::string_view text) {
   return fixed;
 }
 
+/// Where the bytes of a fixed text were in the original one.
+class OriginalOffsets {
+ public:
+  // An inserted byte is where it was inserted, or in what it replaces.
+  std::size_t operator()(std::size_t offset) const {
+    const auto isBefore = [](std::size_t left, const Kept& right) { return left < right.now; };
+    const auto next = std::upper_bound(kept_.begin(), kept_.end(), offset, isBefore);
+    const Kept& kept = *std::prev(next);
+    const std::size_t original = kept.original + (offset - kept.now);
+    return next == kept_.end() ? original : std::min(original, next->original);
+  }
+
+  // Takes fixes of the present text into account.
+  void apply(const Choice& findings) {
+    std::vector<Kept> moved;
+    auto kept = kept_.cbegin();
+    std::size_t removed = 0;
+    std::size_t added = 0;
+    const auto moveUpTo = [&](std::size_t offset) {
+      for (; kept != kept_.cend() && kept->now <= offset; ++kept) {
+        moved.push_back({kept->now - removed + added, kept->original});
+      }
+    };
+    for (const Finding* finding : findings) {
+      const Fix& fix = *finding->fix;
+      const std::size_t end = fix.offset + fix.length;
+      moveUpTo(fix.offset);
+      kept = std::find_if(kept, kept_.cend(), [end](const Kept& each) { return each.now > end; });
+      removed += fix.length;
+      added += fix.replacement.size();
+      moved.push_back({end - removed + added, (*this)(end)});
+    }
+    moveUpTo(std::string::npos);
+    kept_ = std::move(moved);
+  }
+
+ private:
+  // The beginning of bytes that are kept, up to the next one or what replaces those before it.
+  struct Kept {
+    std::size_t now;
+    std::size_t original;
+  };
+
+  std::vector<Kept> kept_{{0, 0}};
+};
+
 /// One round: proves and applies the fixes of one text.
 class Round {
  public:
@@ -193,6 +240,7 @@ FixedText fixText(std::string text, const DiagnosisOptions& options,
   fixed.text = std::move(text);
   Effort effort(mostBytes + kMostReadings * fixed.text.size());
   Standing standing = examine(fixed.text, options, effort);
+  OriginalOffsets originalOffset;
   for (;;) {
     effort.read(fixed.text);
     fixed.diagnosis = diagnose(fixed.text, options);
@@ -206,9 +254,16 @@ FixedText fixText(std::string text, const DiagnosisOptions& options,
       fixed.isStopped = effort.isSpent();
       break;
     }
-    fixed.applied += round.proved().size();
+    for (const Finding* finding : round.proved()) {
+      fixed.applied.push_back({originalOffset(finding->offset), finding->rule, finding->message});
+    }
+    originalOffset.apply(round.proved());
     fixed.text = round.takeResult();
   }
+  const auto isBefore = [](const AppliedFix& left, const AppliedFix& right) {
+    return left.offset < right.offset;
+  };
+  std::stable_sort(fixed.applied.begin(), fixed.applied.end(), isBefore);
   if (kinds == FixKinds::kSafe) {
     const auto isSuggested = [](const Finding& finding) {
       return finding.fix && !finding.fix->isSafe;

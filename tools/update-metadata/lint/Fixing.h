@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lint/FileReport.h"
@@ -15,12 +16,19 @@ constexpr std::size_t kMostFixingBytes = std::size_t{256} << 20U;
 /// Which fixes are applied.
 enum class FixKinds { kSafe, kSafeAndSuggested };
 
+/// A problem that was fixed.
+struct AppliedFix {
+  std::size_t offset;     ///< of the finding, in the text before any fix
+  std::string_view rule;  ///< of the finding
+  std::string message;    ///< of the finding
+};
+
 /// A text after its fixes were applied.
 struct FixedText {
   std::string text;
-  Diagnosis diagnosis;        ///< of that text, with the severities of the settings
-  std::size_t applied = 0;    ///< how many fixes were applied
-  std::size_t suggested = 0;  ///< how many suggested fixes are left that were not requested
+  Diagnosis diagnosis;              ///< of that text, with the severities of the settings
+  std::vector<AppliedFix> applied;  ///< in the order of their offsets
+  std::size_t suggested = 0;        ///< how many suggested fixes are left that were not requested
 
   /// Findings of that text whose fixes could not be proved, although no other syntax error is in
   /// the way.
