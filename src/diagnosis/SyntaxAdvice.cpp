@@ -203,6 +203,27 @@ std::optional<KnownMistake> findPunctuation(std::string_view text, const SyntaxF
   return std::nullopt;
 }
 
+std::string adviseOnPunctuation(std::string_view text, const SyntaxFault& fault) {
+  const char byte = text[fault.offset];
+  const std::size_t before = text.substr(0, fault.offset).find_last_not_of(" \t\r\n");
+  const char previous = before == std::string_view::npos ? '\0' : text[before];
+  if (byte == previous && byte == ',') {
+    return "remove one of the two commas";
+  }
+  if (isExpected(fault, "':'")) {
+    return std::string_view(",}]").find(byte) != std::string_view::npos
+               ? "write ':' and a value after this name"
+               : "write ':' between the name and its value";
+  }
+  if (byte == ']' && isExpected(fault, "'}'")) {
+    return "remove this ']', or close the '{' before it";
+  }
+  if (byte == '}' && isExpected(fault, "']'")) {
+    return "remove this '}', or close the '[' before it";
+  }
+  return "correct the text here or just before";
+}
+
 }  // namespace
 
 std::optional<KnownMistake> findKnownMistake(std::string_view text, const SyntaxFault& fault) {
@@ -248,7 +269,7 @@ std::string adviseOnSyntax(std::string_view text, std::size_t begin, const Synta
   if (byte == '+' || byte == '.') {
     return "start the number with a digit or a minus sign";
   }
-  return "correct the text here or just before";
+  return adviseOnPunctuation(text, fault);
 }
 
 bool hasCurlyQuote(std::string_view text) {

@@ -92,5 +92,37 @@ TEST(SyntaxAdvice, DoesNotTakeEveryFaultForANotation) {
   }
 }
 
+struct Punctuation {
+  const char* name;
+  std::string text;
+  std::string advice;
+};
+
+std::ostream& operator<<(std::ostream& out, const Punctuation& row) {
+  return out << row.name;
+}
+
+class PunctuationFault : public ::testing::TestWithParam<Punctuation> {};
+
+TEST_P(PunctuationFault, HasItsRemedy) {
+  const std::string& text = GetParam().text;
+  const source::SourceTree tree(text);
+  ASSERT_TRUE(tree.fault());
+  EXPECT_EQ(adviseOnSyntax(text, 0, *tree.fault()), GetParam().advice);
+}
+
+const Punctuation kPunctuations[] = {
+    {"TwoCommas", "[1,\n ,2]", "remove one of the two commas"},
+    {"NoColon", R"({"a" {}})", "write ':' between the name and its value"},
+    {"NameWithoutValue", R"({"a", "b": 1})", "write ':' and a value after this name"},
+    {"LastNameWithoutValue", R"({"a"})", "write ':' and a value after this name"},
+    {"BracketInAnObject", R"({"a": [1]], "b": 2})", "remove this ']', or close the '{' before it"},
+    {"BraceInAnArray", R"({"a": [1}, "b": 2})", "remove this '}', or close the '[' before it"},
+    {"FirstComma", "[,1]", "correct the text here or just before"},
+    {"BracketInsteadOfAValue", R"({"a": ]})", "correct the text here or just before"},
+};
+INSTANTIATE_TEST_SUITE_P(Faults, PunctuationFault, ::testing::ValuesIn(kPunctuations),
+                         [](const auto& row) { return row.param.name; });
+
 }  // namespace
 }  // namespace install::update_metadata_parser::diagnosis
