@@ -1,7 +1,6 @@
 #include "lint/LintCommand.h"
 
 #include <ostream>
-#include <sstream>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -13,6 +12,7 @@
 #include "lint/FileLinting.h"
 #include "lint/RuleHelp.h"
 #include "output/Text.h"
+#include "output/WrittenText.h"
 #include "summary/ProductData.h"
 #include "terminal/Terminal.h"
 
@@ -138,13 +138,14 @@ LintOptions LintCommand::makeOptions() const {
 
 ExitCode LintCommand::run(std::ostream& out, std::ostream& err) const {
   if (listsRules_ || explained_) {
-    std::ostringstream text;
-    if (explained_) {
-      writeExplanation(*findRule(*explained_), makeSettings(), text);
-    } else {
-      writeRuleList(makeSettings(), text);
-    }
-    out << command::fitToColumns(text.str(), terminal::outputColumns());
+    const std::string help = output::writtenText([this](std::ostream& text) {
+      if (explained_) {
+        writeExplanation(*findRule(*explained_), makeSettings(), text);
+      } else {
+        writeRuleList(makeSettings(), text);
+      }
+    });
+    out << command::fitToColumns(help, terminal::outputColumns());
     out.flush();
     return ExitCode::kDone;
   }

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string_view>
 
 #include "diagnosis/Rule.h"
@@ -15,6 +14,7 @@
 #include "output/Digest.h"
 #include "output/JsonWriter.h"
 #include "output/Text.h"
+#include "output/WrittenText.h"
 
 namespace update_metadata_tool::lint {
 namespace {
@@ -228,30 +228,30 @@ std::string SarifReport::write(const FileReport& report) {
       writeFinding(finding, {regions, uri, indices_.at(report.file)}, json);
     }
   }
-  std::ostringstream note;
-  JsonWriter json(note);
-  json.beginObject().name("location").beginObject().member("uri", uri).endObject();
-  json.name("hashes").beginObject().member("sha-256", output::sha256(report.text)).endObject();
-  writeProperties(diagnosis.exception, diagnosis.omitted, json);
-  json.endObject();
-  return note.str();
+  return output::writtenText([&](std::ostream& note) {
+    JsonWriter json(note);
+    json.beginObject().name("location").beginObject().member("uri", uri).endObject();
+    json.name("hashes").beginObject().member("sha-256", output::sha256(report.text)).endObject();
+    writeProperties(diagnosis.exception, diagnosis.omitted, json);
+    json.endObject();
+  });
 }
 
 std::string SarifReport::write(const UnreadableFile& file) {
   const std::string uri = toUri(file.file);
-  std::ostringstream note;
-  JsonWriter artifact(note);
-  artifact.beginObject().name("location").beginObject().member("uri", uri).endObject();
-  writeProperties(file.exception, {}, artifact);
-  artifact.endObject();
-  note << '\n';
-  JsonWriter json(note);
-  json.beginObject().member("level", "error");
-  writeMessage(file.exception.text, json);
-  json.name("locations").beginArray().beginObject().name("physicalLocation").beginObject();
-  writeArtifactLocation(uri, indices_.at(file.file), json);
-  json.endObject().endObject().endArray().endObject();
-  return note.str();
+  return output::writtenText([&](std::ostream& note) {
+    JsonWriter artifact(note);
+    artifact.beginObject().name("location").beginObject().member("uri", uri).endObject();
+    writeProperties(file.exception, {}, artifact);
+    artifact.endObject();
+    note << '\n';
+    JsonWriter json(note);
+    json.beginObject().member("level", "error");
+    writeMessage(file.exception.text, json);
+    json.name("locations").beginArray().beginObject().name("physicalLocation").beginObject();
+    writeArtifactLocation(uri, indices_.at(file.file), json);
+    json.endObject().endObject().endArray().endObject();
+  });
 }
 
 // A note is an artifact and, on a second line, perhaps a notification.

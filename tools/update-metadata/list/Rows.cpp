@@ -2,12 +2,12 @@
 
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
 #include "output/JsonWriter.h"
+#include "output/WrittenText.h"
 #include "places/PlaceMembers.h"
 
 namespace update_metadata_tool::list {
@@ -40,14 +40,17 @@ class JsonRows : public RowWriter {
   void writeHeading(std::ostream& /*out*/) const override {}
 
   void begin(const DocumentHead& head) override {
-    std::ostringstream before;
-    JsonWriter json(before);
-    writeHead(head, json.beginObject());
-    before_ = before.str() + ',';
-    std::ostringstream after;
-    JsonWriter end(after);
-    writeEnd(head, end);
-    after_ = ',' + after.str() + "}\n";
+    before_ = output::writtenText([&head](std::ostream& out) {
+      JsonWriter json(out);
+      writeHead(head, json.beginObject());
+      out << ',';
+    });
+    after_ = output::writtenText([&head](std::ostream& out) {
+      out << ',';
+      JsonWriter json(out);
+      writeEnd(head, json);
+      out << "}\n";
+    });
   }
 
   void write(const Place& place, std::ostream& out) const override {
@@ -114,10 +117,11 @@ class TsvRows : public RowWriter {
   }
 
   void begin(const DocumentHead& head) override {
-    std::ostringstream before;
-    TsvWriter<false> values(before);
-    writeHead(head, values);
-    before_ = before.str() + '\t';
+    before_ = output::writtenText([&head](std::ostream& out) {
+      TsvWriter<false> values(out);
+      writeHead(head, values);
+      out << '\t';
+    });
     after_ = '\t' + head.sha256 + '\n';
   }
 

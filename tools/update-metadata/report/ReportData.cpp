@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ios>
 #include <optional>
-#include <sstream>
 
 #include "lint/Severity.h"
 #include "output/JsonWriter.h"
+#include "output/WrittenText.h"
 #include "summary/DoubtfulSizes.h"
 #include "summary/SumText.h"
 #include "summary/SummaryJson.h"
@@ -135,12 +134,10 @@ void writeData(const std::u16string& file, const Contents& contents, const Diagn
 
 std::string makeReportData(const std::u16string& file, const Contents& contents,
                            const Diagnosis& diagnosis) {
-  std::ostringstream text;
-  // Otherwise a lack of memory would truncate the text silently.
-  text.exceptions(std::ios_base::badbit);
-  JsonWriter json(text);
-  writeData(file, contents, diagnosis, json);
-  return text.str();
+  return output::writtenText([&](std::ostream& out) {
+    JsonWriter json(out);
+    writeData(file, contents, diagnosis, json);
+  });
 }
 
 }  // namespace update_metadata_tool::report
