@@ -74,7 +74,7 @@ class Rows(unittest.TestCase):
         compared = 0
         for document in DOCUMENTS:
             rows = rows_of(document, *PRODUCT_DATA)
-            for key in sorted({row["key"] for row in rows if "\0" not in row["key"]})[:6]:
+            for key in sorted({row["key"] for row in rows if "\0" not in row["key"]})[:3]:
                 answer = json.loads(run("why", *PRODUCT_DATA, "--format=json", "--", key, document))
                 validator.validate(answer)
                 (found,) = answer["documents"]
