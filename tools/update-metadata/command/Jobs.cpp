@@ -51,7 +51,7 @@ void sendBytes(int pipe, const char* bytes, std::size_t size) {
       bytes += sent;
       size -= static_cast<std::size_t>(sent);
     } else if (errno != EINTR) {
-      ::_exit(EXIT_FAILURE);  // nobody reads any more
+      ::_exit(EXIT_FAILURE);  // the reader has ended
     }
   }
 }
@@ -169,7 +169,7 @@ std::string describeEnd(Worker& worker) {
              : "the process ended with status " + std::to_string(WEXITSTATUS(status));
 }
 
-/// The processes, of which number w does every n-th piece from w on.
+/// The processes: number w of n does the pieces w, w + n and so on.
 class Workers {
  public:
   Workers(const Jobs& jobs, std::size_t count, terminal::ProgressLine& progress)
@@ -239,7 +239,7 @@ class Workers {
 #endif
     worker.process = ::fork();
     if (worker.process == 0) {
-      // Or the others would not notice that nobody reads any more.
+      // Otherwise the others would not notice the end of the reader.
       for (Worker& other : workers_) {
         closePipe(other);
       }

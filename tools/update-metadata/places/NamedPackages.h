@@ -36,11 +36,13 @@ struct ReadDocument {
   /// The line of a node.
   std::size_t lineOf(std::size_t node) const;
 
-  /// The values of the members with a name and of a kind, if `object` is one: all that are written,
-  /// or only the one that is read.
+  /// The values of all members with this name and kind, as they are written. Empty if `object` is
+  /// not an object.
   std::vector<std::size_t> writtenMembers(
       std::size_t object, std::string_view name,
       install::update_metadata_parser::diagnosis::source::SourceKind kind) const;
+
+  /// The value among them that is read.
   std::optional<std::size_t> member(
       std::size_t object, std::string_view name,
       install::update_metadata_parser::diagnosis::source::SourceKind kind) const;
