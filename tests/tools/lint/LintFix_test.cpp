@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -182,6 +183,49 @@ TEST_F(LintFix, RejectsOptionsThatDoNotFit) {
   }
   EXPECT_EQ(contentOf("a.json"), kFaulty);
 }
+
+/// A document with a fix that makes nothing better.
+struct UnprovedFix {
+  const char* name;
+  std::string document;
+  std::string failure;
+};
+
+std::ostream& operator<<(std::ostream& out, const UnprovedFix& row) {
+  return out << row.name;
+}
+
+class LintFixWithoutProof : public LintFix, public ::testing::WithParamInterface<UnprovedFix> {};
+
+TEST_P(LintFixWithoutProof, LeavesTheFileAndSaysSo) {
+  const UnprovedFix& row = GetParam();
+  folder_.writeFile("a.json", row.document);
+  const std::string message =
+      "update-metadata: 'a.json' was not fixed at " + row.failure + " could not be proved\n";
+  EXPECT_EQ(lint({"--suggested", "--dry-run", "a.json"}), (ToolRun{kErrorLeft, "", message}));
+  const ToolRun run = lint({"--suggested", "a.json"});
+  EXPECT_EQ(run.exitCode, kErrorLeft);
+  EXPECT_EQ(run.err, message);
+  EXPECT_EQ(contentOf("a.json"), row.document);
+}
+
+const UnprovedFix kUnprovedFixes[] = {
+    {"ANullWouldBeNoKey", "{\n None\"a\": 1}", "line 2: the fix of malformed-text"},
+    {"TheSectionWouldHaveMoreErrors",
+     "{\"metadata\": {\"arch\": \"x\", \"base\": null, \"target\": null},\n"
+     " \"components\": {},\n"
+     " \"prodcts\": {\"P\": {\"delete\": [5], \"extract\": [6]}},\n"
+     " \"componentsWithFilesDeleted\": {}}",
+     "line 3: the fix of unlisted-member"},
+    {"TheSectionWouldHaveATypedValue",
+     "{\"metadata\": {\"arch\": \"x\", \"base\": null, \"target\": null},\n"
+     " \"compnents\": {\"c\": {\"qzdata\": [1], \"qztype\": \"uint;2\"}},\n"
+     " \"products\": {},\n"
+     " \"componentsWithFilesDeleted\": {}}",
+     "line 2: the fix of unlisted-member"},
+};
+INSTANTIATE_TEST_SUITE_P(Documents, LintFixWithoutProof, ::testing::ValuesIn(kUnprovedFixes),
+                         [](const auto& row) { return row.param.name; });
 
 // --- the diff ---------------------------------------------------------------------------------
 
