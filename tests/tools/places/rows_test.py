@@ -28,9 +28,12 @@ PRODUCT_DATA = ("--product-data", "examples/documents/realistic/product-data")
 HEAD = ("document", "baseFamily", "baseVersion", "targetFamily", "targetVersion", "updateLevel", "arch", "sha256")
 
 
+def run_all(*arguments):
+    return subprocess.run([COMMAND, *arguments], check=False, capture_output=True, encoding="utf-8")
+
+
 def run(*arguments):
-    done = subprocess.run([COMMAND, *arguments], check=False, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-    return done.stdout.decode("utf-8")
+    return run_all(*arguments).stdout
 
 
 def rows_of(*arguments):
@@ -86,6 +89,15 @@ class Rows(unittest.TestCase):
                 self.assertEqual(list(found.items())[-1], ("sha256", rows[0]["sha256"]))
                 compared += 1
         self.assertGreater(compared, 50)
+
+    def test_come_with_the_notes_of_show(self):
+        noted = 0
+        for document in DOCUMENTS:
+            messages = run_all("show", document, *PRODUCT_DATA).stderr
+            self.assertEqual(run_all("list", document, *PRODUCT_DATA).stderr, messages)
+            self.assertEqual(run_all("why", "a_b", document, *PRODUCT_DATA).stderr, messages)
+            noted += "check --product-data" in messages
+        self.assertGreater(noted, 50)
 
 
 if __name__ == "__main__":

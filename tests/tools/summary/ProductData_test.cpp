@@ -156,6 +156,12 @@ const Use kUses[] = {
     {"Plan", {"plan", "update.json"}, kUnknown},
     {"Diff", {"diff", "update.json", "update.json"}, kUnknown + kUnknown},
     {"Report", {"report", "update.json", "-o", "-"}, kUnknown},
+    {"Why", {"why", "c_e", "update.json"}, kUnknown},
+    {"WhyForPrograms", {"why", "c_e", "update.json", "--format=json"}, kUnknown},
+    {"List", {"list", "update.json"}, kUnknown},
+    {"ListWithSeveralProcesses",
+     {"list", "update.json", "update.json", "--jobs=2"},
+     kUnknown + kUnknown},
     {"Lint", {"lint", "update.json"}, ""},
 };
 INSTANTIATE_TEST_SUITE_P(Commands, MissingProductData, ::testing::ValuesIn(kUses),

@@ -177,7 +177,8 @@ const ReasonCase kReasons[] = {
      0, "X\tP\t1\t\nX\tQ\t2\t\n"},
     {"TheSecondUnknownProduct",
      makeDocument(kTwoComponents, R"({"P":{"delete":["c"],"extract":[]},)"
-                                  R"("Q":{"delete":["c"],"extract":[]}})"),
+                                  R"("Q":{"delete":["c"],"extract":[]},)"
+                                  R"("R":{"delete":["c_q"],"extract":[]}})"),
      "c_p", "deleted for P",
      "\n"
      "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
@@ -189,7 +190,7 @@ const ReasonCase kReasons[] = {
      "line 1: package 'p' of component 'c', to delete for Q, named on line 1\n"
      "  size: 1 byte\n"
      "  in no answer: the product data do not contain the product\n",
-     0, "X\tOther\t1\t\n"},
+     0, "X\tR\t1\t\n"},
     {"EqualKeysOfPackagesWithFiles",
      makeDocument("null", "null",
                   R"({"a":{"b_c":{"size":1,"files":[]}},"a_b":{"c":{"size":2,"files":["x"]}}})"),

@@ -57,7 +57,7 @@ ListCommand::ListCommand(CLI::App& app)
 }
 
 ExitCode ListCommand::run(std::ostream& out, std::ostream& err) const {
-  summary::noteMissingProductData(productData_, err);
+  const bool areDataMissing = summary::noteMissingProductData(productData_, err);
   const std::optional<std::u16string> location = command::toOptionalUtf16(productData_);
   const places::ProductLookUp products(location);
   const std::unique_ptr<RowWriter> rows = format_ == kTsvFormat ? makeTsvRows() : makeJsonRows();
@@ -75,6 +75,11 @@ ExitCode ListCommand::run(std::ostream& out, std::ostream& err) const {
         [&] { document.emplace(files_[index], limits_, progress); }, [&] { products.open(); },
         messages, progress);
     if (isLoaded) {
+      if (productData_ && !areDataMissing) {
+        progress.clear();
+        summary::noteUnknownProducts(*productData_, files_[index],
+                                     document->unknownProducts(products), messages);
+      }
       rows->begin(document->head());
       document->forEachPlace(products, [&](const places::Place& place) {
         if (place.package) {

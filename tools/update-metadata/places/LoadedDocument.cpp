@@ -98,6 +98,26 @@ std::vector<std::string_view> LoadedDocument::productNames() const {
   return names;
 }
 
+std::size_t LoadedDocument::unknownProducts(const ProductLookUp& products) const {
+  const ReadDocument read = {document_, lines_};
+  const auto namesComponents = [&](std::size_t product, Side side) {
+    const auto list = read.member(product, nameOf(side), SourceKind::kArray);
+    return list && tree_[*list].next != *list + 1;
+  };
+  std::size_t count = 0;
+  bool isAnyKnown = false;
+  if (const auto section = read.section("products")) {
+    document_.forEachMember(*section, [&](std::size_t key) {
+      if (!isAnyKnown &&
+          (namesComponents(key + 1, Side::kDelete) || namesComponents(key + 1, Side::kExtract))) {
+        isAnyKnown = products.isKnown(products.baseCodeOf(output::toUtf16(document_.nameOf(key))));
+        ++count;
+      }
+    });
+  }
+  return isAnyKnown ? 0 : count;
+}
+
 std::vector<std::string_view> LoadedDocument::filesOf(std::optional<std::size_t> list) const {
   std::vector<std::string_view> files;
   if (list) {

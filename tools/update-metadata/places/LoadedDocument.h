@@ -56,6 +56,10 @@ class LoadedDocument {
   /// The names of all products that are read.
   std::vector<std::string_view> productNames() const;
 
+  /// How many products the library's model has, if the product data contain none of them; otherwise
+  /// 0. Exceptions of the product data pass through.
+  std::size_t unknownProducts(const ProductLookUp& products) const;
+
   /// The files of Place::files, in the order of the text, with duplicates. Empty without a list.
   std::vector<std::string_view> filesOf(std::optional<std::size_t> list) const;
 

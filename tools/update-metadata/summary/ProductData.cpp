@@ -53,22 +53,27 @@ bool noteMissingProductData(const std::optional<std::string>& location, std::ost
   return fault.has_value();
 }
 
+void noteUnknownProducts(const std::string& location, const std::string& file, std::size_t products,
+                         std::ostream& err) {
+  if (products != 0) {
+    beginNote(location, err) << (products == 1 ? "do not contain the only product"
+                                               : "contain none of the " + std::to_string(products) +
+                                                     " products")
+                             << " of '" << output::toVisible(file) << "'; check --product-data\n";
+  }
+}
+
 void noteProductData(const std::optional<std::string>& location,
                      std::initializer_list<NamedContents> documents, std::ostream& err) {
   if (!location || noteMissingProductData(location, err)) {
     return;
   }
   for (const auto& [file, contents] : documents) {
-    const std::size_t products = contents.products.size();
     const bool isAnyKnown =
         std::any_of(contents.products.begin(), contents.products.end(),
                     [](const Product& product) { return product.baseCode.has_value(); });
-    if (products != 0 && !isAnyKnown) {
-      beginNote(*location, err) << (products == 1 ? "do not contain the only product"
-                                                  : "contain none of the " +
-                                                        std::to_string(products) + " products")
-                                << " of '" << output::toVisible(file)
-                                << "'; check --product-data\n";
+    if (!isAnyKnown) {
+      noteUnknownProducts(*location, file, contents.products.size(), err);
     }
   }
 }

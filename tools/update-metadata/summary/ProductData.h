@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <iosfwd>
 #include <optional>
@@ -26,8 +27,14 @@ struct NamedContents {
 /// \return whether a note was written
 bool noteMissingProductData(const std::optional<std::string>& location, std::ostream& err);
 
-/// Writes that note or, if it is not needed, one on each document whose products are all missing
-/// from the product data.
+/// Writes a note on a document whose products are all missing from the product data.
+///
+/// \param products  how many; no note on a document without products
+void noteUnknownProducts(const std::string& location, const std::string& file, std::size_t products,
+                         std::ostream& err);
+
+/// Writes the first note or, if it is not needed, one on each document whose products are all
+/// missing from the product data.
 void noteProductData(const std::optional<std::string>& location,
                      std::initializer_list<NamedContents> documents, std::ostream& err);
 

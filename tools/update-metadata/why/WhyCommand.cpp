@@ -1,6 +1,7 @@
 #include "why/WhyCommand.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <ostream>
 #include <string_view>
 
@@ -63,16 +64,19 @@ WhyCommand::Totals WhyCommand::searchAll(const Write& write, std::ostream& err) 
   const places::ProductLookUp products(location);
   terminal::ProgressLine progress(err, terminal::errorTerminalColumns());
   Totals totals;
+  totals.areDataMissing = summary::noteMissingProductData(productData_, err);
   std::size_t number = 0;
   for (const std::string& file : files_) {
     progress.begin("searching file " + std::to_string(++number) + " of " +
                    std::to_string(files_.size()));
     std::optional<places::LoadedDocument> document;
     std::optional<FoundDocument> found;
+    std::size_t unknownProducts = 0;
     const bool isAnswered = command::loadAndQuery(
         output::toUtf16(file), location, [&] { document.emplace(file, limits_, progress); },
         [&] {
           found.emplace(search(*document, products, question_));
+          unknownProducts = document->unknownProducts(products);
           const std::vector<std::string_view> names = document->productNames();
           totals.isProductKnown =
               totals.isProductKnown || !question_.product ||
@@ -85,6 +89,9 @@ WhyCommand::Totals WhyCommand::searchAll(const Write& write, std::ostream& err) 
     progress.clear();
     totals.hasFailed = totals.hasFailed || !isAnswered;
     if (isAnswered) {
+      if (productData_ && !totals.areDataMissing) {
+        summary::noteUnknownProducts(*productData_, file, unknownProducts, err);
+      }
       totals.isNamed = totals.isNamed || (found->isNamed && !found->places.empty());
       write(*found);
     }
@@ -93,7 +100,6 @@ WhyCommand::Totals WhyCommand::searchAll(const Write& write, std::ostream& err) 
 }
 
 ExitCode WhyCommand::run(std::ostream& out, std::ostream& err) const {
-  const bool areDataMissing = summary::noteMissingProductData(productData_, err);
   Totals totals;
   if (format_ == command::kJsonFormat) {
     output::JsonWriter json(out);
@@ -117,7 +123,7 @@ ExitCode WhyCommand::run(std::ostream& out, std::ostream& err) const {
         err);
   }
   out.flush();
-  if (!totals.isProductKnown && !totals.hasFailed && !areDataMissing) {
+  if (!totals.isProductKnown && !totals.hasFailed && !totals.areDataMissing) {
     err << "update-metadata: note: no document has a product "
         << (productData_ ? "with the base code '" : "'") << output::toVisible(*question_.product)
         << (productData_ ? "'; check --product\n"

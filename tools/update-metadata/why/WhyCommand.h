@@ -28,6 +28,7 @@ class WhyCommand : public command::Command {
     bool isNamed = false;
     bool isProductKnown = false;
     bool hasFailed = false;
+    bool areDataMissing = false;
   };
 
   template <class Write>
