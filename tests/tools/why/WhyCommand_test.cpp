@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "support/RunTool.h"
@@ -25,6 +26,7 @@ using test_support::TemporaryFolder;
 using test_support::ToolRun;
 using test_support::ToolSurroundings;
 using test_support::WrongUsage;
+using ::testing::HasSubstr;
 
 TEST_P(SampleRuns, PrintTheStoredAnswers) {
   expectStored(GetParam());
@@ -136,8 +138,9 @@ const ReasonCase kReasons[] = {
      "  in no answer: \"components\" does not contain the component\n",
      1},
     {"AComponentNamedTwiceAndADuplicateProduct",
-     makeDocument(kTwoComponents,
-                  R"({"P":{"delete":["c","c"],"extract":[]},"P":{"delete":["c"],"extract":[]}})"),
+     makeDocument(kTwoComponents, R"({"P":{"delete":["c",
+"c"],"extract":[]},
+"P":{"delete":["c"],"extract":[]}})"),
      "c_p", "deleted for P",
      "\n"
      "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
@@ -145,11 +148,11 @@ const ReasonCase kReasons[] = {
      "  in packages to delete, all products: yes\n"
      "  in packages to delete, this product: yes\n"
      "\n"
-     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 2\n"
      "  size: 1 byte\n"
-     "  in no answer: the product has named the component before\n"
+     "  in no answer: the product has named the component before, on line 1\n"
      "\n"
-     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 3\n"
      "  size: 1 byte\n"
      "  in no answer: the product names it in the value of a duplicate key, which is\n"
      "      ignored\n"},
@@ -162,15 +165,37 @@ const ReasonCase kReasons[] = {
      "  in packages to extract, all products: yes\n"
      "  in packages to extract, this product: yes\n"
      "  in sizes of the packages to extract: yes\n"},
-    {"OnlySizesOfASecondProductWithTheBaseCode",
-     makeDocument(kTwoComponents, R"({"P":{"delete":[],"extract":["c_q"]},)"
-                                  R"("Q":{"delete":[],"extract":["c"]}})"),
+    {"OnlyADuplicateProduct",
+     makeDocument(kTwoComponents,
+                  R"({"P":{"delete":[],"extract":[]},"P":{"delete":["c"],"extract":["d"]}})"),
+     "c_p", "named, but in no answer",
+     "\n"
+     "line 1: package 'p' of component 'c', to delete\n"
+     "  size: 1 byte\n"
+     "  in no answer: no product has the component in 'delete', except in the value of\n"
+     "      a duplicate key, which is ignored\n"
+     "\n"
+     "line 1: package 'p' of component 'c', to delete for P, named on line 1\n"
+     "  size: 1 byte\n"
+     "  in no answer: the product names it in the value of a duplicate key, which is\n"
+     "      ignored\n"},
+    {"AnUndescribedComponentOfADuplicateProduct",
+     makeDocument("{}", R"({"P":{"delete":[],"extract":[]},"P":{"delete":["a"],"extract":[]}})"),
+     "a_p", "not named, but a product names a component that is not described",
+     "\n"
+     "line 1: component 'a', to delete for P\n"
+     "  in no answer: the product names it in the value of a duplicate key, which is\n"
+     "      ignored\n",
+     1},
+    {"OnlySizesOfASecondProductWithTheBaseCode", makeDocument(kTwoComponents, R"({
+"P":{"delete":[],"extract":["c_q"]},
+"Q":{"delete":[],"extract":["c"]}})"),
      "c_q", "named, but only its sizes are in an answer",
      "\n"
-     "line 1: package 'q' of component 'c', to extract for Q (X), named on line 1\n"
+     "line 1: package 'q' of component 'c', to extract for Q (X), named on line 3\n"
      "  size: 2 bytes; unpacked: 3 bytes\n"
-     "  in packages to extract, all products: no, 'P' comes first and has the same\n"
-     "      base code\n"
+     "  in packages to extract, all products: no, 'P' on line 2 comes first and has\n"
+     "      the same base code\n"
      "  in packages to extract, this product: no, the product data assign its base\n"
      "      code to 'P'\n"
      "  in sizes of the packages to extract: yes\n",
@@ -191,14 +216,16 @@ const ReasonCase kReasons[] = {
      "  size: 1 byte\n"
      "  in no answer: the product data do not contain the product\n",
      0, "X\tR\t1\t\n"},
-    {"EqualKeysOfPackagesWithFiles",
-     makeDocument("null", "null",
-                  R"({"a":{"b_c":{"size":1,"files":[]}},"a_b":{"c":{"size":2,"files":["x"]}}})"),
+    {"EqualKeysOfPackagesWithFiles", makeDocument("null", "null", R"({"a":{
+"b_c":{"size":1,"files":[]}},"a_b":{
+"c":{"size":2,"files":[
+"x"]}}})"),
      "x", "named, but in no answer",
      "\n"
-     "line 1: file 'x' of package 'c' of component 'a_b', to delete\n"
+     "line 3: file 'x' of package 'c' of component 'a_b', to delete, listed on line 4\n"
      "  size: 2 bytes\n"
-     "  in no answer: a package of component 'a' comes first and has the same key\n"},
+     "  in no answer: a package of component 'a' on line 2 comes first and has the\n"
+     "      same key\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Documents, ReasonsOf, ::testing::ValuesIn(kReasons),
                          [](const auto& row) { return row.param.name; });
@@ -211,6 +238,14 @@ TEST(Why, AnswersTheOtherDocumentsIfOneDoesNotLoad) {
   EXPECT_EQ(run.exitCode, 2);
   EXPECT_EQ(run.out, "update.json: not named\n");
   EXPECT_EQ(run.err.substr(0, 29), "Error while parsing bad.json\n");
+}
+
+TEST(Why, MentionsDuplicatesOfProductsThatAreLeftOut) {
+  const TemporaryFolder folder;
+  folder.writeFile("update.json", makeDocument(kTwoComponents, R"({"P":{"delete":[],"extract":[]},
+"P":{"delete":["c"],"extract":[]}})"));
+  EXPECT_THAT(askIn(folder, {"c_p", "update.json", "--product=Q"}).out,
+              HasSubstr("no product has the component in 'delete', except in"));
 }
 
 TEST(Why, SaysThatOnlyOtherProductsNameThePackage) {

@@ -16,19 +16,21 @@ class FirstWins {
   struct Named {
     std::size_t number;
     std::string_view name;
+    std::size_t line = 0;  ///< of a product, or of a component's package that has a key
   };
 
-  /// A product names a component. Returns the verdict on those of its packages whose keys no other
-  /// component has.
-  Verdict beginNaming(std::size_t component, const Named& product);
+  /// A product names a component on a line. Returns the verdict on those of its packages whose keys
+  /// no other component has.
+  Verdict beginNaming(std::size_t component, const Named& product, std::size_t line);
 
   /// The verdict on a package of a component; that on the component's naming is `ofNaming`.
   Verdict verdictOn(const NamedPackage& package, const Named& component, const Verdict& ofNaming);
 
  private:
   struct Naming {
+    Named firstProduct;
     std::size_t lastProduct;
-    std::string_view firstProduct;
+    std::size_t lastLine;  // where that product names the component first
   };
 
   std::unordered_map<std::size_t, Naming> namings_;  // of each component

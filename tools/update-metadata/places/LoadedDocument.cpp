@@ -130,4 +130,18 @@ std::vector<std::string_view> LoadedDocument::filesOf(std::optional<std::size_t>
   return files;
 }
 
+std::optional<std::size_t> LoadedDocument::lineOfFile(std::optional<std::size_t> list,
+                                                      std::string_view path) const {
+  std::optional<std::size_t> found;
+  if (list) {
+    document_.forEachElement(*list, [&](std::size_t element) {
+      if (!found && document_.isA(SourceKind::kString, element) &&
+          document_.nameOf(element) == path) {
+        found = ReadDocument{document_, lines_}.lineOf(element);
+      }
+    });
+  }
+  return found;
+}
+
 }  // namespace update_metadata_tool::places

@@ -63,6 +63,10 @@ class LoadedDocument {
   /// The files of Place::files, in the order of the text, with duplicates. Empty without a list.
   std::vector<std::string_view> filesOf(std::optional<std::size_t> list) const;
 
+  /// The first line on which they have a path; nothing if they do not.
+  std::optional<std::size_t> lineOfFile(std::optional<std::size_t> list,
+                                        std::string_view path) const;
+
  private:
   std::string text_;
   DocumentHead head_;  // loaded before the rest takes memory

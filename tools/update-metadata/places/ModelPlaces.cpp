@@ -92,16 +92,17 @@ class ModelPlaces {
     const std::string chosenName = output::toUtf8(chosen);
     const bool isKnown = products_.isKnown(code);
     const ProductOfPlace shown = products_.show(product.name, code);
+    const FirstWins::Named named = {number, product.name, read_.lineOf(product.key)};
     for (const Side side : kSidesOfProducts) {
       const auto index = static_cast<std::size_t>(side);
       FirstWins ofProduct;
       FirstWins ofName;
       Answers answers = {{Use::kUsed}, {Use::kUsed}, &ofProduct, &ofName};
       if (hasPackages[index]) {
-        const auto [holder, isFirst] = codes_[index].try_emplace(code, product.name);
+        const auto [holder, isFirst] = codes_[index].try_emplace(code, named);
         if (!isFirst) {
           answers.allProducts = {isKnown ? Use::kEarlierProduct : Use::kUnknownProduct,
-                                 holder->second};
+                                 holder->second.name, holder->second.line};
         }
       }
       if (chosen != name) {
@@ -112,7 +113,7 @@ class ModelPlaces {
       }
       if (lists[index]) {
         read_.document.forEachElement(*lists[index], [&](std::size_t element) {
-          walkNaming(side, shown, {number, product.name}, element, answers);
+          walkNaming(side, shown, named, element, answers);
         });
       }
     }
@@ -134,19 +135,18 @@ class ModelPlaces {
   void walkNaming(Side side, const ProductOfPlace& product, const FirstWins::Named& named,
                   std::size_t element, const Answers& answers) {
     const std::size_t component = components_.find(read_.document.nameOf(element));
+    Place place = read_.naming(side, product, element);
     if (component == kNever) {
-      visitUndescribed(side, product, element);
+      place.verdicts = verdictsOf(side, Use::kUndescribedComponent);
+      visit_(place);
       return;
     }
     isNamed_[component][static_cast<std::size_t>(side)] = true;
     const FirstWins::Named holder = {component, components_.all()[component].name};
-    const Verdict inAll = answers.inAllProducts->beginNaming(component, named);
-    const Verdict inOne = answers.inOneProduct->beginNaming(component, named);
+    const Verdict inAll = answers.inAllProducts->beginNaming(component, named, place.line);
+    const Verdict inOne = answers.inOneProduct->beginNaming(component, named, place.line);
     const Verdict inSizes =
-        side == Side::kExtract ? sizes_.beginNaming(component, named) : Verdict();
-    Place place = placeOf(side, holder.name);
-    place.product = &product;
-    place.namingLine = read_.lineOf(element);
+        side == Side::kExtract ? sizes_.beginNaming(component, named, place.line) : Verdict();
     for (const NamedPackage& package : packagesOf(component, side)) {
       const Verdict all = answers.inAllProducts->verdictOn(package, holder, inAll);
       const Verdict one = answers.inOneProduct->verdictOn(package, holder, inOne);
@@ -223,15 +223,6 @@ class ModelPlaces {
     }
   }
 
-  void visitUndescribed(Side side, const ProductOfPlace& product, std::size_t element) {
-    Place place = placeOf(side, read_.document.nameOf(element));
-    place.product = &product;
-    place.line = read_.lineOf(element);
-    place.namingLine = place.line;
-    place.verdicts = verdictsOf(side, Use::kUndescribedComponent);
-    visit_(place);
-  }
-
   void visitPackage(const NamedPackage& package, Place& place) const {
     read_.setPackage(package, place);
     visit_(place);
@@ -246,7 +237,7 @@ class ModelPlaces {
   const ProductLookUp& products_;
   const VisitPlace& visit_;
   std::vector<std::array<bool, 2>> isNamed_;                         // by component and side
-  std::array<std::map<std::u16string, std::string_view>, 2> codes_;  // the products that have them
+  std::array<std::map<std::u16string, FirstWins::Named>, 2> codes_;  // the products that have them
   std::array<std::map<std::string_view, FirstWins>, 2> namesakes_;
   FirstWins sizes_;
   FirstWins files_;

@@ -90,6 +90,14 @@ NamedPackage ReadDocument::package(std::size_t key, Side side) const {
           side == Side::kExtract ? byteCount("uncompressedBytes") : std::nullopt};
 }
 
+Place ReadDocument::naming(Side side, const ProductOfPlace& product, std::size_t element) const {
+  Place place = placeOf(side, document.nameOf(element));
+  place.product = &product;
+  place.line = lineOf(element);
+  place.namingLine = place.line;
+  return place;
+}
+
 void ReadDocument::setPackage(const NamedPackage& package, Place& place) const {
   place.package = package.name;
   place.size = package.size;

@@ -53,6 +53,9 @@ struct ReadDocument {
   /// The package with this key.
   NamedPackage package(std::size_t key, Side side) const;
 
+  /// A product's mention of a component, without a package.
+  Place naming(Side side, const ProductOfPlace& product, std::size_t element) const;
+
   /// Sets what a place shows of its package.
   void setPackage(const NamedPackage& package, Place& place) const;
 };

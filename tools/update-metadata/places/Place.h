@@ -44,6 +44,10 @@ struct Verdict {
   /// The product for kEarlierProduct and kOtherProduct, the component for kEqualKey. That for
   /// kOtherProduct is as short-lived as the place.
   std::string_view winner = {};
+
+  /// The line of the product, of the component's package or, for kRepeatedComponent, of the
+  /// product's earlier mention. 0 if it is not known.
+  std::size_t winnerLine = 0;
 };
 
 /// The verdict on a place for each answer.

@@ -100,14 +100,13 @@ class UnreadPlaces {
       if (!read_.document.isA(SourceKind::kString, element)) {
         return;
       }
-      const std::size_t component = components_.find(read_.document.nameOf(element));
+      Place place = read_.naming(side, shown, element);
+      place.verdicts = verdictsOf(side, Use::kRepeatedKey);
+      const std::size_t component = components_.find(place.component);
       if (component == kNever) {
+        visit_(place);
         return;
       }
-      Place place = placeOf(side, components_.all()[component].name);
-      place.product = &shown;
-      place.namingLine = read_.lineOf(element);
-      place.verdicts = verdictsOf(side, Use::kRepeatedKey);
       for (const NamedPackage& package :
            components_.all()[component].packages[static_cast<std::size_t>(side)]) {
         read_.setPackage(package, place);

@@ -16,7 +16,7 @@ void writeJson(const FoundDocument& found, JsonWriter& json) {
       .array(found.places, [](const FoundPlace& foundPlace, JsonWriter& writer) {
         places::Place place = foundPlace.place;
         place.product = foundPlace.product ? &*foundPlace.product : nullptr;
-        writer.beginObject().member("matches", foundPlace.isFile ? "file" : "key");
+        writer.beginObject().member("matches", foundPlace.fileLine ? "file" : "key");
         places::writeMembers(place, writer);
         writer.endObject();
       });

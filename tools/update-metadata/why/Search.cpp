@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "diagnosis/Resembling.h"
 #include "places/NamedPackages.h"
@@ -20,11 +21,6 @@ constexpr std::size_t kMostSuggestions = 3;
 bool hasKey(const Place& place, std::string_view wanted) {
   const std::optional<std::string_view> package = places::packageIn(wanted, place.component);
   return package && (!place.package || *package == *place.package);
-}
-
-bool listsFile(const LoadedDocument& document, const Place& place, std::string_view path) {
-  const std::vector<std::string_view> files = document.filesOf(place.files);
-  return std::find(files.begin(), files.end(), path) != files.end();
 }
 
 bool isOfOtherProduct(const Place& place, const Question& question) {
@@ -56,20 +52,23 @@ bool isWanted(const places::ProductOfPlace& product, const std::string& code) {
 FoundDocument search(const LoadedDocument& document, const places::ProductLookUp& products,
                      const Question& question) {
   FoundDocument found = {document.head(), {}, false, {}};
+  std::set<std::pair<places::Side, std::string_view>> namedInDuplicates;
   const auto visit = [&](const Place& place) {
-    const bool isFile =
-        place.side == places::Side::kFiles && listsFile(document, place, question.wanted);
-    if (!isFile && !hasKey(place, question.wanted)) {
+    const std::optional<std::size_t> fileLine = document.lineOfFile(place.files, question.wanted);
+    if (!fileLine && !hasKey(place, question.wanted)) {
       return;
     }
     found.isNamed = found.isNamed || place.package.has_value();
+    if (place.product != nullptr && place.verdicts.allProducts.use == places::Use::kRepeatedKey) {
+      namedInDuplicates.emplace(place.side, place.component);
+    }
     if (isOfOtherProduct(place, question)) {
       return;
     }
     FoundPlace& added = found.places.emplace_back();
     added.place = place;
     added.place.product = nullptr;
-    added.isFile = isFile;
+    added.fileLine = fileLine;
     if (place.product != nullptr) {
       added.product = *place.product;
     }
@@ -80,6 +79,9 @@ FoundDocument search(const LoadedDocument& document, const places::ProductLookUp
     }
   };
   document.forEachPlace(products, visit, question.wanted);
+  for (FoundPlace& each : found.places) {
+    each.isNamedInDuplicate = namedInDuplicates.count({each.place.side, each.place.component}) != 0;
+  }
   if (found.places.empty() && !found.isNamed) {
     found.nearest = findNearest(document, question.wanted);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <optional>
 #include <string>
@@ -22,7 +23,12 @@ struct FoundPlace {
   places::Place place;  ///< without its product
   std::optional<places::ProductOfPlace> product;
   std::string otherProduct;  ///< what the winner of Use::kOtherProduct refers to
-  bool isFile = false;       ///< the path was asked for, not the key
+
+  /// The line of the path in the list of files, if it was asked for and not the key.
+  std::optional<std::size_t> fileLine;
+
+  /// Whether a product names the component for this side in the value of a duplicate key.
+  bool isNamedInDuplicate = false;
 };
 
 /// What one document says. Must not outlive it.

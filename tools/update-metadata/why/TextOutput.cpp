@@ -48,17 +48,24 @@ const char* describeSide(Side side) {
   }
 }
 
+// Where the winner of a verdict is, if that is known.
+std::string onLine(const Verdict& verdict) {
+  return verdict.winnerLine == 0 ? "" : " on line " + std::to_string(verdict.winnerLine);
+}
+
 // Why a list of packages, or the sizes, do not contain a place.
 void addReason(const Verdict& verdict, bool isSize, const FoundPlace& found, FlowingLine& line) {
   switch (verdict.use) {
     case Use::kEarlierProduct:
       line.name(quoted(verdict.winner))
+          .words(onLine(verdict))
           .words(isSize ? " comes first and gives the sizes"
                         : " comes first and has the same base code");
       break;
     case Use::kEqualKey:
       line.words("a package of component ")
           .name(quoted(verdict.winner))
+          .words(onLine(verdict))
           .words(" comes first and has the same key");
       break;
     case Use::kRepeatedKey:
@@ -67,7 +74,7 @@ void addReason(const Verdict& verdict, bool isSize, const FoundPlace& found, Flo
                                : "it is in the value of a duplicate key, which is ignored");
       break;
     case Use::kRepeatedComponent:
-      line.words(found.product ? "the product has named the component before"
+      line.words(found.product ? "the product has named the component before," + onLine(verdict)
                                : "an earlier component is read with the same name");
       break;
     case Use::kUndescribedComponent:
@@ -75,7 +82,9 @@ void addReason(const Verdict& verdict, bool isSize, const FoundPlace& found, Flo
       break;
     case Use::kUnusedComponent:
       line.words(std::string("no product has the component in '") + nameOf(found.place.side) +
-                 '\'');
+                 (found.isNamedInDuplicate
+                      ? "', except in the value of a duplicate key, which is ignored"
+                      : "'"));
       break;
     case Use::kUnknownProduct:
       line.words("the product data do not contain the product");
@@ -138,14 +147,15 @@ void writePlace(const Question& question, const FoundPlace& found, std::size_t w
   const Place& place = found.place;
   FlowingLine line(width, kFurtherIndent);
   line.words("line " + std::to_string(place.line) + ": ");
-  if (found.isFile) {
+  if (found.fileLine) {
     line.words("file ").name(quoted(question.wanted)).words(" of ");
   }
   if (place.package) {
     line.words("package ").name(quoted(*place.package)).words(" of ");
   }
   line.words("component ").name(quoted(place.component));
-  line.words(found.isFile ? ", to delete" : std::string(", ") + describeSide(place.side));
+  line.words(found.fileLine ? ", to delete, listed on line " + std::to_string(*found.fileLine)
+                            : std::string(", ") + describeSide(place.side));
   if (found.product) {
     line.words(" for ").name(describeProduct(*found.product));
     if (place.package) {
@@ -192,7 +202,7 @@ void addList(const std::vector<std::string>& names, FlowingLine& line) {
 
 bool hasUsedFiles(const FoundDocument& found, bool isFile) {
   return std::any_of(found.places.begin(), found.places.end(), [&](const FoundPlace& place) {
-    return place.isFile == isFile && place.place.verdicts.files.use == Use::kUsed;
+    return place.fileLine.has_value() == isFile && place.place.verdicts.files.use == Use::kUsed;
   });
 }
 
