@@ -87,10 +87,6 @@ void reportControl(const SourceDocument& document, std::size_t node, const std::
                {std::move(message), std::move(advice), item()});
 }
 
-bool isLetter(char byte) {
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
 bool isSeparator(char byte) {
   return byte == '/' || byte == '\\';
 }

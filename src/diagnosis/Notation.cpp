@@ -123,10 +123,7 @@ class Rewriting {
   // A name without quotation marks, or a word of JSON or of another language.
   bool takeWord() {
     std::size_t end = at_;
-    const auto isOfWord = [this](std::size_t place) {
-      return isLetterOrDigit(text_[place]) || text_[place] == '_';
-    };
-    while (end < text_.size() && isOfWord(end)) {
+    while (end < text_.size() && isOfWord(text_[end])) {
       ++end;
     }
     const std::string_view word = text_.substr(at_, end - at_);

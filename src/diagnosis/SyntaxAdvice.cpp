@@ -16,18 +16,6 @@ using source::SyntaxFault;
 
 constexpr std::size_t kLongestWord = 40;
 
-bool isDigit(char byte) {
-  return byte >= '0' && byte <= '9';
-}
-
-bool isLetter(char byte) {
-  return toLowerCase(byte) >= 'a' && toLowerCase(byte) <= 'z';
-}
-
-bool isOfWord(char byte) {
-  return isLetter(byte) || isDigit(byte) || byte == '_';
-}
-
 char byteAt(std::string_view text, std::size_t offset) {
   return offset < text.size() ? text[offset] : '\0';
 }

@@ -41,10 +41,25 @@ inline bool continuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+/// Returns whether a byte is a letter of ASCII, whatever the locale.
+inline bool isLetter(char byte) {
+  const char small = toLowerCase(byte);
+  return small >= 'a' && small <= 'z';
+}
+
+/// Returns whether a byte is a digit of ASCII.
+inline bool isDigit(char byte) {
+  return byte >= '0' && byte <= '9';
+}
+
 /// Returns whether a byte is a letter or digit of ASCII, whatever the locale.
 inline bool isLetterOrDigit(char byte) {
-  const char small = toLowerCase(byte);
-  return (small >= 'a' && small <= 'z') || (byte >= '0' && byte <= '9');
+  return isLetter(byte) || isDigit(byte);
+}
+
+/// Returns whether a byte can be part of a name without quotation marks, or of a keyword.
+inline bool isOfWord(char byte) {
+  return isLetterOrDigit(byte) || byte == '_';
 }
 
 /// The digits for appendHexadecimal().
