@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -16,6 +15,7 @@
 #include "diagnosis/Text.h"
 #include "install/update_metadata_parser/Diagnosis.h"
 #include "reader/DocumentFile.h"
+#include "support/Patterns.h"
 
 namespace install::update_metadata_parser::diagnosis {
 namespace {
@@ -99,12 +99,11 @@ std::string headingOf(const Finding& finding) {
 }
 
 std::vector<std::string> storedHeadings(const std::string& report) {
-  static const std::regex heading(
-      R"(document\.json:\d+:\d+: (info|warning|error): .* \[[a-z0-9-]+\])");
   std::vector<std::string> headings;
   std::istringstream lines(report);
   for (std::string line; std::getline(lines, line);) {
-    if (std::regex_match(line, heading)) {
+    if (test_support::matches(
+            line, R"(document\.json:\d+:\d+: (info|warning|error): .* \[[a-z0-9-]+\])")) {
       headings.push_back(line);
     }
   }

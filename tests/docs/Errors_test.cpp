@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <filesystem>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "docs/Markdown.h"
 #include "foundation/json/Value.h"
 #include "json/ParseResult.h"
+#include "support/Patterns.h"
 
 namespace {
 
@@ -52,8 +52,8 @@ std::string unescaped(const std::string& literal) {
 // The narrow string literals in the library's sources, except those in comments and static
 // assertions. A diagnosis throws nothing that a load does not.
 std::vector<std::string> literalsOfTheLibrary() {
-  static const std::regex notCode(R"(//[^\n]*|static_assert\([^;]*;|#include[^\n]*)");
-  static const std::regex literal(R"re((?:^|[^u\\'])"((?:[^"\\\n]|\\.)*)")re");
+  constexpr const char* kNotCode = R"(//[^\n]*|static_assert\([^;]*;|#include[^\n]*)";
+  constexpr const char* kLiteral = R"re((?:^|[^u\\'])"((?:[^"\\\n]|\\.)*)")re";
   std::vector<std::string> literals;
   for (const char* root : {"src", "platform"}) {
     for (const auto& entry : fs::recursive_directory_iterator(fs::path(UMP_SOURCE_DIR) / root)) {
@@ -63,10 +63,9 @@ std::vector<std::string> literalsOfTheLibrary() {
         continue;
       }
       const std::string source =
-          std::regex_replace(test_support::readProjectFile(path), notCode, "");
-      for (std::sregex_iterator match(source.begin(), source.end(), literal), end; match != end;
-           ++match) {
-        literals.push_back(unescaped((*match)[1]));
+          test_support::replaceMatches(test_support::readProjectFile(path), kNotCode, "");
+      for (const std::string& literal : test_support::matchesIn(source, kLiteral, 1)) {
+        literals.push_back(unescaped(literal));
       }
     }
   }
@@ -75,7 +74,7 @@ std::vector<std::string> literalsOfTheLibrary() {
 
 // Whether a literal is a sentence for people, or part of one.
 bool isOfASentence(const std::string& literal) {
-  return std::regex_search(literal, std::regex("[a-z]{2}")) &&
+  return !test_support::matchesIn(literal, "[a-z]{2}").empty() &&
          literal.find(' ') != std::string::npos;
 }
 
@@ -126,14 +125,13 @@ TEST(ErrorsPage, ExplainsNoTextThatTheLibraryDoesNotHave) {
     });
   };
   // The variable part of a message, and the punctuation between it and the text.
-  static const std::regex placeholder("[^A-Za-z]*[A-Z]{3,}(: |:)?");
+  constexpr const char* kPlaceholder = "[^A-Za-z]*[A-Z]{3,}(: |:)?";
   std::set<std::string> invented;
   for (const auto& row : explainedErrors()) {
     const std::string text = test_support::codeIn(row[0].front() == 'E' ? row[1] : row[0]);
-    for (std::sregex_token_iterator part(text.begin(), text.end(), placeholder, -1), end;
-         part != end; ++part) {
-      if (isOfASentence(*part) && !isInALiteral(*part)) {
-        invented.insert(*part);
+    for (const std::string& part : test_support::partsBetween(text, kPlaceholder)) {
+      if (isOfASentence(part) && !isInALiteral(part)) {
+        invented.insert(part);
       }
     }
   }

@@ -7,8 +7,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
@@ -17,9 +17,11 @@
 namespace update_metadata_tool::diff {
 namespace {
 
+using test_support::Json;
 using test_support::kRealistic;
 using test_support::kSmall;
 using test_support::kSmallProducts;
+using test_support::parseJson;
 using test_support::runTool;
 using test_support::SampleRun;
 using test_support::SampleRuns;
@@ -145,9 +147,8 @@ INSTANTIATE_TEST_SUITE_P(Limits, LimitedDiffs, ::testing::ValuesIn(kLimited),
 TEST(LimitedDiff, WritesTheGrowthForPrograms) {
   const ToolRun run = diffSamples({kSmall, kNext, "--fail-if-larger=20%", "--format=json"});
   EXPECT_EQ(run.exitCode, kDifferent);
-  EXPECT_EQ(
-      nlohmann::json::parse(run.out)["growth"],
-      nlohmann::json::parse(R"({"bytesToFetch": 593920, "allowed": 499895, "tooLarge": true})"));
+  EXPECT_EQ(parseJson(run.out)["growth"],
+            parseJson(R"({"bytesToFetch": 593920, "allowed": 499895, "tooLarge": true})"));
 }
 
 TEST(LimitedDiff, AcceptsAPercentageOfMoreThanSixtyFourBits) {
@@ -172,11 +173,11 @@ TEST(LimitedDiff, AcceptsAPercentageOfMoreThanSixtyFourBits) {
       runTool({"diff", "large.json", "vast.json", "--fail-if-larger=99%", "--format=json"}, around);
   EXPECT_EQ(grown.exitCode, kDifferent);
   EXPECT_EQ(
-      nlohmann::ordered_json::parse(grown.out)["growth"].dump(),
+      parseJson(grown.out)["growth"].dump(),
       R"({"bytesToFetch":9000000000000000000,"allowed":8910000000000000000,"tooLarge":true})");
   const ToolRun doubled =
       runTool({"diff", "vast.json", "vast.json", "--fail-if-larger=200%", "--format=json"}, around);
-  EXPECT_EQ(nlohmann::ordered_json::parse(doubled.out)["growth"].dump(),
+  EXPECT_EQ(parseJson(doubled.out)["growth"].dump(),
             R"({"bytesToFetch":0,"allowed":null,"tooLarge":false})");
 }
 

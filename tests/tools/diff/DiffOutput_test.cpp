@@ -10,8 +10,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include "support/Json.h"
 #include "support/LongNames.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
@@ -20,6 +20,7 @@
 namespace update_metadata_tool::diff {
 namespace {
 
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::runTool;
 using test_support::TemporaryFolder;
@@ -256,7 +257,7 @@ TEST(DiffForPeople, ShowsTheDirectionOfDifferencesBeyondSixtyFourBits) {
 TEST(DiffOfDoubtfulSizes, CountsThemForPrograms) {
   const std::string json =
       diff(makeDoubtfulDocument(-5), makeDoubtfulDocument(kTruncated), {"--format=json"});
-  EXPECT_EQ(nlohmann::ordered_json::parse(json)["doubtfulSizes"].dump(),
+  EXPECT_EQ(parseJson(json)["doubtfulSizes"].dump(),
             R"({"before":{"negative":3,"truncated":0},"after":{"negative":0,"truncated":3}})");
 }
 

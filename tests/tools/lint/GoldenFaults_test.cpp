@@ -4,17 +4,17 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "diagnosis/Rule.h"
 #include "lint/Severity.h"
 #include "lint/TextReport.h"
+#include "support/Json.h"
+#include "support/Patterns.h"
 #include "support/RunTool.h"
 #include "support/StoredText.h"
 
@@ -22,9 +22,10 @@ namespace update_metadata_tool::lint {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
 using install::update_metadata_parser::diagnosis::describe;
 using install::update_metadata_parser::diagnosis::findRule;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::readBytes;
 using test_support::ToolRun;
 
@@ -110,8 +111,7 @@ std::string textOf(const Json& json, const std::string& document) {
 
 // The text form shows bytes that are not UTF-8, which the other forms replace by U+FFFD.
 std::string withReplacements(const std::string& text) {
-  static const std::regex illFormed("(<[89A-F][0-9A-F]>|\xEF\xBF\xBD)+");
-  return std::regex_replace(text, illFormed, "\xEF\xBF\xBD");
+  return test_support::replaceMatches(text, "(<[89A-F][0-9A-F]>|\xEF\xBF\xBD)+", "\xEF\xBF\xBD");
 }
 
 class FaultyDocument : public ::testing::TestWithParam<std::string> {
@@ -125,7 +125,7 @@ TEST_P(FaultyDocument, IsReportedAsItsExpectationSays) {
   const ToolRun text = lint(GetParam(), "text");
   expectStored(text.out, "expected.txt");
   const ToolRun json = lint(GetParam(), "json");
-  const Json report = Json::parse(json.out);
+  const Json report = parseJson(json.out);
   EXPECT_EQ(withReplacements(
                 textOf(report, readBytes((kFolder / GetParam() / "document.json").string()))),
             withReplacements(text.out));
@@ -141,8 +141,8 @@ INSTANTIATE_TEST_SUITE_P(Cases, FaultyDocument, ::testing::ValuesIn(caseNames())
 class FaultyDocumentInEveryForm : public FaultyDocument {};
 
 TEST_P(FaultyDocumentInEveryForm, IsReportedAsItsExpectationsSay) {
-  expectStored(Json::parse(lint(GetParam(), "json").out).dump(2) + '\n', "expected.json");
-  Json sarif = Json::parse(lint(GetParam(), "sarif").out);
+  expectStored(parseJson(lint(GetParam(), "json").out).dump(2) + '\n', "expected.json");
+  Json sarif = parseJson(lint(GetParam(), "sarif").out);
   sarif["runs"][0]["tool"]["driver"].erase("rules");  // the same in every log
   expectStored(sarif.dump(2) + '\n', "expected.sarif");
 }

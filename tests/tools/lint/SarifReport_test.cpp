@@ -5,29 +5,30 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "install/update_metadata_parser/Version.h"
 #include "lint/RuleExplanations.h"
 #include "lint/Severity.h"
+#include "support/Json.h"
 #include "tools/lint/SampleReports.h"
 
 namespace update_metadata_tool::lint {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using install::update_metadata_parser::diagnosis::allRules;
 using install::update_metadata_parser::diagnosis::RuleDescription;
+using test_support::Json;
+using test_support::parseJson;
 
 Json reportOnAllSamples() {
-  return Json::parse(test_support::reportOnAllSamples<SarifReport>(
+  return parseJson(test_support::reportOnAllSamples<SarifReport>(
       indexArtifacts({"a folder/update.json", "/srv/b\x1B.json", "gone.json", "clean.json"})));
 }
 
 TEST(SarifReport, ListsEveryFindingThenTheFilesThenThoseThatCouldNotBeRead) {
   Json log = reportOnAllSamples();
   log["runs"][0].erase("tool");
-  EXPECT_EQ(log.dump(2), Json::parse(R"({
+  EXPECT_EQ(log.dump(2), parseJson(R"({
     "$schema": "https://json.schemastore.org/sarif-2.1.0.json",
     "version": "2.1.0",
     "runs": [{
@@ -155,7 +156,7 @@ TEST(SarifReport, MakesNeitherALinkNorAPlaceholderOfANameInAMessage) {
   report.remember(file.file, report.write(file));
   report.remember(unreadable.file, report.write(unreadable));
   report.finish({});
-  const Json run = Json::parse(out.str())["runs"][0];
+  const Json run = parseJson(out.str())["runs"][0];
   const Json& result = run["results"][0];
   EXPECT_EQ(result["message"]["text"], "Unknown '\\[a\\](1)' \\\\\\[b\\](2) {{0}}? Remove it.");
   EXPECT_EQ(result["relatedLocations"][0]["message"]["text"], "\\]{{.");
@@ -179,8 +180,8 @@ TEST(SarifReport, GivesARegionOfSeveralLinesItsEndInCharacters) {
   report.remember(file.file, report.write(file));
   report.finish({});
   EXPECT_EQ(
-      Json::parse(out.str())["runs"][0]["results"][0]["locations"][0]["physicalLocation"]["region"],
-      Json::parse(R"({"startLine": 1, "startColumn": 3, "endLine": 3, "endColumn": 3,
+      parseJson(out.str())["runs"][0]["results"][0]["locations"][0]["physicalLocation"]["region"],
+      parseJson(R"({"startLine": 1, "startColumn": 3, "endLine": 3, "endColumn": 3,
                             "byteOffset": 3, "byteLength": 9})"));
 }
 

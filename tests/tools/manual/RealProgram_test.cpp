@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <iterator>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "manual/Completion.h"
 #include "manual/ManualPage.h"
 #include "manual/Outline.h"
+#include "support/Patterns.h"
 #include "support/RunTool.h"
 
 namespace {
@@ -24,12 +24,8 @@ class RealProgram : public ::testing::Test {
 };
 
 std::set<std::string> longOptionsIn(const std::string& text) {
-  static const std::regex option("--[a-z][a-z-]*");
-  std::set<std::string> options;
-  for (std::sregex_iterator match(text.begin(), text.end(), option), end; match != end; ++match) {
-    options.insert(match->str());
-  }
-  return options;
+  const std::vector<std::string> options = test_support::matchesIn(text, "--[a-z][a-z-]*");
+  return {options.begin(), options.end()};
 }
 
 // The list below "Options:" in a help, without the remarks after it.
@@ -40,8 +36,8 @@ std::string listedOptions(const std::string& help) {
 
 // A page without the formatter's escapes.
 std::string plain(const std::string& page) {
-  return std::regex_replace(std::regex_replace(page, std::regex(R"(\\f.)"), ""),
-                            std::regex(R"(\\-)"), "-");
+  return test_support::replaceMatches(test_support::replaceMatches(page, R"(\\f.)", ""), R"(\\-)",
+                                      "-");
 }
 
 std::string sectionOf(const std::string& page, const std::string& heading) {

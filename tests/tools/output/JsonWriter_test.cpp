@@ -10,9 +10,9 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "output/Text.h"
+#include "support/Json.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
@@ -20,6 +20,8 @@ namespace update_metadata_tool::output {
 namespace {
 
 using namespace std::string_literals;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::runTool;
 using test_support::TemporaryFolder;
 using test_support::ToolRun;
@@ -81,7 +83,7 @@ TEST(WrittenJson, HasTheSameMeaning) {
     }
   }
   const std::string json = written([&strings](JsonWriter& array) { array.array(strings); });
-  EXPECT_EQ(nlohmann::json::parse(json), nlohmann::json(strings));
+  EXPECT_EQ(parseJson(json), Json(strings));
 }
 
 TEST(WrittenJson, KeepsTheOrderOfMembersAndEscapesTheirNames) {

@@ -7,9 +7,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "plan/RunPlan.h"
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/ToolCases.h"
@@ -17,11 +17,12 @@
 namespace update_metadata_tool::plan {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using test_support::Json;
 using test_support::kRealistic;
 using test_support::kRealisticProducts;
 using test_support::kSmall;
 using test_support::kSmallProducts;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::SampleRun;
 using test_support::SampleRuns;
@@ -78,7 +79,7 @@ TEST(Plan, CountsTheDoubtfulSizesOfThePackagesWhoseFilesItDeletes) {
   const auto doubtfulSizes = [&](std::vector<std::string> options) {
     options.push_back("--format=json");
     const std::string text = plan(document.json(), options, "\nA\tA\t1\t\nB\tB\t2\t\n").out;
-    return Json::parse(text)["doubtfulSizes"].dump();
+    return parseJson(text)["doubtfulSizes"].dump();
   };
   EXPECT_EQ(doubtfulSizes({}), R"({"negative":2,"truncated":1})");
   EXPECT_EQ(doubtfulSizes({"--product", "A"}), R"({"negative":1,"truncated":1})");
@@ -97,7 +98,7 @@ TEST(Plan, ListsTheFilesOfComponentsThatAChosenProductOrNoneNames) {
   const auto keys = [&](std::vector<std::string> options) {
     options.push_back("--format=json");
     std::string text;
-    const Json planned = Json::parse(plan(document.json(), options, products).out);
+    const Json planned = parseJson(plan(document.json(), options, products).out);
     for (const Json& package : planned["filesToDelete"]) {
       text += package["key"].get<std::string>() + '\n';
     }
@@ -121,7 +122,7 @@ TEST(Plan, ListsTheFilesOfAChosenComponentThatSharesAKey) {
   const auto planned = [&](std::vector<std::string> options) {
     options.push_back("--format=json");
     const std::string text = plan(document.json(), options, "\nA\tA\t1\t\nB\tB\t2\t\n").out;
-    const Json answer = Json::parse(text);
+    const Json answer = parseJson(text);
     return answer["filesToDelete"].dump() + ' ' + answer["doubtfulSizes"].dump();
   };
   const std::string ofFirst = R"({"key":"a_b_c","size":1,"files":["of a"]})";
@@ -137,7 +138,7 @@ TEST(Plan, ListsTheFilesOfAChosenComponentThatSharesAKey) {
 TEST(Plan, ForAllProductsIncludesOneThatTheProductDataDoNotContain) {
   PlainDocument document;
   document.products["Unknown"] = {{}, {"c"}};
-  const Json planned = Json::parse(plan(document.json(), {"--format=json"}).out);
+  const Json planned = parseJson(plan(document.json(), {"--format=json"}).out);
   EXPECT_EQ(planned["products"].dump(), R"([{"name":"Unknown","baseCode":null}])");
   EXPECT_THAT(plan(document.json(), {}).out, HasSubstr("\nProducts: 1\n  Unknown\n"));
 }
@@ -146,9 +147,9 @@ TEST(Plan, ForAllProductsIncludesOneThatTheProductDataDoNotContain) {
 TEST(Plan, SelectsAProductByAnyCodeThatLeadsToItsName) {
   PlainDocument document;
   document.products["Editor"] = {{}, {"c"}};
-  const Json planned = Json::parse(plan(document.json(), {"--product=E2", "--format=json"},
-                                        "\nE1\tEditor\t1\t\nE2\tEditor\t2\t\n")
-                                       .out);
+  const Json planned = parseJson(plan(document.json(), {"--product=E2", "--format=json"},
+                                      "\nE1\tEditor\t1\t\nE2\tEditor\t2\t\n")
+                                     .out);
   EXPECT_EQ(planned["products"].dump(), R"([{"name":"Editor","baseCode":"E1"}])");
 }
 

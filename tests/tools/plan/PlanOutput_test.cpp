@@ -6,9 +6,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "plan/RunPlan.h"
+#include "support/Json.h"
 #include "support/LongNames.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
@@ -18,7 +18,8 @@
 namespace update_metadata_tool::plan {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::runTool;
 using test_support::TemporaryFolder;
@@ -203,7 +204,7 @@ TEST(PlanForPeople, GrowsLinearlyWithTheBlanksOfAName) {
 }
 
 TEST(PlanForPrograms, HasNullForASumThatDoesNotFit) {
-  const Json planned = Json::parse(plan(makeDoubtfulDocument().json(), {"--format=json"}).out);
+  const Json planned = parseJson(plan(makeDoubtfulDocument().json(), {"--format=json"}).out);
   EXPECT_EQ(planned["totals"].dump(),
             R"({"bytesToFetch":9000000000000000001,"bytesUnpacked":9000000000000000002,)"
             R"("bytesDeleted":-5,"netChange":9000000000000000007,"peakNeed":null})");

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/PlainTotals.h"
 #include "support/ToolCases.h"
@@ -18,7 +18,8 @@
 namespace update_metadata_tool::plan {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::PlainTotals;
 using test_support::runOnDocument;
@@ -96,10 +97,10 @@ TEST(PlansForRandomDocuments, AgreeWithAPlainComputation) {
       }
     }
     const std::string text = document.json();
-    const Json ofAll = Json::parse(runOnDocument({"plan", "--format=json"}, text, catalogue).out);
+    const Json ofAll = parseJson(runOnDocument({"plan", "--format=json"}, text, catalogue).out);
     EXPECT_EQ(numbersOf(ofAll).dump(1), expectedPlan(document, names).dump(1)) << text;
     if (!chosen.empty()) {
-      const Json ofSome = Json::parse(runOnDocument(options, text, catalogue).out);
+      const Json ofSome = parseJson(runOnDocument(options, text, catalogue).out);
       EXPECT_EQ(numbersOf(ofSome).dump(1), expectedPlan(document, chosen).dump(1)) << text;
     }
   }
@@ -109,8 +110,8 @@ TEST(PlansForRandomDocuments, ContainWhatQueryPrintsForAllProducts) {
   std::mt19937 random(12);
   for (int round = 0; round < 40; ++round) {
     const std::string text = test_support::makeRandomDocument(random).json();
-    const Json planned = Json::parse(runOnDocument({"plan", "--format=json"}, text, "\n").out);
-    const Json answered = Json::parse(runOnDocument({"query", "--format=json"}, text).out);
+    const Json planned = parseJson(runOnDocument({"plan", "--format=json"}, text, "\n").out);
+    const Json answered = parseJson(runOnDocument({"query", "--format=json"}, text).out);
 
     const auto keysOf = [](const Json& packages) {
       std::set<std::string> keys;

@@ -7,8 +7,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
@@ -16,7 +16,8 @@
 namespace update_metadata_tool::plan {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::runTool;
 using test_support::TemporaryFolder;
@@ -129,18 +130,18 @@ TEST_F(PlanForAnInstallation, WritesTheStateOfEachFileForPrograms) {
   deleteFiles({"docs/there.txt", "../other/\\u001b\\u202e1.txt", "a\\\\b", "loop", "docs"});
   const ToolRun run = plan({"--installed", "tree", "--format=json"});
   EXPECT_EQ(run.exitCode, 1);
-  const Json planned = Json::parse(run.out);
+  const Json planned = parseJson(run.out);
   const std::string outside = std::filesystem::canonical(folder_.nativePath("other")).string();
   EXPECT_EQ(
       planned["filesToDelete"],
-      Json::parse(R"([{"key":"c_p","size":5,)"
-                  R"("files":["../other/\u001b\u202e1.txt","a\\b","docs","docs/there.txt","loop"],)"
-                  R"("states":["outside","missing","folder","present","unknown"],)"
-                  R"("leadsTo":[")" +
-                  outside +
-                  R"(/\u001b\u202e1.txt",null,null,null,null],)"
-                  R"("reasons":[null,"a backslash does not separate folders here",null,null,)"
-                  R"("Too many levels of symbolic links"]}])"));
+      parseJson(R"([{"key":"c_p","size":5,)"
+                R"("files":["../other/\u001b\u202e1.txt","a\\b","docs","docs/there.txt","loop"],)"
+                R"("states":["outside","missing","folder","present","unknown"],)"
+                R"("leadsTo":[")" +
+                outside +
+                R"(/\u001b\u202e1.txt",null,null,null,null],)"
+                R"("reasons":[null,"a backslash does not separate folders here",null,null,)"
+                R"("Too many levels of symbolic links"]}])"));
   EXPECT_EQ(planned["installed"].dump(),
             R"({"present":1,"missing":1,"folder":1,"outside":1,"unknown":1})");
 }

@@ -9,18 +9,20 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "output/Text.h"
 #include "report/Page.h"
 #include "report/ReportData.h"
 #include "summary/Document.h"
+#include "support/Json.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
 
 namespace update_metadata_tool::report {
 namespace {
 
+using test_support::Json;
+using test_support::parseJson;
 using test_support::readBytes;
 using test_support::runTool;
 using test_support::TemporaryFolder;
@@ -76,14 +78,12 @@ TEST_F(Report, OfAPipeReadsItOnce) {
 TEST_F(Report, HasTheFiguresOfShow) {
   const std::string realistic = UMP_SOURCE_DIR "/examples/documents/realistic/";
   for (const std::string& file : {kSample, realistic + "update.json"}) {
-    const auto shown =
-        nlohmann::json::parse(runTool({"show", file, "--format", "json"}, around_).out);
+    const auto shown = parseJson(runTool({"show", file, "--format", "json"}, around_).out);
     const std::string page = runTool({"report", file, "-o", "-"}, around_).out;
     const std::string begin = "id=\"contents\">";
     const std::size_t data = page.find(begin) + begin.size();
-    const auto reported =
-        nlohmann::json::parse(page.substr(data, page.find("</script>", data) - data));
-    const auto expectSame = [](const nlohmann::json& one, const nlohmann::json& other) {
+    const auto reported = parseJson(page.substr(data, page.find("</script>", data) - data));
+    const auto expectSame = [](const Json& one, const Json& other) {
       for (const char* count : {"packagesToDelete", "packagesToExtract"}) {
         EXPECT_EQ(one[count], other[count]) << count;
       }
@@ -93,8 +93,8 @@ TEST_F(Report, HasTheFiguresOfShow) {
     };
     expectSame(shown["totals"], reported["totals"]);
     EXPECT_EQ(shown["totals"]["filesToDelete"], reported["totals"]["filesToDelete"]);
-    for (const nlohmann::json& product : shown["products"]) {
-      for (const nlohmann::json& other : reported["products"]) {
+    for (const Json& product : shown["products"]) {
+      for (const Json& other : reported["products"]) {
         if (product["name"] == other["name"]) {
           expectSame(product, other);
         }

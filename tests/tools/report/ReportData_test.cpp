@@ -7,11 +7,11 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "output/Text.h"
 #include "summary/Document.h"
 #include "summary/Totals.h"
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/TemporaryFolder.h"
@@ -22,10 +22,11 @@ namespace {
 using install::update_metadata_parser::Diagnosis;
 using install::update_metadata_parser::Severity;
 using summary::Contents;
+using test_support::Json;
 using test_support::makeRandomDocument;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::TemporaryFolder;
-using Json = nlohmann::ordered_json;
 
 Contents contentsOf(const std::string& document, std::optional<std::u16string> productData = {}) {
   const TemporaryFolder folder;
@@ -37,7 +38,7 @@ TEST(ReportData, ContainEverythingAboutASample) {
   const std::string small = UMP_SOURCE_DIR "/examples/documents/small/";
   const Contents contents = contentsOf(test_support::readBytes(small + "update.json"),
                                        output::toUtf16(small + "product-data"));
-  EXPECT_EQ(Json::parse(makeReportData(u"update.json", contents, Diagnosis())), Json::parse(R"({
+  EXPECT_EQ(parseJson(makeReportData(u"update.json", contents, Diagnosis())), parseJson(R"({
     "version": 1,
     "file": "update.json",
     "base": {"family": "Fernlight 7", "version": "7.1.0"},
@@ -96,7 +97,7 @@ TEST(ReportData, GiveASumAsATextAndOneBeyondSixtyFourBitsAsItsBound) {
   contents.packagesToDelete = {{u"c_1", kMax, 0}};
   contents.components = {{u"c", {0}, {0, 1}}};
   contents.products = {{u"p", std::nullopt, {0}, {}}};
-  const Json data = Json::parse(makeReportData(u"", contents, Diagnosis()));
+  const Json data = parseJson(makeReportData(u"", contents, Diagnosis()));
   const Json all = {{"packagesToExtract", 2},
                     {"packagesToDelete", 1},
                     {"bytesToFetch", ">9223372036854775807"},
@@ -107,7 +108,7 @@ TEST(ReportData, GiveASumAsATextAndOneBeyondSixtyFourBitsAsItsBound) {
   EXPECT_EQ(data["components"][0]["bytesToFetch"], ">9223372036854775807");
   EXPECT_EQ(data["products"][0]["bytesToFetch"], "0");
   EXPECT_EQ(data["products"][0]["baseCode"], nullptr);
-  EXPECT_EQ(data["packagesToDelete"], Json::parse(R"([["c_1",9223372036854775807]])"));
+  EXPECT_EQ(data["packagesToDelete"], parseJson(R"([["c_1",9223372036854775807]])"));
 }
 
 TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
@@ -115,7 +116,7 @@ TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
   contents.packagesToExtract = {{u"c_1", -7, 1}, {u"c_2", 1, 1}};
   contents.packagesToDelete = {{u"c_3", std::numeric_limits<std::int64_t>::min(), 0}};
   contents.components = {{u"c", {0}, {0, 1}}};
-  const Json data = Json::parse(makeReportData(u"", contents, Diagnosis()));
+  const Json data = parseJson(makeReportData(u"", contents, Diagnosis()));
   EXPECT_EQ(data["doubtfulSizes"],
             "'!' marks doubtful sizes: 1 package with a negative size, 1 package with a size that "
             "does not fit into 64 bits and is read as -9223372036854775808. Totals include "
@@ -125,7 +126,7 @@ TEST(ReportData, SayHowManyPackagesHaveDoubtfulSizes) {
 TEST(ReportData, ReplaceUnpairedSurrogatesAndKeepEverythingElse) {
   Contents contents;
   contents.architecture = u"\xD800 \u2028<\"\\\n";
-  EXPECT_EQ(Json::parse(makeReportData(u"", contents, Diagnosis()))["arch"],
+  EXPECT_EQ(parseJson(makeReportData(u"", contents, Diagnosis()))["arch"],
             "\xEF\xBF\xBD \xE2\x80\xA8<\"\\\n");
 }
 
@@ -146,8 +147,8 @@ TEST(ReportData, GiveFindingsByLineAndColumn) {
       {"repeated-key", Severity::kWarning, "it \xFF", "go", 4, 3, 2, 3, "/a", "member \"a\"", {}}};
   diagnosis.omitted = {{"malformed-text", Severity::kError, 7},
                        {"missing-section", Severity::kError, 2}};
-  const Json data = Json::parse(makeReportData(u"", Contents(), diagnosis));
-  EXPECT_EQ(data["findings"], Json::parse(R"([{
+  const Json data = parseJson(makeReportData(u"", Contents(), diagnosis));
+  EXPECT_EQ(data["findings"], parseJson(R"([{
     "severity": "warning", "rule": "repeated-key", "line": 2, "column": 3,
     "message": "it \ufffd", "advice": "go", "item": "member \"a\"", "pointer": "/a"}])"));
   EXPECT_EQ(data["omittedFindings"], 9);
@@ -158,7 +159,7 @@ TEST(ReportData, ContainTheFirstTenThousandFindingsAndTheNumberOfTheOthers) {
   diagnosis.findings.assign(10'005,
                             {"empty-name", Severity::kInfo, "m", "", 0, 1, 1, 1, "", "", {}});
   diagnosis.omitted = {{"empty-name", Severity::kInfo, 5}};
-  const Json data = Json::parse(makeReportData(u"", Contents(), diagnosis));
+  const Json data = parseJson(makeReportData(u"", Contents(), diagnosis));
   EXPECT_EQ(data["findings"].size(), 10'000U);
   EXPECT_EQ(data["omittedFindings"], 10);
 }
@@ -168,7 +169,7 @@ TEST(ReportData, AddUpToTheTotalsOfRandomDocuments) {
   std::mt19937 random(6);
   for (int round = 0; round != 300; ++round) {
     const Contents contents = contentsOf(makeRandomDocument(random).json());
-    const Json data = Json::parse(makeReportData(u"", contents, Diagnosis()));
+    const Json data = parseJson(makeReportData(u"", contents, Diagnosis()));
     const summary::Totals totals = summary::Tally(contents).totalsOfAll();
     std::int64_t toFetch = 0;
     std::int64_t unpacked = 0;

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/PlainTotals.h"
 #include "support/ToolCases.h"
@@ -19,7 +19,8 @@
 namespace update_metadata_tool::show {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::PlainTotals;
 using test_support::runOnDocument;
@@ -27,7 +28,7 @@ using test_support::runOnDocument;
 // The summary of a document, as JSON.
 Json summarize(const std::string& document, std::vector<std::string> options) {
   options.insert(options.begin(), {"show", "--format=json"});
-  return Json::parse(runOnDocument(options, document).out);
+  return parseJson(runOnDocument(options, document).out);
 }
 
 Json toJson(const PlainTotals::Sums& sums) {

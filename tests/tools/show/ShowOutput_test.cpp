@@ -8,8 +8,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include "support/Json.h"
 #include "support/PlainDocument.h"
 #include "support/RunTool.h"
 #include "support/ToolCases.h"
@@ -17,7 +17,8 @@
 namespace update_metadata_tool::show {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using test_support::Json;
+using test_support::parseJson;
 using test_support::PlainDocument;
 using test_support::runOnDocument;
 using test_support::ToolRun;
@@ -122,7 +123,7 @@ TEST(ShowForPeople, MarksDoubtfulSizesAndExplainsTheMark) {
 }
 
 TEST(ShowForPrograms, WritesNullForASumThatDoesNotFit) {
-  const Json shown = Json::parse(show(makeDoubtfulDocument().json(), {"--format=json"}).out);
+  const Json shown = parseJson(show(makeDoubtfulDocument().json(), {"--format=json"}).out);
   EXPECT_EQ(shown["totals"].dump(),
             R"({"components":2,"packagesToDelete":1,"packagesToExtract":4,"bytesToFetch":null,)"
             R"("bytesUnpacked":11,"bytesDeleted":-5,"filesToDelete":0})");
@@ -134,7 +135,7 @@ TEST(Show, PrintsNoBaseCodeForAProductThatTheProductDataDoNotContain) {
   document.products["Known"] = {{}, {"c"}};
   document.products["Unknown"] = {{}, {"c"}};
   const std::string products = "\nK\tKnown\t1\t\n";
-  const Json shown = Json::parse(show(document.json(), {"--format=json"}, products).out);
+  const Json shown = parseJson(show(document.json(), {"--format=json"}, products).out);
   EXPECT_EQ(shown["products"][0]["baseCode"].dump(), "\"K\"");
   EXPECT_EQ(shown["products"][1]["baseCode"].dump(), "null");
   EXPECT_THAT(show(document.json(), {}, products).out,
@@ -175,7 +176,7 @@ TEST(Show, OmitsSmallerProductsForPeopleOnly) {
   EXPECT_THAT(productsOf({"--top=6"}), HasSubstr("\nand 1 more product\n"));
   EXPECT_THAT(productsOf({"--top=7"}), Not(HasSubstr("more product")));
   EXPECT_THAT(productsOf({"--top=0"}), HasSubstr("  Deleted\n7 products\nTotal "));
-  const Json shown = Json::parse(show(document.json(), {"--top=2", "--format=json"}).out);
+  const Json shown = parseJson(show(document.json(), {"--top=2", "--format=json"}).out);
   EXPECT_EQ(shown["products"].size(), 7);
 }
 
@@ -183,7 +184,7 @@ TEST(Show, ListsNothingWithATopOfZero) {
   PlainDocument document;
   document.components["c"] = {{}, {{"e", {1, 2}}}};
   document.products["p"] = {{}, {"c"}};
-  const Json shown = Json::parse(show(document.json(), {"--top=0", "--format=json"}).out);
+  const Json shown = parseJson(show(document.json(), {"--top=0", "--format=json"}).out);
   EXPECT_EQ(shown["largestComponents"], Json::array());
   EXPECT_EQ(shown["largestPackages"], Json::array());
   EXPECT_EQ(show(document.json(), {"--top=0"}).out,
