@@ -16,6 +16,7 @@
 #include "faults/Outcome.h"
 #include "install/update_metadata_parser/UpdateMetaDataJsonParser.h"
 #include "mf/zero/elements/Messages.h"
+#include "support/Effort.h"
 #include "support/FailingAllocation.h"
 
 namespace install::update_metadata_parser {
@@ -27,7 +28,7 @@ using test_support::outcomeOf;
 using test_support::Trial;
 using test_support::tryWithoutMemory;
 
-constexpr std::size_t kFewestPoints = 10'000;
+constexpr std::size_t kFewestPoints = test_support::kFullEffort ? 10'000 : 5'000;
 
 // Prints how many allocations have failed when all tests have run, and checks that they are as many
 // as required.

@@ -243,7 +243,8 @@ TEST(SharedComponents, AreAnsweredAsThePlainWalkDoes) {
     }
     components.push_back(component);
   }
-  for (int count = 0; count < 200; ++count) {
+  constexpr int kProducts = kFullEffort ? 200 : 50;
+  for (int count = 0; count < kProducts; ++count) {
     Product product{generator.name(), {}, {}};
     for (std::size_t component = generator.below(30); component > 0; --component) {
       product.toDelete.push_back(components[generator.below(components.size())]);
