@@ -47,18 +47,17 @@ TEST_F(SizesAndFiles, NeedNoCatalogue) {
 }
 
 TEST_F(SizesAndFiles, CoverThePackagesToExtractOfAllProducts) {
-  constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
-  constexpr std::int64_t kSmallest = std::numeric_limits<std::int64_t>::min();
+  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+  constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
   handler.setProductDeltaData(
       u"P", {u"core", u"gone"}, {u"core", u"docs", u"x"},
       {{u"gone", {{u"old", 9}}}, {u"core", {{u"old", 9}}}},
-      {{u"core", {{u"bin", 1, 2}, {u"lib", kLargest, kSmallest}}}, {u"x", {{u"", -1, 0}}}});
+      {{u"core", {{u"bin", 1, 2}, {u"lib", kMost, kLeast}}}, {u"x", {{u"", -1, 0}}}});
   handler.setProductDeltaData(u"Q", {}, {u"extra"}, {}, {{u"extra", {{u"p", 5, 6}}}});
-  EXPECT_EQ(handler.getUpdateSizeForComponentsToExtract(),
-            (Sizes{{u"core_bin", {1, 2}},
-                   {u"core_lib", {kLargest, kSmallest}},
-                   {u"extra_p", {5, 6}},
-                   {u"x_", {-1, 0}}}));
+  EXPECT_EQ(handler.getUpdateSizeForComponentsToExtract(), (Sizes{{u"core_bin", {1, 2}},
+                                                                  {u"core_lib", {kMost, kLeast}},
+                                                                  {u"extra_p", {5, 6}},
+                                                                  {u"x_", {-1, 0}}}));
 }
 
 TEST_F(SizesAndFiles, KeepTheNumbersOfTheFirstPackageWithAKey) {

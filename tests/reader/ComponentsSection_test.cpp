@@ -229,7 +229,7 @@ void PrintTo(const Bytes& bytes, std::ostream* stream) {
   *stream << bytes.name;
 }
 
-const Bytes kBytes[] = {
+const Bytes kBytesOfPackages[] = {
     {"CutTowardZero", "12.9", 12},
     {"NegativeCutTowardZero", "-3.5", -3},
     {"OutOfRange", "1e30", kMinimum},
@@ -250,7 +250,7 @@ TEST_P(BytesOfAPackage, AreTruncatedTowardZeroAndAreTheMinimumOutOfRange) {
               ElementsAre(PkgFields{u"x", GetParam().bytes, GetParam().bytes}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Numbers, BytesOfAPackage, ::testing::ValuesIn(kBytes),
+INSTANTIATE_TEST_SUITE_P(Numbers, BytesOfAPackage, ::testing::ValuesIn(kBytesOfPackages),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

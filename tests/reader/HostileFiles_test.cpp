@@ -141,12 +141,13 @@ TEST(ReadFile, ReturnsFilesOfEverySizeWhole) {
 
 TEST(ReadFile, ReservesAMegabyteOrSixteenAndNothingBeyondALongerFile) {
   const TemporaryFolder folder;
-  constexpr std::size_t kMegabyte = std::size_t{1} << 20;
-  const std::pair<std::size_t, std::size_t> sizesAndRooms[] = {{100, kMegabyte},
-                                                               {kMegabyte - 1, kMegabyte},
-                                                               {kMegabyte, 16 * kMegabyte},
-                                                               {16 * kMegabyte - 1, 16 * kMegabyte},
-                                                               {17 * kMegabyte, 17 * kMegabyte}};
+  constexpr std::size_t kFirstRoom = std::size_t{1} << 20;
+  const std::pair<std::size_t, std::size_t> sizesAndRooms[] = {
+      {100, kFirstRoom},
+      {kFirstRoom - 1, kFirstRoom},
+      {kFirstRoom, 16 * kFirstRoom},
+      {16 * kFirstRoom - 1, 16 * kFirstRoom},
+      {17 * kFirstRoom, 17 * kFirstRoom}};
   for (const auto& [size, room] : sizesAndRooms) {
     const std::u16string path = folder.writeFile("document.json", std::string(size, 'x'));
     EXPECT_LE(readFile(path).capacity(), room + 16) << size;

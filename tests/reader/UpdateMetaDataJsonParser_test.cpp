@@ -266,17 +266,17 @@ TEST(Facade, OutlivesTheParserAndAnswersEveryQuestion) {
   EXPECT_EQ(facade->getTargetReleaseVersion(), u"1.1");
   EXPECT_EQ(facade->getTargetUpdateLevelForQorv(), 7);
 
-  using Keys = std::set<std::u16string>;
-  const Keys extracted = {u"core_new", u"extra_gain", u"extra_in"};
+  using KeySet = std::set<std::u16string>;
+  const KeySet extracted = {u"core_new", u"extra_gain", u"extra_in"};
   EXPECT_EQ(facade->getComponentsToExtract(catalogue),
-            (std::map<std::u16string, Keys>{{u"PR", extracted}, {u"SC", extracted}}));
+            (std::map<std::u16string, KeySet>{{u"PR", extracted}, {u"SC", extracted}}));
   EXPECT_EQ(facade->getComponentsToExtract(u"PR", catalogue), extracted);
-  const Keys deleted = {u"core_old", u"extra_out", u"extra_shed"};
+  const KeySet deleted = {u"core_old", u"extra_out", u"extra_shed"};
   EXPECT_EQ(facade->getComponentsToDelete(catalogue),
-            (std::map<std::u16string, Keys>{{u"PR", {u"core_old"}}, {u"SC", deleted}}));
+            (std::map<std::u16string, KeySet>{{u"PR", {u"core_old"}}, {u"SC", deleted}}));
   EXPECT_EQ(facade->getComponentsToDelete(u"SC", catalogue), deleted);
   EXPECT_EQ(facade->getComponentsWithFilesToDelete(),
-            (std::map<std::u16string, std::pair<Keys, std::int64_t>>{
+            (std::map<std::u16string, std::pair<KeySet, std::int64_t>>{
                 {u"docs_guide", {{u"guide/old.txt"}, 30}},
                 {u"help_index", {{}, 31}},
                 {u"help_pages", {{u"a.html", u"b.html"}, 32}}}));

@@ -11,7 +11,7 @@
 namespace mf::zero {
 namespace {
 
-constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t kMaximum = std::numeric_limits<std::uint64_t>::max();
 
 std::pair<std::uint64_t, std::uint64_t> halvesOf(const PlainWideNumber& number) {
   return {number.low, number.high};
@@ -42,11 +42,11 @@ TEST_P(ProductOf, HasAllBits) {
 }
 
 constexpr Product kProducts[] = {
-    {"Zero", 0, kMost, 0, 0},
-    {"One", 1, kMost, kMost, 0},
+    {"Zero", 0, kMaximum, 0, 0},
+    {"One", 1, kMaximum, kMaximum, 0},
     {"LowHalves", 0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFE00000001, 0},
     {"HighHalves", 0x100000000, 0x100000000, 0, 1},
-    {"TheLargest", kMost, kMost, 1, kMost - 1},
+    {"TheLargest", kMaximum, kMaximum, 1, kMaximum - 1},
     {"CarriesInTheMiddle", 0xFFFFFFFF00000001, 0x00000001FFFFFFFF, 0x2FFFFFFFF, 0x1FFFFFFFD},
 };
 
@@ -55,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(Numbers, ProductOf, ::testing::ValuesIn(kProducts),
 
 TEST(WideNumber, SumsAsThePlainFormDoes) {
   std::mt19937_64 random(1);
-  const std::vector<std::uint64_t> edges = {0, 1, 0xFFFFFFFF, 0x100000000, kMost - 1, kMost};
+  const std::vector<std::uint64_t> edges = {0, 1, 0xFFFFFFFF, 0x100000000, kMaximum - 1, kMaximum};
   PlainWideNumber plain;
   WideNumber wide;
   for (int count = 0; count < 10'000; ++count) {
