@@ -240,6 +240,20 @@ TEST_P(HostilePaths, LeadThroughAPipeWhoseWriterIsSlow) {
   writer.join();
 }
 
+// A parser that notes how long its document is.
+class MeasuringParser : public UpdateMetaDataJsonParser {
+ public:
+  using UpdateMetaDataJsonParser::UpdateMetaDataJsonParser;
+
+  std::string readFile(const std::u16string& path) override {
+    std::string text = UpdateMetaDataJsonParser::readFile(path);
+    bytesRead = text.size();
+    return text;
+  }
+
+  std::size_t bytesRead = 0;
+};
+
 TEST(FileOfMoreThan2GiB, IsReadWholeWhereThereIsMemory) {
   if (!kFullEffort) {
     GTEST_SKIP() << "takes minutes in this build";
@@ -253,7 +267,10 @@ TEST(FileOfMoreThan2GiB, IsReadWholeWhereThereIsMemory) {
   const TemporaryFolder folder;
   const std::u16string path = folder.writeFile("document.json", "{");
   require(::truncate(folder.nativePath("document.json").c_str(), static_cast<off_t>(kBytes)) == 0);
-  EXPECT_EQ(UpdateMetaDataJsonParser(path).readFile(path).size(), kBytes);
+  MeasuringParser parser(path);
+  EXPECT_EQ(failureOf([&] { parser.parseUpdateMetaDataJson(); }),
+            kUnusable + folder.nativePath("document.json"));
+  EXPECT_EQ(parser.bytesRead, kBytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(Everywhere, HostilePaths,
